@@ -1,0 +1,98 @@
+#pragma once
+
+#include "records/file_info.h"
+
+#include <QDate>
+#include <QObject>
+#include <QString>
+
+/// What changes while the program runs: day counters, mode of the channel, the countdowns of the tick, the
+/// item being sent and the connection in progress. One object, State, used by the main thread alone. Only
+/// the date, the automatic flag and the counters survive a restart (velda_state.ini).
+class CState : public QObject
+{
+    Q_OBJECT
+
+public:
+    CState();
+
+    /// Sets the mode by a word of the centre ("РБ", "ОТКРЫТА", ...); an unknown word gives mode 0.
+    void setTlgMode(const QString &word);
+    /// Sets the mode, 0..5, and restarts tlgModeSeconds.
+    void setTlgMode(int mode);
+    /// Switches between automatic and manual mode; journals a real change, always asks for a scan in 3 s.
+    void setAutomatic(bool on);
+    void setChannelName(const QString &name);
+    /// 0 none, 1 incoming, 2 outgoing. A change also sets tlgMode, without telling the window.
+    void setCallDirection(int d);
+
+    [[nodiscard]] QString pathInp() const;
+    [[nodiscard]] QString pathOut() const;
+    [[nodiscard]] QString pathPrt() const;
+    [[nodiscard]] QString pathShablons() const;
+    [[nodiscard]] QString pathInp_forDate(const QDate &date) const;
+    [[nodiscard]] QString pathOut_forDate(const QDate &date) const;
+    [[nodiscard]] QString pathOut_currentDate() const;
+
+    /// Raises the day counter modulo 1000, saves, and returns the new value.
+    int incInp();
+    int incOut();
+
+    /// Reads or writes Options.stateFileName. A missing file gives the date "00000000" and zeros; a failed
+    /// write is not reported. The file is replaced whole, so that a kill leaves the old one or the new one.
+    void Load();
+    void Save();
+
+signals:
+    void tlgModeChanged();   ///< mode or its age was set anew
+    void automaticChanged(); ///< setAutomatic has run, whether or not the mode differs
+    void titlesChanged();    ///< the channel has another name
+
+public slots:
+    /// Turns to the clock's date: saves the old day, zeroes the counters, makes the day's directories.
+    void newDay();
+
+public:
+    int basePointSize = 8; ///< points of the application font before fontSizeCorrect
+    bool restartAfterExit = false;
+    bool manualMode = false;
+    int tlgMode = 0;
+    int tlgModeSeconds = 0; ///< seconds since the last setTlgMode, stops at 86400
+    QString YYYYMMDD;       ///< the date that the counters belong to
+    int PK_in = 0, PK_out = 0; ///< telegrams received and sent today, 0..999
+    int prevPK_in = 0, prevPK_out = 0;
+    int CKS_in = 0, CKS_out = 0; ///< figures last reported by the centre
+    int prevCKS_in = 0, prevCKS_out = 0;
+    int SKK_in = 0, SKK_out = 0; ///< connections today
+    int EditorN = 0;             ///< number of the last file made in the editor today
+    int scanCountdown = 0;       ///< ticks until the queue is scanned
+    int scanFoundCount = 0;      ///< files found by the last scan
+    bool renumberAnnounced = false;
+    bool askSent = false;
+    int stopCountdown = 0; ///< ticks until the close; 0 is not closing
+    int askReceiptCountdown = 0;
+    int sendReceiptCountdown = 0;
+    QString channelName;
+    bool ignoreAO = false;
+    int sendAOCountdown = 0;
+    QString currentFile; ///< name of the item being sent
+    bool fileInProgress = false;
+    CFileInfo sendInfo; ///< copy of that item's side-car record
+    bool dayChangeQuiet = false;
+    int idleSeconds = 0; ///< seconds with neither received nor sent text
+    int callState = 0;
+    int AutoModeWaitTimer = 0, AutoModeState = 0, AutoModeWaitAA = 0;
+    int hangUpPause = 0; ///< ticks during which no new work starts
+    bool connectionActive = false;
+    int callDirection = 0;
+    QString connectionText; ///< transcript of the current connection
+    int callNumberResult = 0, waitTimeAfterCallEstablished = 0, callResult = 0;
+    bool closeAllowed = false; ///< the next close of the main window is real
+    QString dialledNumber;
+    int secondsSinceTx = 0, secondsSinceRx = 0;
+
+private:
+    void makeDayDirectories();
+};
+
+extern CState State;

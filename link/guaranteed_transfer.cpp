@@ -1,0 +1,1 @@
+#include "link/tlg_thread.h"

@@ -1,0 +1,5 @@
+#include "link/prf_thread.h"
+
+CPrfThread::CPrfThread() = default;
+CPrfThread::~CPrfThread() = default;
+void CPrfThread::run() {}

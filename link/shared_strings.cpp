@@ -1,0 +1,71 @@
+#include "link/shared_strings.h"
+
+#include <QMutexLocker>
+
+#include <utility>
+
+void CMutexString::mSet(const QString &value)
+{
+    const QMutexLocker lock(&mutex);
+    text = value;
+    text.detach();
+}
+
+QString CMutexString::mGet() const
+{
+    const QMutexLocker lock(&mutex);
+    return text;
+}
+
+QString CMutexString::mTake()
+{
+    const QMutexLocker lock(&mutex);
+    return std::exchange(text, QString());
+}
+
+bool CMutexString::mIsEmpty() const
+{
+    const QMutexLocker lock(&mutex);
+    return text.isEmpty();
+}
+
+void CMutexString::mAppend(const QString &more)
+{
+    const QMutexLocker lock(&mutex);
+    text += more;
+}
+
+QString CTlgString::getDataAndClear(int n)
+{
+    if (n >= text.size())
+        return std::exchange(text, QString());
+    if (n <= 0)
+        return QString();
+    const QString head = text.left(n);
+    text.remove(0, n);
+    return head;
+}
+
+void CTlgString::mAppend(const QString &more)
+{
+    const QMutexLocker lock(&mutex);
+    text += more;
+}
+
+QString CTlgString::mTake()
+{
+    const QMutexLocker lock(&mutex);
+    return std::exchange(text, QString());
+}
+
+QString CTlgString::mGet() const
+{
+    const QMutexLocker lock(&mutex);
+    return text;
+}
+
+bool CTlgString::mIsEmpty() const
+{
+    const QMutexLocker lock(&mutex);
+    return text.isEmpty();
+}

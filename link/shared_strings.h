@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QMutex>
+#include <QString>
+
+/// A text shared by two threads; \a text is touched only under \a mutex, held for the copy alone.
+struct CMutexString {
+    QString text;
+    mutable QMutex mutex;
+
+    /// Assigns under the mutex; the stored text owns its data.
+    void mSet(const QString &value);
+    /// A copy taken under the mutex.
+    [[nodiscard]] QString mGet() const;
+    /// Takes the whole text under the mutex and leaves it empty.
+    [[nodiscard]] QString mTake();
+    [[nodiscard]] bool mIsEmpty() const;
+    /// Appends under the mutex.
+    void mAppend(const QString &more);
+};
+
+/// A text that one thread fills and another takes from its head. The caller holds the mutex.
+struct CTlgString {
+    QString text;
+    mutable QMutex mutex;
+    QString unused; ///< kept in the object's layout; no operation reads it
+
+    /// Returns the first \a n characters (all if there are fewer) and removes them.
+    [[nodiscard]] QString getDataAndClear(int n);
+    /// Appends under the mutex, which the caller must not hold.
+    void mAppend(const QString &more);
+    /// Takes the whole text under the mutex, which the caller must not hold.
+    [[nodiscard]] QString mTake();
+    [[nodiscard]] QString mGet() const;
+    [[nodiscard]] bool mIsEmpty() const;
+};

@@ -1,0 +1,1 @@
+#include "link/stream_crypt.h"

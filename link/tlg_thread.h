@@ -1,0 +1,122 @@
+#pragma once
+
+#include "app/relaxed.h"
+#include "link/shared_strings.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QThread>
+
+class QTcpSocket;
+
+/// The thread that moves telegram text between the line and the program. It owns the socket or the serial
+/// port; the main thread meets it only through the texts below (each under its own mutex, sendBuffer's
+/// taken before any other), through plain flags, and through signals that arrive as queued calls.
+///
+/// Text is internal telegram text with CR and LF; "@" begins a control command in both directions.
+class CTlgThread : public QThread
+{
+    Q_OBJECT
+
+public:
+    enum LinkType { AdapterPort = 0, TcpClient = 1, TcpServer = 2 };
+
+    CTlgThread();
+    ~CTlgThread() override;
+
+    // Calls of the main thread
+
+    /// The next connection is TCP: to the numeric \a address, or with \a server from it alone. Always true.
+    bool setTcp(const QString &address, int port, bool server);
+    /// The next connection is the adapter with the USB serial number \a serial; \a baud is 50, 100, 200, or
+    /// else 0. False if no such port is there now. \a arg is stored and read nowhere.
+    bool setTrelo(const QString &serial, int baud, bool arg);
+    void pauseThread();
+    /// Leaves the present link or waiting time and connects anew.
+    void restartThread();
+    void stopThread();
+    /// Tells the loop that a second has passed.
+    void slotOnSec();
+    /// Turns guaranteed transfer on; false if it was on.
+    bool startProtectedMode();
+    void stopProtectedMode();
+    /// The link is usable: connected, and the line without an error.
+    [[nodiscard]] bool linkUp() const { return connected && lineError == 0; }
+
+    /// Characters that the command at the head of \a s takes; 0 if it is incomplete or none.
+    [[nodiscard]] static int testCmdLength(const QString &s);
+
+    // Guaranteed transfer: text in numbered frames with a 3-bit CRC, see link/guaranteed_transfer.cpp
+
+    /// Builds a frame of \a text (25 codes at most, unchecked) into frameOut. Always true.
+    bool makeProtectedData(const QString &text);
+    /// Examines a buffer that begins with "&#": the characters to remove (payload, if any, in
+    /// framePayload), 0 if more is needed, -1 if it is no frame.
+    [[nodiscard]] int checkProtectedData(const QString &buffer);
+    /// Acknowledgements are reserved: both do nothing and return 0.
+    int makeProtectedAck(const QString &text);
+    int checkProtectedAck(const QString &text);
+    [[nodiscard]] static unsigned char makeProtectedDataCRC3(const QByteArray &codes);
+    [[nodiscard]] static unsigned char makeProtectedDataCRC5(const QByteArray &codes);
+    /// Reports text that has gone to the line; with guaranteed transfer on it is counted but not logged.
+    void dataSendedToLine(const QString &text);
+    /// Entry of all received text, on the link thread.
+    void addToReceive(const QString &text);
+
+signals:
+    void signalOnReceived();
+    void signalOnSended();
+    void signalOnState();
+
+protected:
+    void run() override;
+
+public:
+    QString tcpAddress;
+    int tcpPort = 0;
+    int synCountdown = 0; ///< seconds until the silence time-out; 0 is not running
+    int peerWindow = 0;   ///< characters granted by the peer, used up by one write
+    QString portName;
+    QString adapterSN;
+    bool adapterArg = false;
+    Relaxed<int> tlgBaud = 0;
+    bool statusPending = false; ///< adapter: the mode byte is owed
+    Relaxed<int> txCredit = 32; ///< TCP: chunk ceiling; adapter: characters it can take
+    Relaxed<int> linkType = AdapterPort;
+    Relaxed<bool> stopRequested = false;
+    Relaxed<bool> restartRequested = false;
+    Relaxed<bool> paused = true;
+    Relaxed<bool> connected = false;
+    Relaxed<bool> secondTick = false;
+    Relaxed<int> protectedSeconds = 0; ///< seconds spent in guaranteed transfer
+    Relaxed<bool> reportFailure = true; ///< show the next connect failure
+    Relaxed<int> lineError = 0; ///< adapter: bit 0 line break, bit 1 no input signal
+    Relaxed<bool> needVersion = false;
+    Relaxed<int> reconnectDelay = 0; ///< seconds until the next attempt
+    int backoffMinutes = 1;          ///< TCP client: 1..10
+    CMutexString stateText;
+    CMutexString pendingEcho; ///< adapter: written, not yet reported sent
+    CMutexString sentLog;     ///< gone out, waiting for the journal
+    CTlgString sendBuffer;
+    Relaxed<int> shownWindow = -1; ///< figure of the status strip; -1 without a link
+    Relaxed<int> sentEvents = 0;
+    Relaxed<int> receivedEvents = 0;
+    CTlgString recvBuffer;
+    Relaxed<bool> allSent = true; ///< the far end reports everything sent
+
+    const QString frameStartData = QStringLiteral("&#");
+    const QString frameStartAck = QStringLiteral("&|");
+    Relaxed<bool> protectedMode = false;
+    int protectedTimer = 0;
+    int protectedRegister = 0;
+    unsigned char txSequence = 0;
+    unsigned char rxSequence = 0;
+    unsigned char lastCRC = 0;
+    bool protectedFlag = false;
+    QString frameOut;
+    QString frameIn;
+    QString ackOut;
+    QString framePayload;
+};
+
+extern CTlgThread TlgThread;

@@ -1,0 +1,3 @@
+#include "procedures/process.h"
+
+void CProcess::processReceiveCmd(QString) {}

@@ -1,0 +1,6 @@
+#include "procedures/process_direct.h"
+
+void CProcessDirect::processReceive(QString text)
+{
+    receiveBuffer += text;
+}

@@ -1,0 +1,1 @@
+#include "records/file_attr.h"

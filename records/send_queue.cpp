@@ -1,0 +1,1 @@
+#include "records/send_model.h"

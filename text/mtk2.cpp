@@ -1,0 +1,3 @@
+#include "text/mtk2.h"
+
+void initMTK2Table() {}

@@ -1,0 +1,1 @@
+#include "text/mtk2.h"

@@ -1,0 +1,3 @@
+#include "ui/sound.h"
+
+CSound::~CSound() = default;
