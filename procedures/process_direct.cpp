@@ -1,6 +1,196 @@
 #include "procedures/process_direct.h"
 
+#include "app/clock.h"
+#include "app/options.h"
+#include "app/state.h"
+#include "link/tlg_thread.h"
+#include "records/protocol.h"
+#include "records/send_model.h"
+#include "text/mtk2.h"
+#include "text/utils.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSaveFile>
+
+#include <optional>
+
+namespace
+{
+constexpr int EndMarkLength = 6;
+constexpr int NoiseLimit = 256; // a buffer without start mark may be so long
+constexpr int NoiseKept = 200;
+
+/// The option that a telegram of one direction is printed.
+bool printsReceived()
+{
+    return Options.autoPrintMode == 1 || Options.autoPrintMode == 3;
+}
+bool printsSent()
+{
+    return Options.autoPrintMode == 2 || Options.autoPrintMode == 3;
+}
+
+void note(const QString &text, ProtocolTypes type = ProtocolInfo)
+{
+    Log.addCacheServiceString(text, type, true);
+}
+
+void print(const QString &text)
+{
+    note(QStringLiteral("Печать файла"));
+    CUtils::printClearText(text);
+}
+
+/// A file that the operator wants under guaranteed transfer has "g" as its ninth character.
+bool isProtectedName(const QString &name)
+{
+    return name.size() > 8 && name[8] == QLatin1Char('g');
+}
+
+QString queuePath(const QString &name)
+{
+    return State.pathOut() + QDir::separator() + name;
+}
+
+/// The text of a file up to its first NUL; bytes that are no UTF-8 become replacement characters.
+std::optional<QString> readText(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    return QString::fromUtf8(file.readAll().constData());
+}
+
+/// Replaces the file whole, so that a kill leaves the old content or the new one.
+bool writeWhole(const QString &path, const QByteArray &bytes)
+{
+    QSaveFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) > 0 && file.commit();
+}
+} // namespace
+
 void CProcessDirect::processReceive(QString text)
 {
+    if (receiveBuffer.size() != m_searched)
+        m_searched = 0;
     receiveBuffer += text;
+    if (m_searched == 0 && !findStart())
+        return;
+    const int end = findEnd();
+    if (end < 0)
+        return giveUpEndless();
+    const QString telegram = receiveBuffer.left(end + EndMarkLength);
+    // A pair of marks on a single line is talk about marks, not a telegram.
+    if (telegram.contains(QLatin1Char('\r')) || telegram.contains(QLatin1Char('\n')))
+        takeTelegram(telegram);
+    receiveBuffer.remove(0, end + EndMarkLength);
+}
+
+/// Cuts the noise in front of the start mark. False if there is none.
+bool CProcessDirect::findStart()
+{
+    const int start = CUtils::indexOfZCZC(receiveBuffer);
+    if (start >= 0)
+        receiveBuffer.remove(0, start);
+    else if (receiveBuffer.size() > NoiseLimit)
+        receiveBuffer = receiveBuffer.right(NoiseKept);
+    return start >= 0;
+}
+
+/// Position of the end mark or -1. What an earlier call has searched is not searched again, so that a long
+/// telegram that comes in small pieces costs no more than a whole one.
+int CProcessDirect::findEnd()
+{
+    const int from = qMax(0, m_searched - (EndMarkLength - 1));
+    const int end = CUtils::indexOfNNNN(receiveBuffer.mid(from));
+    m_searched = end < 0 ? receiveBuffer.size() : 0;
+    return end < 0 ? end : from + end;
+}
+
+/// Keeps the memory bounded when an end mark never comes: goes on with the next start mark, if the later
+/// half of the buffer has one.
+void CProcessDirect::giveUpEndless()
+{
+    if (receiveBuffer.size() <= ReceiveLimit)
+        return;
+    note(QStringLiteral("Телеграмма без конца отброшена"), ProtocolError);
+    receiveBuffer.remove(0, ReceiveLimit / 2);
+    m_searched = findStart() ? receiveBuffer.size() : 0;
+}
+
+void CProcessDirect::takeTelegram(const QString &telegram)
+{
+    saveText(telegram);
+    // The confirmation tells of the telegram's arrival; it goes out whether or not the file was written.
+    if (Options.SendConfirmation)
+        SendTlgText(QStringLiteral("\r\nЗЦЗЦ СООБЩЕНИЕ ПРИНЯТО НННН  ") + Time.hhmm + QStringLiteral("\r\n"));
+    if (printsReceived())
+        print(telegram);
+}
+
+bool CProcessDirect::saveText(QString text)
+{
+    const QString directory = State.pathInp() + QDir::separator() + Time.yyyyMMdd;
+    const QString path = directory + QDir::separator() + Time.yyyyMMdd + QLatin1Char('_') + Time.hhmmss;
+    QDir().mkpath(directory);
+    if (Options.removeRegisterInInputFiles)
+        text = CUtils::removeRegistersAndCheck4(text);
+    if (!writeWhole(path, text.toUtf8())) {
+        note(QStringLiteral("Не получилось сохранить файл:") + path);
+        return false;
+    }
+    State.incInp();
+    note(QStringLiteral("Файл сохранен:") + path);
+    return true;
+}
+
+void CProcessDirect::checkForSendNewTlg(CTableViewModelItem_Send &item)
+{
+    if (State.fileInProgress)
+        return;
+    State.currentFile = item.fileName;
+    note(QStringLiteral("Отправка файла: ") + State.currentFile);
+    const std::optional<QString> text = readText(queuePath(State.currentFile));
+    if (!text) {
+        note(QStringLiteral("Невозможно прочитать файл"), ProtocolError);
+        State.currentFile.clear();
+        return;
+    }
+    State.incOut();
+    if (Options.enableProtectedSend && isProtectedName(State.currentFile))
+        TlgThread.startProtectedMode();
+    SendTlgText(*text);
+    State.fileInProgress = true;
+    if (!text->isEmpty())
+        return;
+    note(QStringLiteral("Файл пуст, передавать нечего"));
+    fileSended();
+    State.scanCountdown = 0;
+}
+
+bool CProcessDirect::fileSended()
+{
+    // Guaranteed transfer ends whatever the option says by now, so that it never outlives its file.
+    if (isProtectedName(State.currentFile))
+        TlgThread.stopProtectedMode();
+    const QString path = queuePath(State.currentFile);
+    if (printsSent())
+        if (const std::optional<QString> text = readText(path))
+            print(*text);
+    // The queue must not run on with a file that cannot leave it: it would go out again and again.
+    if (!CUtils::renameFile(path, State.pathOut_currentDate(), State.currentFile, false))
+        State.setAutomatic(false);
+    State.currentFile.clear();
+    State.fileInProgress = false;
+    return true;
+}
+
+void CProcessDirect::SendTlgText(QString text)
+{
+    if (text.isEmpty())
+        return;
+    if (Options.nationalLanguageUse != 0)
+        maskNationalLanguage(text);
+    TlgThread.sendBuffer.mAppend(upperMTK2(text));
 }
