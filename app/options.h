@@ -90,10 +90,10 @@ public:
     QString pathForSaveLoadInEditop;
 
     // CORVA
-    int waitNote = 0;             ///< 0 none, 1 Doral, 2 СТИН
-    int waitNoteTimeOut = 10;     ///< seconds
-    int autoConfirmRTimeOut = 0;  ///< seconds; 0 is off
-    int autoPrintMode = 0;        ///< CKS and direct: bit 0 received, bit 1 sent
+    int waitNote = 0;            ///< 0 none, 1 Doral, 2 СТИН
+    int waitNoteTimeOut = 10;    ///< seconds
+    int autoConfirmRTimeOut = 0; ///< seconds; 0 is off
+    int autoPrintMode = 0;       ///< CKS and direct: bit 0 received, bit 1 sent
     QString redirectInputTlg;
     bool redirectInputTlgNoHeader = false;
     QString key; ///< channel key as hexadecimal digits; empty is no key
@@ -127,7 +127,7 @@ public:
     QRect geometryMainForm = QRect(0, 0, 800, 600);
     QRect geometryPerforatorOut, geometryPerforatorIn, geometryPrintTxt, geometryOptions;
     QRect geometrySendString, geometrySendTlg, geometryReSendTlg;
-    int fontSizeCorrect = 0; ///< points added to the application font
+    int fontSizeCorrect = 0;                                 ///< points added to the application font
     QString LogColor_Foreground = QStringLiteral("#0000C0"); ///< ground of the journal view, despite the name
     QString LogColor_RX = QStringLiteral("#F0F0F0");
     QString LogColor_TX = QStringLiteral("#F0F000");

@@ -1,8 +1,125 @@
 #include "app/startup.h"
 
-QString processModeWord(int processMode)
+#include "app/ask.h"
+#include "app/clock.h"
+#include "app/options.h"
+#include "app/orderly_end.h"
+#include "app/state.h"
+#include "records/protocol.h"
+#include "ui/form_main.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QStyleFactory>
+
+#include <clocale>
+
+namespace
 {
-    return processMode == 0 ? QStringLiteral("ЦКС") : processMode == 1 ? QStringLiteral("СКК") : QStringLiteral("ПС");
+constexpr int RefusedStart = 1;
+
+/// argv[0] as it is found after the change of the current directory; a bare name is left to the search path.
+QString programOf(const char *firstArgument)
+{
+    const QString program = QString::fromLocal8Bit(firstArgument);
+    const bool bareName = QFileInfo(program).fileName() == program;
+    return bareName ? program : QFileInfo(program).absoluteFilePath();
 }
 
-int runVelda(int, char *[]) { return 1; }
+void nameApplication()
+{
+    QCoreApplication::setApplicationName(QStringLiteral("Velda"));
+    QCoreApplication::setApplicationVersion(QStringLiteral("2026.07.31"));
+    QCoreApplication::setOrganizationDomain(QStringLiteral("velda.local"));
+}
+
+/// The stores, the clock and the window come up in this order; each relies on those before it.
+int startAndRun()
+{
+    Time.start();
+    State.Load();
+    correctFontSize();
+    Log.Load();
+    nameApplication();
+    Log.addCacheServiceString(startLine(), ProtocolInfo, false);
+    mainWindow = new FormMain;
+    mainWindow->show();
+    installOrderlyEnd();
+    return QApplication::exec();
+}
+} // namespace
+
+QString dataDirectory(const QStringList &arguments, const QString &fallback)
+{
+    QString directory = fallback;
+    for (const QString &argument : arguments) {
+        if (argument == QLatin1String("-dc"))
+            directory = QDir::currentPath();
+        else if (argument.startsWith(QLatin1String("-d=")))
+            directory = argument.mid(3);
+    }
+    if (directory.isEmpty())
+        return QDir::currentPath();
+    return QDir::isAbsolutePath(directory) ? directory : QDir::current().absoluteFilePath(directory);
+}
+
+bool enterDataDirectory(const QString &directory)
+{
+    Options.appPath = directory;
+    if (!directory.endsWith(QLatin1Char('/')) && !directory.endsWith(QDir::separator()))
+        Options.appPath += QDir::separator();
+    return QDir::setCurrent(Options.appPath);
+}
+
+QString processModeWord(int processMode)
+{
+    switch (processMode) {
+    case 0: return QStringLiteral("ЦКС");
+    case 1: return QStringLiteral("СКК");
+    default: return QStringLiteral("ПС");
+    }
+}
+
+QString buildDate()
+{
+    return QString::fromLatin1(__DATE__).simplified(); // the compiler pads a day of one digit
+}
+
+QString startLine()
+{
+    return QStringLiteral("Запуск ------------ %1 ------------ V:%2 B:%3")
+        .arg(processModeWord(Options.processMode), QCoreApplication::applicationVersion(), buildDate());
+}
+
+void correctFontSize()
+{
+    QFont font = QApplication::font();
+    State.basePointSize = font.pointSize();
+    if (Options.fontSizeCorrect == 0)
+        return;
+    font.setPointSize(State.basePointSize + Options.fontSizeCorrect);
+    QApplication::setFont(font);
+}
+
+int runVelda(int argc, char *argv[])
+{
+    std::setlocale(LC_ALL, "ru_RU.utf-8");
+    qInstallMessageHandler(Velda_MessageOutput);
+    QApplication application(argc, argv);
+    const QString program = programOf(argv[0]);
+    if (!enterDataDirectory(
+            dataDirectory(application.arguments().mid(1), QCoreApplication::applicationDirPath()))) {
+        warn(lockRefusal(QLockFile::PermissionError)); // telegrams must not land in some other directory
+        return RefusedStart;
+    }
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("windows")));
+    Options.Load();
+    Log.lineWidthLimit = Options.limitProtocolStringWidth ? Options.protocolStringWidth : 0;
+    QLockFile lock(lockFileName);
+    if (!takeInstanceLock(lock))
+        return RefusedStart;
+    const int status = startAndRun();
+    shutDown(program);
+    return status;
+}

@@ -57,8 +57,8 @@ public:
     bool restartAfterExit = false;
     bool manualMode = false;
     int tlgMode = 0;
-    int tlgModeSeconds = 0; ///< seconds since the last setTlgMode, stops at 86400
-    QString YYYYMMDD;       ///< the date that the counters belong to
+    int tlgModeSeconds = 0;    ///< seconds since the last setTlgMode, stops at 86400
+    QString YYYYMMDD;          ///< the date that the counters belong to
     int PK_in = 0, PK_out = 0; ///< telegrams received and sent today, 0..999
     int prevPK_in = 0, prevPK_out = 0;
     int CKS_in = 0, CKS_out = 0; ///< figures last reported by the centre

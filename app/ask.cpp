@@ -1,0 +1,31 @@
+#include "app/ask.h"
+
+namespace
+{
+int showQuestion(QWidget *parent, const QString &title, const QString &text)
+{
+    return QMessageBox::question(parent, title, text, QMessageBox::Yes | QMessageBox::No,
+                                 QMessageBox::NoButton);
+}
+
+void showWarning(const QString &text)
+{
+    QMessageBox box;
+    box.setIcon(QMessageBox::Warning);
+    box.setText(text);
+    box.exec();
+}
+} // namespace
+
+std::function<int(QWidget *, const QString &, const QString &)> askHandler = showQuestion;
+std::function<void(const QString &)> warnHandler = showWarning;
+
+int ask(QWidget *parent, const QString &title, const QString &text)
+{
+    return askHandler(parent, title, text);
+}
+
+void warn(const QString &text)
+{
+    warnHandler(text);
+}

@@ -1,0 +1,66 @@
+#include "app/options.h"
+#include "app/startup.h"
+#include "app/state.h"
+#include "link/prf_thread.h"
+#include "link/tlg_thread.h"
+#include "records/protocol.h"
+#include "ui/form_main.h"
+#include "ui/sound.h"
+
+#include <QFile>
+#include <QProcess>
+
+namespace
+{
+constexpr unsigned long TerminateMilliseconds = 100;
+
+/// The last resort for a thread that has not seen its stop flag for two seconds.
+void terminateIfRunning(QThread &thread)
+{
+    if (!thread.isRunning())
+        return;
+    sleepSeconds(1);
+    thread.terminate();
+    thread.wait(TerminateMilliseconds);
+}
+
+void stopThreads()
+{
+    TlgThread.stopThread();
+    PrfThread.stopThread();
+    sleepSeconds(1);
+    terminateIfRunning(TlgThread);
+    terminateIfRunning(PrfThread);
+}
+
+void closeJournal()
+{
+    Log.addCacheServiceString(QStringLiteral("Выход"), ProtocolInfo, false);
+    Log.addCacheServiceString(QString(), ProtocolInfo, false); // parts this run from the next one
+    Log.rewriteAll = true;
+    Log.Save();
+}
+
+/// Without arguments: the new process takes the directory of the executable. Meant so.
+void startAnew(const QString &program)
+{
+    QProcess process;
+    process.setProgram(program);
+    process.startDetached();
+}
+} // namespace
+
+void shutDown(const QString &program)
+{
+    stopThreads();
+    State.Save();
+    Options.Save();
+    closeJournal();
+    sound.stop();
+    if (Options.checkStopFile)
+        QFile::remove(unlockFileName); // tells a waiting instance that this one is gone
+    if (State.restartAfterExit)
+        startAnew(program);
+    delete mainWindow;
+    mainWindow = nullptr;
+}
