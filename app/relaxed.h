@@ -7,7 +7,7 @@
 template <class T> class Relaxed
 {
 public:
-    Relaxed(T value = T()) : m_value(value) {}
+    constexpr Relaxed(T value = T()) : m_value(value) {}
     Relaxed(const Relaxed &other) : m_value(other.load()) {}
     Relaxed &operator=(const Relaxed &other) { return *this = other.load(); }
     Relaxed &operator=(T value)

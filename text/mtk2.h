@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/relaxed.h"
+
 #include <QByteArray>
 #include <QChar>
 #include <QString>
@@ -12,10 +14,11 @@
 /// caller, one per stream and direction: 0 Latin, 1 national, 2 figures.
 
 using MTKTable = const char16_t[3][33];
+using MTKRows = const char16_t (*)[33];
 
-/// The table in force, cells by register and code. Null until initMTK2Table() has run. The pointer may
-/// change while a link converts; each conversion reads it as it goes.
-extern const char16_t (*fromMTKcode)[33];
+/// The table in force, cells by register and code; the Russian one until initMTK2Table() has run. The
+/// pointer is one word, which may change while a link converts; each conversion reads it as it goes.
+extern Relaxed<MTKRows> fromMTKcode;
 extern MTKTable fromMTKcode_RUSSIAN;
 extern MTKTable fromMTKcode_GEORGIAN;
 extern MTKTable fromMTKcode_ARMENIAN;
