@@ -1,4 +1,9 @@
-int main()
+#include "tools/linesim/subcommands.h"
+
+#include <QCoreApplication>
+
+int main(int argc, char *argv[])
 {
-    return 2;
+    const QCoreApplication application(argc, argv);
+    return runSubcommand(QCoreApplication::arguments());
 }

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QStringList>
+
+/// Runs the far end that the first argument after the program's name chooses, with the arguments behind
+/// it, until it ends. Returns the exit status: 0 as asked, 1 after a breach of the rules by the
+/// workstation, 2 for arguments that are not understood (the usage goes to standard error).
+[[nodiscard]] int runSubcommand(const QStringList &arguments);
+
+/// The subcommands on offer, one line each: name, blank, what it plays.
+[[nodiscard]] QString usage();
