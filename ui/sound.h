@@ -4,10 +4,13 @@
 
 class QSound;
 
-/// Player of the signal sounds, one at a time. Main thread.
+/// Player of the signal sounds, one at a time. Main thread. The entry point stops it before the
+/// application object goes.
 class CSound
 {
 public:
+    enum Type { Silent = 0, Once = 1, Loop = 2 };
+
     CSound() = default;
     ~CSound();
     CSound(const CSound &) = delete;
@@ -17,7 +20,7 @@ public:
     /// file plays nothing.
     void play(QString file, int type);
     void stop();
-    /// Name of the file last given to play(); empty after stop().
+    /// Name of the file that is playing, as it was given to play(); empty once it has ended.
     [[nodiscard]] QString playingFileName() const;
 
 private:
