@@ -1,1 +1,74 @@
 #include "records/file_info.h"
+
+#include "app/clock.h"
+#include "records/whole_file.h"
+
+#include <QFile>
+#include <QStringList>
+
+namespace
+{
+constexpr int FieldCount = 7;
+constexpr qint64 LongestLine = 1 << 20; // of a foreign file; an own record is far below
+
+QString sideCar(const QString &path)
+{
+    return path + QStringLiteral(".dat");
+}
+
+/// The first line of an open file, without its end, up to the first zero byte.
+QString firstLine(QFile &file)
+{
+    QByteArray line = file.readLine(LongestLine);
+    while (line.endsWith('\n') || line.endsWith('\r'))
+        line.chop(1);
+    return QString::fromUtf8(line.constData());
+}
+} // namespace
+
+bool CFileInfo::Save(const QString &path) const
+{
+    const QStringList fields = {number,
+                                toCKS ? QStringLiteral("C") : QStringLiteral("S"),
+                                sendTime.toString(CTime::formatDD_MM_YYYY_HH_MM),
+                                qFlag ? QStringLiteral("q") : QStringLiteral("u"),
+                                QString::number(trys),
+                                bad ? QStringLiteral("B") : QStringLiteral("N"),
+                                resultText};
+    return replaceWholeFile(sideCar(path), fields.join(QLatin1Char('|')).toUtf8());
+}
+
+bool CFileInfo::Load(const QString &path)
+{
+    *this = CFileInfo();
+    bad = true;
+    QFile file(sideCar(path));
+    if (!file.open(QIODevice::ReadOnly)) {
+        // A telegram that another program dropped: for the centre, now, once.
+        toCKS = true;
+        sendTime = Time.dateTime;
+        trys = 1;
+        bad = false;
+        return false;
+    }
+    takeFields(firstLine(file).split(QLatin1Char('|')));
+    return true;
+}
+
+void CFileInfo::takeFields(const QStringList &fields)
+{
+    number = fields.value(0);
+    toCKS = fields.value(1) == QLatin1String("C");
+    sendTime = QDateTime::fromString(fields.value(2), CTime::formatDD_MM_YYYY_HH_MM);
+    // Meant so: the letter stands in field 3 but is looked for in field 5, which holds "B" or "N".
+    qFlag = fields.value(5) == QLatin1String("q");
+    trys = fields.value(4).toInt();
+    bad = fields.value(5) == QLatin1String("B");
+    // A text that holds the separator itself makes more fields and is not taken.
+    resultText = fields.size() == FieldCount ? fields.last() : QString();
+}
+
+void CFileInfo::Remove(const QString &path)
+{
+    QFile::remove(sideCar(path));
+}

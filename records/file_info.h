@@ -2,15 +2,18 @@
 
 #include <QDateTime>
 #include <QString>
+#include <QStringList>
 
 /// The side-car record of a queue file: what its name cannot hold. Stored beside it, under its full name
-/// with ".dat" added, as one line of seven fields parted by "|".
+/// with ".dat" added, as one line of seven fields parted by "|": number, "C" or "S", sendTime as
+/// "dd.MM.yyyy hh:mm", "q" or "u", trys, "B" or "N", resultText.
 class CFileInfo
 {
 public:
     /// Replaces \a path + ".dat" whole. True if something was written.
     bool Save(const QString &path) const;
-    /// Reads \a path + ".dat". Without it: for the centre, now, one try, and false.
+    /// Reads \a path + ".dat". Without it: for the centre, now, one try, and false. What a torn or foreign
+    /// file lacks comes back empty, 0, or as an invalid time.
     bool Load(const QString &path);
     /// Removes \a path + ".dat".
     static void Remove(const QString &path);
@@ -19,8 +22,11 @@ public:
     int trys = 0;   ///< tries left
     bool toCKS = false;
     QDateTime sendTime; ///< earliest time of the next try
-    bool qFlag = false;
-    bool bad = false; ///< the sending has failed for good
-    QString resultText;
-    int reserved = 0;
+    bool qFlag = false; ///< stored, but never read back: false after each Load
+    bool bad = false;   ///< the sending has failed for good
+    QString resultText; ///< text of the last failure; lost by the reader if it holds "|"
+    int reserved = 0;   ///< 0 after each Load; not in the file
+
+private:
+    void takeFields(const QStringList &fields);
 };

@@ -4,6 +4,7 @@
 
 #include <QAbstractListModel>
 #include <QList>
+#include <QMultiHash>
 #include <QString>
 
 /// One row of the send queue: a file of the outgoing directory and its record.
@@ -25,11 +26,11 @@ public:
     bool loadFromFile();
 
     bool checked = false; ///< scratch mark of the scan: the file has not been seen
-    QString N;
-    QString fileName;
+    QString N;            ///< position in the scan, three digits
+    QString fileName;     ///< without a directory
 };
 
-/// The send queue in sending order. Main thread.
+/// The send queue in sending order. A row number that does not exist is ignored. Main thread.
 class CTableViewModel_Send : public QAbstractListModel
 {
     Q_OBJECT
@@ -43,23 +44,33 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
     void clear();
+    /// Takes a copy of \a items in place of all rows.
     void populate(QList<CTableViewModelItem_Send> *items);
     void append(const CTableViewModelItem_Send &item);
     void insertAt(int row, const CTableViewModelItem_Send &item);
     void update(int row, const CTableViewModelItem_Send &item);
     void deleteRow(int row);
 
+    /// Marks all rows as not seen.
     void setChecked();
+    /// Marks the row of the same file as seen. False if there is none.
     bool unCheckItem(const CTableViewModelItem_Send &item);
+    /// Copies \a item over each row of the same file.
     void update(const CTableViewModelItem_Send &item);
+    /// Removes the rows that were not seen.
     void deleteChecked();
+    /// Brings the rows into sending order for Options.processMode; rows that tie keep their order.
     void sortValues();
 
     /// Row \a row, which must exist.
     [[nodiscard]] CTableViewModelItem_Send &at(int row) { return m_rows[row]; }
 
 private:
+    [[nodiscard]] QList<int> rowsOf(const QString &fileName);
+    void moveUp(int from, int to);
+
     QList<CTableViewModelItem_Send> m_rows;
+    QMultiHash<QString, int> m_rowsByName; ///< empty until asked for, and after rows have moved
 };
 
 /// The files that could not be sent; differs in the title of its first column.
