@@ -25,6 +25,7 @@ public:
     void Activate();
     void stopThread();
     void slotOnSec();
+    [[nodiscard]] QString state() const; ///< a copy of stateText
 
 signals:
     void signalOnReceived();
@@ -34,7 +35,13 @@ signals:
 protected:
     void run() override;
 
+private:
+    [[nodiscard]] bool waitUntilWanted();
+    void connectAdapter();
+    void setState(const QString &text);
+
 public:
+    mutable QMutex settingsMutex; ///< guards the four settings that follow and stateText
     QString portName;
     QString adapterSN;
     bool autodetect = false;

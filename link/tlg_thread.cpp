@@ -1,5 +1,140 @@
 #include "link/tlg_thread.h"
 
+#include "app/options.h"
+
+#include <QMutexLocker>
+
 CTlgThread::CTlgThread() = default;
-CTlgThread::~CTlgThread() = default;
-void CTlgThread::run() {}
+
+CTlgThread::~CTlgThread()
+{
+    stopThread();
+    wait();
+}
+
+bool CTlgThread::setTcp(const QString &address, int port, bool server)
+{
+    refreshOptions();
+    {
+        const QMutexLocker lock(&settingsMutex);
+        tcpAddress = address;
+        tcpPort = port;
+    }
+    linkType = server ? TcpServer : TcpClient;
+    reportFailure = true;
+    reconnectDelay = 0;
+    restartRequested = true;
+    paused = false;
+    return true;
+}
+
+void CTlgThread::pauseThread()
+{
+    paused = true;
+    restartRequested = true;
+}
+
+void CTlgThread::restartThread()
+{
+    refreshOptions();
+    reportFailure = true;
+    restartRequested = true;
+    reconnectDelay = 0;
+    paused = false;
+}
+
+void CTlgThread::stopThread()
+{
+    stopRequested = true;
+}
+
+void CTlgThread::slotOnSec()
+{
+    refreshOptions();
+    secondTick = true;
+}
+
+void CTlgThread::refreshOptions()
+{
+    const QMutexLocker lock(&settingsMutex);
+    timeOut = qMax(0, Options.TimeOut);
+    key = Options.key;
+    autoClass = Options.autodetectPortTrelo ? 1 : 0;
+}
+
+QPair<QString, int> CTlgThread::tcpPeer() const
+{
+    const QMutexLocker lock(&settingsMutex);
+    return {tcpAddress, tcpPort};
+}
+
+int CTlgThread::silenceLimit() const
+{
+    const QMutexLocker lock(&settingsMutex);
+    return timeOut;
+}
+
+QString CTlgThread::channelKey() const
+{
+    const QMutexLocker lock(&settingsMutex);
+    return key;
+}
+
+void CTlgThread::run()
+{
+    stopRequested = false;
+    reconnectDelay = 0;
+    while (!stopRequested) {
+        shownWindow = -1;
+        sleep(1);
+        if (stopRequested)
+            return;
+        if (paused) {
+            restartRequested = false;
+            reconnectDelay = 0;
+        } else if (reconnectDelay == 0) {
+            restartRequested = false;
+            runLink();
+        } else {
+            reconnectDelay = restartRequested ? 0 : reconnectDelay - 1;
+        }
+    }
+}
+
+void CTlgThread::runLink()
+{
+    switch (LinkType(linkType.load())) {
+    case AdapterPort: return PortThread();
+    case TcpClient: return TcpIPThread();
+    case TcpServer: return TcpIPSrvThread();
+    }
+}
+
+void CTlgThread::setState(const QString &text)
+{
+    stateText.mSet(text);
+    emit signalOnState();
+}
+
+void CTlgThread::reportEvents()
+{
+    if (receivedEvents.exchange(0) != 0)
+        emit signalOnReceived();
+    if (sentEvents.exchange(0) != 0)
+        emit signalOnSended();
+}
+
+void CTlgThread::chunkSent(const QString &chunk)
+{
+    if (!protectedMode)
+        sentLog.mAppend(chunk);
+    sentEvents.add(1);
+    if (!sentLog.mIsEmpty())
+        sentEvents.add(1);
+}
+
+void CTlgThread::returnToSendBuffer(const QString &chunk)
+{
+    const QMutexLocker lock(&sendBuffer.mutex);
+    sendBuffer.text.prepend(chunk);
+}

@@ -4,6 +4,8 @@
 #include "link/shared_strings.h"
 
 #include <QByteArray>
+#include <QMutex>
+#include <QPair>
 #include <QString>
 #include <QThread>
 
@@ -14,12 +16,19 @@ class QTcpSocket;
 /// taken before any other), through plain flags, and through signals that arrive as queued calls.
 ///
 /// Text is internal telegram text with CR and LF; "@" begins a control command in both directions.
+///
+/// The settings that a connection works with (address, port, adapter and what it reads of Options) are
+/// copies under settingsMutex: calls of the main thread write them, the link thread reads them. Only
+/// Options.processMode is read where it stands, as it never changes in a run.
 class CTlgThread : public QThread
 {
     Q_OBJECT
 
 public:
     enum LinkType { AdapterPort = 0, TcpClient = 1, TcpServer = 2 };
+
+    static constexpr int MaxDialDigits = 1024; ///< a longer number is no command but noise
+    static constexpr int LongestCommand = 2 + MaxDialDigits + 2;
 
     CTlgThread();
     ~CTlgThread() override;
@@ -32,6 +41,8 @@ public:
     /// else 0. False if no such port is there now. \a arg is stored and read nowhere.
     bool setTrelo(const QString &serial, int baud, bool arg);
     void pauseThread();
+    /// Copies what a running link reads of Options; the other calls of the main thread do it too.
+    void refreshOptions();
     /// Leaves the present link or waiting time and connects anew.
     void restartThread();
     void stopThread();
@@ -43,8 +54,29 @@ public:
     /// The link is usable: connected, and the line without an error.
     [[nodiscard]] bool linkUp() const { return connected && lineError == 0; }
 
-    /// Characters that the command at the head of \a s takes; 0 if it is incomplete or none.
+    /// Characters that the command at the head of \a s takes; 0 if it is incomplete or none. A number of
+    /// more than MaxDialDigits makes no command: its "@" stands alone, so that noise is not kept for ever.
     [[nodiscard]] static int testCmdLength(const QString &s);
+    /// The same for those that take commands out of text, the send loops and the main thread's reader: they
+    /// do not know "@L" and "@V" and take their "@" alone.
+    [[nodiscard]] static int loopCmdLength(const QString &s);
+
+    // Calls of the link thread. Each link function runs one connection, from the attempt to the end, and
+    // leaves reconnectDelay set.
+
+    void TcpIPThread();
+    void TcpIPSrvThread();
+    void PortThread();
+    void setState(const QString &text);
+    /// Sends the signals that texts taken and sent have earned since the last call.
+    void reportEvents();
+    /// Notes a chunk that has gone to the line.
+    void chunkSent(const QString &chunk);
+    /// Puts a chunk that did not get out back to the head of the send buffer.
+    void returnToSendBuffer(const QString &chunk);
+    [[nodiscard]] QPair<QString, int> tcpPeer() const;
+    [[nodiscard]] int silenceLimit() const;   ///< seconds, option TimeOut
+    [[nodiscard]] QString channelKey() const; ///< option key
 
     // Guaranteed transfer: text in numbered frames with a 3-bit CRC, see link/guaranteed_transfer.cpp
 
@@ -71,6 +103,24 @@ signals:
 protected:
     void run() override;
 
+private:
+    void runLink();
+    void runClient(QTcpSocket &socket, const QString &prefix);
+    void runServer(QTcpSocket &socket, const QString &prefix);
+    void backOff();
+    void serverFailed(const QString &text);
+    void closeAndWait(QTcpSocket &socket) const;
+    /// Takes the frame at the head of \a rest, its payload to \a plain: the characters that go with it, 0 if
+    /// it must wait for more, -1 if it is plain text after all.
+    [[nodiscard]] int takeFrame(const QString &rest, QString &plain);
+    /// Goes through frameIn, of which the first \a waited characters have waited for a chunk before.
+    [[nodiscard]] QString scanFrames(int waited);
+
+    mutable QMutex settingsMutex; ///< guards tcpAddress, tcpPort, portName, adapterSN and these copies
+    int timeOut = 30;
+    QString key;
+    int autoClass = 0; ///< class of adapters that automatic detection takes; 0 is none
+
 public:
     QString tcpAddress;
     int tcpPort = 0;
@@ -88,9 +138,9 @@ public:
     Relaxed<bool> paused = true;
     Relaxed<bool> connected = false;
     Relaxed<bool> secondTick = false;
-    Relaxed<int> protectedSeconds = 0; ///< seconds spent in guaranteed transfer
+    Relaxed<int> protectedSeconds = 0;  ///< seconds spent in guaranteed transfer
     Relaxed<bool> reportFailure = true; ///< show the next connect failure
-    Relaxed<int> lineError = 0; ///< adapter: bit 0 line break, bit 1 no input signal
+    Relaxed<int> lineError = 0;         ///< adapter: bit 0 line break, bit 1 no input signal
     Relaxed<bool> needVersion = false;
     Relaxed<int> reconnectDelay = 0; ///< seconds until the next attempt
     int backoffMinutes = 1;          ///< TCP client: 1..10

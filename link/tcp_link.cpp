@@ -1,1 +1,0 @@
-#include "link/tlg_thread.h"

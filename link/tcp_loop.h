@@ -1,0 +1,39 @@
+#pragma once
+
+#include "link/tcp_stream.h"
+
+class QTcpSocket;
+
+/// One connection of a TCP link, from the key agreement to the loss, in either role. The link thread owns it
+/// and the socket.
+class CTcpLoop
+{
+public:
+    enum Role { Client, Server };
+
+    /// \a prefix begins each state text. The socket is connected.
+    CTcpLoop(CTlgThread &thread, QTcpSocket &socket, const QString &prefix, Role role);
+
+    /// Exchanges seeds with the peer if a key is set. Neither end leads: each sends its byte at once. Without
+    /// an answer in time the link stays plain.
+    void agreeKey();
+    /// Moves text both ways until the link is lost or to be left, then reports what is not yet reported.
+    void run();
+    /// One pass of run(); false if it found a reason to leave.
+    [[nodiscard]] bool pass();
+
+    CTcpStream stream;
+
+private:
+    [[nodiscard]] bool running() const;
+    [[nodiscard]] bool secondPassed();
+    [[nodiscard]] bool heldBack() const;
+    void receive();
+    [[nodiscard]] bool send();
+    bool write(const QByteArray &bytes);
+
+    CTlgThread &m_thread;
+    QTcpSocket &m_socket;
+    QString m_prefix;
+    Role m_role;
+};
