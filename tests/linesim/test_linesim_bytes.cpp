@@ -137,4 +137,4 @@ void TestLinesimBytes::escapesAreReadBack()
 }
 
 QTEST_APPLESS_MAIN(TestLinesimBytes)
-#include "tst_linesim_bytes.moc"
+#include "test_linesim_bytes.moc"

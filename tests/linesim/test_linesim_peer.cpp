@@ -250,4 +250,4 @@ void TestLinesimPeer::usageOffersWhatIsThere()
 }
 
 QTEST_GUILESS_MAIN(TestLinesimPeer)
-#include "tst_linesim_peer.moc"
+#include "test_linesim_peer.moc"

@@ -357,4 +357,4 @@ void TestLinesimLink::cipheredByteThatLooksLikeASignalIsText()
 }
 
 QTEST_APPLESS_MAIN(TestLinesimLink)
-#include "tst_linesim_link.moc"
+#include "test_linesim_link.moc"

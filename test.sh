@@ -1,0 +1,36 @@
+#!/bin/bash
+# Installs what is missing, builds, and runs every test.
+#   ./test.sh          the debug build
+#   ./test.sh --asan   the same under AddressSanitizer and UBSan
+#   ./test.sh --tsan   the same under ThreadSanitizer
+#   ./test.sh --bench  the benchmarks, in the release build, with their table
+# What stands behind the option goes to ctest, as in: ./test.sh --asan -R journal
+set -euo pipefail
+cd "$(dirname "$(readlink -f "$0")")"
+
+preset=debug
+case "${1:-}" in
+    --asan) preset=asan; shift ;;
+    --tsan) preset=tsan; shift ;;
+    --bench) preset=release; shift; bench=yes ;;
+esac
+
+scripts/install-deps.sh
+. scripts/build-environment.sh
+build "$preset"
+
+export ASAN_OPTIONS="detect_leaks=1:strict_string_checks=1:detect_stack_use_after_return=1:abort_on_error=0${ASAN_OPTIONS:+:$ASAN_OPTIONS}"
+export LSAN_OPTIONS="suppressions=$PWD/tests/support/lsan.supp:print_suppressions=0${LSAN_OPTIONS:+:$LSAN_OPTIONS}"
+export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1${UBSAN_OPTIONS:+:$UBSAN_OPTIONS}"
+export TSAN_OPTIONS="suppressions=$PWD/tests/support/tsan.supp:second_deadlock_stack=1${TSAN_OPTIONS:+:$TSAN_OPTIONS}"
+
+if [ -z "${bench:-}" ]; then
+    exec ctest --test-dir "build/$preset" --output-on-failure -j2 -LE bench "$@"
+fi
+
+log=build/bench.log
+status=0
+ctest --test-dir "build/$preset" -L bench --verbose "$@" > "$log" || status=$?
+printf '\n| what | measured | bar |\n|---|---|---|\n'
+sed -n 's/^[0-9]*: \(| .* |\)$/\1/p' "$log"
+[ "$status" = 0 ] || { cat "$log"; exit "$status"; }
