@@ -1,23 +1,193 @@
 #include "ui/protocol_widget.h"
 
-CProtocolWidget::CProtocolWidget(CProtocol *, QWidget *parent) : QWidget(parent) {}
-void CProtocolWidget::reset() {}
-bool CProtocolWidget::isLastString() const { return true; }
-void CProtocolWidget::toFirstLine() {}
-void CProtocolWidget::toLastLine() {}
-void CProtocolWidget::move(int) {}
-void CProtocolWidget::movePage(int) {}
-void CProtocolWidget::setDate(const QDate &) {}
-void CProtocolWidget::setInputStopped(bool) {}
-void CProtocolWidget::setCursorEnable(bool) {}
-void CProtocolWidget::initFont() {}
-void CProtocolWidget::initPallette() {}
-bool CProtocolWidget::showRegisters() const { return false; }
-bool CProtocolWidget::showInfo() const { return true; }
-bool CProtocolWidget::showCmd() const { return false; }
-void CProtocolWidget::setShowRegisters(bool) {}
-void CProtocolWidget::setShowInfo(bool) {}
-void CProtocolWidget::setShowCmd(bool) {}
-void CProtocolWidget::slotProtocolDataChanged() {}
-void CProtocolWidget::slotProtocolNewLine() {}
-void CProtocolWidget::slotFlush() {}
+#include "app/clock.h"
+#include "app/options.h"
+#include "records/protocol.h"
+
+#include <QDateEdit>
+#include <QEvent>
+#include <QFontMetrics>
+#include <QGridLayout>
+#include <QKeyEvent>
+#include <QScrollBar>
+
+CProtocolWidget::CProtocolWidget(CProtocol *source, QWidget *parent)
+    : QWidget(parent), m_source(source), m_shown(&source->lines)
+{
+    setFocusPolicy(Qt::WheelFocus);
+    setContextMenuPolicy(Qt::CustomContextMenu);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    buildPanel();
+    m_bar = new QScrollBar(Qt::Vertical);
+    m_bar->setObjectName(QStringLiteral("protocolScroll"));
+    auto *grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setSpacing(0);
+    grid->addWidget(m_panel, 0, 0);
+    grid->addWidget(m_bar, 0, 1, 2, 1);
+    grid->setColumnStretch(0, 1);
+    grid->setRowStretch(1, 1);
+    initFont();
+    initPallette();
+    connect(m_bar, &QScrollBar::valueChanged, this, [this] {
+        if (!m_holdPaint)
+            updateAll();
+    });
+    connect(source, &CProtocol::Changed, this, &CProtocolWidget::slotProtocolDataChanged);
+    connect(source, &CProtocol::NewLine, this, &CProtocolWidget::slotProtocolNewLine);
+    updateRange(true);
+}
+
+void CProtocolWidget::initFont()
+{
+    setFont(Options.protocolFont);
+    takeMetrics();
+    updatePanelFont();
+    updateRange(isLastString());
+    updateAll();
+}
+
+void CProtocolWidget::takeMetrics()
+{
+    const QFontMetrics metrics(font());
+    m_lineSpacing = qMax(1, metrics.lineSpacing());
+    m_charWidth = qMax(1, metrics.maxWidth());
+}
+
+// A panel that grows or shrinks moves every line.
+bool CProtocolWidget::eventFilter(QObject *object, QEvent *event)
+{
+    if (object == m_panel && event->type() == QEvent::Resize && m_bar != nullptr) {
+        updateRange(isLastString());
+        updateAll();
+    }
+    return QWidget::eventFilter(object, event);
+}
+
+void CProtocolWidget::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::FontChange && m_bar != nullptr) {
+        takeMetrics();
+        updateRange(isLastString());
+        updateAll();
+    }
+    if (event->type() == QEvent::ApplicationFontChange)
+        updatePanelFont();
+    QWidget::changeEvent(event);
+}
+
+void CProtocolWidget::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    updateRange(isLastString());
+}
+
+// Whatever the key does here, the window hears of it too: some keys belong to both.
+void CProtocolWidget::keyPressEvent(QKeyEvent *event)
+{
+    emit KeyPressed(event);
+    event->ignore();
+}
+
+// Where the roll stands
+
+QDate CProtocolWidget::date() const
+{
+    return m_dateEdit->date();
+}
+
+bool CProtocolWidget::isToday() const
+{
+    return date() == Time.date;
+}
+
+bool CProtocolWidget::isLastString() const
+{
+    return m_bar->value() == m_bar->maximum() && isToday();
+}
+
+void CProtocolWidget::reset()
+{
+    if (!isToday())
+        setDate(Time.date);
+    toLastLine();
+}
+
+void CProtocolWidget::toFirstLine()
+{
+    m_bar->setValue(0);
+}
+
+void CProtocolWidget::toLastLine()
+{
+    m_bar->setValue(m_bar->maximum());
+}
+
+void CProtocolWidget::move(int lines)
+{
+    const int goal = m_bar->value() + lines;
+    if (lines < 0 && m_bar->value() == 0) {
+        setDate(date().addDays(-1));
+        toLastLine();
+    } else if (lines > 0 && m_bar->value() == m_bar->maximum()) {
+        if (date() >= Time.date)
+            return;
+        setDate(date().addDays(1));
+        toFirstLine();
+    } else {
+        m_bar->setValue(goal);
+    }
+}
+
+void CProtocolWidget::movePage(int pages)
+{
+    move(pages * rowsOfPane());
+}
+
+void CProtocolWidget::setDate(const QDate &date)
+{
+    if (date == m_dateEdit->date())
+        slotProtocolDateChanged(date);
+    else
+        m_dateEdit->setDate(date); // reports the change
+}
+
+void CProtocolWidget::slotProtocolDateChanged(const QDate &date)
+{
+    const bool today = date == Time.date;
+    m_otherDay = today ? QStringList() : CProtocol::readLines(CProtocol::pathForDate(date));
+    showListAnew();
+    if (today)
+        toLastLine();
+    else
+        toFirstLine();
+    updateAll();
+}
+
+// Flags
+
+void CProtocolWidget::setInputStopped(bool stopped)
+{
+    if (m_inputStopped == stopped)
+        return;
+    m_inputStopped = stopped;
+    updateLastRows();
+}
+
+void CProtocolWidget::setCursorEnable(bool enable)
+{
+    if (m_cursorEnabled == enable)
+        return;
+    m_cursorEnabled = enable;
+    updateLastRows();
+}
+
+void CProtocolWidget::focusInEvent(QFocusEvent *)
+{
+    updateLastRows();
+}
+
+void CProtocolWidget::focusOutEvent(QFocusEvent *)
+{
+    updateLastRows();
+}

@@ -1,0 +1,90 @@
+#include "ui/protocol_splitter.h"
+
+#include "records/protocol.h"
+#include "text/utils.h"
+
+namespace
+{
+constexpr int FirstTextCode = 10; // below it a character is a type mark
+} // namespace
+
+void CProtocolSplitter::restart(const Rules &rules)
+{
+    *this = CProtocolSplitter();
+    m_rules = rules;
+}
+
+bool CProtocolSplitter::hasOnlyGrown(const QStringList &source) const
+{
+    if (source.size() <= m_line)
+        return m_line == 0 && m_offset == 0;
+    if (source.at(m_line).size() < m_offset)
+        return false;
+    return m_line == 0 || source.first() == m_firstLine;
+}
+
+void CProtocolSplitter::take(const QStringList &source)
+{
+    if (!hasOnlyGrown(source))
+        restart(m_rules);
+    for (int i = m_line; i < source.size(); ++i) {
+        const QString &line = source.at(i);
+        const int from = i == m_line ? m_offset : 0;
+        for (int k = from; k < line.size(); ++k)
+            takeChar(line.at(k));
+        m_line = i;
+        m_offset = line.size();
+    }
+    if (m_line > 0)
+        m_firstLine = source.first();
+}
+
+void CProtocolSplitter::takeChar(QChar c)
+{
+    if (c == '\n')
+        return;
+    if (c.unicode() < FirstTextCode)
+        return takeMark(c.unicode());
+    if (m_inInfo && !m_rules.showInfo)
+        return;
+    if (List *list = listInForce())
+        put(*list, c);
+}
+
+void CProtocolSplitter::takeMark(int mark)
+{
+    if (mark > ProtocolOther)
+        return;
+    m_mark = mark;
+    m_inInfo = mark == ProtocolInfo;
+}
+
+CProtocolSplitter::List *CProtocolSplitter::listInForce()
+{
+    if (!m_rules.split || m_mark == ProtocolReceived)
+        return &m_lists[0];
+    return m_mark == ProtocolSent ? &m_lists[1] : nullptr;
+}
+
+// The marks of the registers and of the line ends take no room: a limit that is reached breaks the line only
+// when one more letter comes, so that "<>" stays with its line.
+void CProtocolSplitter::put(List &list, QChar c)
+{
+    const bool counts = !CUtils::isRegister(c);
+    if (counts && m_rules.widthLimit > 0 && list.width >= m_rules.widthLimit)
+        list.open = false;
+    if (!list.open) {
+        list.lines.append(QString());
+        list.open = true;
+        list.mark = 0;
+        list.width = 0;
+    }
+    QString &line = list.lines.last();
+    if (list.mark != m_mark || line.isEmpty())
+        line.append(QChar(m_mark == 0 ? int(ProtocolOther) : m_mark));
+    list.mark = m_mark;
+    line.append(c);
+    list.width += counts ? 1 : 0;
+    if (c == '>')
+        list.open = false;
+}
