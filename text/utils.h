@@ -87,7 +87,7 @@ public:
 
     // Widgets
 
-    /// Width in pixels of \a characters average characters in \a font.
+    /// Width in pixels of \a characters figures in \a font.
     [[nodiscard]] static int txtGUIWidth(int characters, const QFont &font);
     /// Gives \a widget the stored rectangle, if it is not empty, moved onto a present screen.
     static void makeGeometry(QWidget *widget, const QRect &geometry);

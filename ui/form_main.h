@@ -1,17 +1,274 @@
 #pragma once
 
+#include "records/send_model.h"
+
+#include <QIcon>
+#include <QList>
+#include <QPalette>
+#include <QPoint>
+#include <QString>
+#include <QSystemTrayIcon>
 #include <QWidget>
 
-/// The one window of the workstation, and the heart of its timing: slot_on_1sec is the main loop.
+#include <array>
+
+class CLabelClickable;
+class CProtocolWidget;
+class QAction;
+class QComboBox;
+class QDateEdit;
+class QFrame;
+class QGridLayout;
+class QGroupBox;
+class QKeyEvent;
+class QLabel;
+class QLineEdit;
+class QLineEditBlocked;
+class QMenu;
+class QMenuBar;
+class QPushButton;
+class QTableView;
+class QTabWidget;
+
+/// The one window of the workstation, and the heart of its timing: slot_on_1sec is the main loop, from
+/// which the link thread, the line procedure, the queue, the journal's flush, the shutdown and the change of
+/// day move on. It owns the tray icon, the status strip and the six tabs. Main thread.
+///
+/// Question boxes and menus run event loops of their own: the tick and the thread slots go on inside them,
+/// so every slot here may run while another of them waits further down the stack.
+///
+/// The chapters: form_main.cpp construction, _strip, _menu, _buttons (look), _tick, _dispatch, _day (time),
+/// _line (thread slots), _mode, _counters, _keys, _close, _protocol, _send, _archive, _editor (tabs).
 class FormMain : public QWidget
 {
     Q_OBJECT
 
 public:
+    /// Text colours of the strip and the mode labels; the palettes differ in nothing else.
+    enum StripColor { White, Red, Yellow, Green, Black, StripColorCount };
+    enum TrayIcon {
+        TrayNoMode = 0,
+        TrayBA = 3,
+        TrayBD = 4,
+        TrayRB = 5,
+        TrayBV = 6,
+        TrayNoLink = 7,
+        TrayTraffic = 8,
+        TrayStart = 13,
+        TrayIconCount = 14
+    };
+
+    /// Builds the window for Options.processMode. The threads start with the first tick.
     explicit FormMain(QWidget *parent = nullptr);
+    ~FormMain() override;
+
+    /// The operator's door to the line: brings the journal to its last line, then puts the upper-cased text
+    /// into the send buffer with CR as "<" and LF as ">", which the link turns back.
+    void TlgSend(QString text);
+    /// Gives the link thread, and with usePrf the perforator thread, the endpoint of the options.
+    void setThreadsParams();
+    /// Brings the queue tables to the state of the outgoing directory.
+    void scanDir();
+    /// Shows the perforator's controls exactly while usePrf is set.
+    void setPrfInterface();
+    /// Shows the rows of the editor that belong to the form in force.
+    void setEditorInterfaceMode();
+    /// Fills the editor's operator list; an operator who is not on it any more is journalled.
+    void checkOperatorList();
+    /// A key of the whole window. True if it needs no further handling.
+    bool FormKeyPressed(QKeyEvent *event);
+
+    bool eventFilter(QObject *object, QEvent *event) override;
 
 public slots:
+    /// The main loop, once a second. Its steps and their order are binding.
     void slot_on_1sec();
+
+    // News of the threads, as queued calls
+    void slotOnTlgReceived();
+    void slotOnTlgSended();
+    void slotOnTlgState();
+    void slotOnPrfState();
+
+    // News of the state, as plain calls
+    void slotSetTlgModeInterface();
+    void setAutomaticInterface();
+    void updateTitles();
+
+    /// Date pickers and journal go to today; files that are too old are removed.
+    void slotNewDay();
+    /// Flips the mode, and the journal goes to its end.
+    void toggleAutomaticMode();
+
+    // Clicks on the strip
+    void clickedLabelPKin();
+    void clickedLabelPKout();
+    void clickedLabelScanDirsTimeout();
+    void clickedLabelConnectString();
+
+    // Menu and tray
+    void openOptions();
+    void openAbonents();
+    void openAbonentLists();
+    void openOperators();
+    void openUserManual();
+    void openAbout();
+    void iconActivated(QSystemTrayIcon::ActivationReason reason);
+    /// Asks the operator, then lets the tick close the program: after 5 seconds with an open channel, so
+    /// that the procedure can take its leave of the line, otherwise after 2.
+    void closeApplication();
+
+    // Tabs
+    void changedTabWidget(int index);
+    void editorTextChanged();
+    void editorOperatorListChanged();
+
+    // Protocol tab: keys and buttons
+    void ProtocolKeyPressed(QKeyEvent *event);
+    void protocolAccept();
+    void protocolHangup();
+    void protocolCallNumber();
+    void protocolSendWho();
+    void protocolSendAO();
+    void protocolBell();
+    void protocolSendString();
+    void protocolSendText();
+    void protocolSendFile();
+    void slotSendKG0();
+    void slotSendKG1();
+    void slotSendKG2();
+    void slotSendKG4();
+    void slotSendKG5();
+    void slotProtocolContextMenuEvent(const QPoint &point);
+    void slotProtocolCopy();
+    void slotProtocolCopyRcv();
+    void slotProtocolCopySnd();
+    void slotProtocolSendClipboard();
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    void changeEvent(QEvent *event) override;
+
+public:
+    CTableViewModel_Send modelSend;
+    CTableViewModel_SendBad modelSendBad;
+
+    CProtocolWidget *protocolWidget = nullptr;
+    QSystemTrayIcon trayIcon;
+    QMenu *trayMenu = nullptr;
+    std::array<QIcon, TrayIconCount> icons;
+    std::array<QPalette, StripColorCount> palettes;
+
+    QMenuBar *menuBar = nullptr;
+    QAction *actionOptions = nullptr;
+    QAction *actionOperators = nullptr;
+    QTabWidget *tabWidget = nullptr;
+    QWidget *tabProtocol = nullptr, *tabSend = nullptr, *tabInput = nullptr, *tabOutput = nullptr;
+    QWidget *tabSearch = nullptr, *tabEditor = nullptr;
+
+    // Status strip, box by box; named by what they show
+    QWidget *strip = nullptr;
+    std::array<QGroupBox *, 3> stripBoxes{};
+    QLabel *labelWindow = nullptr;                                                 ///< adapter window figure
+    QLabel *labelNetIn = nullptr, *labelNetName = nullptr, *labelNetOut = nullptr; ///< centre or SKK counters
+    CLabelClickable *labelScanCountdown = nullptr;
+    QLabel *lampSent = nullptr, *labelClock = nullptr, *lampReceived = nullptr;
+    QLabel *labelScanResult = nullptr;
+    CLabelClickable *labelPKout = nullptr, *labelPKin = nullptr;
+    QLabel *labelPKName = nullptr;
+    QLabel *labelAutomaticName = nullptr, *labelTlgModeName = nullptr;
+    CLabelClickable *labelAutomatic = nullptr;
+    QLabel *labelTlgMode = nullptr;
+    CLabelClickable *labelLinkState = nullptr;
+    QLabel *labelPrfState = nullptr, *labelReserved = nullptr;
+
+    QFrame *modeFrame = nullptr;      ///< the buttons of the procedure in force
+    QList<QPushButton *> modeButtons; ///< left to right
+
+    // First widgets of the tabs
+    QTableView *tableSend = nullptr, *tableSendBad = nullptr;
+    QDateEdit *dateInput = nullptr, *dateOutput = nullptr;
+    QPushButton *inputToPerforatorButton = nullptr;
+    QPushButton *editorToPerforatorButton = nullptr, *editorFromPerforatorButton = nullptr;
+    QLineEdit *editorFrom = nullptr, *editorPScript = nullptr, *editorFKassa = nullptr,
+              *editorFFrom = nullptr;
+    QLineEditBlocked *editorWordsCount = nullptr;
+    QWidget *editorRowFrom = nullptr, *editorRowFKassa = nullptr, *editorRowFFrom = nullptr;
+    QWidget *editorRowPScript = nullptr, *editorRowOperator = nullptr;
+    QComboBox *editorOperator = nullptr;
+
+    bool firstStart = true;    ///< the next tick is the first
+    int prevIconN = -1;        ///< tray icon last set; -1 matches none
+    int iconPhase = 0;         ///< phase of the traffic animation, 0..4
+    int flushPhase = 0;        ///< ticks since the journal was last asked to flush
+    int stopFilePhase = 0;     ///< phase of the test for a stop request, 0..4
+    bool sendMenuOpen = false; ///< the context menu of the send list is up: its rows must not move
+    bool dispatching = false;  ///< a queue row is being handed over further down the stack
+    bool closeQuestionOpen = false;
+    bool moreToReceive = false; ///< received text waits for the next round of the event loop
+    QString receivedBlock;      ///< text taken from the link thread and not yet cut apart
+
+private:
+    // Construction
+    void buildPalettes();
+    void buildTray();
+    void buildMenuBar();
+    void buildSettingsMenu();
+    void buildHelpMenu();
+    void buildStrip();
+    void buildStripBox(QGroupBox *box, int index);
+    void connectStrip();
+    void sizeStrip();
+    void buildTabs();
+    void buildProtocolTab();
+    void buildModeFrame();
+    void buildSendTab();
+    QTableView *newSendTable(CTableViewModel_Send &model, const QString &name);
+    void buildInputTab();
+    void buildOutputTab();
+    void buildSearchTab();
+    void buildEditorTab();
+    void placeEditorRows();
+    void connectThreads();
+    void connectState();
+
+    // Steps of the tick
+    void startOnFirstTick();
+    void checkStopFile();
+    void requestFlush();
+    void showTrayIcon();
+    [[nodiscard]] int trayIconIndex();
+    void showStripOnTick();
+    void countDownToStop();
+    void takeLeaveOfLine();
+    void checkDayChange();
+    void runProcedureTimers();
+    void showCounters(int netIn, int netOut);
+    void countDownToScan();
+    void countIdle();
+    void hangUpIdle();
+
+    // Dispatch
+    void dispatch();
+    void dispatchAutomatic();
+    void dispatchCKS();
+    void dispatchSKK();
+    void dispatchDirect();
+
+    // Line
+    [[nodiscard]] bool takeReceivedPieces();
+    [[nodiscard]] bool takeReceivedCommand();
+    [[nodiscard]] bool takeReceivedText();
+    void receiveNextBlock();
+
+    void setModeButtons(const QList<bool> &on);
+    void setTlgModeLabel(const QString &text);
+    void editCounter(int &counter, const QString &title, const QString &journalText);
+    void setToday(QDateEdit *picker);
+    void changeFontSize(int step);
+    void rememberSettings();
+    void closeOtherWindows();
 };
 
-extern FormMain *mainWindow; ///< null until the entry point has made the window
+/// Null until the entry point has made the window; its destructor makes it null again.
+extern FormMain *mainWindow;

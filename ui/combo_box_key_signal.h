@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QComboBox>
+
+/// A combo box that tells of its keys before it uses them.
+class QComboBoxKeySignal : public QComboBox
+{
+    Q_OBJECT
+
+public:
+    using QComboBox::QComboBox;
+
+signals:
+    void keyPress(QKeyEvent *event);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+};

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QDialog>
+
+class QSpinBox_Limits;
+
+/// Lets the operator correct a day counter, 0 to 999.
+class CEditCounterDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit CEditCounterDialog(QWidget *parent = nullptr);
+
+    /// Runs the dialog on \a value; 1 if the operator has applied it.
+    int exec(int value, const QString &title);
+
+    int counter = -1; ///< the figure applied; -1 until then
+
+public slots:
+    void slotApply();
+
+private:
+    QSpinBox_Limits *m_edit;
+};

@@ -1,0 +1,99 @@
+// Chapter of FormMain: the end of the tick, which offers the first row of the queue to the procedure.
+
+#include "app/clock.h"
+#include "app/options.h"
+#include "app/state.h"
+#include "link/tlg_thread.h"
+#include "procedures/process_cks.h"
+#include "procedures/process_direct.h"
+#include "procedures/process_skk.h"
+#include "ui/form_main.h"
+
+#include <QScopedValueRollback>
+
+namespace
+{
+constexpr int CKS = 0, SKK = 1;
+constexpr int QuietBeforeSending = 3; ///< seconds without received text before a telegram for the centre
+constexpr int ReceiptPeriod = 30;     ///< seconds
+constexpr int RequestPeriod = 60;     ///< seconds
+constexpr int StampPosition = 13;     ///< of the time stamp in a queue name of the direct procedure
+
+bool everythingSent()
+{
+    return TlgThread.sendBuffer.mIsEmpty() && TlgThread.allSent;
+}
+
+/// Hands the first row of \a model over as a copy: a scan under a question box of the procedure may move or
+/// remove the row itself.
+template <class Process> void offerFirstRow(Process &process, CTableViewModel_Send &model)
+{
+    CTableViewModelItem_Send row = model.at(0);
+    process.checkForSendNewTlg(row);
+}
+} // namespace
+
+void FormMain::dispatch()
+{
+    if (!TlgThread.linkUp()) {
+        State.hangUpPause = 0;
+        return;
+    }
+    if (State.manualMode) {
+        if (Options.processMode == SKK && State.AutoModeState != 0)
+            ProcessSKK.clearAutoMode();
+        return;
+    }
+    if (State.hangUpPause > 0) {
+        --State.hangUpPause;
+        return;
+    }
+    if (dispatching)
+        return;
+    const QScopedValueRollback<bool> guard(dispatching, true);
+    dispatchAutomatic();
+}
+
+void FormMain::dispatchAutomatic()
+{
+    if (Options.processMode == CKS)
+        dispatchCKS();
+    else if (Options.processMode == SKK)
+        dispatchSKK();
+    else
+        dispatchDirect();
+}
+
+void FormMain::dispatchCKS()
+{
+    if (State.dayChangeQuiet)
+        return ProcessCKS.checkQuietTime();
+    if (State.tlgMode == 2 && State.tlgModeSeconds % ReceiptPeriod == 0)
+        State.sendReceiptCountdown = 1;
+    if (State.tlgMode == 0 && State.tlgModeSeconds % RequestPeriod == 0)
+        State.askReceiptCountdown = 1;
+    if (State.tlgMode == 3 && State.secondsSinceRx > QuietBeforeSending && modelSend.rowCount() > 0 &&
+        !State.fileInProgress && modelSend.at(0).number.isEmpty())
+        offerFirstRow(ProcessCKS, modelSend);
+}
+
+void FormMain::dispatchSKK()
+{
+    if (State.AutoModeWaitTimer != 0 && everythingSent()) {
+        ProcessSKK.processAutoMode();
+        if (State.manualMode)
+            return;
+    }
+    if (!State.connectionActive && !State.fileInProgress && modelSend.rowCount() > 0 &&
+        State.AutoModeState == 0 && State.callDirection == 0 && !modelSend.at(0).number.isEmpty())
+        offerFirstRow(ProcessSKK, modelSend);
+}
+
+void FormMain::dispatchDirect()
+{
+    if (State.fileInProgress || modelSend.rowCount() == 0 || !everythingSent())
+        return;
+    const QString now = Time.dateTime.toString(QStringLiteral("yyMMdd_hhmmss"));
+    if (modelSend.at(0).fileName.mid(StampPosition) < now)
+        offerFirstRow(ProcessDirect, modelSend);
+}

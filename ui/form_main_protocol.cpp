@@ -1,0 +1,106 @@
+// Chapter of FormMain: keys, buttons and menu of the protocol tab.
+
+#include "app/options.h"
+#include "app/state.h"
+#include "link/tlg_thread.h"
+#include "procedures/process_cks.h"
+#include "procedures/process_skk.h"
+#include "records/protocol.h"
+#include "text/utils.h"
+#include "ui/form_main.h"
+#include "ui/protocol_widget.h"
+#include "ui/string_dialog.h"
+#include "ui/text_dialog.h"
+
+#include <QFileDialog>
+
+void FormMain::ProtocolKeyPressed(QKeyEvent *) {}
+
+void FormMain::protocolAccept()
+{
+    TlgSend(QStringLiteral("@E"));
+}
+
+void FormMain::protocolHangup()
+{
+    ProcessSKK.clearSKKConnection();
+}
+
+void FormMain::protocolCallNumber() {}
+
+void FormMain::protocolSendWho()
+{
+    ProcessSKK.SendTlgText(QStringLiteral("#*"));
+}
+
+void FormMain::protocolSendAO()
+{
+    ProcessSKK.SendTlgText(QStringLiteral("#<>") + Options.AO);
+}
+
+void FormMain::protocolBell()
+{
+    TlgSend(QString(12, QChar(0x042E)));
+}
+
+void FormMain::protocolSendString()
+{
+    CStringDialog dialog(this);
+    if (dialog.exec(QStringLiteral("Строка для передачи")) == QDialog::Accepted)
+        TlgSend(dialog.text);
+}
+
+void FormMain::protocolSendText()
+{
+    CTextDialog dialog(this);
+    if (dialog.exec(QStringLiteral("Тест для передачи")) == QDialog::Accepted)
+        TlgSend(dialog.text);
+}
+
+void FormMain::protocolSendFile()
+{
+    const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("Отправка файла"), QString(),
+                                                      QStringLiteral("Все (*.*)"));
+    if (path.isEmpty())
+        return;
+    Log.addCacheServiceString(QStringLiteral("Передача файла:") + path, ProtocolInfo, true);
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        Log.addCacheServiceString(QStringLiteral("Невозможно прочитать файл:") + path, ProtocolError, true);
+        return;
+    }
+    TlgSend(CUtils::CorrectCodePageToUtf8(file.readAll()));
+}
+
+void FormMain::slotSendKG0()
+{
+    ProcessCKS.SendKG(0);
+}
+
+void FormMain::slotSendKG1()
+{
+    protocolWidget->reset();
+    ProcessCKS.SendKG(1);
+}
+
+void FormMain::slotSendKG2()
+{
+    protocolWidget->reset();
+    ProcessCKS.SendKG(2);
+}
+
+void FormMain::slotSendKG4()
+{
+    ProcessCKS.SendKG(4);
+}
+
+void FormMain::slotSendKG5()
+{
+    ProcessCKS.SendKG(5);
+}
+
+void FormMain::slotProtocolContextMenuEvent(const QPoint &) {}
+void FormMain::slotProtocolCopy() {}
+void FormMain::slotProtocolCopyRcv() {}
+void FormMain::slotProtocolCopySnd() {}
+void FormMain::slotProtocolSendClipboard() {}

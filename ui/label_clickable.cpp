@@ -1,0 +1,6 @@
+#include "ui/label_clickable.h"
+
+void CLabelClickable::mousePressEvent(QMouseEvent *)
+{
+    emit clicked();
+}

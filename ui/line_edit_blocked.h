@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QLineEdit>
+
+/// A field that the program fills and the operator may take over: it starts read-only, in the colour of the
+/// window, and a double click turns it.
+class QLineEditBlocked : public QLineEdit
+{
+    Q_OBJECT
+
+public:
+    explicit QLineEditBlocked(QWidget *parent = nullptr);
+    explicit QLineEditBlocked(const QString &text, QWidget *parent = nullptr);
+
+signals:
+    void blocked(); ///< the field has become read-only: the program fills it again
+
+protected:
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+
+private:
+    void setBlocked(bool on);
+};
