@@ -6,12 +6,12 @@
 #include "link/tlg_thread.h"
 #include "records/protocol.h"
 #include "records/send_model.h"
+#include "records/whole_file.h"
 #include "text/mtk2.h"
 #include "text/utils.h"
 
 #include <QDir>
 #include <QFile>
-#include <QSaveFile>
 
 #include <optional>
 
@@ -21,7 +21,7 @@ constexpr int EndMarkLength = 6;
 constexpr int NoiseLimit = 256; // a buffer without start mark may be so long
 constexpr int NoiseKept = 200;
 
-/// The option that a telegram of one direction is printed.
+// Option autoPrintMode: 1 received, 2 sent, 3 both; anything else prints nothing.
 bool printsReceived()
 {
     return Options.autoPrintMode == 1 || Options.autoPrintMode == 3;
@@ -60,13 +60,6 @@ std::optional<QString> readText(const QString &path)
     if (!file.open(QIODevice::ReadOnly))
         return std::nullopt;
     return QString::fromUtf8(file.readAll().constData());
-}
-
-/// Replaces the file whole, so that a kill leaves the old content or the new one.
-bool writeWhole(const QString &path, const QByteArray &bytes)
-{
-    QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) > 0 && file.commit();
 }
 } // namespace
 
@@ -136,7 +129,7 @@ bool CProcessDirect::saveText(QString text)
     QDir().mkpath(directory);
     if (Options.removeRegisterInInputFiles)
         text = CUtils::removeRegistersAndCheck4(text);
-    if (!writeWhole(path, text.toUtf8())) {
+    if (text.isEmpty() || !replaceWholeFile(path, text.toUtf8())) {
         note(QStringLiteral("Не получилось сохранить файл:") + path);
         return false;
     }

@@ -24,5 +24,6 @@ bool replaceWholeFile(const QString &path, const QByteArray &content)
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return present.exists() && overwriteInPlace(path, content);
-    return file.write(content) == content.size() && file.commit();
+    // The flush stands by itself because commit() overlooks a failure of the last buffered bytes.
+    return file.write(content) == content.size() && file.flush() && file.commit();
 }
