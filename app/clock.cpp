@@ -19,7 +19,12 @@ CTime::CTime()
 
 void CTime::update()
 {
-    setTo(QDateTime::currentDateTime().addSecs(-SecondsPerHour * Options.TZ));
+    setTo(onNetworkTime(QDateTime::currentDateTime()));
+}
+
+QDateTime CTime::onNetworkTime(const QDateTime &local)
+{
+    return local.addSecs(-SecondsPerHour * Options.TZ);
 }
 
 void CTime::setTo(const QDateTime &moment)

@@ -20,6 +20,8 @@ public:
     void update();
     /// Refreshes every member from \a moment.
     void setTo(const QDateTime &moment);
+    /// \a local less TZ hours, counted in seconds that pass: on a day of 23 or 25 hours too.
+    [[nodiscard]] static QDateTime onNetworkTime(const QDateTime &local);
     /// update(), then ticks each second.
     void start();
 

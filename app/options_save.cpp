@@ -1,3 +1,4 @@
+#include "app/ini_file.h"
 #include "app/options_table.h"
 #include "text/mtk2.h"
 
@@ -76,9 +77,7 @@ void writeAbonents(QSettings &file, const COptions &options)
 
 void COptions::Save()
 {
-    {
-        // QSettings replaces the file as a whole, so a kill at any moment leaves the old one or the new one.
-        QSettings file(appPath + iniFileName, QSettings::IniFormat);
+    rewriteIni(appPath + iniFileName, [this](QSettings &file) {
         for (const SettingSection &section : settingSections()) {
             file.beginGroup(QLatin1String(section.name));
             for (const Setting &setting : section.settings)
@@ -88,6 +87,6 @@ void COptions::Save()
         writeTiming(file, *this);
         writeInterfaceModes(file, *this);
         writeAbonents(file, *this);
-    }
+    });
     initMTK2Table(); // the national language may have changed
 }

@@ -1,6 +1,7 @@
 #include "app/state.h"
 
 #include "app/clock.h"
+#include "app/ini_file.h"
 #include "app/options.h"
 #include "records/protocol.h"
 
@@ -13,6 +14,7 @@ constexpr int CounterModulus = 1000;
 constexpr int ProcedureCKS = 0;
 constexpr int ModeOpen = 3;
 constexpr int Outgoing = 2;
+constexpr int LargestCounter = 999999; // no day reaches it
 
 int modeOfWord(const QString &word)
 {
@@ -28,6 +30,13 @@ int modeOfWord(const QString &word)
         if (word == QString::fromUtf8(row.word))
             return row.mode;
     return 0;
+}
+
+/// A figure of the file. One that no day can reach is damage, and counts as missing.
+int readCounter(const QSettings &file, const char *key)
+{
+    const int figure = file.value(QLatin1String(key), 0).toInt();
+    return figure >= 0 && figure <= LargestCounter ? figure : 0;
 }
 } // namespace
 
@@ -139,31 +148,30 @@ void CState::Load()
     file.beginGroup(QStringLiteral("STATE"));
     YYYYMMDD = file.value(QStringLiteral("YYYYMMDD"), QStringLiteral("00000000")).toString();
     manualMode = !file.value(QStringLiteral("automatic"), false).toBool();
-    CKS_in = file.value(QStringLiteral("CKS_in"), 0).toInt();
-    CKS_out = file.value(QStringLiteral("CKS_out"), 0).toInt();
-    SKK_in = file.value(QStringLiteral("SKK_in"), 0).toInt();
-    SKK_out = file.value(QStringLiteral("SKK_out"), 0).toInt();
-    PK_in = file.value(QStringLiteral("PK_in"), 0).toInt();
-    PK_out = file.value(QStringLiteral("PK_out"), 0).toInt();
-    EditorN = file.value(QStringLiteral("EditorN"), 0).toInt();
+    CKS_in = readCounter(file, "CKS_in");
+    CKS_out = readCounter(file, "CKS_out");
+    SKK_in = readCounter(file, "SKK_in");
+    SKK_out = readCounter(file, "SKK_out");
+    PK_in = readCounter(file, "PK_in");
+    PK_out = readCounter(file, "PK_out");
+    EditorN = readCounter(file, "EditorN");
 }
 
 void CState::Save()
 {
-    // QSettings writes an .ini file through a temporary one that replaces it, so a kill leaves either whole.
-    QSettings file(Options.stateFileName, QSettings::IniFormat);
-    file.beginGroup(QStringLiteral("STATE"));
-    file.setValue(QStringLiteral("YYYYMMDD"), YYYYMMDD);
-    file.setValue(QStringLiteral("automatic"), !manualMode);
-    file.setValue(QStringLiteral("CKS_in"), CKS_in);
-    file.setValue(QStringLiteral("CKS_out"), CKS_out);
-    file.setValue(QStringLiteral("SKK_in"), SKK_in);
-    file.setValue(QStringLiteral("SKK_out"), SKK_out);
-    file.setValue(QStringLiteral("PK_in"), PK_in);
-    file.setValue(QStringLiteral("PK_out"), PK_out);
-    file.setValue(QStringLiteral("EditorN"), EditorN);
-    file.endGroup();
-    file.sync();
+    rewriteIni(Options.stateFileName, [this](QSettings &file) {
+        file.beginGroup(QStringLiteral("STATE"));
+        file.setValue(QStringLiteral("YYYYMMDD"), YYYYMMDD);
+        file.setValue(QStringLiteral("automatic"), !manualMode);
+        file.setValue(QStringLiteral("CKS_in"), CKS_in);
+        file.setValue(QStringLiteral("CKS_out"), CKS_out);
+        file.setValue(QStringLiteral("SKK_in"), SKK_in);
+        file.setValue(QStringLiteral("SKK_out"), SKK_out);
+        file.setValue(QStringLiteral("PK_in"), PK_in);
+        file.setValue(QStringLiteral("PK_out"), PK_out);
+        file.setValue(QStringLiteral("EditorN"), EditorN);
+        file.endGroup();
+    });
 }
 
 void CState::newDay()

@@ -3,17 +3,17 @@
 #include <csignal>
 #include <sys/resource.h>
 
-/// While it lives, every write of this process to a file on disk fails, as on a full disk. Files can be
-/// made and renamed; a pipe or a socket is not concerned.
+/// While it lives, every write of this process that would take a file on disk past \a room bytes fails, as
+/// on a full disk. Files can be made and renamed; a pipe or a socket is not concerned.
 class FullDisk
 {
 public:
-    FullDisk() : m_formerHandler(std::signal(SIGXFSZ, SIG_IGN))
+    explicit FullDisk(rlim_t room = 0) : m_formerHandler(std::signal(SIGXFSZ, SIG_IGN))
     {
         getrlimit(RLIMIT_FSIZE, &m_former);
-        rlimit none = m_former;
-        none.rlim_cur = 0;
-        setrlimit(RLIMIT_FSIZE, &none);
+        rlimit limit = m_former;
+        limit.rlim_cur = room;
+        setrlimit(RLIMIT_FSIZE, &limit);
     }
     ~FullDisk()
     {

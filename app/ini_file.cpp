@@ -1,0 +1,46 @@
+#include "app/ini_file.h"
+
+#include "records/whole_file.h"
+
+#include <QFile>
+#include <QSettings>
+
+namespace
+{
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// Whether \a content holds \a keys keys to their ends. QSettings does not notice a disk that runs full under
+/// it; what it wrote then is a head of the whole. Each key stands in one line.
+bool isComplete(const QByteArray &content, int keys)
+{
+    int found = 0;
+    for (const QByteArray &line : content.split('\n'))
+        if (!line.trimmed().isEmpty() && !line.startsWith('['))
+            ++found;
+    return found == keys && (content.isEmpty() || content.endsWith('\n'));
+}
+
+/// Lets \a change work on the draft. Empty if that could not be written whole.
+QByteArray changed(const QString &draft, const std::function<void(QSettings &)> &change)
+{
+    QSettings file(draft, QSettings::IniFormat);
+    change(file);
+    file.sync();
+    const QByteArray content = contentOf(draft);
+    return isComplete(content, file.allKeys().size()) ? content : QByteArray();
+}
+} // namespace
+
+bool rewriteIni(const QString &path, const std::function<void(QSettings &)> &change)
+{
+    const QString draft = path + QStringLiteral(".new");
+    const bool drafted = replaceWholeFile(draft, contentOf(path));
+    const QByteArray content = drafted ? changed(draft, change) : QByteArray();
+    const bool replaced = !content.isEmpty() && replaceWholeFile(path, content);
+    QFile::remove(draft);
+    return replaced;
+}

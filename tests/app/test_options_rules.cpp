@@ -1,0 +1,394 @@
+#include "app/options.h"
+#include "tests/support/desk.h"
+#include "text/mtk2.h"
+
+#include <QtTest>
+
+/// What Load() and Save() do beyond one key for one field. Files are written and read as bytes.
+class TestOptionsRules : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void processModeDecides_data();
+    void processModeDecides();
+    void fileWithOnlyCKSModeStartsInCKSAndWritesProcessMode0();
+    void processMode3IsAcceptedAndInForce();
+    void saveWritesTheConfiguredProcessMode();
+
+    void centreTypeGivesTheLengthOfTheLongAnswerback_data();
+    void centreTypeGivesTheLengthOfTheLongAnswerback();
+    void customLengthIsRead();
+    void lengthIsIgnoredUnlessCustom();
+
+    void emptyFontTextGivesMonospace();
+    void fontTextIsApplied();
+    void damagedFontTextGivesAUsableFont();
+    void fontsAreWrittenAsTheirTexts();
+
+    void editorInterfaceModes10LeavesTheFurtherRows();
+    void editorInterfaceModes_data();
+    void editorInterfaceModes();
+    void editorInterfaceModesAreWrittenAsFiveCharacters();
+
+    void addressOfTheDialogIsGoneAfterARestart();
+    void inputDialogsPositionIsWrittenOverTheOutputDialogs();
+    void positionsAreWrittenOnlyWhileKept();
+    void changedTreloSNIsNotWrittenOverTcp();
+    void tcpKeysAreNotWrittenOverTheAdapter();
+    void perforatorKeysAreWrittenOnlyWithAPerforator();
+    void saveSelectsTheCodeTable();
+    void loadSelectsTheCodeTable();
+};
+
+namespace
+{
+/// The lines of velda.ini that begin with \a key, of whatever section.
+QStringList linesOf(const Desk &desk, const QString &key)
+{
+    return QString::fromLatin1(desk.read("velda.ini"))
+        .split('\n')
+        .filter(QRegularExpression("^" + key + "="));
+}
+
+QStringList linesOf(const Desk &desk, const char *key)
+{
+    return linesOf(desk, QString::fromLatin1(key));
+}
+} // namespace
+
+void TestOptionsRules::processModeDecides_data()
+{
+    QTest::addColumn<QByteArray>("keys");
+    QTest::addColumn<int>("mode");
+    QTest::newRow("0") << QByteArray("processMode=0") << 0;
+    QTest::newRow("1") << QByteArray("processMode=1") << 1;
+    QTest::newRow("2") << QByteArray("processMode=2") << 2;
+    QTest::newRow("3") << QByteArray("processMode=3") << 3;
+    QTest::newRow("0 before CKSMode") << QByteArray("processMode=0\nCKSMode=false") << 0;
+    QTest::newRow("2 before CKSMode") << QByteArray("processMode=2\nCKSMode=true") << 2;
+    QTest::newRow("4 gives way") << QByteArray("processMode=4") << 1;
+    QTest::newRow("4 gives way to CKSMode") << QByteArray("processMode=4\nCKSMode=true") << 0;
+    QTest::newRow("-1 gives way to CKSMode") << QByteArray("processMode=-1\nCKSMode=true") << 0;
+    QTest::newRow("CKSMode false") << QByteArray("CKSMode=false") << 1;
+    QTest::newRow("neither") << QByteArray() << 1;
+    QTest::newRow("letters are 0") << QByteArray("processMode=abc") << 0;
+}
+
+void TestOptionsRules::processModeDecides()
+{
+    QFETCH(QByteArray, keys);
+    QFETCH(int, mode);
+    const Desk desk;
+    desk.write("velda.ini", "[CONNECT]\n" + keys + "\n");
+    Options.Load();
+    QCOMPARE(Options.processMode, mode);
+    QCOMPARE(Options.processModeConfigured, mode);
+}
+
+void TestOptionsRules::fileWithOnlyCKSModeStartsInCKSAndWritesProcessMode0()
+{
+    const Desk desk;
+    desk.write("velda.ini", "[CONNECT]\nCKSMode=true\n");
+    Options.Load();
+    QCOMPARE(Options.processMode, 0);
+    Options.Save();
+    QCOMPARE(linesOf(desk, "processMode"), QStringList("processMode=0"));
+    QCOMPARE(linesOf(desk, "CKSMode"), QStringList("CKSMode=true")); // left in the file as it was
+}
+
+void TestOptionsRules::processMode3IsAcceptedAndInForce()
+{
+    const Desk desk;
+    desk.write("velda.ini", "[CONNECT]\nprocessMode=3\nCKSMode=true\n");
+    Options.Load();
+    QCOMPARE(Options.processMode, 3);
+    Options.Save();
+    QCOMPARE(linesOf(desk, "processMode"), QStringList("processMode=3"));
+}
+
+void TestOptionsRules::saveWritesTheConfiguredProcessMode()
+{
+    const Desk desk;
+    desk.write("velda.ini", "[CONNECT]\nprocessMode=0\n");
+    Options.Load();
+    Options.processModeConfigured = 2;
+    Options.Save();
+    QCOMPARE(linesOf(desk, "processMode"), QStringList("processMode=2"));
+    QCOMPARE(Options.processMode, 0); // fixed for the run
+}
+
+void TestOptionsRules::centreTypeGivesTheLengthOfTheLongAnswerback_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<int>("length");
+    QTest::newRow("Doral") << 0 << 50;
+    QTest::newRow("СТИН") << 1 << 48;
+    QTest::newRow("СТИН-кАО") << 2 << 48;
+    QTest::newRow("ТТ-СОФТ") << 3 << 58;
+    QTest::newRow("Нестандарт") << 4 << 60;
+    QTest::newRow("foreign, above") << 5 << 0;
+    QTest::newRow("foreign, below") << -1 << 0;
+}
+
+void TestOptionsRules::centreTypeGivesTheLengthOfTheLongAnswerback()
+{
+    QFETCH(int, type);
+    QFETCH(int, length);
+    const Desk desk;
+    desk.write("velda.ini", "[DORAL]\nCKS_Type=" + QByteArray::number(type) + "\n");
+    Options.Load();
+    QCOMPARE(Options.CKS_LongAOLength, length);
+    Options.Save();
+    QCOMPARE(linesOf(desk, "CKS_LongAOLength"),
+             QStringList(QStringLiteral("CKS_LongAOLength=%1").arg(length)));
+}
+
+void TestOptionsRules::customLengthIsRead()
+{
+    const Desk desk;
+    desk.write("velda.ini", "[DORAL]\nCKS_Type=3\nCKS_LongAOLengthCustom=true\nCKS_LongAOLength=77\n");
+    Options.Load();
+    QCOMPARE(Options.CKS_LongAOLength, 77);
+    desk.write("velda.ini", "[DORAL]\nCKS_Type=3\nCKS_LongAOLengthCustom=true\n");
+    Options.Load();
+    QCOMPARE(Options.CKS_LongAOLength, 50);
+}
+
+void TestOptionsRules::lengthIsIgnoredUnlessCustom()
+{
+    const Desk desk;
+    desk.write("velda.ini", "[DORAL]\nCKS_Type=3\nCKS_LongAOLength=77\n");
+    Options.Load();
+    QCOMPARE(Options.CKS_LongAOLength, 58);
+}
+
+void TestOptionsRules::emptyFontTextGivesMonospace()
+{
+    const Desk desk;
+    desk.write("velda.ini", "[WINDOW]\nprotocolFont=\n");
+    Options.protocolFont = Options.tlgFont = Options.PrinterFont = QFont("Serif", 30);
+    Options.Load();
+    for (const QFont &font : {Options.protocolFont, Options.tlgFont, Options.PrinterFont}) {
+        QCOMPARE(font.family(), QStringLiteral("Monospace"));
+        QCOMPARE(font.pointSize(), 12);
+        QCOMPARE(font.styleHint(), QFont::Courier);
+        QCOMPARE(font.styleStrategy(), QFont::PreferDefault);
+    }
+}
+
+void TestOptionsRules::fontTextIsApplied()
+{
+    const Desk desk;
+    desk.write("velda.ini", "[WINDOW]\nprotocolFont=\"Serif,17,-1,5,75,1,0,0,0,0\"\n"
+                            "tlgFont=\"Sans,9,-1,5,50,0,0,0,0,0\"\n"
+                            "[PRINT]\nPrinterFont=\"Fixed,11,-1,5,50,0,1,0,0,0\"\n");
+    Options.Load();
+    QCOMPARE(Options.protocolFont.family(), QStringLiteral("Serif"));
+    QCOMPARE(Options.protocolFont.pointSize(), 17);
+    QVERIFY(Options.protocolFont.bold());
+    QVERIFY(Options.protocolFont.italic());
+    QCOMPARE(Options.tlgFont.family(), QStringLiteral("Sans"));
+    QCOMPARE(Options.tlgFont.pointSize(), 9);
+    QCOMPARE(Options.PrinterFont.family(), QStringLiteral("Fixed"));
+    QVERIFY(Options.PrinterFont.underline());
+}
+
+void TestOptionsRules::damagedFontTextGivesAUsableFont()
+{
+    const Desk desk;
+    desk.write("velda.ini", "[WINDOW]\nprotocolFont=\"Serif,17,-1\"\n");
+    QTest::ignoreMessage(QtWarningMsg, "QFont::fromString: Invalid description 'Serif,17,-1'");
+    Options.Load();
+    QCOMPARE(Options.protocolFont.pointSize(), 12);
+}
+
+void TestOptionsRules::fontsAreWrittenAsTheirTexts()
+{
+    const Desk desk;
+    Options.Load();
+    Options.protocolFont = QFont("Serif", 17);
+    Options.Save();
+    QCOMPARE(linesOf(desk, "protocolFont"), QStringList("protocolFont=\"Serif,17,-1,5,50,0,0,0,0,0\""));
+    QCOMPARE(linesOf(desk, "tlgFont").size(), 1);
+    QCOMPARE(linesOf(desk, "PrinterFont").size(), 1);
+}
+
+void TestOptionsRules::editorInterfaceModes10LeavesTheFurtherRows()
+{
+    const Desk desk;
+    desk.write("velda.ini", "[EDITOR]\neditorInterfaceModes=10\n");
+    Options.Load();
+    QVERIFY(Options.interfaceModes[0].enabled);
+    QVERIFY(!Options.interfaceModes[1].enabled);
+    QVERIFY(Options.interfaceModes[2].enabled);
+    QVERIFY(!Options.interfaceModes[3].enabled);
+    QVERIFY(!Options.interfaceModes[4].enabled);
+}
+
+void TestOptionsRules::editorInterfaceModes_data()
+{
+    QTest::addColumn<QByteArray>("value");
+    QTest::addColumn<QString>("enabled");
+    QTest::newRow("empty") << QByteArray() << "11100";
+    QTest::newRow("all off") << QByteArray("00000") << "00000";
+    QTest::newRow("all on") << QByteArray("11111") << "11111";
+    QTest::newRow("only 1 enables") << QByteArray("2xy31") << "00001";
+    QTest::newRow("longer than the rows") << QByteArray("000111111") << "00011";
+}
+
+void TestOptionsRules::editorInterfaceModes()
+{
+    QFETCH(QByteArray, value);
+    const Desk desk;
+    desk.write("velda.ini", "[EDITOR]\neditorInterfaceModes=" + value + "\n");
+    Options.Load();
+    QString enabled;
+    for (const EditorInterfaceMode &mode : Options.interfaceModes)
+        enabled += mode.enabled ? '1' : '0';
+    QTEST(enabled, "enabled");
+}
+
+void TestOptionsRules::editorInterfaceModesAreWrittenAsFiveCharacters()
+{
+    const Desk desk;
+    Options.Load();
+    Options.Save();
+    QCOMPARE(linesOf(desk, "editorInterfaceModes"), QStringList("editorInterfaceModes=11100"));
+    Options.interfaceModes[0].enabled = false;
+    Options.interfaceModes[4].enabled = true;
+    Options.Save();
+    QCOMPARE(linesOf(desk, "editorInterfaceModes"), QStringList("editorInterfaceModes=01101"));
+}
+
+void TestOptionsRules::addressOfTheDialogIsGoneAfterARestart()
+{
+    const Desk desk;
+    Options.Load();
+    Options.Host = QStringLiteral("10.0.0.1");
+    Options.Port = 6000;
+    Options.autoPrintMode = 3;
+    Options.Save();
+    QCOMPARE(linesOf(desk, "Host"), QStringList("Host=10.0.0.1"));
+    QCOMPARE(linesOf(desk, "Port"), QStringList("Port=6000"));
+    QCOMPARE(linesOf(desk, "CKS_autoPrintMode"), QStringList("CKS_autoPrintMode=3"));
+
+    Options.Load(); // as the next process does
+    QCOMPARE(Options.Host, QStringLiteral("127.0.0.1"));
+    QCOMPARE(Options.Port, 5674);
+    QCOMPARE(Options.autoPrintMode, 0);
+
+    // Keys put into the file by hand decide. They stand there in the escaped form of the Cyrillic words.
+    QByteArray content = desk.read("velda.ini");
+    content.replace("[CONNECT]\n", "[CONNECT]\n%U0410%U0434%U0440%U0435%U0441=10.9.9.9\n"
+                                   "%U041F%U043E%U0440%U0442=7777\n");
+    content.replace("[CORVA]\n", "[CORVA]\nautoPrintMode=2\n");
+    desk.write("velda.ini", content);
+    Options.Load();
+    QCOMPARE(Options.Host, QStringLiteral("10.9.9.9"));
+    QCOMPARE(Options.Port, 7777);
+    QCOMPARE(Options.autoPrintMode, 2);
+}
+
+void TestOptionsRules::inputDialogsPositionIsWrittenOverTheOutputDialogs()
+{
+    const Desk desk;
+    Options.Load();
+    Options.geometryPerforatorOut = QRect(1, 2, 30, 40);
+    Options.geometryPerforatorIn = QRect(5, 6, 70, 80);
+    Options.Save();
+    QCOMPARE(linesOf(desk, "geometryPerforatorOut"), QStringList("geometryPerforatorOut=@Rect(5 6 70 80)"));
+    QVERIFY(linesOf(desk, "geometryPerforatorIn").isEmpty());
+
+    desk.write("velda.ini",
+               "[WINDOW]\ngeometryPerforatorOut=@Rect(1 2 3 4)\ngeometryPerforatorIn=@Rect(5 6 7 8)\n");
+    Options.Load();
+    QCOMPARE(Options.geometryPerforatorOut, QRect(1, 2, 3, 4));
+    QCOMPARE(Options.geometryPerforatorIn, QRect(5, 6, 7, 8));
+}
+
+void TestOptionsRules::positionsAreWrittenOnlyWhileKept()
+{
+    const Desk desk;
+    Options.Load();
+    Options.saveWindowPos = false;
+    Options.Save();
+    QVERIFY(linesOf(desk, "geometry\\w+").isEmpty());
+    QCOMPARE(linesOf(desk, "saveWindowPos"), QStringList("saveWindowPos=false"));
+
+    Options.saveWindowPos = true;
+    Options.Save();
+    QCOMPARE(linesOf(desk, "geometry\\w+").size(), 7);
+    QCOMPARE(linesOf(desk, "geometryMainForm"), QStringList("geometryMainForm=@Rect(0 0 800 600)"));
+    QCOMPARE(linesOf(desk, "geometryOptions"), QStringList("geometryOptions=@Rect(0 0 0 0)"));
+}
+
+void TestOptionsRules::changedTreloSNIsNotWrittenOverTcp()
+{
+    const Desk desk;
+    desk.write("velda.ini", "[CONNECT]\nTcpMode=true\nTRELO_SN=old\n");
+    Options.Load();
+    Options.TRELO_SN = QStringLiteral("new");
+    Options.Save();
+    QCOMPARE(linesOf(desk, "TRELO_SN"), QStringList("TRELO_SN=old"));
+    for (const char *key : {"autodetectPortTrelo", "tlgBaud", "tlgSig"})
+        QVERIFY2(linesOf(desk, key).isEmpty(), key);
+    for (const char *key : {"Host", "AsTspSrv", "Port", "TimeOut"})
+        QVERIFY2(linesOf(desk, key).size() == 1, key);
+}
+
+void TestOptionsRules::tcpKeysAreNotWrittenOverTheAdapter()
+{
+    const Desk desk;
+    desk.write("velda.ini", "[CONNECT]\nTcpMode=false\nTimeOut=99\n");
+    Options.Load();
+    Options.TimeOut = 5;
+    Options.TRELO_SN = QStringLiteral("new");
+    Options.Save();
+    QCOMPARE(linesOf(desk, "TimeOut"), QStringList("TimeOut=99"));
+    for (const char *key : {"Host", "AsTspSrv", "Port"})
+        QVERIFY2(linesOf(desk, key).isEmpty(), key);
+    QCOMPARE(linesOf(desk, "TRELO_SN"), QStringList("TRELO_SN=new"));
+    for (const char *key : {"autodetectPortTrelo", "tlgBaud", "tlgSig"})
+        QVERIFY2(linesOf(desk, key).size() == 1, key);
+}
+
+void TestOptionsRules::perforatorKeysAreWrittenOnlyWithAPerforator()
+{
+    const Desk desk;
+    Options.Load();
+    Options.SOREL_SN = QStringLiteral("20");
+    Options.Save();
+    QCOMPARE(linesOf(desk, "usePrf"), QStringList("usePrf=false"));
+    for (const char *key : {"SOREL_SN", "autodetectPortSorel", "prfBaudIndex"})
+        QVERIFY2(linesOf(desk, key).isEmpty(), key);
+
+    Options.usePrf = true;
+    Options.Save();
+    QCOMPARE(linesOf(desk, "SOREL_SN"), QStringList("SOREL_SN=20"));
+    QCOMPARE(linesOf(desk, "autodetectPortSorel"), QStringList("autodetectPortSorel=false"));
+    QCOMPARE(linesOf(desk, "prfBaudIndex"), QStringList("prfBaudIndex=0"));
+}
+
+void TestOptionsRules::saveSelectsTheCodeTable()
+{
+    const Desk desk;
+    Options.Load();
+    Options.nationalLanguageUse = 2;
+    Options.Save();
+    QVERIFY(fromMTKcode == fromMTKcode_GEORGIAN);
+    Options.nationalLanguageUse = 0;
+    Options.Save();
+    QVERIFY(fromMTKcode == fromMTKcode_RUSSIAN);
+}
+
+void TestOptionsRules::loadSelectsTheCodeTable()
+{
+    const Desk desk;
+    desk.write("velda.ini", "[OTHER]\nnationalLanguageUse=2\n");
+    Options.Load();
+    QVERIFY(fromMTKcode == fromMTKcode_GEORGIAN);
+}
+
+QTEST_MAIN(TestOptionsRules)
+#include "test_options_rules.moc"
