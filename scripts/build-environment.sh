@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Read by the scripts of the tree, from its root: a UTF-8 locale and the function that builds.
 
 case "${LC_ALL:-${LC_CTYPE:-${LANG:-}}}" in
@@ -8,13 +9,14 @@ esac
 # build PRESET [TARGET...]: configures and builds; a line on the terminal only for what goes wrong.
 build()
 {
-    local preset=$1 launcher=()
+    local preset=$1 launcher=() targets=()
     shift
+    [ $# = 0 ] || targets=(--target "$@")
     if command -v ccache >/dev/null; then
         launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
         export CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
     fi
     echo "building (${preset})"
     cmake --preset "$preset" "${launcher[@]}" > /dev/null
-    cmake --build --preset "$preset" ${*:+--target "$@"}
+    cmake --build --preset "$preset" "${targets[@]}"
 }

@@ -1,0 +1,42 @@
+#!/bin/bash
+# Shows the workstation at work: a simulated far end on loopback, the workstation on a fresh data directory,
+# telegrams in both directions. With a display the operator's window stays open until it is closed. Without
+# one it runs under a virtual display, ends by itself, leaves a screenshot, and the exit status is 0 only if
+# every telegram has come through whole.
+set -euo pipefail
+cd "$(dirname "$(readlink -f "$0")")"
+
+scripts/install-deps.sh
+. scripts/build-environment.sh
+build release velda linesim
+. scripts/demonstration.sh
+
+bin=$PWD/build/release/bin
+result=$PWD/build/demo
+rm -rf "$result"
+mkdir -p "$result"
+demo=$(mktemp -d)
+trap finish EXIT
+
+prepare_data
+start_far_end
+if has_display; then
+    echo "The window is open: close it with Alt+X."
+    start_workstation
+    wait "$workstation" || true
+    show_result
+    exit 0
+fi
+
+start_virtual_display
+start_workstation
+status=0
+wait_for_telegrams || status=1
+import -window root "$result/screenshot.png" || status=1
+end_workstation || status=1
+end_far_end || status=1
+show_result
+compare_telegrams || status=1
+echo "screenshot: $result/screenshot.png"
+[ "$status" = 0 ] && echo "All telegrams came through." || echo "The demonstration FAILED."
+exit "$status"
