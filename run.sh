@@ -9,13 +9,13 @@ cd "$(dirname "$(readlink -f "$0")")"
 scripts/install-deps.sh
 . scripts/build-environment.sh
 build release velda linesim
-. scripts/demonstration.sh
 
 bin=$PWD/build/release/bin
 result=$PWD/build/demo
 rm -rf "$result"
 mkdir -p "$result"
 demo=$(mktemp -d)
+. scripts/demonstration.sh
 trap finish EXIT
 
 prepare_data

@@ -103,14 +103,14 @@ has_display()
 
 start_virtual_display()
 {
-    Xvfb -displayfd 1 -screen 0 1280x900x24 -nolisten tcp > "$demo/display" 2> "$result/display.log" &
-    display_processes+=($!)
+    Xvfb -displayfd 1 -screen 0 1080x780x24 -nolisten tcp > "$demo/display" 2> "$result/display.log" &
+    display_processes=($!)
     until_true 10 test -s "$demo/display"
     DISPLAY=:$(cat "$demo/display")
     export DISPLAY QT_QPA_PLATFORM=xcb
     unset WAYLAND_DISPLAY
     openbox 2>> "$result/display.log" &
-    display_processes+=($!)
+    display_processes=($! "${display_processes[@]}") # the server ends last
 }
 
 # until_true SECONDS COMMAND...: repeats the command until it succeeds; fails when the time is over.
@@ -200,7 +200,8 @@ finish()
 {
     local process
     for process in $workstation $far_end "${display_processes[@]}"; do
-        kill "$process" 2> /dev/null || true
+        kill "$process" 2> /dev/null || continue
+        wait "$process" 2> /dev/null || true
     done
     rm -rf "$demo"
 }

@@ -1,0 +1,70 @@
+#include "tests/e2e/screen.h"
+
+#include <QtTest>
+
+namespace
+{
+QString xdotool(const QString &display, const QStringList &arguments)
+{
+    QProcess tool;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("DISPLAY"), display);
+    tool.setProcessEnvironment(environment);
+    tool.start(QStringLiteral("xdotool"), arguments);
+    tool.waitForFinished();
+    return QString::fromUtf8(tool.readAllStandardOutput()).trimmed();
+}
+
+QString windowOf(const QString &display, const QString &title)
+{
+    return xdotool(display, {QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"),
+                             QStringLiteral("^%1$").arg(title)})
+        .section(QLatin1Char('\n'), -1);
+}
+} // namespace
+
+Screen::Screen()
+{
+    m_server.start(QStringLiteral("Xvfb"), {QStringLiteral("-displayfd"), QStringLiteral("1"),
+                                            QStringLiteral("-screen"), QStringLiteral("0"),
+                                            QStringLiteral("1280x900x24"), QStringLiteral("-nolisten"),
+                                            QStringLiteral("tcp")});
+    QByteArray number;
+    while (!number.endsWith('\n')) {
+        if (!m_server.waitForReadyRead(20000))
+            qFatal("Xvfb does not start: %s", m_server.readAllStandardError().constData());
+        number += m_server.readAllStandardOutput();
+    }
+    display = QLatin1Char(':') + QString::fromLatin1(number.trimmed());
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("DISPLAY"), display);
+    m_windowManager.setProcessEnvironment(environment);
+    m_windowManager.start(QStringLiteral("openbox"), QStringList());
+    if (!m_windowManager.waitForStarted())
+        qFatal("openbox does not start");
+}
+
+Screen::~Screen()
+{
+    m_windowManager.kill();
+    m_windowManager.waitForFinished();
+    m_server.terminate();
+    m_server.waitForFinished();
+}
+
+bool Screen::hasWindow(const QString &title) const
+{
+    return !windowOf(display, title).isEmpty();
+}
+
+bool Screen::waitForWindow(const QString &title, int seconds) const
+{
+    return QTest::qWaitFor([&] { return hasWindow(title); }, seconds * 1000);
+}
+
+void Screen::press(const QString &title, const QString &key) const
+{
+    const QString window = windowOf(display, title);
+    xdotool(display, {QStringLiteral("windowactivate"), QStringLiteral("--sync"), window});
+    xdotool(display, {QStringLiteral("key"), QStringLiteral("--window"), window, key});
+}

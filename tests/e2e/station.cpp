@@ -1,0 +1,194 @@
+#include "tests/e2e/station.h"
+
+#include "tests/e2e/process_memory.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QSettings>
+#include <QTcpServer>
+#include <QtTest>
+
+namespace
+{
+QByteArray contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString withoutTypeMarks(const QByteArray &line)
+{
+    QString text = QString::fromUtf8(line);
+    for (int i = text.size() - 1; i >= 0; --i)
+        if (text[i].unicode() < 10)
+            text.remove(i, 1);
+    return text;
+}
+} // namespace
+
+Station::Station() : m_environment(QProcessEnvironment::systemEnvironment())
+{
+    set(QStringLiteral("CONNECT/processMode"), QStringLiteral("2"));
+    set(QStringLiteral("CONNECT/TcpMode"), QStringLiteral("true"));
+    set(QStringLiteral("CONNECT/TimeOut"), QStringLiteral("30"));
+    set(QStringLiteral("PATH/scanDirsTimeout"), QStringLiteral("1"));
+    set(QStringLiteral("SOUND/soundRTlgType"), QStringLiteral("0"));
+    set(QStringLiteral("SOUND/soundCTlgType"), QStringLiteral("0"));
+    callTo(1);
+    m_environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+}
+
+void Station::set(const QString &key, const QString &value)
+{
+    m_settings[key] = value;
+}
+
+void Station::callTo(quint16 port)
+{
+    set(QStringLiteral("CONNECT/AsTspSrv"), QStringLiteral("false"));
+    set(QStringLiteral("CONNECT/Адрес"), QStringLiteral("127.0.0.1"));
+    set(QStringLiteral("CONNECT/Порт"), QString::number(port));
+}
+
+void Station::listenOn(quint16 port)
+{
+    callTo(port);
+    set(QStringLiteral("CONNECT/AsTspSrv"), QStringLiteral("true"));
+}
+
+void Station::useKey(const QString &hex)
+{
+    set(QStringLiteral("CONNECT/processMode"), QStringLiteral("0"));
+    set(QStringLiteral("CORVA/key"), hex);
+}
+
+// Under AddressSanitizer its own library has to stand first; asking it to look away is enough.
+void Station::fakeTime(const QString &setting)
+{
+    m_environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(FAKETIME_LIBRARY));
+    m_environment.insert(QStringLiteral("FAKETIME"), setting);
+    m_environment.insert(QStringLiteral("ASAN_OPTIONS"),
+                         m_environment.value(QStringLiteral("ASAN_OPTIONS")) +
+                             QStringLiteral(":verify_asan_link_order=0"));
+}
+
+void Station::showOn(const QString &display)
+{
+    m_environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    m_environment.insert(QStringLiteral("DISPLAY"), display);
+}
+
+void Station::writeSettings() const
+{
+    QSettings file(path(QStringLiteral("velda.ini")), QSettings::IniFormat);
+    for (auto setting = m_settings.begin(); setting != m_settings.end(); ++setting)
+        file.setValue(setting.key(), setting.value());
+}
+
+void Station::start()
+{
+    if (!QFile::exists(path(QStringLiteral("velda.ini"))))
+        writeSettings();
+    process.setProcessEnvironment(m_environment);
+    process.start(QStringLiteral(VELDA_PROGRAM), {QStringLiteral("-d=") + directory.path()});
+    if (!process.waitForStarted())
+        qFatal("velda does not start");
+}
+
+bool Station::end(int seconds)
+{
+    terminate();
+    return waitForEnd(seconds) && endedWith(0);
+}
+
+QString Station::path(const QString &name) const
+{
+    return directory.filePath(name);
+}
+
+void Station::write(const QString &name, const QByteArray &content) const
+{
+    QDir().mkpath(QFileInfo(path(name)).path());
+    QFile file(path(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("cannot write %s", qPrintable(path(name)));
+}
+
+QByteArray Station::read(const QString &name) const
+{
+    return contentOf(path(name));
+}
+
+QStringList Station::names(const QString &directoryName, const QString &mask) const
+{
+    return QDir(path(directoryName))
+        .entryList({mask}, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+}
+
+QStringList Station::tree(const QString &directoryName) const
+{
+    const QDir root(path(directoryName));
+    QStringList result;
+    QDirIterator files(root.path(), QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext())
+        result << root.relativeFilePath(files.next());
+    result.sort();
+    return result;
+}
+
+QStringList Station::journalOf(const QString &day) const
+{
+    QStringList lines;
+    for (const QByteArray &line : read(QStringLiteral("prt/%1.prt").arg(day)).split('\n'))
+        lines << withoutTypeMarks(line);
+    return lines;
+}
+
+QStringList Station::journal() const
+{
+    QStringList lines;
+    for (const QString &name : names(QStringLiteral("prt"), QStringLiteral("????????.prt")))
+        lines << journalOf(name.left(8));
+    return lines;
+}
+
+bool Station::logged(const QString &part) const
+{
+    return count(part) > 0;
+}
+
+int Station::count(const QString &part) const
+{
+    return journal().filter(part).size();
+}
+
+QStringList Station::received() const
+{
+    QStringList result;
+    for (const QString &name : tree(QStringLiteral("inp")))
+        result << QString::fromUtf8(read(QStringLiteral("inp/") + name));
+    return result;
+}
+
+QString Station::state(const QString &key) const
+{
+    return QSettings(path(QStringLiteral("velda_state.ini")), QSettings::IniFormat)
+        .value(QStringLiteral("STATE/") + key)
+        .toString();
+}
+
+quint16 freePort()
+{
+    QTcpServer server;
+    if (!server.listen(QHostAddress::Any))
+        qFatal("no free port");
+    return server.serverPort();
+}
+
+QString telegram(const QString &text, int characters)
+{
+    QString body = text;
+    for (int line = 1; body.size() < characters; ++line)
+        body += QStringLiteral("\r\nСТРОКА %1 ДЛИННОЙ ТЕЛЕГРАММЫ НА ПРЯМОМ КАНАЛЕ=").arg(line, 4, 10, QLatin1Char('0'));
+    return QStringLiteral("ЗЦЗЦ ") + body + QStringLiteral("\r\nНННН  ");
+}

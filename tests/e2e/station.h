@@ -1,0 +1,58 @@
+#pragma once
+
+#include "tests/e2e/child.h"
+
+#include <QMap>
+#include <QTemporaryDir>
+
+/// The workstation as a process, on a data directory of its own with settings that a test chooses. The
+/// defaults: direct procedure, TCP client of 127.0.0.1, a scan each second, no window on a display, no sound.
+class Station : public Child
+{
+public:
+    Station();
+
+    /// A key of velda.ini, "PATH/keepFilesDays"; before start().
+    void set(const QString &key, const QString &value);
+    void callTo(quint16 port);             ///< be a client
+    void listenOn(quint16 port);           ///< be a server that admits 127.0.0.1
+    void useKey(const QString &hex);       ///< cipher, procedure 0
+    /// Run under libfaketime: "@2026-07-31 23:59:50 x10" is a start and a speed.
+    void fakeTime(const QString &setting);
+    void showOn(const QString &display);   ///< a window on a real or virtual display
+
+    /// Starts the program. Settings are written if there are none yet; a second start finds the former.
+    void start();
+    /// Ends it in order; true if it left with status 0 in time.
+    [[nodiscard]] bool end(int seconds = 20);
+
+    [[nodiscard]] QString path(const QString &name = QString()) const;
+    void write(const QString &name, const QByteArray &content) const; ///< a file, and its directories
+    [[nodiscard]] QByteArray read(const QString &name) const;
+    [[nodiscard]] QStringList names(const QString &directory, const QString &mask = QStringLiteral("*")) const;
+    /// Every file below \a directory, by its path from there.
+    [[nodiscard]] QStringList tree(const QString &directory) const;
+
+    /// Journal lines of all days, the newest day last, without type marks.
+    [[nodiscard]] QStringList journal() const;
+    [[nodiscard]] QStringList journalOf(const QString &day) const; ///< day as "20260731"
+    [[nodiscard]] bool logged(const QString &part) const;          ///< some journal line holds it
+    [[nodiscard]] int count(const QString &part) const;            ///< how many do
+    /// The telegrams received, the oldest first.
+    [[nodiscard]] QStringList received() const;
+    [[nodiscard]] QString state(const QString &key) const; ///< of velda_state.ini
+
+    QTemporaryDir directory;
+
+private:
+    void writeSettings() const;
+
+    QMap<QString, QString> m_settings;
+    QProcessEnvironment m_environment;
+};
+
+/// A TCP port that nobody uses at the moment.
+[[nodiscard]] quint16 freePort();
+
+/// A telegram from mark to mark with \a text between, and of at least \a characters.
+[[nodiscard]] QString telegram(const QString &text, int characters = 0);
