@@ -1,0 +1,440 @@
+#include "app/options.h"
+#include "app/state.h"
+#include "procedures/process_direct.h"
+#include "records/protocol.h"
+#include "tests/support/desk.h"
+#include "text/utils.h"
+#include "ui/raw_printer.h"
+
+#include <QElapsedTimer>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QtTest>
+
+#include <arpa/inet.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace
+{
+constexpr int SlowMs = 2000; // the main thread is held up for less, whatever the printer does
+
+/// A desk that prints raw, as UTF-8 without line feeds, its journal at the beginning of a line.
+class PrinterDesk : public Desk
+{
+public:
+    explicit PrinterDesk(const QString &printer = QString())
+    {
+        Options.PrinterType = 1;
+        Options.PrinterRaw = printer.isEmpty() ? path("printed") : printer;
+        Options.PrinterCodePage = 2;
+        Options.PrinterRawLFCount = 0;
+        Log.lines = QStringList{QString()};
+    }
+    [[nodiscard]] QByteArray printed() const
+    {
+        return CRawPrinter::instance().waitForIdle(10000) ? read("printed") : "the printer hangs";
+    }
+};
+
+/// A network printer on loopback that takes what comes.
+class NetworkPrinter
+{
+public:
+    explicit NetworkPrinter(const QString &address = "127.0.0.1", quint16 port = 0)
+    {
+        if (!server.listen(QHostAddress(address), port))
+            qFatal("cannot listen on %s", qPrintable(address));
+    }
+    [[nodiscard]] QString target() const { return QString("IP:127.0.0.1:%1").arg(server.serverPort()); }
+    /// The next job, read up to the printer's close.
+    [[nodiscard]] QByteArray job()
+    {
+        if (!server.hasPendingConnections() && !server.waitForNewConnection(5000))
+            return "no job";
+        QTcpSocket *const socket = server.nextPendingConnection();
+        QByteArray all;
+        while (socket->waitForReadyRead(5000))
+            all += socket->readAll();
+        return socket->state() == QTcpSocket::UnconnectedState ? all + socket->readAll() : "not closed";
+    }
+
+    QTcpServer server;
+};
+
+/// A port that completes no connection: its queue of one is taken.
+class DeafPort
+{
+public:
+    DeafPort() : m_listener(socket(AF_INET, SOCK_STREAM, 0)), m_caller(socket(AF_INET, SOCK_STREAM, 0))
+    {
+        sockaddr_in address = {};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t length = sizeof address;
+        auto *const plain = reinterpret_cast<sockaddr *>(&address);
+        if (bind(m_listener, plain, length) != 0 || listen(m_listener, 0) != 0 ||
+            getsockname(m_listener, plain, &length) != 0 || connect(m_caller, plain, length) != 0)
+            qFatal("cannot make a deaf port");
+        port = ntohs(address.sin_port);
+    }
+    ~DeafPort()
+    {
+        close(m_caller);
+        close(m_listener);
+    }
+    DeafPort(const DeafPort &) = delete;
+    DeafPort &operator=(const DeafPort &) = delete;
+
+    quint16 port = 0;
+
+private:
+    int m_listener;
+    int m_caller;
+};
+
+QByteArray manyLines()
+{
+    return QByteArray(20 * 1024 * 1024, 'A'); // more than the system's socket buffers hold
+}
+} // namespace
+
+/// Raw printing, to files, devices and network printers.
+class TestPrintRaw : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void target_data();
+    void target();
+    void codePage_data();
+    void codePage();
+    void lineFeeds_data();
+    void lineFeeds();
+    void clearText_data();
+    void clearText();
+    void nextJobReplacesTheFile();
+    void networkPrinterGetsTheBytes_data();
+    void networkPrinterGetsTheBytes();
+    void defaultPortIs9100_data();
+    void defaultPortIs9100();
+    void jobsComeInTheirOrder();
+    void refusedConnectionIsJournalled();
+    void missingHostIsJournalled();
+    void missingDeviceIsJournalled();
+    void directoryIsNoDevice();
+    void deviceWithoutRoomIsJournalled();
+    void failureTouchesNoFileAndNoCounter();
+    void deafHostIsGivenUpAfterThreeSeconds();
+    void printerThatDropsTheJobIsJournalled();
+    void hangingPrinterHoldsUpNobody();
+    void hangingDeviceHoldsUpNobody();
+    void openJobEndsWithTheProgram();
+};
+
+void TestPrintRaw::target_data()
+{
+    QTest::addColumn<QString>("option");
+    QTest::addColumn<bool>("network");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("port");
+
+    QTest::newRow("device") << "/dev/usb/lp0" << false << "/dev/usb/lp0" << 0;
+    QTest::newRow("parallel port") << "LPT1" << false << "LPT1" << 0;
+    QTest::newRow("name that begins alike") << "IPRINT" << false << "IPRINT" << 0;
+    QTest::newRow("nothing") << "" << false << "" << 0;
+    QTest::newRow("host") << "IP:10.0.0.5" << true << "10.0.0.5" << 9100;
+    QTest::newRow("lower case") << "ip:10.0.0.5" << true << "10.0.0.5" << 9100;
+    QTest::newRow("mixed case") << "Ip:10.0.0.5:515" << true << "10.0.0.5" << 515;
+    QTest::newRow("port 0") << "IP:10.0.0.5:0" << true << "10.0.0.5" << 9100;
+    QTest::newRow("empty port") << "IP:10.0.0.5:" << true << "10.0.0.5" << 9100;
+    QTest::newRow("port 1") << "IP:10.0.0.5:1" << true << "10.0.0.5" << 1;
+    QTest::newRow("port 65535") << "IP:10.0.0.5:65535" << true << "10.0.0.5" << 65535;
+    QTest::newRow("port 65536") << "IP:10.0.0.5:65536" << true << "10.0.0.5" << 9100;
+    QTest::newRow("port in letters") << "IP:10.0.0.5:raw" << true << "10.0.0.5" << 9100;
+    QTest::newRow("two ports") << "IP:10.0.0.5:1:2" << true << "10.0.0.5" << 9100;
+    QTest::newRow("name of a host") << "IP:Printer.local:9101" << true << "Printer.local" << 9101;
+    QTest::newRow("blanks") << "IP: 10.0.0.5 : 9101 " << true << "10.0.0.5" << 9101;
+    QTest::newRow("no host") << "IP:" << true << "" << 9100;
+}
+
+void TestPrintRaw::target()
+{
+    QFETCH(QString, option);
+    QFETCH(bool, network);
+    QFETCH(QString, name);
+    QFETCH(int, port);
+    const RawPrinterTarget target = RawPrinterTarget::read(option);
+    QCOMPARE(target.network, network);
+    QCOMPARE(target.name, name);
+    QCOMPARE(int(target.port), port);
+}
+
+void TestPrintRaw::codePage_data()
+{
+    QTest::addColumn<int>("page");
+    QTest::addColumn<QByteArray>("bytes");
+
+    QTest::newRow("CORVA") << 0 << QByteArray("\x05\x80\x9F\x8F\r\n1", 7);
+    QTest::newRow("Windows-1251") << 1 << QByteArray("*\xC0\xDF\xCF\r\n1");
+    QTest::newRow("UTF-8") << 2 << QByteArray("*\xD0\xB0\xD0\xAF\xD0\xBF\r\n1");
+    QTest::newRow("unknown") << 7 << QByteArray("*\xD0\xB0\xD0\xAF\xD0\xBF\r\n1");
+}
+
+void TestPrintRaw::codePage()
+{
+    QFETCH(int, page);
+    QFETCH(QByteArray, bytes);
+    const PrinterDesk desk;
+    Options.PrinterCodePage = page;
+    CUtils::printText("*аЯп\r\n1");
+    QCOMPARE(desk.printed(), bytes);
+}
+
+void TestPrintRaw::lineFeeds_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::addColumn<QByteArray>("bytes");
+
+    QTest::newRow("0") << 0 << QByteArray("A\r\n");
+    QTest::newRow("1") << 1 << QByteArray("A\r\n\n");
+    QTest::newRow("2") << 2 << QByteArray("A\r\n\n\n");
+    QTest::newRow("negative") << -3 << QByteArray("A\r\n");
+    QTest::newRow("absurd") << 2147483647 << QByteArray("A\r\n") + QByteArray(10000, '\n');
+}
+
+void TestPrintRaw::lineFeeds()
+{
+    QFETCH(int, count);
+    QFETCH(QByteArray, bytes);
+    const PrinterDesk desk;
+    Options.PrinterRawLFCount = count;
+    CUtils::printText("A\r\n");
+    QCOMPARE(desk.printed(), bytes);
+    QCOMPARE(desk.journal(), QStringList{QString()});
+}
+
+void TestPrintRaw::clearText_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("clear");
+
+    QTest::newRow("the six marks") << "\"|А#1&B<>"
+                                   << "А1B";
+    QTest::newRow("commands") << "А@HБ@N12@В@12*Г"
+                              << "АБВГ";
+    QTest::newRow("line ends stay") << "А\r\nБ"
+                                    << "А\r\nБ";
+    QTest::newRow("a mark inside a command") << "А@#HБ"
+                                             << "АБ";
+}
+
+void TestPrintRaw::clearText()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, clear);
+    const PrinterDesk desk;
+    CUtils::printClearText(text);
+    QCOMPARE(QString::fromUtf8(desk.printed()), clear);
+    CUtils::printText(text);
+    QCOMPARE(QString::fromUtf8(desk.printed()), text);
+}
+
+void TestPrintRaw::nextJobReplacesTheFile()
+{
+    const PrinterDesk desk;
+    CUtils::printText("ПЕРВЫЙ");
+    CUtils::printText("2");
+    QCOMPARE(desk.printed(), QByteArray("2"));
+}
+
+void TestPrintRaw::networkPrinterGetsTheBytes_data()
+{
+    QTest::addColumn<QString>("prefix");
+
+    QTest::newRow("capitals") << "IP:127.0.0.1:";
+    QTest::newRow("small letters") << "ip:127.0.0.1:";
+    QTest::newRow("name") << "iP:localhost:";
+}
+
+void TestPrintRaw::networkPrinterGetsTheBytes()
+{
+    QFETCH(QString, prefix);
+    NetworkPrinter printer;
+    const PrinterDesk desk(prefix + QString::number(printer.server.serverPort()));
+    Options.PrinterCodePage = 1;
+    Options.PrinterRawLFCount = 2;
+    CUtils::printText("Привет\r\n");
+    QCOMPARE(printer.job(), QByteArray("\xCF\xD0\xC8\xC2\xC5\xD2\r\n\n\n"));
+    QVERIFY(CRawPrinter::instance().waitForIdle(5000));
+    QCOMPARE(desk.journal(), QStringList{QString()});
+}
+
+void TestPrintRaw::defaultPortIs9100_data()
+{
+    QTest::addColumn<QString>("option");
+
+    QTest::newRow("no port") << "ip:127.9.1.77";
+    QTest::newRow("port 0") << "IP:127.9.1.77:0";
+}
+
+void TestPrintRaw::defaultPortIs9100()
+{
+    QFETCH(QString, option);
+    NetworkPrinter printer("127.9.1.77", 9100);
+    const PrinterDesk desk(option);
+    CUtils::printText("A");
+    QCOMPARE(printer.job(), QByteArray("A"));
+}
+
+void TestPrintRaw::jobsComeInTheirOrder()
+{
+    NetworkPrinter printer;
+    const PrinterDesk desk(printer.target());
+    for (const char *text : {"1", "2", "3"})
+        CUtils::printText(text);
+    QCOMPARE(printer.job(), QByteArray("1"));
+    QCOMPARE(printer.job(), QByteArray("2"));
+    QCOMPARE(printer.job(), QByteArray("3"));
+}
+
+void TestPrintRaw::refusedConnectionIsJournalled()
+{
+    QString address;
+    {
+        const NetworkPrinter printer;
+        address = printer.target().mid(3);
+    }
+    const PrinterDesk desk("IP:" + address);
+    CUtils::printText("A");
+    QTRY_COMPARE(desk.journal(), (QStringList{"412:00:00 Error connect to printer " + address,
+                                              "412:00:00 Connection refused", QString()}));
+}
+
+void TestPrintRaw::missingHostIsJournalled()
+{
+    const PrinterDesk desk("IP:");
+    CUtils::printText("A");
+    QTRY_COMPARE(desk.journal(), (QStringList{"412:00:00 Error connect to printer :9100",
+                                              "412:00:00 Host not found", QString()}));
+}
+
+void TestPrintRaw::missingDeviceIsJournalled()
+{
+    const PrinterDesk desk("absent/lp0");
+    CUtils::printText("A");
+    QTRY_COMPARE(desk.journal(), (QStringList{"412:00:00 Error open printer absent/lp0", QString()}));
+}
+
+void TestPrintRaw::directoryIsNoDevice()
+{
+    const PrinterDesk desk("out");
+    CUtils::printText("A");
+    QTRY_COMPARE(desk.journal(), (QStringList{"412:00:00 Error open printer out", QString()}));
+}
+
+void TestPrintRaw::deviceWithoutRoomIsJournalled()
+{
+    const PrinterDesk desk("/dev/full");
+    CUtils::printText("A");
+    QTRY_COMPARE(desk.journal(), (QStringList{"412:00:00 Error write to printer /dev/full", QString()}));
+}
+
+void TestPrintRaw::failureTouchesNoFileAndNoCounter()
+{
+    const PrinterDesk desk("absent/lp0");
+    Options.processMode = 2;
+    Options.autoPrintMode = 3;
+    const QString telegram = "ЗЦЗЦ А\r\nНННН  ";
+    ProcessDirect.processReceive(telegram);
+    QTRY_COMPARE(desk.journal(), (QStringList{"312:00:00 Файл сохранен:inp/20260731/20260731_120000",
+                                              "312:00:00 Печать файла",
+                                              "412:00:00 Error open printer absent/lp0", QString()}));
+    QCOMPARE(desk.read("inp/20260731/20260731_120000"), telegram.toUtf8());
+    QCOMPARE(State.PK_in, 1);
+}
+
+void TestPrintRaw::deafHostIsGivenUpAfterThreeSeconds()
+{
+    const DeafPort deaf;
+    const QString address = QString("127.0.0.1:%1").arg(deaf.port);
+    const PrinterDesk desk("IP:" + address);
+    QElapsedTimer timer;
+    timer.start();
+    CUtils::printText("A");
+    QVERIFY(timer.elapsed() < SlowMs);
+    QCOMPARE(desk.journal(), QStringList{QString()});
+
+    QTRY_COMPARE_WITH_TIMEOUT(desk.journal(),
+                              (QStringList{"412:00:00 Error connect to printer " + address,
+                                           "412:00:00 Socket operation timed out", QString()}),
+                              15000);
+    QVERIFY(timer.elapsed() >= 2900);
+}
+
+void TestPrintRaw::printerThatDropsTheJobIsJournalled()
+{
+    NetworkPrinter printer;
+    const PrinterDesk desk(printer.target());
+    CUtils::printText(manyLines());
+    QVERIFY(printer.server.waitForNewConnection(5000));
+    printer.server.nextPendingConnection()->abort();
+    QTRY_COMPARE(desk.journal(),
+                 (QStringList{"412:00:00 Error write to printer " + printer.target().mid(3), QString()}));
+}
+
+void TestPrintRaw::hangingPrinterHoldsUpNobody()
+{
+    NetworkPrinter printer;
+    const PrinterDesk desk(printer.target());
+    QElapsedTimer timer;
+    timer.start();
+    CUtils::printText(manyLines()); // nobody reads it yet
+    CUtils::printText("B");
+    QVERIFY(timer.elapsed() < SlowMs);
+    QVERIFY(!CRawPrinter::instance().waitForIdle(0));
+    ProcessDirect.processReceive("ЗЦЗЦ А\r\nНННН  ");
+    QCOMPARE(State.PK_in, 1);
+
+    QCOMPARE(printer.job(), manyLines());
+    QCOMPARE(printer.job(), QByteArray("B"));
+    QVERIFY(CRawPrinter::instance().waitForIdle(5000));
+    QCOMPARE(desk.journal(),
+             (QStringList{"312:00:00 Файл сохранен:inp/20260731/20260731_120000", QString()}));
+}
+
+void TestPrintRaw::hangingDeviceHoldsUpNobody()
+{
+    const PrinterDesk desk("pipe");
+    QCOMPARE(mkfifo(desk.path("pipe").toUtf8().constData(), 0600), 0); // to open it waits for a reader
+    QElapsedTimer timer;
+    timer.start();
+    CUtils::printText("A");
+    CUtils::printText("B");
+    QVERIFY(timer.elapsed() < SlowMs);
+
+    QByteArray all;
+    while (all.size() < 2)
+        all += desk.read("pipe");
+    QCOMPARE(all, QByteArray("AB"));
+    QVERIFY(CRawPrinter::instance().waitForIdle(5000));
+}
+
+/// Stays the last: the queue takes no job any more.
+void TestPrintRaw::openJobEndsWithTheProgram()
+{
+    NetworkPrinter printer;
+    const PrinterDesk desk(printer.target());
+    CUtils::printText(manyLines());
+    QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+    QCoreApplication::exec();
+
+    QVERIFY(CRawPrinter::instance().isFinished() || CRawPrinter::instance().waitForIdle(1000));
+    QCOMPARE(desk.journal(),
+             (QStringList{"412:00:00 Печать прервана",
+                          "412:00:00 Error write to printer " + printer.target().mid(3), QString()}));
+}
+
+QTEST_GUILESS_MAIN(TestPrintRaw)
+#include "test_print_raw.moc"
