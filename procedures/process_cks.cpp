@@ -1,13 +1,110 @@
+// The terminal's forms, the work of each second and the sending of queue files.
+
 #include "procedures/process_cks.h"
 
-void CProcessCKS::timeCheck1sec() {}
+#include "app/clock.h"
+#include "app/options.h"
+#include "app/state.h"
+#include "link/tlg_thread.h"
+#include "records/protocol.h"
+#include "records/send_model.h"
+#include "text/utils.h"
 
-void CProcessCKS::processReceive(QString text)
+#include <QDir>
+#include <QFile>
+
+void CProcessCKS::SendKG(int code)
 {
-    receiveBuffer += text;
+    switch (code) {
+    case 0:
+        State.askReceiptCountdown = 0;
+        askReceipt();
+        return;
+    case 1: {
+        const QString figures = CUtils::StringNNN(State.PK_in);
+        SendTlgText(QStringLiteral("|ЗЦЗЦ КС ВАШ ") + figures + QLatin1Char('=') + figures +
+                    QStringLiteral(" НННН  "));
+        State.sendReceiptCountdown = 0;
+        return;
+    }
+    case 2: SendTlgText(QStringLiteral("|ЗЦЗЦ КС СТОП НННН  ")); return;
+    case 5: SendTlgText(QStringLiteral("|ЗЦЗЦ КС ТЕКСТ НННН  ")); return;
+    default: return; // the button of code 4 sends nothing, and that is meant
+    }
 }
 
-void CProcessCKS::SendKG(int) {}
-void CProcessCKS::clearOut() {}
-void CProcessCKS::checkForSendNewTlg(CTableViewModelItem_Send &) {}
-void CProcessCKS::checkQuietTime() {}
+void CProcessCKS::askReceipt()
+{
+    SendTlgText(QStringLiteral("|ЗЗ "));
+    State.askSent = true;
+}
+
+void CProcessCKS::timeCheck1sec()
+{
+    constexpr int QuietSeconds = 3; // both countdowns stand still while the line talks
+    constexpr int CheckEachSeconds = 5;
+    if (!State.dayChangeQuiet && Time.time.hour() == 23 && Time.time.minute() > 55)
+        State.dayChangeQuiet = true;
+    if (State.secondsSinceRx >= QuietSeconds) {
+        if (State.askReceiptCountdown != 0 && TlgThread.linkUp()) {
+            if (--State.askReceiptCountdown == 0 && State.stopCountdown == 0)
+                askReceipt();
+        } else if (State.sendReceiptCountdown != 0) {
+            // Falls without a link too, and then its receipt is lost: the centre will ask again.
+            if (--State.sendReceiptCountdown == 0 && State.stopCountdown == 0 && TlgThread.linkUp())
+                SendKG(1);
+        }
+    }
+    if (receiveChunks != 0 || State.secondsSinceRx % CheckEachSeconds == 0) {
+        receiveChunks = 0;
+        checkReceive();
+    }
+}
+
+void CProcessCKS::checkQuietTime()
+{
+    const int hour = Time.time.hour();
+    const int minute = Time.time.minute();
+    if ((hour == 23 && minute >= 55) || (hour == 0 && minute == 0))
+        return;
+    State.dayChangeQuiet = false;
+    SendKG(0);
+}
+
+void CProcessCKS::clearOut()
+{
+    (void)TlgThread.sendBuffer.mTake();
+}
+
+void CProcessCKS::checkForSendNewTlg(CTableViewModelItem_Send &item)
+{
+    if (State.PK_out != State.CKS_in) {
+        Log.addCacheServiceString(QStringLiteral("Расхождение счетчиков, отправка  ") + item.fileName +
+                                      QStringLiteral(" отменена"),
+                                  ProtocolInfo, true);
+        State.askReceiptCountdown = 2;
+        State.setAutomatic(false);
+        return;
+    }
+    if (item.bad)
+        return;
+    State.currentFile = item.fileName;
+    Log.addCacheServiceString(QStringLiteral("Отправка файла: ") + State.currentFile, ProtocolInfo, true);
+    QFile file(State.pathOut() + QDir::separator() + State.currentFile);
+    if (!file.open(QIODevice::ReadOnly)) {
+        Log.addCacheServiceString(QStringLiteral("Невозможно прочитать файл"), ProtocolError, true);
+        State.currentFile.clear();
+        return;
+    }
+    const QByteArray bytes = file.readAll();
+    const QString text = QString::fromUtf8(bytes.constData()); // up to the first NUL
+    // The number is spent before a character has gone out, so that no number is used twice after a crash.
+    const QString telegram = QStringLiteral("|ЗЦЗЦ ") + CUtils::StringNNN(State.incOut()) + QLatin1Char(' ') +
+                             text + QStringLiteral(" НННН  ");
+    SendTlgText(telegram);
+    State.fileInProgress = true;
+    if (Options.autoPrintMode == 2 || Options.autoPrintMode == 3) {
+        Log.addCacheServiceString(QStringLiteral("Печать файла"), ProtocolInfo, true);
+        CUtils::printClearText(telegram);
+    }
+}

@@ -4,25 +4,76 @@
 
 class CTableViewModelItem_Send;
 
-/// Numbered exchange with a message switching centre.
+/// Numbered exchange with a message switching centre. The centre numbers what it sends and counts what it
+/// gets; telegrams and service messages ("КГ") come in the same brackets "ЗЦЗЦ " ... "НННН  ". A sent
+/// telegram leaves the queue only by the centre's receipt. Wherever the counters disagree, the procedure
+/// falls back to manual mode. Main thread; all waits are countdowns in State.
 class CProcessCKS : public CProcess
 {
     Q_OBJECT
 
 public:
     void timeCheck1sec() override;
+    /// Only gathers: checkReceive() reads the buffer on the tick.
     void processReceive(QString text) override;
 
-    /// Sends a short form of the terminal: 0 receipt request, 1 receipt, 2 stop, 5 text; others nothing.
+    /// Sends a short form: 0 receipt request, 1 receipt, 2 stop, 5 text. Any other code, 4 included, sends
+    /// nothing.
     void SendKG(int code);
-    /// Empties the send buffer.
-    void clearOut();
+    /// Interprets a service message, given without its brackets. An unknown one changes nothing.
+    void ProcessKG(const QString &text);
+    /// Asks the operator to confirm telegram \a number of category Р; the mode becomes 5.
+    void confirmR(int number);
+
+    /// Takes at most one message out of the receive buffer.
+    void checkReceive();
+    /// Stores a telegram whose number follows PK_in; any other number stops the line.
+    void ProcessTlg(int number, const QString &body, const QString &head, const QString &tail);
+    /// Compares the centre's time stamp at \a position of the receive buffer, if one stands there.
+    void checkTimeAfterNNNN(int position) const;
+
     /// Puts a queue file on the line, if the counters agree.
     void checkForSendNewTlg(CTableViewModelItem_Send &item);
+    /// Empties the send buffer.
+    void clearOut();
     /// The tick's work while dayChangeQuiet is set: ends the quiet time once midnight is past.
     void checkQuietTime();
 
-    int receiveChunks = 0;
+signals:
+    void confirmationDue(int number); ///< a telegram of category Р waits for the operator's confirmation
+    void categoryAnnounced();         ///< the centre sends a telegram with a category
+
+public:
+    int receiveChunks = 0; ///< pieces of text since the last check
+
+private:
+    /// The words and figures of "ВАШ 012 НАШ 034 ПОСЛЕДНИЕ ...".
+    struct Receipt;
+
+    void takeReceiptRequest(const QString &text);
+    void takeReceipt(const QString &text);
+    void takeReceiptWords(const Receipt &receipt, const QString &text);
+    void takeReceiptOfSent();
+    void takeReceiptOfReceived(const Receipt &receipt);
+    void takeOpening(const QString &text);
+    void takeState(const QString &text);
+    void takeWaiting(const QString &text);
+    void takeRenumbering(const QString &text);
+    void takeCorrection(const QString &text);
+    void takeNothing(const QString &text);
+    void takeDistortion(const QString &text);
+    void takeCategory(const QString &text);
+    void takeAcceptance(const QString &text);
+    void takeConfirmationRequest(const QString &text);
+    void takeRefusal(const QString &text);
+
+    void dropNoise();
+    void takeMessage(int end, QString tail);
+    void storeTelegram(int number, const QString &body, const QString &whole);
+    void acceptFile(int number);
+    void setFileAside(const QString &suffix, bool tryFurtherNames);
+    void endFile();
+    void askReceipt();
 };
 
 extern CProcessCKS ProcessCKS;

@@ -1,0 +1,152 @@
+// The sorting of received text into service messages and telegrams.
+
+#include "procedures/process_cks.h"
+
+#include "app/clock.h"
+#include "app/options.h"
+#include "app/state.h"
+#include "records/protocol.h"
+#include "text/utils.h"
+
+namespace
+{
+constexpr int StartMarkLength = 5;
+constexpr int EndMarkLength = 6;
+constexpr int MostNoise = 256; // characters kept without a start mark; cut to NoiseKept
+constexpr int NoiseKept = 200;
+constexpr int SilenceWithoutReturn = 5; // seconds after which a message counts without its return
+
+/// "012 " at \a position: three decimal digits with a blank.
+bool isNumberAt(const QString &text, int position)
+{
+    if (text.size() < position + 4)
+        return false;
+    for (int i = position; i < position + 3; ++i)
+        if (!text.at(i).isDigit())
+            return false;
+    return text.at(position + 3) == QLatin1Char(' ');
+}
+
+/// Length of the text from its start through the note that \a text, which begins with the end mark, holds;
+/// -1 if no form of the note decides it.
+int lengthThroughNote(const QString &text)
+{
+    const QString longForms[] = {QStringLiteral("....МИН...."), QStringLiteral("....|МИН#....")};
+    for (const QString &form : longForms) {
+        const int note = text.indexOf(form);
+        if (note <= 0)
+            continue;
+        for (const QString &end : {QStringLiteral("----\r\n"), QStringLiteral("\r\n")}) {
+            const int position = text.indexOf(end, note + form.size());
+            if (position >= 0)
+                return position + end.size();
+        }
+        return -1;
+    }
+    constexpr int ShortNoteLength = 13; // of both short forms, though the one with marks is longer
+    const QString shortForms[] = {QStringLiteral("....|МИН#.\r\n\n\n\n"),
+                                  QStringLiteral("....МИН.\r\n\n\n\n")};
+    for (const QString &form : shortForms) {
+        const int note = text.indexOf(form);
+        if (note >= 0)
+            return note + ShortNoteLength;
+    }
+    return -1;
+}
+} // namespace
+
+void CProcessCKS::processReceive(QString text)
+{
+    receiveBuffer += text;
+    ++receiveChunks;
+}
+
+void CProcessCKS::checkReceive()
+{
+    const int start = CUtils::indexOfZCZC(receiveBuffer);
+    if (start < 0)
+        return dropNoise();
+    receiveBuffer.remove(0, start);
+    const int end = CUtils::indexOfNNNN(receiveBuffer);
+    if (end < 0)
+        return;
+    QString tail;
+    const int carriageReturn = receiveBuffer.indexOf(QLatin1Char('\r'), end);
+    if (carriageReturn >= 0) {
+        tail = receiveBuffer.mid(end, carriageReturn - end);
+        checkTimeAfterNNNN(end + EndMarkLength);
+    } else if (State.secondsSinceRx < SilenceWithoutReturn) {
+        return;
+    } else {
+        tail = receiveBuffer.mid(end, EndMarkLength);
+    }
+    takeMessage(end, tail);
+}
+
+/// Without a start mark there is no message; a time stamp behind a lone end mark is still compared.
+void CProcessCKS::dropNoise()
+{
+    constexpr int MarkWithStamp = 11;
+    const int end = CUtils::indexOfNNNN(receiveBuffer);
+    if (end >= 0 && end + MarkWithStamp < receiveBuffer.size()) {
+        checkTimeAfterNNNN(end + EndMarkLength);
+        receiveBuffer.remove(0, end + EndMarkLength);
+    }
+    if (receiveBuffer.size() > MostNoise)
+        receiveBuffer = receiveBuffer.right(NoiseKept);
+}
+
+/// Takes the message in front of the end mark at \a end, unless it waits for its note. The message leaves
+/// the buffer before it is acted on: a print job or a dialog may let the tick run in between.
+void CProcessCKS::takeMessage(int end, QString tail)
+{
+    QString head;
+    QString copy = receiveBuffer.left(end);
+    // A message interrupted by a new start mark is void: only what follows the last mark counts.
+    for (int mark = CUtils::indexOfZCZC(copy); mark >= 0; mark = CUtils::indexOfZCZC(copy)) {
+        head = copy.mid(mark, StartMarkLength);
+        copy.remove(0, mark + StartMarkLength);
+    }
+    const int numberAt = copy.startsWith(QLatin1Char('#')) ? 1 : 0;
+    if (!isNumberAt(copy, numberAt)) {
+        receiveBuffer.remove(0, end + EndMarkLength);
+        ProcessKG(copy);
+        return;
+    }
+    if (Options.waitNote != 0 && State.secondsSinceRx < Options.waitNoteTimeOut) {
+        const int length = lengthThroughNote(receiveBuffer.mid(end));
+        if (length >= 0)
+            tail = receiveBuffer.mid(end, length);
+        else if (CUtils::indexOfZCZC(receiveBuffer.mid(end)) < 0)
+            return;
+    }
+    receiveBuffer.remove(0, end + EndMarkLength);
+    const int number = copy.midRef(numberAt, 3).toInt();
+    head += copy.leftRef(numberAt + 4);
+    ProcessTlg(number, copy.mid(numberAt + 4), head, tail);
+}
+
+void CProcessCKS::checkTimeAfterNNNN(int position) const
+{
+    constexpr int FirstComparedMinute = 6; // the turn of the day is not compared
+    constexpr int LastComparedMinute = 1434;
+    if (position < receiveBuffer.size() && receiveBuffer.at(position) == QLatin1Char('#'))
+        ++position;
+    if (receiveBuffer.size() < position + 4)
+        return;
+    int digits[4];
+    for (int i = 0; i < 4; ++i) {
+        digits[i] = receiveBuffer.at(position + i).digitValue();
+        if (digits[i] < 0)
+            return;
+    }
+    if (receiveBuffer.size() > position + 4 && receiveBuffer.at(position + 4) > QLatin1Char(' '))
+        return;
+    const int own = Time.time.hour() * 60 + Time.time.minute();
+    if (own < FirstComparedMinute || own > LastComparedMinute)
+        return;
+    const int centre = (digits[0] * 10 + digits[1]) * 60 + digits[2] * 10 + digits[3];
+    if (qAbs(own - centre) > 1)
+        Log.addCacheServiceString(QStringLiteral("Расхождение времени c ЦКС более 1 мин"), ProtocolInfo,
+                                  true);
+}

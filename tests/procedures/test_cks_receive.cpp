@@ -1,0 +1,349 @@
+// The sorting of received text into service messages and telegrams, cut anywhere.
+
+#include "app/clock.h"
+#include "app/options.h"
+#include "tests/procedures/cks_desk.h"
+
+#include <QDir>
+#include <QRandomGenerator>
+#include <QtTest>
+
+class TestCksReceive : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void gatheringDoesNotParse();
+    void noiseIsCutAboveTwoHundredFiftySix();
+    void textBeforeTheStartMarkIsDropped();
+    void messageWaitsForItsEndMark();
+    void twoDigitsAreAServiceMessage();
+    void numberWithFigureMarkBelongsToTheHead();
+    void textAfterTheLastStartMarkCounts();
+    void latinMarksServeToo();
+    void emptyMessageIsIgnored();
+    void oneMessagePerCheck();
+    void withoutReturnWaitsFiveSecondsOfSilence();
+    void tailReachesTheReturn();
+    void loneEndMarkIsATimeStamp_data();
+    void loneEndMarkIsATimeStamp();
+    void timeStamp_data();
+    void timeStamp();
+    void timeStampAtTheTurnOfTheDay_data();
+    void timeStampAtTheTurnOfTheDay();
+    void note_data();
+    void note();
+    void noteIsWaitedForUntilItsLimit();
+    void telegramBehindEndsTheWaitForTheNote();
+    void noteIsNoMatterForServiceMessages();
+    void randomCutsGiveTheSameDay();
+};
+
+namespace
+{
+/// One stored telegram of the day with its text, "name=text", in order of names.
+QStringList stored(const Desk &desk)
+{
+    QStringList all;
+    const QStringList names = desk.names("inp/20260731");
+    for (const QString &name : names)
+        all << name + QLatin1Char('=') + QString::fromUtf8(desk.read("inp/20260731/" + name));
+    return all;
+}
+
+const QString OffLine = QStringLiteral("312:00:00 Расхождение времени c ЦКС более 1 мин");
+} // namespace
+
+void TestCksReceive::gatheringDoesNotParse()
+{
+    const CksDesk desk;
+    ProcessCKS.processReceive("ЗЦЗЦ СВЯЗЬ ");
+    ProcessCKS.processReceive("ОТКРЫТА НННН  \r\n");
+    QCOMPARE(ProcessCKS.receiveChunks, 2);
+    QCOMPARE(State.tlgMode, 0);
+    ProcessCKS.checkReceive();
+    QCOMPARE(State.tlgMode, 3);
+    QCOMPARE(ProcessCKS.receiveBuffer, QStringLiteral("\r\n"));
+}
+
+void TestCksReceive::noiseIsCutAboveTwoHundredFiftySix()
+{
+    const CksDesk desk;
+    ProcessCKS.processReceive(QString(256, 'A'));
+    ProcessCKS.checkReceive();
+    QCOMPARE(ProcessCKS.receiveBuffer.size(), 256);
+    ProcessCKS.processReceive("B");
+    ProcessCKS.checkReceive();
+    QCOMPARE(ProcessCKS.receiveBuffer, QString(199, 'A') + 'B');
+}
+
+void TestCksReceive::textBeforeTheStartMarkIsDropped()
+{
+    const CksDesk desk;
+    ProcessCKS.processReceive("ШУМ ЗЦЗЦ СВЯЗЬ ОТКР");
+    ProcessCKS.checkReceive();
+    QCOMPARE(ProcessCKS.receiveBuffer, QStringLiteral("ЗЦЗЦ СВЯЗЬ ОТКР"));
+}
+
+void TestCksReceive::messageWaitsForItsEndMark()
+{
+    const CksDesk desk;
+    const QString text = QStringLiteral("ЗЦЗЦ ") + QString(1000, QChar(0x0410)) + QStringLiteral(" НННН ");
+    ProcessCKS.processReceive(text);
+    State.secondsSinceRx = 1000;
+    ProcessCKS.checkReceive();
+    QCOMPARE(ProcessCKS.receiveBuffer, text);
+}
+
+void TestCksReceive::twoDigitsAreAServiceMessage()
+{
+    const CksDesk desk;
+    ProcessCKS.processReceive("ЗЦЗЦ 12 ПРИВЕТ НННН  \r\n");
+    ProcessCKS.checkReceive();
+    QCOMPARE(ProcessCKS.receiveBuffer, QStringLiteral("\r\n"));
+    QCOMPARE(desk.noted(), QStringList());
+    QVERIFY(stored(desk).isEmpty());
+}
+
+void TestCksReceive::numberWithFigureMarkBelongsToTheHead()
+{
+    const CksDesk desk;
+    State.PK_in = 11;
+    ProcessCKS.processReceive("ЗЦЗЦ #012 ТЕКСТ НННН  \r\n");
+    ProcessCKS.checkReceive();
+    QCOMPARE(stored(desk), QStringList("20260731u000.012=ЗЦЗЦ #012 ТЕКСТ НННН  "));
+    QCOMPARE(State.PK_in, 12);
+}
+
+void TestCksReceive::textAfterTheLastStartMarkCounts()
+{
+    const CksDesk desk;
+    State.PK_in = 4;
+    ProcessCKS.processReceive("ЗЦЗЦ 009 ПРЕРВАНО ZCZC 008 ТОЖЕ ЗЦЗЦ 005 ТЕКСТ НННН  \r");
+    ProcessCKS.checkReceive();
+    QCOMPARE(stored(desk), QStringList("20260731u000.005=ЗЦЗЦ 005 ТЕКСТ НННН  "));
+}
+
+void TestCksReceive::latinMarksServeToo()
+{
+    const CksDesk desk;
+    ProcessCKS.processReceive("ZCZC 001 TEXT NNNN  1200\r\n");
+    ProcessCKS.checkReceive();
+    QCOMPARE(stored(desk), QStringList("20260731u000.001=ZCZC 001 TEXT NNNN  1200"));
+}
+
+void TestCksReceive::emptyMessageIsIgnored()
+{
+    const CksDesk desk;
+    ProcessCKS.processReceive("ЗЦЗЦ НННН  \r\n");
+    ProcessCKS.checkReceive();
+    QCOMPARE(ProcessCKS.receiveBuffer, QStringLiteral("\r\n"));
+    QCOMPARE(desk.noted(), QStringList());
+}
+
+void TestCksReceive::oneMessagePerCheck()
+{
+    const CksDesk desk;
+    ProcessCKS.processReceive("ЗЦЗЦ 001 А НННН  \r\nЗЦЗЦ 002 Б НННН  \r\n");
+    ProcessCKS.checkReceive();
+    QCOMPARE(State.PK_in, 1);
+    ProcessCKS.checkReceive();
+    QCOMPARE(State.PK_in, 2);
+}
+
+void TestCksReceive::withoutReturnWaitsFiveSecondsOfSilence()
+{
+    const CksDesk desk;
+    ProcessCKS.processReceive("ЗЦЗЦ 001 ТЕКСТ НННН  1200");
+    State.secondsSinceRx = 4;
+    ProcessCKS.checkReceive();
+    QCOMPARE(State.PK_in, 0);
+    State.secondsSinceRx = 5;
+    ProcessCKS.checkReceive();
+    QCOMPARE(stored(desk), QStringList("20260731u000.001=ЗЦЗЦ 001 ТЕКСТ НННН  "));
+    QCOMPARE(ProcessCKS.receiveBuffer, QStringLiteral("1200"));
+}
+
+void TestCksReceive::tailReachesTheReturn()
+{
+    const CksDesk desk;
+    ProcessCKS.processReceive("ЗЦЗЦ 001 ТЕКСТ НННН  #1201 ХВОСТ\r\n");
+    ProcessCKS.checkReceive();
+    QCOMPARE(stored(desk), QStringList("20260731u000.001=ЗЦЗЦ 001 ТЕКСТ НННН  #1201 ХВОСТ"));
+}
+
+void TestCksReceive::loneEndMarkIsATimeStamp_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("taken");
+    QTest::addColumn<bool>("noted");
+    QTest::newRow("twelve characters, far off") << "НННН  1035\r\n" << true << true;
+    QTest::newRow("twelve characters, right") << "ШУМ НННН  1200\r\n" << true << false;
+    QTest::newRow("eleven characters") << "НННН  1035\r" << false << false;
+}
+
+void TestCksReceive::loneEndMarkIsATimeStamp()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, taken);
+    QFETCH(bool, noted);
+    const CksDesk desk;
+    ProcessCKS.processReceive(text);
+    ProcessCKS.checkReceive();
+    QCOMPARE(ProcessCKS.receiveBuffer, taken ? text.mid(text.indexOf("НННН  ") + 6) : text);
+    QCOMPARE(desk.noted(), noted ? QStringList(OffLine) : QStringList());
+}
+
+void TestCksReceive::timeStamp_data()
+{
+    QTest::addColumn<QString>("stamp");
+    QTest::addColumn<bool>("noted");
+    QTest::newRow("right") << "1200" << false;
+    QTest::newRow("one minute slow") << "1159" << false;
+    QTest::newRow("one minute fast") << "1201" << false;
+    QTest::newRow("two minutes slow") << "1158" << true;
+    QTest::newRow("two minutes fast") << "1202" << true;
+    QTest::newRow("with figure mark") << "#1202" << true;
+    QTest::newRow("two figure marks") << "##1202" << false;
+    QTest::newRow("followed by a blank") << "1202 " << true;
+    QTest::newRow("followed by a letter") << "1202А" << false;
+    QTest::newRow("followed by a digit") << "12021" << false;
+    QTest::newRow("three digits") << "120" << false;
+    QTest::newRow("a letter among them") << "12О2" << false;
+    QTest::newRow("none") << "" << false;
+}
+
+void TestCksReceive::timeStamp()
+{
+    QFETCH(QString, stamp);
+    QFETCH(bool, noted);
+    const CksDesk desk;
+    ProcessCKS.receiveBuffer = QStringLiteral("НННН  ") + stamp;
+    ProcessCKS.checkTimeAfterNNNN(6);
+    QCOMPARE(desk.noted(), noted ? QStringList(OffLine) : QStringList());
+}
+
+void TestCksReceive::timeStampAtTheTurnOfTheDay_data()
+{
+    QTest::addColumn<QTime>("time");
+    QTest::addColumn<bool>("compared");
+    QTest::newRow("00:05") << QTime(0, 5, 59) << false;
+    QTest::newRow("00:06") << QTime(0, 6) << true;
+    QTest::newRow("23:54") << QTime(23, 54, 59) << true;
+    QTest::newRow("23:55") << QTime(23, 55) << false;
+}
+
+void TestCksReceive::timeStampAtTheTurnOfTheDay()
+{
+    QFETCH(QTime, time);
+    QFETCH(bool, compared);
+    const CksDesk desk(time);
+    ProcessCKS.receiveBuffer = QStringLiteral("1200");
+    ProcessCKS.checkTimeAfterNNNN(0);
+    QCOMPARE(desk.noted().size(), compared ? 1 : 0);
+}
+
+void TestCksReceive::note_data()
+{
+    QTest::addColumn<QString>("behind");
+    QTest::addColumn<QString>("tail");
+    const QString mark = QStringLiteral("НННН  1200");
+    QTest::newRow("long form through the dashes")
+        << "\r\n....МИН....ТОЧКИ\r\n----\r\nЕЩЕ" << mark + "\r\n....МИН....ТОЧКИ\r\n----\r\n";
+    QTest::newRow("long form without dashes through its line") << "\r\n....МИН....ТОЧКИ\r\nЕЩЕ\r\n"
+                                                               << mark + "\r\n....МИН....ТОЧКИ\r\n";
+    QTest::newRow("long form with marks") << "\r\n....|МИН#....5\r\nЕЩЕ" << mark + "\r\n....|МИН#....5\r\n";
+    QTest::newRow("long form unended") << "\r\n....МИН....ТОЧКИ"
+                                       << "";
+    QTest::newRow("short form, thirteen characters")
+        << "\r\n....МИН.\r\n\n\n\nЕЩЕ" << mark + "\r\n....МИН.\r\n\n\n\n";
+    QTest::newRow("short form with marks, also thirteen")
+        << "\r\n....|МИН#.\r\n\n\n\nЕЩЕ" << mark + "\r\n....|МИН#.\r\n\n";
+    QTest::newRow("short form incomplete") << "\r\n....МИН.\r\n\n\n"
+                                           << "";
+    QTest::newRow("no note") << "\r\nТЕКСТ\r\n"
+                             << "";
+}
+
+void TestCksReceive::note()
+{
+    QFETCH(QString, behind);
+    QFETCH(QString, tail);
+    const CksDesk desk;
+    Options.waitNote = 1;
+    ProcessCKS.processReceive(QStringLiteral("ЗЦЗЦ 001 ТЕКСТ НННН  1200") + behind);
+    State.secondsSinceRx = 9;
+    ProcessCKS.checkReceive();
+    if (tail.isEmpty()) {
+        QCOMPARE(State.PK_in, 0);
+        QCOMPARE(ProcessCKS.receiveBuffer, QStringLiteral("ЗЦЗЦ 001 ТЕКСТ НННН  1200") + behind);
+    } else {
+        QCOMPARE(stored(desk), QStringList(QStringLiteral("20260731u000.001=ЗЦЗЦ 001 ТЕКСТ ") + tail));
+        QCOMPARE(ProcessCKS.receiveBuffer, QStringLiteral("1200") + behind);
+    }
+}
+
+void TestCksReceive::noteIsWaitedForUntilItsLimit()
+{
+    const CksDesk desk;
+    Options.waitNote = 2;
+    Options.waitNoteTimeOut = 12;
+    ProcessCKS.processReceive("ЗЦЗЦ 001 ТЕКСТ НННН  1200\r\n");
+    State.secondsSinceRx = 11;
+    ProcessCKS.checkReceive();
+    QCOMPARE(State.PK_in, 0);
+    State.secondsSinceRx = 12;
+    ProcessCKS.checkReceive();
+    QCOMPARE(stored(desk), QStringList("20260731u000.001=ЗЦЗЦ 001 ТЕКСТ НННН  1200"));
+}
+
+void TestCksReceive::telegramBehindEndsTheWaitForTheNote()
+{
+    const CksDesk desk;
+    Options.waitNote = 1;
+    ProcessCKS.processReceive("ЗЦЗЦ 001 ТЕКСТ НННН  1200\r\nЗЦЗЦ 002");
+    ProcessCKS.checkReceive();
+    QCOMPARE(stored(desk), QStringList("20260731u000.001=ЗЦЗЦ 001 ТЕКСТ НННН  1200"));
+}
+
+void TestCksReceive::noteIsNoMatterForServiceMessages()
+{
+    const CksDesk desk;
+    Options.waitNote = 1;
+    ProcessCKS.processReceive("ЗЦЗЦ СВЯЗЬ ОТКРЫТА НННН  \r\n");
+    ProcessCKS.checkReceive();
+    QCOMPARE(State.tlgMode, 3);
+}
+
+void TestCksReceive::randomCutsGiveTheSameDay()
+{
+    const QString line =
+        QStringLiteral("\r\nЗЦЗЦ ВАШ 000 НАШ 000 ПОСЛЕДНИЕ СВЯЗЬ ОТКРЫТА АБВ123/4 НННН  1200\r\n\n"
+                       "ЗЦЗЦ 001 П01 123456 12\r\nТЕКСТ ПЕРВЫЙ\r\nНННН  1200\r\n\n\n"
+                       "ШУМ ЗЦЗЦ 002 ПРЕРВАНО ЗЦЗЦ #002 #01 654321 7\r\n|ВТОРОЙ\r\nНННН  #1200\r\n"
+                       "ZCZC 003 THIRD\r\nNNNN  1200\r\n|ЗЦЗЦ |ЗАПРОСИТЕ КВИТАНЦИЮ НННН  \r\n");
+    QRandomGenerator random(20260731);
+    for (int run = 0; run < 300; ++run) {
+        const CksDesk desk;
+        for (int at = 0; at < line.size();) {
+            const int length = run == 0 ? 1 : 1 + int(random.bounded(quint32(run)));
+            ProcessCKS.processReceive(line.mid(at, length));
+            at += length;
+            State.secondsSinceRx = 1;
+            ProcessCKS.timeCheck1sec();
+        }
+        for (State.secondsSinceRx = 1; State.secondsSinceRx <= 60; ++State.secondsSinceRx)
+            ProcessCKS.timeCheck1sec();
+        QCOMPARE(stored(desk),
+                 QStringList({"20260731u000.002=ЗЦЗЦ #002 #01 654321 7\r\n|ВТОРОЙ\r\nНННН  #1200",
+                              "20260731u000.003=ZCZC 003 THIRD\r\nNNNN  1200",
+                              "20260731u456.001=ЗЦЗЦ 001 П01 123456 12\r\nТЕКСТ ПЕРВЫЙ\r\nНННН  1200"}));
+        QCOMPARE(State.channelName, QStringLiteral("АБВ123/4"));
+        QCOMPARE(State.tlgMode, 3);
+        QVERIFY(!State.manualMode);
+        QVERIFY(ProcessCKS.receiveBuffer.size() <= 256);
+    }
+}
+
+QTEST_GUILESS_MAIN(TestCksReceive)
+#include "test_cks_receive.moc"
