@@ -13,12 +13,16 @@
 #include "procedures/process_direct.h"
 #include "procedures/process_skk.h"
 #include "records/protocol.h"
+#include "ui/confirm_category_dialog.h"
+#include "ui/confirm_r_dialog.h"
 #include "ui/form_main.h"
 #include "ui/sound.h"
 
 #include <QSharedMemory>
 
 FormMain *mainWindow = nullptr;
+CConfirmRDialog *ConfirmRDialog = nullptr;
+CConfirmCategoryDialog *ConfirmCategoryDialog = nullptr;
 QSharedMemory sharedMemory;
 const QString MemKey = QStringLiteral("VELDA_SharedMemory");
 COptions Options;

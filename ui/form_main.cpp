@@ -81,6 +81,7 @@ FormMain::FormMain(QWidget *parent) : QWidget(parent)
 
 FormMain::~FormMain()
 {
+    deleteConfirmDialogs();
     if (mainWindow == this)
         mainWindow = nullptr;
 }
@@ -101,6 +102,8 @@ void FormMain::connectState()
     connect(&State, &CState::automaticChanged, this, &FormMain::setAutomaticInterface);
     connect(&State, &CState::titlesChanged, this, &FormMain::updateTitles);
     connect(&ProcessSKK, &CProcessSKK::updateTlgModeInterface, this, &FormMain::slotSetTlgModeInterface);
+    connect(&ProcessCKS, &CProcessCKS::confirmationDue, this, &FormMain::slotConfirmR);
+    connect(&ProcessCKS, &CProcessCKS::categoryAnnounced, this, &FormMain::slotConfirmCategory);
     connect(protocolWidget, &CProtocolWidget::KeyPressed, this, &FormMain::ProtocolKeyPressed);
     connect(&trayIcon, &QSystemTrayIcon::activated, this, &FormMain::iconActivated);
     connect(tabWidget, &QTabWidget::currentChanged, this, &FormMain::changedTabWidget);

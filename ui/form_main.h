@@ -38,7 +38,7 @@ class QTabWidget;
 /// so every slot here may run while another of them waits further down the stack.
 ///
 /// The chapters: form_main.cpp construction, _strip, _menu, _buttons (look), _tick, _dispatch, _day (time),
-/// _line (thread slots), _mode, _counters, _keys, _close, _protocol, _send, _archive, _editor (tabs).
+/// _line (thread slots), _mode, _confirm, _counters, _keys, _close, _protocol, _send, _archive, _editor (tabs).
 class FormMain : public QWidget
 {
     Q_OBJECT
@@ -99,6 +99,10 @@ public slots:
     void slotNewDay();
     /// Flips the mode, and the journal goes to its end.
     void toggleAutomaticMode();
+
+    /// A telegram of category Р waits for its confirmation; or one with a category has been announced.
+    void slotConfirmR(int number);
+    void slotConfirmCategory();
 
     // Clicks on the strip
     void clickedLabelPKin();
@@ -268,6 +272,7 @@ private:
     void changeFontSize(int step);
     void rememberSettings();
     void closeOtherWindows();
+    static void deleteConfirmDialogs();
 };
 
 /// Null until the entry point has made the window; its destructor makes it null again.
