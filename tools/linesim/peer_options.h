@@ -1,24 +1,18 @@
 #pragma once
 
-#include "tools/linesim/link_end.h"
-#include "tools/linesim/tcp_end.h"
+#include "tools/linesim/far_end_options.h"
 #include "tools/linesim/telegram_feed.h"
 
-#include <QPair>
 #include <QStringList>
-#include <QVector>
 
 #include <optional>
 
 /// How "linesim peer" is to behave.
-struct PeerOptions {
-    TcpEnd::Settings tcp;
-    LinkEnd::Settings link;
+struct PeerOptions : FarEndOptions {
     TelegramFeed::Settings feed;
-    QString sendDirectory;              ///< empty sends nothing by itself
-    QString storeDirectory;             ///< empty keeps nothing
-    bool confirm = false;               ///< answer each telegram with the confirmation line
-    QVector<QPair<int, QString>> timed; ///< commands, each so many ms after every connection
+    QString sendDirectory;  ///< empty sends nothing by itself
+    QString storeDirectory; ///< empty keeps nothing
+    bool confirm = false;   ///< answer each telegram with the confirmation line
 };
 
 /// Reads \a arguments, the first being the subcommand's name. Empty, with the reason on standard error, if

@@ -1,5 +1,6 @@
 #include "tools/linesim/subcommands.h"
 
+#include "tools/linesim/centre.h"
 #include "tools/linesim/peer.h"
 
 #include <cstdio>
@@ -14,6 +15,7 @@ struct Subcommand {
 
 const Subcommand subcommands[] = {
     {"peer", "the other end of a direct link over TCP", &runPeer},
+    {"centre", "a message switching centre over TCP", &runCentre},
 };
 } // namespace
 

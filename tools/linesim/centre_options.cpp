@@ -1,0 +1,44 @@
+#include "tools/linesim/centre.h"
+
+#include <cstdio>
+
+namespace
+{
+const FarEndOption table[] = {
+    {"send", "DIR", "send the files of a directory, by name, while the channel is open"},
+    {"pause", "MS", "between two of them (5000)"},
+    {"store", "DIR", "keep what comes: 001.txt and on, stream.txt, stream.bin"},
+    {"scenario", "FILE", "commands at their times: \"12:30 open\", \"+10 send TEXT\""},
+    {"channel", "NAME", "name of the channel (АБВ123/4)"},
+    {"stay-closed", nullptr, "ask to open on command only"},
+    {"no-stamps", nullptr, "no time behind the end marks"},
+    {"note", "TEXT", "behind each telegram, with \\r and \\n for line ends"},
+    {"clock-off", "MINUTES", "how far the centre's clock is off, also negative"},
+};
+} // namespace
+
+std::optional<CentreOptions> readCentreOptions(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("A message switching centre over TCP."));
+    addOptions(parser, table);
+    addFarEndOptions(parser);
+    CentreOptions options;
+    if (!parseFarEnd(parser, arguments) || !readFarEnd(parser, options))
+        return std::nullopt;
+    options.sendDirectory = parser.value(QStringLiteral("send"));
+    options.storeDirectory = parser.value(QStringLiteral("store"));
+    options.scenario = parser.value(QStringLiteral("scenario"));
+    if (parser.isSet(QStringLiteral("channel")))
+        options.desk.channelName = parser.value(QStringLiteral("channel"));
+    options.desk.opensByItself = !parser.isSet(QStringLiteral("stay-closed"));
+    options.desk.stamps = !parser.isSet(QStringLiteral("no-stamps"));
+    options.desk.note = unescaped(parser.value(QStringLiteral("note")));
+    bool ok = true;
+    if (parser.isSet(QStringLiteral("clock-off")))
+        options.desk.clockOffMinutes = parser.value(QStringLiteral("clock-off")).toInt(&ok);
+    if (ok && readNumber(parser, "pause", options.feedPauseMs))
+        return options;
+    std::fputs("--pause and --clock-off take a number\n", stderr);
+    return std::nullopt;
+}
