@@ -31,6 +31,6 @@ fi
 log=build/bench.log
 status=0
 ctest --test-dir "build/$preset" -L bench --verbose "$@" > "$log" || status=$?
-printf '\n| what | measured | bar |\n|---|---|---|\n'
-sed -n 's/^[0-9]*: \(| .* |\)$/\1/p' "$log"
+printf '\n| what | ratio | bar | result |\n|---|---|---|---|\n'
+sed -n 's/^[0-9]*: bench: \(.*\)$/| \1 |/p' "$log"
 [ "$status" = 0 ] || { cat "$log"; exit "$status"; }

@@ -61,23 +61,15 @@ QChar findQChar(unsigned char code, int reg)
 
 void QStringFromMTK2(const QByteArray &codes, QString &text, int &reg)
 {
-    const MTK2Lookup &lookup = MTK2Lookup::inForce();
     QString decoded(codes.size(), Qt::Uninitialized);
-    QChar *out = decoded.data();
-    int current = reg;
-    for (const char code : codes) {
-        current = lookup.regAfter(uchar(code), current);
-        *out++ = lookup.cell(uchar(code), current);
-    }
-    reg = current;
+    const auto *begin = reinterpret_cast<const uchar *>(codes.constData());
+    MTK2Lookup::inForce().decode(begin, codes.size(), decoded.data(), reg);
     text = std::move(decoded);
 }
 
 QChar QCharFromMTK2(unsigned char code, int &reg)
 {
-    const MTK2Lookup &lookup = MTK2Lookup::inForce();
-    reg = lookup.regAfter(code, reg);
-    return lookup.cell(code, reg);
+    return MTK2Lookup::inForce().decode(code, reg);
 }
 
 QString QStringFromMTK2(unsigned char code, int &reg)
@@ -87,23 +79,10 @@ QString QStringFromMTK2(unsigned char code, int &reg)
 
 void MTK2FromQString(const QString &text, QByteArray &codes, int &reg)
 {
-    const MTK2Lookup &lookup = MTK2Lookup::inForce();
     QByteArray encoded(2 * text.size(), Qt::Uninitialized); // at most a register code before each code
     char *const begin = encoded.data();
-    char *out = begin;
-    int current = reg;
-    for (const QChar c : text) {
-        // Both codes are always stored and the end moves past those that count: without branches the
-        // speed does not depend on the mixture of registers.
-        const MTK2Lookup::Step step = lookup.step(c, current);
-        current = step.reg();
-        *out = char(RegisterCodes[current]);
-        out += step.changes();
-        *out = step.code();
-        out += step.kept();
-    }
-    encoded.resize(int(out - begin));
-    reg = current;
+    const char *const end = MTK2Lookup::inForce().encode(text.constData(), text.size(), begin, reg);
+    encoded.resize(int(end - begin));
     codes = std::move(encoded);
 }
 

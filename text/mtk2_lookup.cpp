@@ -1,6 +1,9 @@
 #include "text/mtk2_lookup.h"
 
+#include <QtEndian>
+
 #include <algorithm>
+#include <cstring>
 #include <string>
 
 namespace
@@ -8,6 +11,7 @@ namespace
 constexpr int Cells = 32; // the filler behind them is never searched
 constexpr char16_t LetterChe = u'Ч';
 constexpr char16_t FigureForChe = u'4';
+constexpr char16_t Dropped = 0; // stands in no cell
 
 /// Code of \a c in \a row, or MTKNotFound.
 int codeInRow(char16_t c, const char16_t *row)
@@ -40,45 +44,55 @@ char16_t carriedAs(char16_t c)
     }
 }
 
-constexpr quint32 packStep(int code, int reg, bool changes, bool kept)
+/// One field of the steps: \a reg behind it and the codes that are written.
+quint64 packStep(unsigned stepBits, int reg, const QByteArray &codes)
 {
-    return quint32(code) | quint32(reg) << 5 | quint32(changes) << 7 | quint32(kept) << 8;
+    const quint64 first = codes.isEmpty() ? 0 : uchar(codes.at(0));
+    const quint64 second = codes.size() < 2 ? 0 : uchar(codes.at(1));
+    return quint64(reg) * stepBits | quint64(codes.size()) << 6 | first << 8 | second << 16;
 }
 
-quint32 makeStep(MTKRows rows, char16_t c, int reg)
+quint64 makeStep(unsigned stepBits, MTKRows rows, char16_t c, int reg)
 {
     const int selected = registerOfMark(c);
     if (selected >= 0) // a redundant mark, too, is a code of the stream
-        return packStep(MTK2Registr(selected), selected, false, true);
+        return packStep(stepBits, selected, QByteArray(1, char(MTK2Registr(selected))));
     for (int tries = 0; tries < 3; ++tries) {
         const int row = (reg + tries) % 3;
         const int code = codeInRow(c, rows[row]);
-        if (code != MTKNotFound)
-            return packStep(code, row, row != reg, true);
+        if (code == MTKNotFound)
+            continue;
+        const QByteArray change = row == reg ? QByteArray() : QByteArray(1, char(MTK2Registr(row)));
+        return packStep(stepBits, row, change + char(code));
     }
-    return packStep(0, reg, false, false);
+    return packStep(stepBits, reg, QByteArray());
 }
 
-/// All characters of the cells, in order.
+quint64 makeSteps(unsigned stepBits, MTKRows rows, char16_t c)
+{
+    quint64 steps = 0;
+    for (int reg = 0; reg < 3; ++reg)
+        steps |= makeStep(stepBits, rows, c, reg) << (unsigned(reg) * stepBits);
+    return steps;
+}
+
+/// All characters of the cells, each once.
 std::u16string charactersOf(MTKRows rows)
 {
     std::u16string all;
     for (int row = 0; row < 3; ++row)
         all.append(rows[row], Cells);
     std::sort(all.begin(), all.end());
+    all.erase(std::unique(all.begin(), all.end()), all.end());
     return all;
-}
-
-bool holds(const std::u16string &sorted, char16_t c)
-{
-    return std::binary_search(sorted.begin(), sorted.end(), c);
 }
 } // namespace
 
 MTK2Lookup::MTK2Lookup(MTKRows rows)
 {
     fillCells(rows);
-    fillPages(rows);
+    fillPairs();
+    fillCharacters(rows);
 }
 
 const MTK2Lookup &MTK2Lookup::inForce()
@@ -96,47 +110,90 @@ const MTK2Lookup &MTK2Lookup::inForce()
     return russian;
 }
 
-void MTK2Lookup::fillCells(MTKRows rows)
+bool MTK2Lookup::carries(QChar c) const
 {
-    for (int row = 0; row < 3; ++row)
-        for (int code = 0; code < PageSize; ++code)
-            m_cells[row][code] = rows[row][qMin(code, Cells)];
-    for (quint8 &selected : m_selects)
-        selected = SelectsNone;
-    for (quint8 reg = 0; reg < 3; ++reg)
-        m_selects[MTK2Registr(reg)] = reg;
+    const quint8 found = m_class[c.unicode()];
+    return found != 0 && (m_character[found] == c || c == LetterChe);
 }
 
-void MTK2Lookup::fillPages(MTKRows rows)
+QChar MTK2Lookup::decode(unsigned char code, int &reg) const
 {
-    quint32 dropped = 0;
-    for (int reg = 0; reg < 3; ++reg)
-        dropped |= packStep(0, reg, false, false) << (unsigned(reg) * StepBits);
-    std::fill(&m_pages[0][0], &m_pages[0][0] + MaxPages * PageSize, dropped);
+    if (m_selects[code] >= 0)
+        reg = m_selects[code];
+    return m_cells[reg][code];
+}
 
-    const std::u16string cells = charactersOf(rows);
-    for (unsigned c = 0; c <= 0xFFFF; ++c) {
-        const char16_t carried = carriedAs(char16_t(c));
-        if (holds(cells, carried))
-            setEntry(char16_t(c), makeEntry(rows, carried));
-        if (c == LetterChe || holds(cells, char16_t(c)))
-            setEntry(char16_t(c), entry(QChar(c)) | Carried);
+void MTK2Lookup::decode(const uchar *codes, int count, QChar *out, int &reg) const
+{
+    constexpr quint64 BeyondFiveBits = 0xE0E0E0E0E0E0E0E0;
+    int i = 0;
+    auto row = unsigned(reg * Pairs);
+    for (; i + 8 <= count; i += 8) {
+        const auto eightCodes = qFromLittleEndian<quint64>(codes + i);
+        if ((eightCodes & BeyondFiveBits) != 0)
+            break;
+        quint64 pairs = (eightCodes & 0x001F001F001F001F) | (eightCodes >> 3 & 0x03E003E003E003E0);
+        for (int at = i; at < i + 8; at += 2, pairs >>= 16) {
+            const auto pair = unsigned(pairs & 0xFFFF);
+            std::memcpy(static_cast<void *>(out + at), &m_pairCells[row + pair], sizeof(Pair));
+            row = (row & m_pairKeeps[pair]) | m_pairSets[pair];
+        }
+    }
+    reg = int(row / Pairs);
+    for (; i < count; ++i) // the last few, or all behind a code that no line sends
+        out[i] = decode(codes[i], reg);
+}
+
+char *MTK2Lookup::encode(const QChar *text, int count, char *out, int &reg) const
+{
+    unsigned shift = unsigned(reg) * StepBits;
+    for (int i = 0; i < count; ++i) {
+        const quint64 step = m_steps[m_class[text[i].unicode()]] >> shift;
+        // Two codes are always stored, and the end moves past those that count.
+        qToLittleEndian(quint16(step >> 8 & 0x1FFF), out);
+        out += step >> 6 & 3;
+        shift = step & 63;
+    }
+    reg = int(shift / StepBits);
+    return out;
+}
+
+void MTK2Lookup::fillCells(MTKRows rows)
+{
+    std::fill(std::begin(m_selects), std::end(m_selects), -1);
+    for (int reg = 0; reg < 3; ++reg) {
+        m_selects[MTK2Registr(reg)] = reg;
+        for (int code = 0; code < Bytes; ++code)
+            m_cells[reg][code] = QChar(rows[reg][qMin(code, Cells)]);
     }
 }
 
-quint32 MTK2Lookup::makeEntry(MTKRows rows, char16_t carried)
+void MTK2Lookup::fillPairs()
 {
-    quint32 made = 0;
-    for (int reg = 0; reg < 3; ++reg)
-        made |= makeStep(rows, carried, reg) << (unsigned(reg) * StepBits);
-    return made;
+    for (int i = 0; i < 3 * Pairs; ++i) {
+        int reg = i / Pairs;
+        const QChar first = decode(uchar(i % Codes), reg);
+        m_pairCells[i] = {first, decode(uchar(i / Codes % Codes), reg)};
+    }
+    for (int pair = 0; pair < Pairs; ++pair) {
+        const int first = m_selects[pair % Codes], second = m_selects[pair / Codes];
+        const int selected = second < 0 ? first : second;
+        m_pairKeeps[pair] = selected < 0 ? ~0U : 0U;
+        m_pairSets[pair] = selected < 0 ? 0U : unsigned(selected * Pairs);
+    }
 }
 
-void MTK2Lookup::setEntry(char16_t c, quint32 value)
+void MTK2Lookup::fillCharacters(MTKRows rows)
 {
-    quint8 &page = m_pageOf[c >> 8];
-    if (page == 0 && m_pageCount < MaxPages)
-        page = quint8(m_pageCount++);
-    if (page != 0)
-        m_pages[page][c & 0xFF] = value;
+    const std::u16string cells = charactersOf(rows);
+    m_steps[0] = makeSteps(StepBits, rows, Dropped);
+    for (size_t i = 0; i < cells.size(); ++i) {
+        m_character[i + 1] = QChar(cells[i]);
+        m_steps[i + 1] = makeSteps(StepBits, rows, cells[i]);
+    }
+    for (unsigned c = 0; c <= 0xFFFF; ++c) {
+        const auto found = std::lower_bound(cells.begin(), cells.end(), carriedAs(char16_t(c)));
+        if (found != cells.end() && *found == carriedAs(char16_t(c)))
+            m_class[c] = quint8(found - cells.begin() + 1);
+    }
 }

@@ -2,8 +2,9 @@
 
 #include "text/mtk2.h"
 
-/// One code table prepared for conversion: what a character or a code turns into, without a search. It is
-/// built once and never changes, so threads read it without a lock.
+/// One code table prepared for conversion: what a character or a code turns into, without a search and
+/// without branches, so that the speed does not depend on the mixture of registers. It is built once and
+/// never changes, so threads read it without a lock.
 class MTK2Lookup
 {
 public:
@@ -12,52 +13,42 @@ public:
     /// The lookup of the table that fromMTKcode points to at this moment.
     [[nodiscard]] static const MTK2Lookup &inForce();
 
-    /// What one character costs on the line when a stream stands in a given register.
-    class Step
-    {
-    public:
-        Step(unsigned bits) : m_bits(bits) {}
-        [[nodiscard]] char code() const { return char(m_bits & 31U); }
-        [[nodiscard]] int reg() const { return int(m_bits >> 5 & 3U); }     ///< register afterwards
-        [[nodiscard]] unsigned changes() const { return m_bits >> 7 & 1U; } ///< 1: its code goes first
-        [[nodiscard]] unsigned kept() const { return m_bits >> 8 & 1U; }    ///< 0: nothing is written
-
-    private:
-        unsigned m_bits;
-    };
-
-    [[nodiscard]] Step step(QChar c, int reg) const { return entry(c) >> (unsigned(reg) * StepBits); }
     /// Whether \a c itself, not only its upper case, stands in a cell or travels as one.
-    [[nodiscard]] bool carries(QChar c) const { return (entry(c) & Carried) != 0; }
-    /// Register after \a code was received in \a reg.
-    [[nodiscard]] int regAfter(unsigned char code, int reg) const
-    {
-        const int selected = m_selects[code];
-        return selected == SelectsNone ? reg : selected;
-    }
-    /// Cell \a code of row \a reg; codes that the line cannot carry give the filler.
-    [[nodiscard]] QChar cell(unsigned char code, int reg) const { return QChar(m_cells[reg][code]); }
+    [[nodiscard]] bool carries(QChar c) const;
+    /// Decodes one code and moves \a reg; a code that the line cannot carry gives the filler.
+    [[nodiscard]] QChar decode(unsigned char code, int &reg) const;
+
+    /// Decodes \a count codes into as many characters at \a out and moves \a reg.
+    void decode(const uchar *codes, int count, QChar *out, int &reg) const;
+    /// Encodes \a count characters to \a out, which has room for twice as many codes. Returns the end of
+    /// what was written and moves \a reg.
+    char *encode(const QChar *text, int count, char *out, int &reg) const;
 
 private:
-    // An entry holds a step for each of the three registers and whether the character is carried.
-    static constexpr unsigned StepBits = 9;
-    static constexpr quint32 Carried = 1U << 27;
-    static constexpr int PageSize = 256;
-    static constexpr int MaxPages = 16; // about six are in use
-    static constexpr quint8 SelectsNone = 3;
+    static constexpr int Codes = 32;
+    static constexpr int Bytes = 256;
+    static constexpr int Pairs = Codes * Codes;
 
-    [[nodiscard]] quint32 entry(QChar c) const
-    {
-        return m_pages[m_pageOf[c.unicode() >> 8]][c.unicode() & 0xFF];
-    }
+    /// What a character costs in each of the three registers, one field of 21 bits for each: six bits of
+    /// shift to the field of the register that follows, two of length, eight of the first code, five of
+    /// the second.
+    using Steps = quint64;
+    static constexpr unsigned StepBits = 21;
+
+    struct Pair {
+        QChar first, second;
+    };
+
     void fillCells(MTKRows rows);
-    void fillPages(MTKRows rows);
-    [[nodiscard]] static quint32 makeEntry(MTKRows rows, char16_t carried);
-    void setEntry(char16_t c, quint32 value);
+    void fillPairs();
+    void fillCharacters(MTKRows rows);
 
-    int m_pageCount = 1; // page 0 holds nothing
-    quint8 m_pageOf[PageSize] = {};
-    quint32 m_pages[MaxPages][PageSize] = {};
-    char16_t m_cells[3][PageSize] = {};
-    quint8 m_selects[PageSize] = {};
+    quint8 m_class[0x10000] = {}; ///< class of each character; 0 is dropped
+    Steps m_steps[Bytes] = {};    ///< by class
+    QChar m_character[Bytes];     ///< the character of the cell that gave the class
+    QChar m_cells[3][Bytes];
+    int m_selects[Bytes];        ///< register by code, -1 if the code selects none
+    Pair m_pairCells[3 * Pairs]; ///< by register before them, then second code times 32 plus first
+    quint32 m_pairKeeps[Pairs];  ///< what stays of the row's offset behind a pair: all or nothing
+    quint32 m_pairSets[Pairs];   ///< what comes in its place
 };

@@ -192,6 +192,8 @@ void TestMTK2::codesBeyondTheLineDoNoHarm()
         QCOMPARE(findQChar(uchar(code), reg), QChar(u'^'));
         QCOMPARE(reg, 1);
     }
+    const QByteArray noisy = QByteArray(10, 3) + '\x80' + '\x1B' + QByteArray(10, 3) + '\xFF';
+    QCOMPARE(decoded(noisy, 1), QStringLiteral("АААААААААА^#----------^ >2"));
 }
 
 void TestMTK2::streamContinuesAcrossCalls()

@@ -14,6 +14,8 @@ private slots:
     void everyCellHoldsItsCodePoint();
     void everyCodeDecodesInEveryRegister_data() { everyCellHoldsItsCodePoint_data(); }
     void everyCodeDecodesInEveryRegister();
+    void longStreamDecodesByTheTable_data() { everyCellHoldsItsCodePoint_data(); }
+    void longStreamDecodesByTheTable();
     void everyCellIsFoundAtItsFirstPlace_data() { everyCellHoldsItsCodePoint_data(); }
     void everyCellIsFoundAtItsFirstPlace();
     void fillerIsNeverFound_data() { everyCellHoldsItsCodePoint_data(); }
@@ -81,6 +83,32 @@ void TestMTK2Tables::everyCodeDecodesInEveryRegister()
             QStringFromMTK2(QByteArray(1, char(code)), text, reg);
             QCOMPARE(text, QString(character));
             QCOMPARE(reg, after);
+        }
+    }
+}
+
+void TestMTK2Tables::longStreamDecodesByTheTable()
+{
+    QFETCH(int, table);
+    const CodePoints::Table &expected = CodePoints::Tables[table];
+    const Language language(expected.language);
+    QByteArray stream; // each code in front of each other, and now and then the filler
+    for (int i = 0; i < 33 * 33; ++i)
+        stream.append(char(i % 33)).append(char(i < 512 ? i / 33 % 32 : i / 33));
+    for (int begin = 0; begin < 3; ++begin) {
+        int row = begin;
+        QString plain;
+        for (const char code : qAsConst(stream)) {
+            row = code == 0 ? 1 : code == 27 ? 2 : code == 31 ? 0 : row;
+            plain += QChar(expected.rows[row][int(code)]);
+        }
+        for (int skipped = 0; skipped < 9; ++skipped) { // wherever in the stream a chunk ends
+            int reg = begin;
+            QString head, tail;
+            QStringFromMTK2(stream.left(skipped), head, reg);
+            QStringFromMTK2(stream.mid(skipped), tail, reg);
+            QCOMPARE(head + tail, plain);
+            QCOMPARE(reg, row);
         }
     }
 }
