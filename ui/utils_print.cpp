@@ -1,16 +1,15 @@
 #include "app/options.h"
-#include "records/protocol.h"
 #include "text/encodings.h"
 #include "text/utils.h"
+#include "ui/print_queue.h"
 #include "ui/raw_printer.h"
-
-#include <QPrinter>
-#include <QTextDocument>
+#include "ui/system_printer.h"
 
 namespace
 {
-enum PrinterKind { SystemPrinter = 0 };
-enum CodePage { PageCORVA = 0, PageCP1251 = 1 };
+constexpr int SystemPrinter = 0;
+constexpr int PageCORVA = 0;
+constexpr int PageCP1251 = 1;
 constexpr int MaximumLineFeeds = 10000; // the option is not range-checked
 
 QByteArray printerBytes(QString text)
@@ -25,34 +24,22 @@ QByteArray printerBytes(QString text)
     return bytes + QByteArray(qBound(0, Options.PrinterRawLFCount, MaximumLineFeeds), '\n');
 }
 
-/// Without any printer Qt falls back to a PDF file that has no name, which prints nothing.
-bool hasDevice(const QPrinter &printer)
+CPrintQueue::Job systemJob(const QString &text)
 {
-    return printer.isValid() &&
-           (printer.outputFormat() == QPrinter::NativeFormat || !printer.outputFileName().isEmpty());
+    return [name = Options.PrinterName, text, font = Options.PrinterFont.toString()](
+               const std::atomic<bool> &) { return printToSystem(name, text, font); };
 }
 
-void printToSystem(const QString &text)
+CPrintQueue::Job rawJob(const QString &text)
 {
-    QPrinter printer(QPrinter::ScreenResolution);
-    printer.setPrinterName(Options.PrinterName);
-    QTextDocument document;
-    document.setDefaultFont(Options.PrinterFont);
-    document.setPlainText(text);
-    if (hasDevice(printer))
-        document.print(&printer);
-    if (!hasDevice(printer) || printer.printerState() == QPrinter::Error)
-        Log.addCacheServiceString(QStringLiteral("Error open printer ") + Options.PrinterName, ProtocolError,
-                                  true);
+    return [target = RawPrinterTarget::read(Options.PrinterRaw), bytes = printerBytes(text)](
+               const std::atomic<bool> &stop) { return printRaw(target, bytes, stop); };
 }
 } // namespace
 
 void CUtils::printText(QString text)
 {
-    if (Options.PrinterType == SystemPrinter)
-        printToSystem(text);
-    else
-        CRawPrinter::instance().print(RawPrinterTarget::read(Options.PrinterRaw), printerBytes(text));
+    CPrintQueue::instance().add(Options.PrinterType == SystemPrinter ? systemJob(text) : rawJob(text));
 }
 
 void CUtils::printClearText(QString text)

@@ -4,6 +4,7 @@
 #include "records/protocol.h"
 #include "tests/support/desk.h"
 #include "text/utils.h"
+#include "ui/print_queue.h"
 #include "ui/raw_printer.h"
 
 #include <QElapsedTimer>
@@ -34,7 +35,7 @@ public:
     }
     [[nodiscard]] QByteArray printed() const
     {
-        return CRawPrinter::instance().waitForIdle(10000) ? read("printed") : "the printer hangs";
+        return CPrintQueue::instance().waitForIdle(10000) ? read("printed") : "the printer hangs";
     }
 };
 
@@ -267,7 +268,7 @@ void TestPrintRaw::networkPrinterGetsTheBytes()
     Options.PrinterRawLFCount = 2;
     CUtils::printText("Привет\r\n");
     QCOMPARE(printer.job(), QByteArray("\xCF\xD0\xC8\xC2\xC5\xD2\r\n\n\n"));
-    QVERIFY(CRawPrinter::instance().waitForIdle(5000));
+    QVERIFY(CPrintQueue::instance().waitForIdle(5000));
     QCOMPARE(desk.journal(), QStringList{QString()});
 }
 
@@ -393,13 +394,13 @@ void TestPrintRaw::hangingPrinterHoldsUpNobody()
     CUtils::printText(manyLines()); // nobody reads it yet
     CUtils::printText("B");
     QVERIFY(timer.elapsed() < SlowMs);
-    QVERIFY(!CRawPrinter::instance().waitForIdle(0));
+    QVERIFY(!CPrintQueue::instance().waitForIdle(0));
     ProcessDirect.processReceive("ЗЦЗЦ А\r\nНННН  ");
     QCOMPARE(State.PK_in, 1);
 
     QCOMPARE(printer.job(), manyLines());
     QCOMPARE(printer.job(), QByteArray("B"));
-    QVERIFY(CRawPrinter::instance().waitForIdle(5000));
+    QVERIFY(CPrintQueue::instance().waitForIdle(5000));
     QCOMPARE(desk.journal(),
              (QStringList{"312:00:00 Файл сохранен:inp/20260731/20260731_120000", QString()}));
 }
@@ -418,7 +419,7 @@ void TestPrintRaw::hangingDeviceHoldsUpNobody()
     while (all.size() < 2)
         all += desk.read("pipe");
     QCOMPARE(all, QByteArray("AB"));
-    QVERIFY(CRawPrinter::instance().waitForIdle(5000));
+    QVERIFY(CPrintQueue::instance().waitForIdle(5000));
 }
 
 /// Stays the last: the queue takes no job any more.
@@ -430,7 +431,7 @@ void TestPrintRaw::openJobEndsWithTheProgram()
     QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
     QCoreApplication::exec();
 
-    QVERIFY(CRawPrinter::instance().isFinished() || CRawPrinter::instance().waitForIdle(1000));
+    QVERIFY(CPrintQueue::instance().isFinished() || CPrintQueue::instance().waitForIdle(1000));
     QCOMPARE(desk.journal(),
              (QStringList{"412:00:00 Печать прервана",
                           "412:00:00 Error write to printer " + printer.target().mid(3), QString()}));

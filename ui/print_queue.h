@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QMutex>
+#include <QQueue>
+#include <QStringList>
+#include <QThread>
+#include <QWaitCondition>
+
+#include <atomic>
+#include <functional>
+
+/// Runs print jobs in their order, on a thread of its own that lives while there are jobs: a printer that
+/// hangs holds up neither the line nor the operator. What fails is journalled by the main thread, which
+/// alone calls this class.
+class CPrintQueue : public QThread
+{
+    Q_OBJECT
+
+public:
+    /// Prints and returns what the journal has to tell. A job that waits ends early once \a stop is true.
+    using Job = std::function<QStringList(const std::atomic<bool> &stop)>;
+
+    /// The one queue. It is never destroyed, so that a device that blocks for ever cannot hold up the
+    /// program's end; at the end of the event loop the open jobs get a few seconds.
+    static CPrintQueue &instance();
+
+    /// Adds a job. If none is open and this one is quick, it is over on return, and its failure is in the
+    /// journal then. A slow job goes on by itself, and so do those that come behind it.
+    void add(const Job &job);
+    /// Waits until no job is open, journals what has failed, and tells whether none is open.
+    bool waitForIdle(int milliseconds);
+
+protected:
+    void run() override;
+
+private:
+    CPrintQueue() = default;
+    void endJobs();
+    void journalErrors();
+    [[nodiscard]] Job takeJob();
+
+    QMutex m_mutex; ///< guards all below but m_stop
+    QWaitCondition m_idle;
+    QQueue<Job> m_jobs;
+    QStringList m_errors; ///< journal lines that wait for the main thread
+    bool m_busy = false;  ///< a job is open; cleared by the thread as its last act
+    std::atomic<bool> m_stop{false};
+};

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+class QPrinter;
+
+/// Lays \a text out in \a font (the text of QFont::toString) and prints it. False if the printer is no
+/// device that can print. On any thread.
+[[nodiscard]] bool printDocument(QPrinter &printer, const QString &text, const QString &font);
+
+/// Prints to the printer \a name of the operating system, or to its default printer if the name is empty;
+/// a name that is not known is never replaced by another printer. Returns the journal lines of a failure.
+[[nodiscard]] QStringList printToSystem(const QString &name, const QString &text, const QString &font);
