@@ -6,12 +6,9 @@
 #include "app/options.h"
 #include "app/state.h"
 #include "link/tlg_thread.h"
-#include "records/protocol.h"
+#include "procedures/telegram_files.h"
 #include "records/send_model.h"
 #include "text/utils.h"
-
-#include <QDir>
-#include <QFile>
 
 void CProcessCKS::SendKG(int code)
 {
@@ -79,9 +76,8 @@ void CProcessCKS::clearOut()
 void CProcessCKS::checkForSendNewTlg(CTableViewModelItem_Send &item)
 {
     if (State.PK_out != State.CKS_in) {
-        Log.addCacheServiceString(QStringLiteral("Расхождение счетчиков, отправка  ") + item.fileName +
-                                      QStringLiteral(" отменена"),
-                                  ProtocolInfo, true);
+        noteEvent(QStringLiteral("Расхождение счетчиков, отправка  ") + item.fileName +
+                  QStringLiteral(" отменена"));
         State.askReceiptCountdown = 2;
         State.setAutomatic(false);
         return;
@@ -89,22 +85,18 @@ void CProcessCKS::checkForSendNewTlg(CTableViewModelItem_Send &item)
     if (item.bad)
         return;
     State.currentFile = item.fileName;
-    Log.addCacheServiceString(QStringLiteral("Отправка файла: ") + State.currentFile, ProtocolInfo, true);
-    QFile file(State.pathOut() + QDir::separator() + State.currentFile);
-    if (!file.open(QIODevice::ReadOnly)) {
-        Log.addCacheServiceString(QStringLiteral("Невозможно прочитать файл"), ProtocolError, true);
+    noteEvent(QStringLiteral("Отправка файла: ") + State.currentFile);
+    const std::optional<QString> text = readTelegram(queuePath(State.currentFile));
+    if (!text) {
+        noteEvent(QStringLiteral("Невозможно прочитать файл"), ProtocolError);
         State.currentFile.clear();
         return;
     }
-    const QByteArray bytes = file.readAll();
-    const QString text = QString::fromUtf8(bytes.constData()); // up to the first NUL
     // The number is spent before a character has gone out, so that no number is used twice after a crash.
     const QString telegram = QStringLiteral("|ЗЦЗЦ ") + CUtils::StringNNN(State.incOut()) + QLatin1Char(' ') +
-                             text + QStringLiteral(" НННН  ");
+                             *text + QStringLiteral(" НННН  ");
     SendTlgText(telegram);
     State.fileInProgress = true;
-    if (Options.autoPrintMode == 2 || Options.autoPrintMode == 3) {
-        Log.addCacheServiceString(QStringLiteral("Печать файла"), ProtocolInfo, true);
-        CUtils::printClearText(telegram);
-    }
+    if (printsSent(Options.autoPrintMode))
+        printTelegram(telegram);
 }

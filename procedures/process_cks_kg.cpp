@@ -5,10 +5,9 @@
 #include "app/clock.h"
 #include "app/options.h"
 #include "app/state.h"
-#include "records/protocol.h"
+#include "procedures/telegram_files.h"
 #include "text/utils.h"
 
-#include <QDir>
 #include <QFile>
 
 namespace
@@ -24,11 +23,6 @@ const QString GraceEnd = QStringLiteral("0006");
 bool inMorningGrace()
 {
     return State.PK_out == 0 && Time.hhmm <= GraceEnd;
-}
-
-void note(const QString &text, ProtocolTypes type = ProtocolInfo)
-{
-    Log.addCacheServiceString(text, type, true);
 }
 } // namespace
 
@@ -138,7 +132,7 @@ void CProcessCKS::takeReceiptOfReceived(const Receipt &receipt)
     State.setAutomatic(false);
     if (State.tlgMode == ModeOpen)
         SendTlgText(QStringLiteral("|ЗЦЗЦ КС СТОП НННН  "));
-    note(QStringLiteral("РАСХОЖДЕНИЕ СЧЕТЧИКОВ"), ProtocolError);
+    noteEvent(QStringLiteral("РАСХОЖДЕНИЕ СЧЕТЧИКОВ"), ProtocolError);
 }
 
 void CProcessCKS::takeOpening(const QString &text)
@@ -192,9 +186,9 @@ void CProcessCKS::takeRenumbering(const QString &text)
         return;
     State.dayChangeQuiet = false;
     if (per < State.prevPK_in || State.prevPK_in < per - MostLost || State.prevPK_out != prin) {
-        note(QString::asprintf("Расхождение за предыдущие сутки: ПРИН %04d ПЕР %04d", State.prevCKS_in,
-                               State.prevCKS_out),
-             ProtocolError);
+        noteEvent(QString::asprintf("Расхождение за предыдущие сутки: ПРИН %04d ПЕР %04d", State.prevCKS_in,
+                                    State.prevCKS_out),
+                  ProtocolError);
         if (!State.manualMode)
             State.setAutomatic(false);
     } else if (!State.manualMode && w1 == QStringLiteral("ОТКРОЙТЕ")) {
@@ -202,7 +196,7 @@ void CProcessCKS::takeRenumbering(const QString &text)
         SendTlgText(QStringLiteral("\r\n|ЗЦЗЦ КС ВАШ ") + figures + QLatin1Char('=') + figures +
                     QStringLiteral(" НННН  "));
     }
-    note(QStringLiteral("Счетчики сброшены"));
+    noteEvent(QStringLiteral("Счетчики сброшены"));
     State.PK_in = 0;
     State.PK_out = 0;
     State.Save();
@@ -217,7 +211,7 @@ void CProcessCKS::takeCorrection(const QString &text)
                              &last) < 3 ||
         first - 1 != State.PK_in || last < first) // a last number that is cut off reads as 0
         return;
-    note(QStringLiteral("КОРРЕКТИРОВКА СЧЕТЧИКОВ ПРИЕМ "));
+    noteEvent(QStringLiteral("КОРРЕКТИРОВКА СЧЕТЧИКОВ ПРИЕМ "));
     State.PK_in = last;
     State.Save();
 }
@@ -277,7 +271,7 @@ void CProcessCKS::confirmR(int number)
 /// The centre holds the telegram in progress: it leaves the queue under its number.
 void CProcessCKS::acceptFile(int number)
 {
-    const QString source = State.pathOut() + QDir::separator() + State.currentFile;
+    const QString source = queuePath(State.currentFile);
     const QString name = State.currentFile + QLatin1Char('.') + CUtils::StringNNN(number);
     if (!CUtils::renameFile(source, State.pathOut_currentDate(), name, Options.markNewFilesInOut))
         State.setAutomatic(false);
@@ -288,12 +282,12 @@ void CProcessCKS::acceptFile(int number)
 /// does not take.
 void CProcessCKS::setFileAside(const QString &suffix, bool tryFurtherNames)
 {
-    const QString source = State.pathOut() + QDir::separator() + State.currentFile;
+    const QString source = queuePath(State.currentFile);
     const QString target = source + QStringLiteral(".b") + suffix;
-    note(QStringLiteral("ПЕРЕИМЕНОВАНИЕ ") + source + QStringLiteral(" В ") + target);
+    noteEvent(QStringLiteral("ПЕРЕИМЕНОВАНИЕ ") + source + QStringLiteral(" В ") + target);
     bool moved = QFile::rename(source, target);
     if (!moved)
-        note(QStringLiteral("Ошибка переименования"), ProtocolError);
+        noteEvent(QStringLiteral("Ошибка переименования"), ProtocolError);
     for (int i = 0; tryFurtherNames && !moved && i <= 9; ++i)
         moved = QFile::rename(source, target + QLatin1Char('_') + QString::number(i));
     endFile();

@@ -5,7 +5,7 @@
 #include "app/clock.h"
 #include "app/options.h"
 #include "app/state.h"
-#include "records/protocol.h"
+#include "procedures/telegram_files.h"
 #include "text/utils.h"
 
 namespace
@@ -147,6 +147,5 @@ void CProcessCKS::checkTimeAfterNNNN(int position) const
         return;
     const int centre = (digits[0] * 10 + digits[1]) * 60 + digits[2] * 10 + digits[3];
     if (qAbs(own - centre) > 1)
-        Log.addCacheServiceString(QStringLiteral("Расхождение времени c ЦКС более 1 мин"), ProtocolInfo,
-                                  true);
+        noteEvent(QStringLiteral("Расхождение времени c ЦКС более 1 мин"));
 }

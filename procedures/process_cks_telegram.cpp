@@ -5,13 +5,13 @@
 #include "app/clock.h"
 #include "app/options.h"
 #include "app/state.h"
+#include "procedures/telegram_files.h"
 #include "records/file_attr.h"
-#include "records/protocol.h"
+#include "records/whole_file.h"
 #include "text/utils.h"
 #include "ui/sound.h"
 
 #include <QDir>
-#include <QSaveFile>
 
 namespace
 {
@@ -53,12 +53,6 @@ Header readHeader(const QString &body)
     return header;
 }
 
-bool writeWhole(const QString &path, const QString &text)
-{
-    QSaveFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(text.toUtf8()) >= 0 && file.commit();
-}
-
 /// \a body from behind its header's ")\r\n" to its last character that is neither blank nor a mark.
 QString withoutHeader(const QString &body)
 {
@@ -83,11 +77,10 @@ QString forward(const QString &body, const QString &letter)
     constexpr int IndexLength = 6;
     if (Options.redirectInputTlg.size() != IndexLength)
         return QString();
-    const QString path =
-        State.pathOut() + QDir::separator() + Time.yyyyMMdd + letter + CUtils::StringNNN(State.EditorN + 1);
+    const QString path = queuePath(Time.yyyyMMdd + letter + CUtils::StringNNN(State.EditorN + 1));
     const QString text = QStringLiteral("П") + Options.redirectInputTlg + QStringLiteral("\r\n") +
                          (Options.redirectInputTlgNoHeader ? withoutHeader(body) : body);
-    if (!writeWhole(path, text))
+    if (!replaceWholeFile(path, text.toUtf8()))
         return QString();
     ++State.EditorN;
     State.Save(); // a restart must not give the name of a waiting file again
@@ -98,16 +91,14 @@ QString forward(const QString &body, const QString &letter)
 void CProcessCKS::ProcessTlg(int number, const QString &body, const QString &head, const QString &tail)
 {
     if (number != State.PK_in + 1) {
-        Log.addCacheServiceString(QStringLiteral("РАСХОЖДЕНИЕ СЧЕТЧИКОВ"), ProtocolError, true);
+        noteEvent(QStringLiteral("РАСХОЖДЕНИЕ СЧЕТЧИКОВ"), ProtocolError);
         if (!State.manualMode)
             SendTlgText(QStringLiteral("|ЗЦЗЦ КС СТОП НННН  "));
         return;
     }
     storeTelegram(number, body, head + body + tail);
-    if (Options.autoPrintMode == 1 || Options.autoPrintMode == 3) {
-        Log.addCacheServiceString(QStringLiteral("Печать файла"), ProtocolInfo, true);
-        CUtils::printClearText(head + body + tail);
-    }
+    if (printsReceived(Options.autoPrintMode))
+        printTelegram(head + body + tail);
 }
 
 void CProcessCKS::storeTelegram(int number, const QString &body, const QString &whole)
@@ -120,10 +111,10 @@ void CProcessCKS::storeTelegram(int number, const QString &body, const QString &
     const QString letter = CUtils::categoryLetter(header.category);
     const QString path = directory + QDir::separator() + Time.yyyyMMdd + letter + header.timePart +
                          QLatin1Char('.') + CUtils::StringNNN(number);
-    if (!writeWhole(path,
-                    Options.removeRegisterInInputFiles ? CUtils::removeRegistersAndCheck4(whole) : whole)) {
+    const QString text = Options.removeRegisterInInputFiles ? CUtils::removeRegistersAndCheck4(whole) : whole;
+    if (!replaceWholeFile(path, text.toUtf8())) {
         // The counter stays, so the centre's repetition of this number will be taken.
-        Log.addCacheServiceString(QStringLiteral("Не получилось сохранить файл:") + path, ProtocolInfo, true);
+        noteEvent(QStringLiteral("Не получилось сохранить файл:") + path);
         return;
     }
     State.incInp();
@@ -133,5 +124,5 @@ void CProcessCKS::storeTelegram(int number, const QString &body, const QString &
     const QString forwarded = forward(body, letter);
     if (!forwarded.isEmpty())
         line += QStringLiteral(", для пересылки ") + forwarded;
-    Log.addCacheServiceString(line, ProtocolInfo, true);
+    noteEvent(line);
 }

@@ -4,14 +4,13 @@
 #include "app/options.h"
 #include "app/state.h"
 #include "link/tlg_thread.h"
-#include "records/protocol.h"
+#include "procedures/telegram_files.h"
 #include "records/send_model.h"
 #include "records/whole_file.h"
 #include "text/mtk2.h"
 #include "text/utils.h"
 
 #include <QDir>
-#include <QFile>
 
 #include <optional>
 
@@ -21,45 +20,10 @@ constexpr int EndMarkLength = 6;
 constexpr int NoiseLimit = 256; // a buffer without start mark may be so long
 constexpr int NoiseKept = 200;
 
-// Option autoPrintMode: 1 received, 2 sent, 3 both; anything else prints nothing.
-bool printsReceived()
-{
-    return Options.autoPrintMode == 1 || Options.autoPrintMode == 3;
-}
-bool printsSent()
-{
-    return Options.autoPrintMode == 2 || Options.autoPrintMode == 3;
-}
-
-void note(const QString &text, ProtocolTypes type = ProtocolInfo)
-{
-    Log.addCacheServiceString(text, type, true);
-}
-
-void print(const QString &text)
-{
-    note(QStringLiteral("Печать файла"));
-    CUtils::printClearText(text);
-}
-
 /// A file that the operator wants under guaranteed transfer has "g" as its ninth character.
 bool isProtectedName(const QString &name)
 {
     return name.size() > 8 && name[8] == QLatin1Char('g');
-}
-
-QString queuePath(const QString &name)
-{
-    return State.pathOut() + QDir::separator() + name;
-}
-
-/// The text of a file up to its first NUL; bytes that are no UTF-8 become replacement characters.
-std::optional<QString> readText(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    return QString::fromUtf8(file.readAll().constData());
 }
 } // namespace
 
@@ -107,7 +71,7 @@ void CProcessDirect::giveUpEndless()
 {
     if (receiveBuffer.size() <= ReceiveLimit)
         return;
-    note(QStringLiteral("Телеграмма без конца отброшена"), ProtocolError);
+    noteEvent(QStringLiteral("Телеграмма без конца отброшена"), ProtocolError);
     receiveBuffer.remove(0, ReceiveLimit / 2);
     m_searched = findStart() ? receiveBuffer.size() : 0;
 }
@@ -118,8 +82,8 @@ void CProcessDirect::takeTelegram(const QString &telegram)
     // The confirmation tells of the telegram's arrival; it goes out whether or not the file was written.
     if (Options.SendConfirmation)
         SendTlgText(QStringLiteral("\r\nЗЦЗЦ СООБЩЕНИЕ ПРИНЯТО НННН  ") + Time.hhmm + QStringLiteral("\r\n"));
-    if (printsReceived())
-        print(telegram);
+    if (printsReceived(Options.autoPrintMode))
+        printTelegram(telegram);
 }
 
 bool CProcessDirect::saveText(QString text)
@@ -130,11 +94,11 @@ bool CProcessDirect::saveText(QString text)
     if (Options.removeRegisterInInputFiles)
         text = CUtils::removeRegistersAndCheck4(text);
     if (text.isEmpty() || !replaceWholeFile(path, text.toUtf8())) {
-        note(QStringLiteral("Не получилось сохранить файл:") + path);
+        noteEvent(QStringLiteral("Не получилось сохранить файл:") + path);
         return false;
     }
     State.incInp();
-    note(QStringLiteral("Файл сохранен:") + path);
+    noteEvent(QStringLiteral("Файл сохранен:") + path);
     return true;
 }
 
@@ -143,10 +107,10 @@ void CProcessDirect::checkForSendNewTlg(CTableViewModelItem_Send &item)
     if (State.fileInProgress)
         return;
     State.currentFile = item.fileName;
-    note(QStringLiteral("Отправка файла: ") + State.currentFile);
-    const std::optional<QString> text = readText(queuePath(State.currentFile));
+    noteEvent(QStringLiteral("Отправка файла: ") + State.currentFile);
+    const std::optional<QString> text = readTelegram(queuePath(State.currentFile));
     if (!text) {
-        note(QStringLiteral("Невозможно прочитать файл"), ProtocolError);
+        noteEvent(QStringLiteral("Невозможно прочитать файл"), ProtocolError);
         State.currentFile.clear();
         return;
     }
@@ -157,7 +121,7 @@ void CProcessDirect::checkForSendNewTlg(CTableViewModelItem_Send &item)
     State.fileInProgress = true;
     if (!text->isEmpty())
         return;
-    note(QStringLiteral("Файл пуст, передавать нечего"));
+    noteEvent(QStringLiteral("Файл пуст, передавать нечего"));
     fileSended();
     State.scanCountdown = 0;
 }
@@ -168,9 +132,9 @@ bool CProcessDirect::fileSended()
     if (isProtectedName(State.currentFile))
         TlgThread.stopProtectedMode();
     const QString path = queuePath(State.currentFile);
-    if (printsSent())
-        if (const std::optional<QString> text = readText(path))
-            print(*text);
+    if (printsSent(Options.autoPrintMode))
+        if (const std::optional<QString> text = readTelegram(path))
+            printTelegram(*text);
     // The queue must not run on with a file that cannot leave it: it would go out again and again.
     if (!CUtils::renameFile(path, State.pathOut_currentDate(), State.currentFile, false))
         State.setAutomatic(false);
