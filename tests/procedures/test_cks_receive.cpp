@@ -323,10 +323,10 @@ void TestCksReceive::randomCutsGiveTheSameDay()
                        "ШУМ ЗЦЗЦ 002 ПРЕРВАНО ЗЦЗЦ #002 #01 654321 7\r\n|ВТОРОЙ\r\nНННН  #1200\r\n"
                        "ZCZC 003 THIRD\r\nNNNN  1200\r\n|ЗЦЗЦ |ЗАПРОСИТЕ КВИТАНЦИЮ НННН  \r\n");
     QRandomGenerator random(20260731);
-    for (int run = 0; run < 300; ++run) {
+    for (int run = 0; run < 60; ++run) {
         const CksDesk desk;
         for (int at = 0; at < line.size();) {
-            const int length = run == 0 ? 1 : 1 + int(random.bounded(quint32(run)));
+            const int length = run == 0 ? 1 : 1 + int(random.bounded(quint32(5 * run)));
             ProcessCKS.processReceive(line.mid(at, length));
             at += length;
             State.secondsSinceRx = 1;

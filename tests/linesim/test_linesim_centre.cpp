@@ -1,0 +1,325 @@
+// The switching centre: its strict reading of the terminal, its bookkeeping, its scenario.
+
+#include "tools/linesim/centre_desk.h"
+#include "tools/linesim/event_log.h"
+#include "tools/linesim/scenario.h"
+#include "tools/linesim/terminal_reader.h"
+
+#include <QtTest>
+
+class TestLinesimCentre : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void readsEachForm_data();
+    void readsEachForm();
+    void waitsForTheRestOfAForm();
+    void tellsWhatIsCutShort();
+    void tellsWhatNeverEnds();
+    void opensByTheTerminalsReceipt();
+    void repeatsWhatTheTerminalDoesNotHold();
+    void givesItsFiguresByEachReceipt();
+    void losesAReceiptOnce();
+    void distortsATelegramOnce();
+    void wrongNumberGoesBeforeTheRightOne();
+    void breachesAreCounted_data();
+    void breachesAreCounted();
+    void telegramsBackToBackAreABreach();
+    void quietTimeIsKept();
+    void renumbersAfterMidnight();
+    void confirmationReopensTheChannel();
+    void scenarioRunsAtItsTimes();
+    void scenarioRefusesWhatItDoesNotUnderstand();
+};
+
+namespace
+{
+/// A clerk with what he says and notes.
+struct Clerk {
+    explicit Clerk(const QTime &time = QTime(12, 0))
+    {
+        QObject::connect(&desk, &CentreDesk::send, &desk, [this](const QString &text) { said << text; });
+        at(time);
+    }
+    void at(const QTime &time, int day = 31) { desk.setTime(QDateTime(QDate(2026, 7, day), time)); }
+    void hear(const QString &text)
+    {
+        reader.take(text);
+        while (const auto message = reader.next())
+            desk.take(*message);
+    }
+    /// What he has said since the last call.
+    QStringList speech()
+    {
+        const QStringList all = said;
+        said.clear();
+        return all;
+    }
+    void open()
+    {
+        hear(QStringLiteral("|ЗЗ |ЗЦЗЦ КС ВАШ 000=000 НННН  "));
+        said.clear();
+    }
+
+    QStringList said, lines;
+    EventLog log{[this](const QString &line) { lines << line; }};
+    CentreDesk desk{CentreDesk::Settings(), log};
+    TerminalReader reader;
+};
+
+QString service(const QString &text)
+{
+    return QStringLiteral("\r\nЗЦЗЦ ") + text + QStringLiteral(" НННН  1200\r\n");
+}
+} // namespace
+
+void TestLinesimCentre::readsEachForm_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<int>("number");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("request") << "|ЗЗ " << int(TerminalMessage::ReceiptRequest) << -1 << "";
+    QTest::newRow("receipt") << "|ЗЦЗЦ КС ВАШ 012=012 НННН  " << int(TerminalMessage::Receipt) << 12 << "";
+    QTest::newRow("receipt that differs from itself")
+        << "|ЗЦЗЦ КС ВАШ 012=013 НННН  " << int(TerminalMessage::Foreign) << -1 << "КС ВАШ 012=013 ";
+    QTest::newRow("receipt behind line ends")
+        << "\r\n|ЗЦЗЦ КС ВАШ 012=012 НННН  " << int(TerminalMessage::Receipt) << 12 << "";
+    QTest::newRow("stop") << "|ЗЦЗЦ КС СТОП НННН  " << int(TerminalMessage::Stop) << -1 << "";
+    QTest::newRow("text") << "|ЗЦЗЦ КС ТЕКСТ НННН  " << int(TerminalMessage::Text) << -1 << "";
+    QTest::newRow("confirmation") << "|ЗЦЗЦ КС Р007 ПРИН ИВАНОВА НННН  " << int(TerminalMessage::Confirmation)
+                                  << 7 << "ИВАНОВА";
+    QTest::newRow("telegram") << "|ЗЦЗЦ 007 А\r\nБ НННН  " << int(TerminalMessage::Telegram) << 7 << "А\r\nБ";
+    QTest::newRow("empty telegram") << "|ЗЦЗЦ 007  НННН  " << int(TerminalMessage::Telegram) << 7 << "";
+    QTest::newRow("two digits") << "|ЗЦЗЦ 07 А НННН  " << int(TerminalMessage::Foreign) << -1 << "07 А ";
+    QTest::newRow("no form") << "ПРИВЕТ" << int(TerminalMessage::Foreign) << -1 << "ПРИВЕТ";
+}
+
+void TestLinesimCentre::readsEachForm()
+{
+    QFETCH(QString, line);
+    QFETCH(int, kind);
+    QFETCH(int, number);
+    QFETCH(QString, text);
+    TerminalReader reader;
+    reader.take(line);
+    const auto message = reader.next();
+    QVERIFY(message);
+    QCOMPARE(int(message->kind), kind);
+    QCOMPARE(message->number, number);
+    QCOMPARE(message->text, text);
+    QVERIFY(!reader.next());
+    QVERIFY(!reader.isInside());
+}
+
+void TestLinesimCentre::waitsForTheRestOfAForm()
+{
+    const QString line = QStringLiteral("|ЗЦЗЦ 007 ТЕКСТ НННН  ");
+    for (int cut = 1; cut < line.size(); ++cut) {
+        TerminalReader reader;
+        reader.take(line.left(cut));
+        QVERIFY(!reader.next());
+        reader.take(line.mid(cut));
+        QCOMPARE(reader.next()->number, 7);
+    }
+}
+
+void TestLinesimCentre::tellsWhatIsCutShort()
+{
+    TerminalReader reader;
+    reader.take(QStringLiteral("|ЗЦЗЦ 007 ТЕ|ЗЦЗЦ КС СТОП НННН  "));
+    const auto broken = reader.next();
+    QCOMPARE(int(broken->kind), int(TerminalMessage::Broken));
+    QCOMPARE(broken->text, QStringLiteral("|ЗЦЗЦ 007 ТЕ"));
+    QCOMPARE(int(reader.next()->kind), int(TerminalMessage::Stop));
+}
+
+void TestLinesimCentre::tellsWhatNeverEnds()
+{
+    TerminalReader reader;
+    QVERIFY(!reader.giveUp());
+    reader.take(QStringLiteral("|ЗЦЗЦ 007 ТЕ"));
+    QVERIFY(reader.isInsideTelegram());
+    QCOMPARE(reader.giveUp()->text, QStringLiteral("|ЗЦЗЦ 007 ТЕ"));
+    QVERIFY(!reader.isInside());
+}
+
+void TestLinesimCentre::opensByTheTerminalsReceipt()
+{
+    Clerk clerk;
+    clerk.hear(QStringLiteral("|ЗЗ "));
+    QCOMPARE(clerk.speech(), QStringList(service("ВАШ 000 НАШ 000 ПОСЛЕДНИЕ ОТКРОЙТЕ СВЯЗЬ АБВ123/4")));
+    clerk.hear(QStringLiteral("|ЗЦЗЦ КС ВАШ 000=000 НННН  "));
+    QCOMPARE(clerk.speech(), QStringList(service("СВЯЗЬ ОТКРЫТА")));
+    QCOMPARE(int(clerk.desk.channel()), int(CentreDesk::Open));
+}
+
+void TestLinesimCentre::repeatsWhatTheTerminalDoesNotHold()
+{
+    Clerk clerk;
+    clerk.open();
+    clerk.desk.sendTelegram("А");
+    clerk.desk.sendTelegram("Б");
+    clerk.desk.askToOpen();
+    (void)clerk.speech();
+    clerk.hear(QStringLiteral("|ЗЦЗЦ КС ВАШ 001=001 НННН  "));
+    QCOMPARE(clerk.speech(), QStringList({"\r\nЗЦЗЦ 002 Б\r\nНННН  1200\r\n", service("ПОВТОР ОКОНЧЕН")}));
+}
+
+void TestLinesimCentre::givesItsFiguresByEachReceipt()
+{
+    Clerk clerk;
+    clerk.open();
+    clerk.desk.sendTelegram("А");
+    clerk.hear(QStringLiteral("|ЗЦЗЦ 001 Х НННН  "));
+    (void)clerk.speech();
+    clerk.hear(QStringLiteral("|ЗЗ "));
+    QCOMPARE(clerk.speech(), QStringList(service("ВАШ 001 НАШ 001 ПОСЛЕДНИЕ СВЯЗЬ ОТКРЫТА АБВ123/4")));
+    QCOMPARE(clerk.log.violations, 0);
+}
+
+void TestLinesimCentre::losesAReceiptOnce()
+{
+    Clerk clerk;
+    clerk.desk.loseReceipt();
+    clerk.hear(QStringLiteral("|ЗЗ "));
+    QVERIFY(clerk.speech().isEmpty());
+    clerk.hear(QStringLiteral("|ЗЗ "));
+    QCOMPARE(clerk.speech().size(), 1);
+}
+
+void TestLinesimCentre::distortsATelegramOnce()
+{
+    Clerk clerk;
+    clerk.open();
+    clerk.desk.distort();
+    clerk.hear(QStringLiteral("|ЗЦЗЦ 001 Х НННН  "));
+    QCOMPARE(clerk.speech(), QStringList(service("ИСКАЖЕНИЕ 1 ВАШ 0")));
+    QCOMPARE(clerk.desk.got, 0);
+    clerk.hear(QStringLiteral("|ЗЦЗЦ 001 Х НННН  "));
+    QCOMPARE(clerk.desk.got, 1);
+}
+
+void TestLinesimCentre::wrongNumberGoesBeforeTheRightOne()
+{
+    Clerk clerk;
+    clerk.open();
+    clerk.desk.wrongNumber();
+    clerk.desk.sendTelegram("А");
+    QCOMPARE(clerk.speech(),
+             QStringList({"\r\nЗЦЗЦ 002 А\r\nНННН  1200\r\n", "\r\nЗЦЗЦ 001 А\r\nНННН  1200\r\n"}));
+    clerk.hear(QStringLiteral("|ЗЦЗЦ КС СТОП НННН  "));
+    QCOMPARE(int(clerk.desk.channel()), int(CentreDesk::Open));
+    clerk.hear(QStringLiteral("|ЗЦЗЦ КС СТОП НННН  "));
+    QCOMPARE(int(clerk.desk.channel()), int(CentreDesk::Closed));
+}
+
+void TestLinesimCentre::breachesAreCounted_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("breach");
+    QTest::newRow("number out of order") << "|ЗЦЗЦ 002 Х НННН  "
+                                         << "violation: telegram 2 instead of 1";
+    QTest::newRow("text of no form") << "ПРИВЕТ"
+                                     << "violation: text of no form ПРИВЕТ";
+    QTest::newRow("unknown form") << "|ЗЦЗЦ КС ПРИВЕТ НННН  "
+                                  << "violation: text of no form КС ПРИВЕТ ";
+    QTest::newRow("confirmation unasked") << "|ЗЦЗЦ КС Р001 ПРИН ОНА НННН  "
+                                          << "violation: confirmation 1 that was not asked for";
+}
+
+void TestLinesimCentre::breachesAreCounted()
+{
+    QFETCH(QString, line);
+    QFETCH(QString, breach);
+    Clerk clerk;
+    clerk.open();
+    clerk.hear(line);
+    QCOMPARE(clerk.log.violations, 1);
+    QCOMPARE(clerk.lines.filter("violation: "), QStringList(breach));
+}
+
+void TestLinesimCentre::telegramsBackToBackAreABreach()
+{
+    Clerk clerk;
+    clerk.hear(QStringLiteral("|ЗЦЗЦ 001 Х НННН  "));
+    QCOMPARE(clerk.lines.filter("violation: "),
+             QStringList("violation: telegram 1 while the channel is not open"));
+    clerk.open();
+    clerk.desk.declareOpen();
+    clerk.hear(QStringLiteral("|ЗЦЗЦ 002 Х НННН  |ЗЦЗЦ 003 Х НННН  "));
+    QCOMPARE(clerk.lines.filter("violation: ").last(),
+             QStringLiteral("violation: telegram 3 before the receipt of the one before"));
+}
+
+void TestLinesimCentre::quietTimeIsKept()
+{
+    Clerk clerk(QTime(23, 56, 59));
+    clerk.open();
+    clerk.hear(QStringLiteral("|ЗЦЗЦ 001 Х НННН  |ЗЗ "));
+    QCOMPARE(clerk.log.violations, 0);
+    clerk.at(QTime(23, 57));
+    clerk.hear(QStringLiteral("|ЗЦЗЦ 002 Х НННН  "));
+    QCOMPARE(clerk.lines.filter("violation: "), QStringList("violation: telegram 2 in the quiet time"));
+}
+
+void TestLinesimCentre::renumbersAfterMidnight()
+{
+    Clerk clerk(QTime(23, 50));
+    clerk.open();
+    clerk.desk.sendTelegram("А");
+    clerk.hear(QStringLiteral("|ЗЦЗЦ 001 Х НННН  |ЗЗ "));
+    (void)clerk.speech();
+    clerk.desk.setTime(QDateTime(QDate(2026, 8, 1), QTime(0, 1)));
+    QVERIFY(!clerk.desk.mayFeed());
+    clerk.hear(QStringLiteral("|ЗЗ "));
+    QCOMPARE(clerk.speech(),
+             QStringList("\r\nЗЦЗЦ СМЕНА НУМЕРАЦИИ ПРИН 0001 ПЕР 0001 ОТКРОЙТЕ СВЯЗЬ НННН  0001\r\n"));
+    clerk.hear(QStringLiteral("\r\n|ЗЦЗЦ КС ВАШ 001=001 НННН  "));
+    QCOMPARE(clerk.speech(), QStringList("\r\nЗЦЗЦ СВЯЗЬ ОТКРЫТА НННН  0001\r\n"));
+    QCOMPARE(clerk.desk.figures(), QStringLiteral("got 0 sent 0 old 1/1"));
+    QCOMPARE(clerk.log.violations, 0);
+    QVERIFY(clerk.desk.mayFeed());
+}
+
+void TestLinesimCentre::confirmationReopensTheChannel()
+{
+    Clerk clerk;
+    clerk.open();
+    clerk.desk.sendR("А");
+    QCOMPARE(clerk.speech(),
+             QStringList({"\r\nЗЦЗЦ 001 А\r\nНННН  1200\r\n", service("ПОДТВЕРДИТЕ ПРИЕМ Р 001")}));
+    QCOMPARE(int(clerk.desk.channel()), int(CentreDesk::Confirming));
+    clerk.hear(QStringLiteral("|ЗЦЗЦ КС Р001 ПРИН ИВАНОВА НННН  "));
+    QCOMPARE(clerk.speech(), QStringList(service("СВЯЗЬ ОТКРЫТА")));
+    QCOMPARE(clerk.log.violations, 0);
+}
+
+void TestLinesimCentre::scenarioRunsAtItsTimes()
+{
+    Scenario scenario;
+    QVERIFY(scenario.parse("; a day\n12:30 open\n\n+10 send А Б\n12:30:15 ask\n"));
+    const auto at = [&scenario](int h, int m, int s, int day = 31) {
+        return scenario.due(QDateTime(QDate(2026, 7, day), QTime(h, m, s)));
+    };
+    QCOMPARE(at(12, 29, 0), QStringList());
+    QCOMPARE(at(12, 29, 9), QStringList());
+    QCOMPARE(at(12, 29, 10), QStringList("send А Б"));
+    QCOMPARE(at(12, 29, 59), QStringList());
+    QCOMPARE(at(12, 30, 0), QStringList("open"));
+    QCOMPARE(at(12, 30, 20), QStringList("ask"));
+    QCOMPARE(at(23, 59, 59), QStringList());
+}
+
+void TestLinesimCentre::scenarioRefusesWhatItDoesNotUnderstand()
+{
+    Scenario scenario;
+    QVERIFY(!scenario.parse("25:00 open"));
+    QVERIFY(!scenario.parse("+x open"));
+    QVERIFY(!scenario.parse("12:30"));
+    QVERIFY(!scenario.load("no such file"));
+}
+
+QTEST_GUILESS_MAIN(TestLinesimCentre)
+#include "test_linesim_centre.moc"
