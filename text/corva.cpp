@@ -43,12 +43,12 @@ int nationalIndex(ushort c)
     return -1;
 }
 
-/// The upper part of the code page, 0xA0..0xAF and 0xE0..0xFF, with no alphabet of its own there. The
-/// spaces of 0xF0..0xFF, and the small letters in their place with Tatar, are meant.
+/// The small letters of the code page, 0xA0..0xAF and 0xE0..0xEF, read as capitals. The spaces of the signs
+/// behind them, and the small letters in their place with Tatar, are meant.
 QChar cyrillicUpperPart(uchar byte, int language)
 {
     if (byte < 0xB0)
-        return Letters::at(byte - 0x80);
+        return Letters::at(byte - 0xA0);
     if (byte < 0xF0)
         return Letters::at(byte - 0xE0 + 0x10);
     return language == Tatar ? QChar(Letters::SmallBegin + byte - 0xF0) : QChar(u' ');
