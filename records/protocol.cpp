@@ -118,9 +118,11 @@ void CProtocol::Tail::take(QChar c)
     if (size == 0)
         first = c;
     last = c;
-    ++size;
-    if (c.unicode() < MarkLimit)
+    if (c.unicode() < MarkLimit) {
         type = c;
+        typeAt = size;
+    }
+    ++size;
     if (isText(c))
         ++textCount;
 }
@@ -129,7 +131,8 @@ bool CProtocol::Tail::fits(const QStringList &list) const
 {
     const QString &line = list.constLast();
     return lineCount == list.size() && size == line.size() && data == line.constData() &&
-           (size == 0 || (first == line.front() && last == line.back()));
+           (size == 0 || (first == line.front() && last == line.back())) &&
+           (typeAt < 0 || type == line.at(typeAt));
 }
 
 const CProtocol::Tail &CProtocol::tail()

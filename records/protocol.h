@@ -81,6 +81,7 @@ private:
         const QChar *data = nullptr;
         QChar first, last;
         QChar type;        ///< of the text at its end
+        int typeAt = -1;   ///< where its mark stands; -1: nowhere
         int textCount = 0; ///< characters that count for lineWidthLimit
 
         [[nodiscard]] bool fits(const QStringList &list) const;

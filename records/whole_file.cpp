@@ -22,8 +22,13 @@ bool replaceWholeFile(const QString &path, const QByteArray &content)
     if (present.exists() && !present.isFile()) // a rename would take the device's place
         return overwriteInPlace(path, content);
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return present.exists() && overwriteInPlace(path, content);
-    // The flush stands by itself because commit() overlooks a failure of the last buffered bytes.
-    return file.write(content) == content.size() && file.flush() && file.commit();
+    if (file.open(QIODevice::WriteOnly)) {
+        // The flush stands by itself because commit() overlooks a failure of the last buffered bytes. On a
+        // full disk the old content is the better one.
+        if (file.write(content) != content.size() || !file.flush())
+            return false;
+        if (file.commit())
+            return true;
+    }
+    return present.exists() && overwriteInPlace(path, content);
 }
