@@ -1,0 +1,47 @@
+#pragma once
+
+#include "records/protocol.h"
+#include "tests/support/desk.h"
+
+#include <QFile>
+#include <QtTest>
+
+#include <sys/stat.h>
+
+/// Helpers of the tests that look at the journal's file. A desk stands at 31 July 2026.
+constexpr char Today[] = "prt/20260731.prt";
+
+inline QString text(const char *utf8)
+{
+    return QString::fromUtf8(utf8);
+}
+
+/// A file that was continued keeps its node, one that was replaced has another.
+inline ino_t node(const Desk &desk)
+{
+    struct stat status = {};
+    return stat(QFile::encodeName(desk.path(Today)).constData(), &status) == 0 ? status.st_ino : 0;
+}
+
+/// What another writer does between two saves, at another time.
+inline void writeFromOutside(const Desk &desk, const QByteArray &content)
+{
+    desk.write(Today, content);
+    QFile file(desk.path(Today));
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QVERIFY(file.setFileTime(QDateTime(QDate(2026, 7, 31), QTime(11, 0)), QFileDevice::FileModificationTime));
+}
+
+inline void twoModes()
+{
+    QTest::addColumn<bool>("keepOpen");
+    QTest::newRow("closed after each save") << false;
+    QTest::newRow("kept open") << true;
+}
+
+/// A save after which the file must be complete in either mode.
+inline void saveAndFlush()
+{
+    Log.flushRequested = true;
+    Log.Save();
+}

@@ -1,0 +1,140 @@
+#include "app/options.h"
+#include "tests/records/journal_file.h"
+
+#include <QSignalSpy>
+
+/// What is read back of the journal, and how the day goes on from there.
+class TestProtocolLoad : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void saveAfterLoadContinuesTheFile_data() { twoModes(); }
+    void saveAfterLoadContinuesTheFile();
+    void saveAfterLoadReplacesAFileThatReadsOtherwise();
+    void readBackItHasOneEmptyLastLineAtMost();
+    void loadReadsWhatWasNotFlushedYet();
+    void loadTrimsItsLines_data();
+    void loadTrimsItsLines();
+    void loadEmptiesTheListIfThereIsNoFile();
+    void loadReportsChangedOnce();
+    void loadKeepsTheWaitingServiceLine();
+    void marksComeBackWithTheText();
+};
+
+void TestProtocolLoad::saveAfterLoadContinuesTheFile()
+{
+    QFETCH(bool, keepOpen);
+    Desk desk;
+    Options.protocolFileNoClose = keepOpen;
+    desk.write(Today, "\1АБ>\n\3Событие\n");
+    const ino_t first = node(desk);
+    Log.Load();
+    QCOMPARE(Log.lines, QStringList({text("\1АБ>"), text("\3Событие")}));
+    Log.addServiceString(text("Запуск"), ProtocolInfo);
+    saveAndFlush();
+    QCOMPARE(desk.read(Today), QByteArray("\1АБ>\n\3Событие\n\3Запуск\n"));
+    QCOMPARE(node(desk), first);
+}
+
+void TestProtocolLoad::saveAfterLoadReplacesAFileThatReadsOtherwise()
+{
+    Desk desk;
+    desk.write(Today, "\1A \r\n\1B");
+    const ino_t first = node(desk);
+    Log.Load();
+    Log.addServiceString(text("Запуск"), ProtocolInfo);
+    QCOMPARE(desk.read(Today), QByteArray("\1A\n\1B\n\3Запуск\n"));
+    QVERIFY(node(desk) != first);
+    QCOMPARE(desk.names("prt"), QStringList{"20260731.prt"}); // nothing temporary is left
+}
+
+void TestProtocolLoad::readBackItHasOneEmptyLastLineAtMost()
+{
+    Desk desk;
+    Log.lines = QStringList{"\1A>", ""};
+    Log.Save();
+    QCOMPARE(CProtocol::readLines(Log.fileName), QStringList({"\1A>"}));
+    Log.lines << QString();
+    Log.Save();
+    QCOMPARE(CProtocol::readLines(Log.fileName), QStringList({"\1A>", ""}));
+}
+
+void TestProtocolLoad::loadReadsWhatWasNotFlushedYet()
+{
+    Desk desk;
+    Options.protocolFileNoClose = true;
+    Log.add(text("АБВ"), ProtocolSent);
+    Log.Load();
+    QCOMPARE(Log.lines, QStringList{text("\2АБВ")});
+}
+
+void TestProtocolLoad::loadTrimsItsLines_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QStringList>("lines");
+    QTest::newRow("empty file") << QByteArray("") << QStringList();
+    QTest::newRow("blank lines") << QByteArray("\n \n\1A\n\n\1B") << QStringList{"", "", "\1A", "", "\1B"};
+    QTest::newRow("white space at both ends") << QByteArray(" \1A B \t\r\n") << QStringList{"\1A B"};
+    QTest::newRow("a mark 9 is white space") << QByteArray("\tA\n") << QStringList{"A"};
+    QTest::newRow("up to the first zero byte")
+        << QByteArray("\1A\0B\n\1C\n\0\0", 10) << QStringList{"\1A", "\1C", ""};
+    QTest::newRow("not UTF-8") << QByteArray("\1A\xFF\n\1B\n")
+                               << QStringList{QString("\1A") + QChar(0xFFFD), "\1B"};
+    QTest::newRow("no line feed at the end") << QByteArray("\1A\n\1B") << QStringList{"\1A", "\1B"};
+    QTest::newRow("line feed at the end") << QByteArray("\1A\n\1B\n") << QStringList{"\1A", "\1B"};
+}
+
+void TestProtocolLoad::loadTrimsItsLines()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QStringList, lines);
+    Desk desk;
+    writeFromOutside(desk, content);
+    Log.lines = QStringList{"old"};
+    Log.Load();
+    QCOMPARE(Log.lines, lines);
+    Log.Save();
+    QCOMPARE(desk.read(Today), lines.join('\n').toUtf8());
+}
+
+void TestProtocolLoad::loadEmptiesTheListIfThereIsNoFile()
+{
+    Desk desk;
+    Log.lines = QStringList{"old"};
+    Log.Load();
+    QVERIFY(Log.lines.isEmpty());
+    QVERIFY(desk.names("prt").isEmpty());
+}
+
+void TestProtocolLoad::loadReportsChangedOnce()
+{
+    Desk desk;
+    QSignalSpy changed(&Log, &CProtocol::Changed);
+    QSignalSpy newLine(&Log, &CProtocol::NewLine);
+    Log.Load();
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(newLine.count(), 0);
+}
+
+void TestProtocolLoad::loadKeepsTheWaitingServiceLine()
+{
+    Desk desk;
+    Log.add(text("А"), ProtocolReceived);
+    Log.addCacheServiceString(text("Событие"), ProtocolInfo, true);
+    Log.Load();
+    QCOMPARE(Log.cachedType, ProtocolInfo);
+    QCOMPARE(Log.cachedText, text("12:00:00 Событие"));
+}
+
+void TestProtocolLoad::marksComeBackWithTheText()
+{
+    Desk desk;
+    Log.add(text("|АБ"), ProtocolReceived);
+    Log.add(text("#12\n"), ProtocolSent);
+    Log.Load();
+    QCOMPARE(Log.lines, QStringList{text("\1|АБ\2#12>")});
+}
+
+QTEST_GUILESS_MAIN(TestProtocolLoad)
+#include "test_protocol_load.moc"

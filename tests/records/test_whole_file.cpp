@@ -1,0 +1,131 @@
+#include "records/whole_file.h"
+#include "tests/records/file_size_limit.h"
+#include "tests/support/desk.h"
+
+#include <QDir>
+#include <QFile>
+#include <QtTest>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace
+{
+ino_t node(const QString &path)
+{
+    struct stat status = {};
+    return stat(QFile::encodeName(path).constData(), &status) == 0 ? status.st_ino : 0;
+}
+
+/// So long that the directory takes no temporary name made of it.
+const QString LongName = QString(250, 'n');
+} // namespace
+
+/// Files that are replaced whole.
+class TestWholeFile : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void newFileIsMade();
+    void oldFileIsReplacedByARename();
+    void nothingTemporaryIsLeft();
+    void fullDiskLeavesTheOldFile();
+    void missingDirectoryGivesFalse();
+    void directoryOfThatNameStays();
+    void withoutATemporaryFileTheOldOneIsWrittenOver_data();
+    void withoutATemporaryFileTheOldOneIsWrittenOver();
+    void deviceIsWrittenToAndStays();
+};
+
+void TestWholeFile::newFileIsMade()
+{
+    Desk desk;
+    QVERIFY(replaceWholeFile("a", "content"));
+    QCOMPARE(desk.read("a"), QByteArray("content"));
+    QVERIFY(replaceWholeFile("empty", ""));
+    QVERIFY(QFile::exists("empty"));
+}
+
+void TestWholeFile::oldFileIsReplacedByARename()
+{
+    Desk desk;
+    desk.write("a", "old");
+    const ino_t old = node("a");
+    QVERIFY(replaceWholeFile("a", "new"));
+    QCOMPARE(desk.read("a"), QByteArray("new"));
+    QVERIFY(node("a") != old);
+}
+
+void TestWholeFile::nothingTemporaryIsLeft()
+{
+    Desk desk;
+    QDir().mkdir("d");
+    QVERIFY(replaceWholeFile("d/a", "1"));
+    QVERIFY(replaceWholeFile("d/a", "2"));
+    QCOMPARE(desk.names("d"), QStringList{"a"});
+}
+
+void TestWholeFile::fullDiskLeavesTheOldFile()
+{
+    Desk desk;
+    desk.write("d/a", "old");
+    const FileSizeLimit full{100};
+    QVERIFY(!replaceWholeFile("d/a", QByteArray(1000, 'n')));
+    QCOMPARE(desk.read("d/a"), QByteArray("old"));
+    QCOMPARE(desk.names("d"), QStringList{"a"});
+}
+
+void TestWholeFile::missingDirectoryGivesFalse()
+{
+    Desk desk;
+    QVERIFY(!replaceWholeFile("none/a", "content"));
+    QVERIFY(!QFile::exists("none"));
+}
+
+void TestWholeFile::directoryOfThatNameStays()
+{
+    Desk desk;
+    QDir().mkdir("a");
+    QVERIFY(!replaceWholeFile("a", "content"));
+    QVERIFY(QFileInfo("a").isDir());
+}
+
+void TestWholeFile::withoutATemporaryFileTheOldOneIsWrittenOver_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("longer") << QByteArray("longer than the old one");
+    QTest::newRow("shorter") << QByteArray("s");
+    QTest::newRow("empty") << QByteArray();
+}
+
+void TestWholeFile::withoutATemporaryFileTheOldOneIsWrittenOver()
+{
+    QFETCH(QByteArray, content);
+    Desk desk;
+    desk.write(LongName, "old content");
+    const ino_t old = node(LongName);
+    QVERIFY(replaceWholeFile(LongName, content));
+    QCOMPARE(desk.read(LongName), content);
+    QCOMPARE(node(LongName), old);
+}
+
+void TestWholeFile::deviceIsWrittenToAndStays()
+{
+    Desk desk;
+    const QByteArray path = QFile::encodeName(desk.path("fifo"));
+    QCOMPARE(mkfifo(path.constData(), 0600), 0);
+    const int reader = open(path.constData(), O_RDONLY | O_NONBLOCK);
+    QVERIFY(replaceWholeFile("fifo", "content"));
+    char bytes[20] = {};
+    QCOMPARE(int(read(reader, bytes, sizeof bytes)), 7);
+    QCOMPARE(QByteArray(bytes), QByteArray("content"));
+    close(reader);
+    struct stat status = {};
+    QCOMPARE(stat(path.constData(), &status), 0);
+    QVERIFY(S_ISFIFO(status.st_mode));
+}
+
+QTEST_GUILESS_MAIN(TestWholeFile)
+#include "test_whole_file.moc"
