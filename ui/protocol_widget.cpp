@@ -20,6 +20,7 @@ CProtocolWidget::CProtocolWidget(CProtocol *source, QWidget *parent)
     buildPanel();
     m_bar = new QScrollBar(Qt::Vertical);
     m_bar->setObjectName(QStringLiteral("protocolScroll"));
+    m_bar->setAutoFillBackground(true); // opaque: its movements repaint no text
     auto *grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setSpacing(0);

@@ -16,6 +16,7 @@ class QDateEdit;
 class QLineEdit;
 class QPainter;
 class QPushButton;
+class QRegion;
 class QScrollBar;
 
 /// The journal as a live teleprinter roll, today's or another day's. Today's lines are read where the journal
@@ -151,7 +152,7 @@ private:
     // Painting
     void takeMetrics();
     [[nodiscard]] const QPen &penOf(int kind) const;
-    void paintPane(QPainter &painter, const Pane &pane, const QRect &region, bool withPending) const;
+    void paintPane(QPainter &painter, const Pane &pane, const QRegion &region, bool withPending) const;
     [[nodiscard]] int paintLine(QPainter &painter, const QString &line, int x, int baseline) const;
     void paintPending(QPainter &painter, int x, int baseline) const;
     [[nodiscard]] int paintPendingText(QPainter &painter, const QString &text, int x, int baseline) const;

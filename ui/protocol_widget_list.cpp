@@ -35,6 +35,7 @@ void CProtocolWidget::showListAnew()
     clearSelection();
     ++m_dirty;
     checkShowList();
+    updateRange(false);
 }
 
 void CProtocolWidget::checkShowList()

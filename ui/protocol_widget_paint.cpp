@@ -11,6 +11,7 @@
 #include <QMutexLocker>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QRegion>
 #include <QScrollBar>
 
 namespace
@@ -85,7 +86,7 @@ void CProtocolWidget::paintEvent(QPaintEvent *event)
     const QVector<Pane> shown = panes();
     const bool withPending = isLastString();
     for (const Pane &pane : shown)
-        paintPane(painter, pane, event->rect(), withPending && &pane == &shown.last());
+        paintPane(painter, pane, event->region(), withPending && &pane == &shown.last());
     if (m_showSplit) {
         const QRect &upper = shown.first().area;
         painter.setPen(m_penReceived);
@@ -93,7 +94,7 @@ void CProtocolWidget::paintEvent(QPaintEvent *event)
     }
 }
 
-void CProtocolWidget::paintPane(QPainter &painter, const Pane &pane, const QRect &region,
+void CProtocolWidget::paintPane(QPainter &painter, const Pane &pane, const QRegion &region,
                                 bool withPending) const
 {
     painter.setClipRect(pane.area);
@@ -106,7 +107,7 @@ void CProtocolWidget::paintPane(QPainter &painter, const Pane &pane, const QRect
         const int line = pane.top + row;
         if (line >= qMax(count, 1))
             break;
-        if (!place.intersects(region))
+        if (!region.intersects(place))
             continue;
         if (pane.lines == m_shown && line >= m_firstSelected && line <= m_lastSelected)
             painter.fillRect(place, SelectedGround);

@@ -26,9 +26,14 @@ const QChar ArrowUp(0x2191);
 QFont explicitFont(const QFont &wanted)
 {
     QFont font = wanted;
+    font.setFamilies({wanted.family()});
     font.setFamily(wanted.family());
     font.setWeight(wanted.weight());
     font.setItalic(wanted.italic());
+    font.setUnderline(wanted.underline());
+    font.setStrikeOut(wanted.strikeOut());
+    font.setHintingPreference(wanted.hintingPreference());
+    font.setStyleHint(wanted.styleHint(), wanted.styleStrategy());
     if (wanted.pointSizeF() > 0)
         font.setPointSizeF(wanted.pointSizeF());
     return font;
@@ -113,9 +118,8 @@ void CProtocolWidget::toggleSearchRow()
 // The roll has a font of its own, its panel that of the window.
 void CProtocolWidget::updatePanelFont()
 {
-    const QFont font = explicitFont(QApplication::font());
-    m_panel->setFont(font);
-    m_moreButton->setFixedWidth(QFontMetrics(font).horizontalAdvance(QStringLiteral("00")));
+    m_panel->setFont(explicitFont(QApplication::font()));
+    m_moreButton->setFixedWidth(m_moreButton->fontMetrics().horizontalAdvance(QStringLiteral("00")));
 }
 
 void CProtocolWidget::setShowRegisters(bool on)
