@@ -3,6 +3,7 @@
 #   ./test.sh          the debug build
 #   ./test.sh --asan   the same under AddressSanitizer and UBSan
 #   ./test.sh --tsan   the same under ThreadSanitizer
+#   ./test.sh --day    a whole day with a centre, passed at speed
 #   ./test.sh --bench  the benchmarks, in the release build, with their table
 # What stands behind the option goes to ctest, as in: ./test.sh --asan -R journal
 set -euo pipefail
@@ -12,6 +13,7 @@ preset=debug
 case "${1:-}" in
     --asan) preset=asan; shift ;;
     --tsan) preset=tsan; shift ;;
+    --day) shift; day=yes ;;
     --bench) preset=release; shift; bench=yes ;;
 esac
 
@@ -24,8 +26,11 @@ export LSAN_OPTIONS="suppressions=$PWD/tests/support/lsan.supp:print_suppression
 export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1${UBSAN_OPTIONS:+:$UBSAN_OPTIONS}"
 export TSAN_OPTIONS="suppressions=$PWD/tests/support/tsan.supp:second_deadlock_stack=1${TSAN_OPTIONS:+:$TSAN_OPTIONS}"
 
+if [ -n "${day:-}" ]; then
+    exec ctest --test-dir "build/$preset" --output-on-failure -L day "$@"
+fi
 if [ -z "${bench:-}" ]; then
-    exec ctest --test-dir "build/$preset" --output-on-failure -j2 -LE bench "$@"
+    exec ctest --test-dir "build/$preset" --output-on-failure -j2 -LE "bench|day" "$@"
 fi
 
 log=build/bench.log

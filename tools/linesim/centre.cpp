@@ -55,6 +55,8 @@ void Centre::takeConnection()
 void Centre::takeText(const QString &text)
 {
     m_lastText = QDateTime::currentMSecsSinceEpoch();
+    if (!m_reader.isInside())
+        m_desk.setMessageStart(QDateTime::currentDateTime());
     (void)m_store.takeText(text);
     m_reader.take(text);
     takeMessages();
@@ -90,7 +92,7 @@ void Centre::tick()
     feed();
 }
 
-/// Telegrams of the folder go one by one while the channel is open and the terminal does not send.
+/// Telegrams that wait go one by one while the channel is open and the terminal does not send.
 void Centre::feed()
 {
     const qint64 now = QDateTime::currentMSecsSinceEpoch();
@@ -98,7 +100,8 @@ void Centre::feed()
         now - m_lastFeed < m_options.feedPauseMs || now - m_lastText < 1000)
         return;
     m_lastFeed = now;
-    m_desk.sendTelegram(m_feed.takeFirst());
+    const Waiting next = m_feed.takeFirst();
+    (m_desk.*next.send)(next.text);
 }
 
 int runCentre(const QStringList &arguments)

@@ -77,6 +77,12 @@ private:
     void doFigures(const QString &);
     void doQuit(const QString &);
 
+    /// A telegram that waits for the channel.
+    struct Waiting {
+        void (CentreDesk::*send)(const QString &text);
+        QString text;
+    };
+
     CentreOptions m_options;
     EventLog &m_log;
     TcpEnd m_tcp;
@@ -85,7 +91,7 @@ private:
     TerminalReader m_reader;
     TelegramStore m_store;
     Scenario m_scenario;
-    QStringList m_feed; // texts still to be sent
+    QVector<Waiting> m_feed;
     QTimer m_timer;
     qint64 m_lastText = 0; // ms since the epoch
     qint64 m_lastFeed = 0;

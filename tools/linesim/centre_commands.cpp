@@ -8,10 +8,10 @@ const Centre::Command Centre::commands[] = {
     {"open", &Centre::doOpen},          // ask the terminal to open
     {"close", &Centre::doClose},        // declare the channel closed
     {"ask", &Centre::doAsk},            // ask for a receipt request
-    {"send", &Centre::doSend},          // a telegram, with \r and \n for line ends
+    {"send", &Centre::doSend},          // a telegram, with \r and \n for line ends, at once
     {"send-file", &Centre::doSendFile}, // the telegram of a file, when the channel allows
-    {"category", &Centre::doCategory},  // a telegram announced as one with a category
-    {"r", &Centre::doR},                // a telegram that must be confirmed
+    {"category", &Centre::doCategory},  // a telegram announced as one with a category, likewise
+    {"r", &Centre::doR},                // a telegram that must be confirmed, likewise
     {"kg", &Centre::doKG},              // a service message
     {"raw", &Centre::doRaw},            // text as it is, without a form
     {"repeat", &Centre::doRepeat},      // all telegrams of the day from a number on
@@ -69,17 +69,17 @@ void Centre::doSendFile(const QString &path)
     QString text = QString::fromUtf8(file.readAll());
     if (!text.contains(QLatin1Char('\r')))
         text.replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
-    m_feed << text;
+    m_feed.append({&CentreDesk::sendTelegram, text});
 }
 
 void Centre::doCategory(const QString &text)
 {
-    m_desk.sendCategory(unescaped(text));
+    m_feed.append({&CentreDesk::sendCategory, unescaped(text)});
 }
 
 void Centre::doR(const QString &text)
 {
-    m_desk.sendR(unescaped(text));
+    m_feed.append({&CentreDesk::sendR, unescaped(text)});
 }
 
 void Centre::doKG(const QString &text)

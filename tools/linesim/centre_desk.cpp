@@ -4,6 +4,8 @@
 
 namespace
 {
+constexpr int CrossingSeconds = 5; // what the terminal begins till then may have crossed the closing
+
 /// The quiet time, with a minute for what was on the line when it began.
 bool isQuiet(const QTime &time)
 {
@@ -61,9 +63,22 @@ void CentreDesk::lineLost()
 {
     if (m_channel != Closed)
         m_log.event(QStringLiteral("channel"), QStringLiteral("lost"));
-    m_channel = Closed;
+    setChannel(Closed);
     m_confirmNumber = -1;
     m_awaitedFigure = -1;
+}
+
+void CentreDesk::setChannel(Channel channel)
+{
+    if (m_channel == Open && channel != Open)
+        m_leftOpen = m_now;
+    m_channel = channel;
+}
+
+bool CentreDesk::mayTransmit() const
+{
+    return m_channel == Open || (m_leftOpen.isValid() && m_messageStart.isValid() &&
+                                 m_messageStart <= m_leftOpen.addSecs(CrossingSeconds));
 }
 
 void CentreDesk::take(const TerminalMessage &message)
@@ -99,7 +114,7 @@ void CentreDesk::giveReceipt()
     switch (m_channel) {
     case Closed:
         if (m_settings.opensByItself)
-            m_channel = Asked;
+            setChannel(Asked);
         words = m_settings.opensByItself ? QStringLiteral("ОТКРОЙТЕ СВЯЗЬ") : QStringLiteral("СВЯЗЬ ЗАКРЫТА");
         break;
     case Asked: words = QStringLiteral("ОТКРОЙТЕ СВЯЗЬ"); break;
@@ -139,7 +154,7 @@ void CentreDesk::takeStop()
         --m_stopsExpected;
         return;
     }
-    m_channel = Closed;
+    setChannel(Closed);
 }
 
 void CentreDesk::takeTelegram(const TerminalMessage &message)
@@ -149,7 +164,7 @@ void CentreDesk::takeTelegram(const TerminalMessage &message)
         m_log.event(QStringLiteral("lost"), QStringLiteral("telegram %1").arg(message.number));
         return sendService(QStringLiteral("ИСКАЖЕНИЕ %1 ВАШ %2").arg(message.number).arg(got));
     }
-    if (m_channel != Open)
+    if (!mayTransmit())
         m_log.violation(QStringLiteral("telegram %1 while the channel is not open").arg(message.number));
     if (m_receiptOwed)
         m_log.violation(
@@ -179,19 +194,19 @@ void CentreDesk::takeConfirmation(const TerminalMessage &message)
 
 void CentreDesk::askToOpen()
 {
-    m_channel = Asked;
+    setChannel(Asked);
     sendService(QStringLiteral("ОТКРОЙТЕ СВЯЗЬ ") + m_settings.channelName);
 }
 
 void CentreDesk::declareOpen()
 {
-    m_channel = Open;
+    setChannel(Open);
     sendService(QStringLiteral("СВЯЗЬ ОТКРЫТА"));
 }
 
 void CentreDesk::closeChannel()
 {
-    m_channel = Closed;
+    setChannel(Closed);
     sendService(QStringLiteral("СВЯЗЬ ЗАКРЫТА"));
 }
 
@@ -234,7 +249,7 @@ void CentreDesk::sendCategory(const QString &text)
 void CentreDesk::sendR(const QString &text)
 {
     sendTelegram(text);
-    m_channel = Confirming;
+    setChannel(Confirming);
     m_confirmNumber = sent % 1000;
     sendService(QStringLiteral("ПОДТВЕРДИТЕ ПРИЕМ Р ") + nnn(sent));
 }

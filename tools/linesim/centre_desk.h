@@ -31,6 +31,9 @@ public:
     CentreDesk(const Settings &settings, EventLog &log);
 
     void setTime(const QDateTime &now); ///< also turns the day
+    /// When the message that will be taken next began: one that was on its way as the channel closed is no
+    /// breach.
+    void setMessageStart(const QDateTime &moment) { m_messageStart = moment; }
     void take(const TerminalMessage &message);
     void lineLost(); ///< the connection is gone: what was under way is void
 
@@ -76,11 +79,15 @@ private:
     void giveReceipt();
     void sendNumbered(int number, const QString &text);
     void turnDay();
+    void setChannel(Channel channel);
+    [[nodiscard]] bool mayTransmit() const;
     [[nodiscard]] QString stamp() const;
 
     Settings m_settings;
     EventLog &m_log;
     QDateTime m_now;
+    QDateTime m_messageStart;
+    QDateTime m_leftOpen; // when the channel was last no longer open
     Channel m_channel = Closed;
     bool m_receiptOwed = false; // a telegram has come and no receipt has gone
     bool m_renumberDue = false; // the day has turned, the terminal does not know yet

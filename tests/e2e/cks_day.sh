@@ -1,0 +1,162 @@
+#!/bin/bash
+# A day with a message switching centre, passed at speed: the finished workstation and the simulated centre
+# under one false clock, telegrams in both directions, category and Р telegrams, midnight with its
+# renumbering. At the end every telegram must have come through exactly once, in order, under its name, and
+# the figures of both sides must agree.
+#   cks_day.sh BIN START MINUTES COUNT SPEED
+# BIN holds the programs; COUNT telegrams go each way within MINUTES from START ("2026-07-31 23:20:00").
+set -euo pipefail
+
+bin=$1 start=$2 minutes=$3 count=$4 speed=$5
+day=$(mktemp -d)
+data=$day/data
+trap 'kill $(jobs -p) 2> /dev/null || true; rm -rf "$day"' EXIT
+export QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8 TZ=UTC
+# The false clock's library comes before that of the sanitizer.
+export ASAN_OPTIONS="verify_asan_link_order=0${ASAN_OPTIONS:+:$ASAN_OPTIONS}"
+
+outgoing() # the text of outgoing telegram $1
+{
+    printf 'П%06d\r\nИСХОДЯЩАЯ %03d = КОНЕЦ\r\n' "$1" "$1"
+}
+
+incoming() # the text of incoming telegram $1, in one of the three forms of a header
+{
+    case $(($1 % 3)) in
+        0) printf 'П01 %06d 12\r\nВХОДЯЩАЯ %03d\r\n' "$1" "$1" ;;
+        1) printf 'П123 %03d 12\r\nВХОДЯЩАЯ %03d\r\n' "$1" "$1" ;;
+        2) printf 'П123=123 31 %06d \r\nВХОДЯЩАЯ %03d\r\n' "$1" "$1" ;;
+    esac
+}
+
+escaped() # line ends as the centre's log writes them
+{
+    sed -e 's/\r/\\r/g' | sed -e ':a;N;$!ba;s/\n/\\n/g' -e 's/$/\\n/'
+}
+
+prepare()
+{
+    local i each=$((minutes * 60 / count))
+    mkdir -p "$data"/{inp,out,prt} "$day/made"
+    for ((i = 1; i <= count; ++i)); do
+        # Each tenth is one with a category, the one before it must be confirmed.
+        case $((i % 10)) in
+            9) echo "+$((i * each)) r $(incoming "$i" | escaped)" ;;
+            0) echo "+$((i * each)) category $(incoming "$i" | escaped)" ;;
+            *)
+                incoming "$i" > "$day/made/$i"
+                echo "+$((i * each)) send-file $day/made/$i"
+                ;;
+        esac
+    done > "$day/scenario"
+}
+
+write_settings() # for port $1
+{
+    cat > "$data/velda.ini" <<SETTINGS
+[CONNECT]
+processMode=0
+TcpMode=true
+%U0410%U0434%U0440%U0435%U0441=127.0.0.1
+%U041F%U043E%U0440%U0442=$1
+TimeOut=60
+
+[PATH]
+scanDirsTimeout=10
+
+[CORVA]
+autoConfirmRTimeOut=5
+
+[OPERATOR]
+lastOperator=OPERATOR
+
+[SOUND]
+soundRTlgType=0
+soundCTlgType=0
+SETTINGS
+}
+
+# Everything below runs under the false clock, its sleeps too.
+live()
+{
+    local i each=$((minutes * 60 / count)) name
+    mkfifo "$day/commands"
+    "$bin/linesim" centre --listen 0 --store "$day/kept" --scenario "$day/scenario" --pause 10000 \
+        --answer 30000 < "$day/commands" > "$day/centre.log" 2>&1 &
+    centre=$!
+    exec 3> "$day/commands"
+    until grep -q '^listening: ' "$day/centre.log"; do sleep 1; done
+    write_settings "$(sed -n 's/^listening: //p' "$day/centre.log")"
+    "$bin/velda" "-d=$data" 2> "$day/velda.log" &
+    velda=$!
+    for ((i = 1; i <= count; ++i)); do
+        sleep "$each"
+        name=$(date +%Y%m%d)u$(printf %03d "$i")
+        outgoing "$i" > "$day/new"
+        mv "$day/new" "$data/out/$name"
+        echo "$name" >> "$day/names"
+    done
+    for ((i = 0; i < 120; ++i)); do
+        sleep 30
+        all_through && break
+    done
+    kill -TERM "$velda"
+    wait "$velda" || { echo "the workstation ended with $?"; exit 1; }
+    echo quit >&3
+    wait "$centre" || { echo "the centre ended with $?"; exit 1; }
+}
+
+all_through()
+{
+    [ "$(grep -c '^telegram: [0-9]* П' "$day/centre.log")" = "$count" ] &&
+        [ "$(find "$data/inp" -type f | wc -l)" = "$count" ] &&
+        [ -z "$(find "$data/out" -maxdepth 1 -type f)" ]
+}
+
+same() # what $1, file $2 as expected, file $3 as found
+{
+    if cmp -s "$2" "$3"; then
+        echo "same: $1 ($(wc -l < "$2"))"
+    else
+        echo "DIFFERENT: $1"
+        diff "$2" "$3" | head -20
+        failed=1
+    fi
+}
+
+compare()
+{
+    local i file
+    for ((i = 1; i <= count; ++i)); do outgoing "$i" | escaped; done > "$day/out.expected"
+    sed -n 's/^telegram: [0-9]* \(П.*\)$/\1/p' "$day/centre.log" > "$day/out.found"
+    same "telegrams at the centre, in order" "$day/out.expected" "$day/out.found"
+
+    # Behind the name stands the number that the centre has counted.
+    paste -d. "$day/names" <(sed -n 's/^telegram: \([0-9]*\) П.*$/\1/p' "$day/centre.log" | xargs printf '%03d\n') \
+        > "$day/names.expected"
+    (cd "$data/out" && find . -mindepth 2 -type f -printf '%f\n' | sort) > "$day/names.found"
+    same "sent files under their numbers" "$day/names.expected" "$day/names.found"
+
+    for ((i = 1; i <= count; ++i)); do incoming "$i" | escaped; done > "$day/in.expected"
+    find "$data/inp" -type f | sed 's/^\(.*\/\([0-9]*\)\/.*\.\([0-9]*\)\)$/\2 \3 \1/' | sort | while read -r _ _ file; do
+        sed -e '1s/^ЗЦЗЦ [0-9]* //' -e '/^НННН/d' -e '/^\r$/d' "$file" | escaped
+    done > "$day/in.found"
+    same "stored telegrams, in order" "$day/in.expected" "$day/in.found"
+
+    sed -n 's/^figures: got \([0-9]*\) sent \([0-9]*\) .*$/PK_in=\2 PK_out=\1/p' "$day/centre.log" > "$day/figures.expected"
+    sed -n 's/^\(PK_[a-z]*=[0-9]*\)\r*$/\1/p' "$data/velda_state.ini" | paste -sd' ' > "$day/figures.found"
+    same "day figures of both sides" "$day/figures.expected" "$day/figures.found"
+}
+
+prepare
+export -f live write_settings outgoing all_through
+export bin day data minutes count
+faketime -f "@$start x$speed" bash -euo pipefail -c live
+failed=0
+grep '^violation: ' "$day/centre.log" && failed=1
+compare
+if [ "$failed" != 0 ]; then
+    tail -n 60 "$day/centre.log"
+    cat "$data"/prt/*.prt | tr -d '\001-\010' | tail -n 120
+fi
+exit "$failed"
