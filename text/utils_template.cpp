@@ -4,9 +4,10 @@
 #include <optional>
 
 // Templates of fixed-form lines. A template is matched character by character; "%%" is a percent sign,
-// "% " a run of spaces, and a field is "%", an optional ".", an optional width of one or two digits and a
-// letter. With "." the width is a limit, without it the field has exactly that length; without a width it
-// takes all that fits. The end of the text inside a field is treated by each letter in its own way.
+// "% " a run of spaces, and so is a plain space, since operators and centres pad the parts of a line. A
+// field is "%", an optional ".", an optional width of one or two digits and a letter. With "." the width
+// is a limit, without it the field has exactly that length; without a width it takes all that fits. Each
+// letter has its own way with the end of the text and with white space.
 
 namespace
 {
@@ -35,6 +36,7 @@ private:
 
     bool takeOrdinary();
     bool takeSpaces();
+    void skipSpaces();
     Field takeField();
     Stop takeCharacters(const Field &field, Belongs belongs, QString &taken);
     bool readNumber(const Field &field, int &value);
@@ -110,8 +112,11 @@ bool Matcher::takeOrdinary()
 {
     if (textEnded() || m_text.at(m_textAt) != QChar(formatChar()))
         return false;
+    const bool endsInSpace = formatChar() == ' ' && formatChar(1) != ' ';
     m_formatAt += formatChar() == '%' ? 2 : 1;
     ++m_textAt;
+    if (endsInSpace)
+        skipSpaces();
     return true;
 }
 
@@ -119,9 +124,14 @@ bool Matcher::takeSpaces()
 {
     m_formatAt += 2;
     const int begin = m_textAt;
+    skipSpaces();
+    return m_textAt > begin;
+}
+
+void Matcher::skipSpaces()
+{
     while (!textEnded() && m_text.at(m_textAt) == u' ')
         ++m_textAt;
-    return m_textAt > begin;
 }
 
 Field Matcher::takeField()
