@@ -8,6 +8,13 @@ int showQuestion(QWidget *parent, const QString &title, const QString &text)
                                  QMessageBox::NoButton);
 }
 
+int showQuestionWithCancel(QWidget *parent, const QString &title, const QString &text)
+{
+    return QMessageBox::question(parent, title, text,
+                                 QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
+                                 QMessageBox::NoButton);
+}
+
 void showWarning(const QString &text)
 {
     QMessageBox box;
@@ -18,11 +25,17 @@ void showWarning(const QString &text)
 } // namespace
 
 std::function<int(QWidget *, const QString &, const QString &)> askHandler = showQuestion;
+std::function<int(QWidget *, const QString &, const QString &)> askWithCancelHandler = showQuestionWithCancel;
 std::function<void(const QString &)> warnHandler = showWarning;
 
 int ask(QWidget *parent, const QString &title, const QString &text)
 {
     return askHandler(parent, title, text);
+}
+
+int askWithCancel(QWidget *parent, const QString &title, const QString &text)
+{
+    return askWithCancelHandler(parent, title, text);
 }
 
 void warn(const QString &text)

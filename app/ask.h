@@ -12,9 +12,13 @@ class QWidget;
 /// the program comes through here, so that a test can answer it beforehand. Main thread.
 [[nodiscard]] int ask(QWidget *parent, const QString &title, const QString &text);
 
+/// The same with a third button, Cancel, which Esc and the box's cross mean: QMessageBox::Yes, No or Cancel.
+[[nodiscard]] int askWithCancel(QWidget *parent, const QString &title, const QString &text);
+
 /// Shows a box with the icon Warning, without parent or title, until the operator closes it.
 void warn(const QString &text);
 
-/// What ask() and warn() call. A test puts its own functions here and restores the former ones.
+/// What ask(), askWithCancel() and warn() call. A test puts its own functions here and restores the former ones.
 extern std::function<int(QWidget *parent, const QString &title, const QString &text)> askHandler;
+extern std::function<int(QWidget *parent, const QString &title, const QString &text)> askWithCancelHandler;
 extern std::function<void(const QString &text)> warnHandler;

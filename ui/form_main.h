@@ -38,7 +38,8 @@ class QTabWidget;
 /// so every slot here may run while another of them waits further down the stack.
 ///
 /// The chapters: form_main.cpp construction, _strip, _menu, _buttons (look), _tick, _dispatch, _day (time),
-/// _line (thread slots), _mode, _confirm, _counters, _keys, _close, _protocol, _send, _archive, _editor (tabs).
+/// _line (thread slots), _mode, _confirm, _counters, _keys, _close, _protocol,
+/// _keyboard, _clipboard, _send, _archive, _editor (tabs).
 class FormMain : public QWidget
 {
     Q_OBJECT
@@ -209,6 +210,7 @@ public:
     bool sendMenuOpen = false; ///< the context menu of the send list is up: its rows must not move
     bool dispatching = false;  ///< a queue row is being handed over further down the stack
     bool closeQuestionOpen = false;
+    QString lastCallNumber;        ///< dialled last by hand
     bool moreToReceive = false; ///< received text waits for the next round of the event loop
     QString receivedBlock;      ///< text taken from the link thread and not yet cut apart
 
@@ -258,6 +260,12 @@ private:
     void dispatchCKS();
     void dispatchSKK();
     void dispatchDirect();
+
+    // Keyboard at the line; true if the key needs no further handling
+    bool sendTypedText(const QKeyEvent &event);
+    bool runControlKey(const QKeyEvent &event);
+    void moveProtocol(int key);
+    void cancelInProtocol();
 
     // Line
     [[nodiscard]] bool takeReceivedPieces();

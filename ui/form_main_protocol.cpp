@@ -1,20 +1,18 @@
-// Chapter of FormMain: keys, buttons and menu of the protocol tab.
+// Chapter of FormMain: what the buttons of the protocol tab do.
 
 #include "app/options.h"
-#include "app/state.h"
-#include "link/tlg_thread.h"
 #include "procedures/process_cks.h"
 #include "procedures/process_skk.h"
 #include "records/protocol.h"
 #include "text/utils.h"
+#include "ui/abonent_number_dialog.h"
 #include "ui/form_main.h"
+#include "ui/pick_file.h"
 #include "ui/protocol_widget.h"
 #include "ui/string_dialog.h"
 #include "ui/text_dialog.h"
 
-#include <QFileDialog>
-
-void FormMain::ProtocolKeyPressed(QKeyEvent *) {}
+#include <QFile>
 
 void FormMain::protocolAccept()
 {
@@ -26,16 +24,25 @@ void FormMain::protocolHangup()
     ProcessSKK.clearSKKConnection();
 }
 
-void FormMain::protocolCallNumber() {}
+void FormMain::protocolCallNumber()
+{
+    CAbonentNumberDialog dialog(this);
+    if (dialog.exec(lastCallNumber, QStringLiteral("Номер абонента")) != QDialog::Accepted)
+        return;
+    lastCallNumber = dialog.number;
+    ProcessSKK.callNumber(lastCallNumber);
+}
 
 void FormMain::protocolSendWho()
 {
     ProcessSKK.SendTlgText(QStringLiteral("#*"));
+    protocolWidget->slotProtocolDataChanged();
 }
 
 void FormMain::protocolSendAO()
 {
     ProcessSKK.SendTlgText(QStringLiteral("#<>") + Options.AO);
+    protocolWidget->slotProtocolDataChanged();
 }
 
 void FormMain::protocolBell()
@@ -59,8 +66,7 @@ void FormMain::protocolSendText()
 
 void FormMain::protocolSendFile()
 {
-    const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("Отправка файла"), QString(),
-                                                      QStringLiteral("Все (*.*)"));
+    const QString path = pickFileToOpen(this, QStringLiteral("Отправка файла"), QStringLiteral("Все (*.*)"));
     if (path.isEmpty())
         return;
     Log.addCacheServiceString(QStringLiteral("Передача файла:") + path, ProtocolInfo, true);
@@ -98,9 +104,3 @@ void FormMain::slotSendKG5()
 {
     ProcessCKS.SendKG(5);
 }
-
-void FormMain::slotProtocolContextMenuEvent(const QPoint &) {}
-void FormMain::slotProtocolCopy() {}
-void FormMain::slotProtocolCopyRcv() {}
-void FormMain::slotProtocolCopySnd() {}
-void FormMain::slotProtocolSendClipboard() {}

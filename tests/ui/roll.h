@@ -5,48 +5,17 @@
 #include "app/state.h"
 #include "records/protocol.h"
 #include "tests/support/desk.h"
+#include "tests/ui/paint_counter.h"
 #include "ui/protocol_widget.h"
 
 #include <QCheckBox>
 #include <QCoreApplication>
-#include <QEvent>
 #include <QImage>
-#include <QPaintEvent>
-#include <QRegion>
 #include <QScrollBar>
 #include <QSet>
 #include <QtTest>
 
 #include <memory>
-
-/// Counts the repaints of a widget.
-class PaintCounter : public QObject
-{
-public:
-    explicit PaintCounter(QObject *watched) { watched->installEventFilter(this); }
-
-    bool eventFilter(QObject *, QEvent *event) override
-    {
-        if (event->type() == QEvent::Paint) {
-            ++count;
-            region += static_cast<QPaintEvent *>(event)->region();
-        }
-        return false;
-    }
-    /// The repaints since the last call, once the posted ones have run.
-    int taken()
-    {
-        QCoreApplication::processEvents();
-        const int result = count;
-        count = 0;
-        lastRegion = region;
-        region = QRegion();
-        return result;
-    }
-
-    int count = 0;
-    QRegion region, lastRegion;
-};
 
 /// A roll on a desk of its own, in a font whose pixels have the pen's colour and no other.
 class Roll

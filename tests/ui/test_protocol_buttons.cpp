@@ -1,0 +1,249 @@
+#include "tests/ui/paint_counter.h"
+#include "tests/ui/seat.h"
+#include "ui/pick_file.h"
+
+#include <QComboBox>
+#include <QDialog>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTimer>
+
+namespace
+{
+/// Chooses \a path in the file dialog while it lives.
+class Choice
+{
+public:
+    explicit Choice(const QString &path) : m_former(pickFileHandler)
+    {
+        pickFileHandler = [this, path](QWidget *, const QString &title, const QString &filter) {
+            asked << title << filter;
+            return path;
+        };
+    }
+    ~Choice() { pickFileHandler = m_former; }
+
+    QStringList asked;
+
+private:
+    std::function<QString(QWidget *, const QString &, const QString &)> m_former;
+};
+
+/// Does \a work in the dialog that \a opens.
+void inDialog(const std::function<void()> &opens, const std::function<void(QDialog *)> &work)
+{
+    bool done = false;
+    QTimer::singleShot(0, [&] {
+        auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget());
+        QVERIFY(dialog != nullptr);
+        work(dialog);
+        done = true;
+        if (dialog->isVisible())
+            dialog->reject();
+    });
+    opens();
+    QVERIFY(done);
+}
+} // namespace
+
+class TestProtocolButtons : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void buttonsOfTheSwitchedNetwork_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<QString>("sent");
+        QTest::newRow("accept") << "buttonAccept"
+                                << "@E";
+        QTest::newRow("who") << "buttonWho"
+                             << "#*";
+        QTest::newRow("answerback") << "buttonAO"
+                                    << "#\r\n123 ДОРАЛ";
+        QTest::newRow("bell") << "buttonBell"
+                              << "ЮЮЮЮЮЮЮЮЮЮЮЮ";
+    }
+    void buttonsOfTheSwitchedNetwork()
+    {
+        QFETCH(QString, button);
+        QFETCH(QString, sent);
+        const Seat seat(Seat::SKK, [] {
+            Options.AO = "123 ДОРАЛ";
+            Options.noLockButtonInProtocol = true;
+            TlgThread.connected = true;
+        });
+        QTest::mouseClick(seat.window->findChild<QPushButton *>(button), Qt::LeftButton);
+        QCOMPARE(seat.sent(), sent);
+    }
+
+    void ownAnswerbackIsSeenInTheRollAtOnce()
+    {
+        const Seat seat(Seat::SKK, [] { Options.AO = "WWW"; });
+        PaintCounter paints(seat.view());
+        paints.taken();
+        seat.window->protocolSendAO();
+        QCOMPARE(paints.taken(), 1);
+        seat.window->protocolSendWho();
+        QCOMPARE(paints.taken(), 1);
+    }
+
+    // A text for the line
+
+    void stringDialogSendsItsLine()
+    {
+        const Seat seat(Seat::Direct);
+        QString title;
+        inDialog([&] { seat.window->protocolSendString(); },
+                 [&](QDialog *dialog) {
+                     title = dialog->windowTitle();
+                     dialog->findChild<QLineEdit *>()->setText("ПРИВЕТ");
+                     dialog->findChild<QPushButton *>("send")->click();
+                 });
+        QCOMPARE(title, QString("Строка для передачи"));
+        QCOMPARE(seat.sent(), QString("ПРИВЕТ"));
+    }
+
+    void textDialogSendsItsText()
+    {
+        const Seat seat(Seat::Direct);
+        QString title;
+        inDialog([&] { seat.window->protocolSendText(); },
+                 [&](QDialog *dialog) {
+                     title = dialog->windowTitle();
+                     dialog->findChild<QPlainTextEdit *>()->setPlainText("ПРИВЕТ\nМИР");
+                     dialog->findChild<QPushButton *>("send")->click();
+                 });
+        QCOMPARE(title, QString("Тест для передачи")); // the name it has always had
+        QCOMPARE(seat.sent(), QString("ПРИВЕТ>МИР"));
+    }
+
+    void cancelledDialogsSendNothing()
+    {
+        const Seat seat(Seat::Direct);
+        inDialog([&] { seat.window->protocolSendString(); },
+                 [](QDialog *dialog) { dialog->findChild<QLineEdit *>()->setText("ПРИВЕТ"); });
+        inDialog([&] { seat.window->protocolSendText(); },
+                 [](QDialog *dialog) { dialog->findChild<QPlainTextEdit *>()->setPlainText("ПРИВЕТ"); });
+        QCOMPARE(seat.sent(), QString());
+    }
+
+    // A file for the line
+
+    void fileGoesToTheLine_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("UTF-8") << QByteArray("Привет\r\nмир\r\n");
+        QTest::newRow("Windows-1251") << QByteArray("\xcf\xf0\xe8\xe2\xe5\xf2\r\n\xec\xe8\xf0\r\n");
+        QTest::newRow("IBM 866") << QByteArray("\x8f\xe0\xa8\xa2\xa5\xe2\r\n\xac\xa8\xe0\r\n");
+    }
+    void fileGoesToTheLine()
+    {
+        QFETCH(QByteArray, content);
+        const Seat seat(Seat::Direct);
+        seat.desk.write("текст.txt", content);
+        const Choice choice(seat.desk.path("текст.txt"));
+        seat.window->protocolSendFile();
+        QCOMPARE(choice.asked, (QStringList{"Отправка файла", "Все (*.*)"}));
+        QCOMPARE(seat.sent(), QString("ПРИВЕТ<>МИР<>"));
+        QVERIFY(seat.desk.journal().contains("312:00:00 Передача файла:" + seat.desk.path("текст.txt")));
+    }
+
+    void fileThatCannotBeReadIsReported_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("missing") << "нет.txt";
+        QTest::newRow("a directory") << "out";
+    }
+    void fileThatCannotBeReadIsReported()
+    {
+        QFETCH(QString, name);
+        const Seat seat(Seat::Direct);
+        const QString path = seat.desk.path(name);
+        const Choice choice(path);
+        const int before = seat.desk.journal().size();
+        seat.window->protocolSendFile();
+        QCOMPARE(seat.sent(), QString());
+        const QStringList news = seat.desk.journal().mid(before - 1);
+        const QStringList expected{"312:00:00 Передача файла:" + path,
+                                   "412:00:00 Невозможно прочитать файл:" + path, QString()};
+        QCOMPARE(news, expected);
+    }
+
+    void noFileChosenDoesNothing()
+    {
+        const Seat seat(Seat::Direct);
+        const Choice choice{QString()};
+        const QStringList before = seat.desk.journal();
+        seat.window->protocolSendFile();
+        QCOMPARE(seat.sent(), QString());
+        QCOMPARE(seat.desk.journal(), before);
+    }
+
+    // Calls
+
+    void numberDialogOffersTheLastNumbers()
+    {
+        const Seat seat(Seat::SKK, [] { Options.lastManualCallNumbers = QStringList{"200", "100"}; });
+        inDialog([&] { seat.window->protocolCallNumber(); },
+                 [](QDialog *dialog) {
+                     QCOMPARE(dialog->windowTitle(), QString("Номер абонента"));
+                     auto *box = dialog->findChild<QComboBox *>("number");
+                     auto *dial = dialog->findChild<QPushButton *>("dial");
+                     QCOMPARE(box->count(), 2);
+                     QCOMPARE(box->currentText(), QString());
+                     QCOMPARE(box->lineEdit()->placeholderText(), QString("0000"));
+                     QCOMPARE(dial->text(), QString("Набрать"));
+                     QCOMPARE(dialog->findChild<QPushButton *>("cancel")->text(), QString("Отменить"));
+                     QVERIFY(!dial->isEnabled());
+                     box->setEditText("150");
+                     QVERIFY(dial->isEnabled());
+                     dial->click();
+                 });
+        QCOMPARE(Options.lastManualCallNumbers, (QStringList{"100", "150", "200"}));
+        inDialog([&] { seat.window->protocolCallNumber(); },
+                 [](QDialog *dialog) {
+                     QCOMPARE(dialog->findChild<QComboBox *>("number")->currentText(), QString("150"));
+                     dialog->findChild<QPushButton *>("dial")->click();
+                 });
+        QCOMPARE(Options.lastManualCallNumbers, (QStringList{"100", "150", "200"}));
+    }
+
+    void cancelledNumberIsForgotten()
+    {
+        const Seat seat(Seat::SKK);
+        inDialog([&] { seat.window->protocolCallNumber(); },
+                 [](QDialog *dialog) { dialog->findChild<QComboBox *>("number")->setEditText("150"); });
+        QVERIFY(Options.lastManualCallNumbers.isEmpty());
+        QCOMPARE(seat.window->lastCallNumber, QString());
+        QCOMPARE(seat.sent(), QString());
+    }
+
+    // The centre
+
+    void onlyReceiptAndStopBringTheRollToItsEnd_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<bool>("toEnd");
+        QTest::newRow("КГ0") << "buttonKG0" << false;
+        QTest::newRow("КГ4") << "buttonKG4" << false;
+        QTest::newRow("КГ5") << "buttonKG5" << false;
+        QTest::newRow("КГ1") << "buttonKG1" << true;
+        QTest::newRow("КГ2") << "buttonKG2" << true;
+    }
+    void onlyReceiptAndStopBringTheRollToItsEnd()
+    {
+        QFETCH(QString, button);
+        QFETCH(bool, toEnd);
+        const Seat seat(Seat::CKS, [] {
+            Options.noLockButtonInProtocol = true;
+            TlgThread.connected = true;
+        });
+        seat.view()->toFirstLine();
+        QTest::mouseClick(seat.window->findChild<QPushButton *>(button), Qt::LeftButton);
+        QCOMPARE(seat.view()->isLastString(), toEnd);
+    }
+};
+
+QTEST_MAIN(TestProtocolButtons)
+#include "test_protocol_buttons.moc"

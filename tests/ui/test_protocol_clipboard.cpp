@@ -1,0 +1,193 @@
+#include "app/ask.h"
+#include "tests/ui/seat.h"
+
+#include <QClipboard>
+#include <QMenu>
+#include <QTimer>
+
+namespace
+{
+/// Answers the question with three buttons while it lives.
+class Answer
+{
+public:
+    explicit Answer(int answer) : m_former(askWithCancelHandler)
+    {
+        askWithCancelHandler = [this, answer](QWidget *, const QString &title, const QString &text) {
+            asked << title << text;
+            return answer;
+        };
+    }
+    ~Answer() { askWithCancelHandler = m_former; }
+
+    QStringList asked;
+
+private:
+    std::function<int(QWidget *, const QString &, const QString &)> m_former;
+};
+
+/// The entries of the context menu at this moment; \a pressed is then pressed, if it is there.
+QStringList menuEntries(const Seat &seat, const QString &pressed = QString())
+{
+    QStringList entries;
+    QTimer::singleShot(0, seat.window.get(), [&] {
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        if (menu == nullptr)
+            return;
+        for (QAction *action : menu->actions()) {
+            if (!action->isVisible())
+                continue;
+            entries << action->text();
+            if (action->text() == pressed)
+                action->trigger();
+        }
+        menu->close();
+    });
+    QContextMenuEvent event(QContextMenuEvent::Mouse, seat.view()->textArea().center());
+    QApplication::sendEvent(seat.view(), &event);
+    return entries;
+}
+
+const QStringList copyEntries{"Копировать", "Копировать прием", "Копировать передачу"};
+const QString sendEntry("Буфер обмена выдать на передачу");
+} // namespace
+
+class TestProtocolClipboard : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void textWithoutAQuestion_data()
+    {
+        QTest::addColumn<QString>("clipboard");
+        QTest::addColumn<QString>("sent");
+        QTest::newRow("one line") << "Привет, мир!"
+                                  << "ПРИВЕТ, МИР";
+        QTest::newRow("copied from the roll") << "ПРИВЕТ<>МИР<>"
+                                              << "ПРИВЕТ<>МИР<>";
+        QTest::newRow("several lines with a line end of the roll") << "A<>\nБ"
+                                                                   << "A<>>Б";
+        QTest::newRow("less sign without line feed") << "A<Б"
+                                                     << "A<Б";
+        QTest::newRow("carriage return alone") << "A\rБ"
+                                               << "A<Б";
+        QTest::newRow("line feeds with carriage returns") << "A\r\nБ!\r\n"
+                                                          << "A<>Б<>";
+        QTest::newRow("less sign among line ends is dropped") << "A<\r\nБ"
+                                                              << "A<>Б";
+        QTest::newRow("nothing") << ""
+                                 << "";
+        QTest::newRow("nothing that the line carries") << "!"
+                                                       << "";
+    }
+    void textWithoutAQuestion()
+    {
+        QFETCH(QString, clipboard);
+        QFETCH(QString, sent);
+        const Seat seat(Seat::Direct);
+        const Answer answer(QMessageBox::Cancel);
+        QApplication::clipboard()->setText(clipboard);
+        seat.window->slotProtocolSendClipboard();
+        QCOMPARE(seat.sent(), sent);
+        QCOMPARE(answer.asked, QStringList());
+    }
+
+    void lineFeedsAloneAreAskedAbout_data()
+    {
+        QTest::addColumn<int>("button");
+        QTest::addColumn<QString>("sent");
+        QTest::newRow("Yes") << int(QMessageBox::Yes) << "A<>Б<>";
+        QTest::newRow("No") << int(QMessageBox::No) << "A>Б>";
+        QTest::newRow("Cancel") << int(QMessageBox::Cancel) << "";
+        QTest::newRow("Esc") << int(QMessageBox::NoButton) << "";
+    }
+    void lineFeedsAloneAreAskedAbout()
+    {
+        QFETCH(int, button);
+        QFETCH(QString, sent);
+        const Seat seat(Seat::Direct);
+        const Answer answer(button);
+        QApplication::clipboard()->setText("a\nб!\n");
+        seat.window->slotProtocolSendClipboard();
+        QCOMPARE(seat.sent(), sent);
+        const QStringList expected{"Velda", "Выполнить преобразования (ПС -> ВК+ПС) во вставляемом тексте?"};
+        QCOMPARE(answer.asked, expected);
+    }
+
+    void questionHasThreeButtons()
+    {
+        const Seat seat(Seat::Direct);
+        QStringList buttons;
+        QTimer::singleShot(0, [&] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            if (box == nullptr)
+                return;
+            for (const auto button : {QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel})
+                buttons << (box->button(button) != nullptr ? "да" : "нет");
+            QTest::keyClick(box, Qt::Key_Escape);
+        });
+        QApplication::clipboard()->setText("a\nб");
+        seat.window->slotProtocolSendClipboard();
+        QCOMPARE(buttons, (QStringList{"да", "да", "да"}));
+        QCOMPARE(seat.sent(), QString());
+    }
+
+    void copyFromTheRollComesBackAsItWasSent()
+    {
+        const Seat seat(Seat::Direct);
+        Log.lines = QStringList{QChar(2) + QString("|ПРИВЕТ<>"), QChar(2) + QString("#12<>"), QString()};
+        seat.view()->setDate(Time.date);
+        seat.view()->setFocus();
+        QTest::mousePress(seat.view(), Qt::LeftButton, {}, seat.view()->lineRect(0).center());
+        QMouseEvent drag(QEvent::MouseMove, seat.view()->lineRect(1).center() + QPoint(9, 0), Qt::NoButton,
+                         Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(seat.view(), &drag);
+        seat.window->slotProtocolCopy();
+        QCOMPARE(QApplication::clipboard()->text(), QString("ПРИВЕТ<>12<>"));
+        seat.window->slotProtocolSendClipboard();
+        QCOMPARE(seat.sent(), QString("ПРИВЕТ<>12<>"));
+    }
+
+    // Context menu
+
+    void menuOffersCopiesAndTheClipboard()
+    {
+        const Seat seat(Seat::Direct);
+        QApplication::clipboard()->setText("ТЕКСТ");
+        QCOMPARE(menuEntries(seat), copyEntries + QStringList{sendEntry});
+    }
+
+    void emptyClipboardIsNotOffered()
+    {
+        const Seat seat(Seat::Direct);
+        QApplication::clipboard()->clear();
+        QCOMPARE(menuEntries(seat), copyEntries);
+    }
+
+    void clipboardIsNotOfferedInAutomaticMode()
+    {
+        const Seat seat(Seat::Direct);
+        QApplication::clipboard()->setText("ТЕКСТ");
+        State.setAutomatic(true);
+        QCOMPARE(menuEntries(seat), copyEntries);
+    }
+
+    void entriesDoWhatTheySay()
+    {
+        const Seat seat(Seat::Direct);
+        Log.lines = QStringList{QChar(1) + QString("A") + QChar(2) + "B<>"};
+        seat.view()->setDate(Time.date);
+        seat.view()->selectAndShowLine(0);
+        const QStringList expected{"AB<>", "A", "B<>"};
+        for (int i = 0; i < expected.size(); ++i) {
+            menuEntries(seat, copyEntries[i]);
+            QCOMPARE(QApplication::clipboard()->text(), expected[i]);
+        }
+        QApplication::clipboard()->setText("ТЕКСТ");
+        menuEntries(seat, sendEntry);
+        QCOMPARE(seat.sent(), QString("ТЕКСТ"));
+    }
+};
+
+QTEST_MAIN(TestProtocolClipboard)
+#include "test_protocol_clipboard.moc"
