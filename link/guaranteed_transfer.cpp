@@ -184,10 +184,11 @@ void CTlgThread::addToReceive(const QString &text)
 }
 
 // Acknowledgements have no form yet. What looks like one waits for one more chunk and passes as text; with a
-// command behind it it does not wait at all.
+// command in the text it does not wait at all.
 QString CTlgThread::scanFrames(int waited)
 {
     QString plain;
+    const bool command = frameIn.contains(QLatin1Char('@'));
     int done = 0;
     while (done < frameIn.size()) {
         const int mark = frameIn.indexOf(frameStartData[0], done);
@@ -198,8 +199,7 @@ QString CTlgThread::scanFrames(int waited)
         int taken = -1;
         if (frameIn[done + 1] == frameStartData[1])
             taken = takeFrame(frameIn.mid(done, LongestFrame + 1), plain);
-        else if (frameIn[done + 1] == frameStartAck[1] && done >= waited &&
-                 !frameIn.contains(QLatin1Char('@')))
+        else if (frameIn[done + 1] == frameStartAck[1] && done >= waited && !command)
             taken = 0;
         if (taken == 0)
             break;

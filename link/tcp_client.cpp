@@ -50,6 +50,7 @@ void CTlgThread::runClient(QTcpSocket &socket, const QString &prefix)
     CTcpLoop loop(*this, socket, prefix, CTcpLoop::Client);
     sleep(1);
     if (!stillConnected(socket)) {
+        loop.takeRest();
         connected = false;
         setState(prefix + QStringLiteral(": Сброшено соединение / ") + socket.errorString());
         return backOff();

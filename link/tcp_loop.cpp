@@ -19,10 +19,16 @@ CTcpLoop::CTcpLoop(CTlgThread &thread, QTcpSocket &socket, const QString &prefix
     m_socket.setReadBufferSize(ReadSlice);
 }
 
-void CTcpLoop::agreeKey()
+QByteArray CTcpLoop::agreedKey() const
 {
     const QByteArray key = QByteArray::fromHex(m_thread.channelKey().toLatin1());
-    if (Options.processMode != 0 || key.size() < 2)
+    return Options.processMode == 0 && key.size() >= ShortestKey ? key : QByteArray();
+}
+
+void CTcpLoop::agreeKey()
+{
+    const QByteArray key = agreedKey();
+    if (key.isEmpty())
         return;
     const auto ownSeed = static_cast<unsigned char>(std::clock() & 0xFF);
     write(QByteArray(1, static_cast<char>(ownSeed)));
@@ -36,6 +42,14 @@ void CTcpLoop::agreeKey()
     StreamCrypt.init_crypt(ownSeed);
     StreamCrypt.init_decrypt(static_cast<unsigned char>(peerSeed));
     stream.ciphered = true;
+}
+
+void CTcpLoop::takeRest()
+{
+    const QByteArray rest = m_socket.readAll();
+    if (!rest.isEmpty() && agreedKey().isEmpty())
+        (void)stream.take(rest); // nobody is there for an answer
+    m_thread.reportEvents();
 }
 
 void CTcpLoop::run()

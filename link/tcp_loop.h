@@ -17,6 +17,8 @@ public:
     /// Exchanges seeds with the peer if a key is set. Neither end leads: each sends its byte at once. Without
     /// an answer in time the link stays plain.
     void agreeKey();
+    /// Hands on what a peer sent that hung up before the loop began. With a key set it could not be read.
+    void takeRest();
     /// Moves text both ways until the link is lost or to be left, then reports what is not yet reported.
     void run();
     /// One pass of run(); false if it found a reason to leave.
@@ -25,6 +27,7 @@ public:
     CTcpStream stream;
 
 private:
+    [[nodiscard]] QByteArray agreedKey() const; ///< empty if the link stays plain
     [[nodiscard]] bool running() const;
     [[nodiscard]] bool secondPassed();
     [[nodiscard]] bool heldBack() const;

@@ -16,6 +16,8 @@ constexpr int FlowReportLength = 4;       ///< "@" digit digit "*"
 constexpr int FullChunk = 32;             ///< characters of a chunk while nothing narrows it
 constexpr int UnsentBytesLimit = 8;       ///< bytes in the socket that hold the next chunk back
 
+constexpr int ShortestKey = 2; ///< bytes; with fewer a link stays plain
+
 constexpr int ConnectMs = 3000;
 constexpr int ListenStepMs = 1000;
 constexpr int ReadMs = 10;

@@ -19,6 +19,12 @@ bool centreMode()
     return Options.processMode == 0;
 }
 
+/// One character per byte, zero bytes among them.
+QString latin1(const QByteArray &bytes)
+{
+    return QString::fromLatin1(bytes.constData(), bytes.size());
+}
+
 bool isFlowReport(const QByteArray &command)
 {
     const auto digit = [&](int i) { return command[i] >= '0' && command[i] <= '9'; };
@@ -90,8 +96,7 @@ void CTcpStream::takeCommandsAndText(QByteArray bytes)
     for (int mark = bytes.indexOf(CommandMark); mark >= 0; mark = bytes.indexOf(CommandMark, done)) {
         takeText(bytes.mid(done, mark - done));
         // A command is all ASCII, so a look at the longest possible one, byte by byte, is enough.
-        const int length =
-            CTlgThread::testCmdLength(QString::fromLatin1(bytes.mid(mark, CTlgThread::LongestCommand + 1)));
+        const int length = CTlgThread::testCmdLength(latin1(bytes.mid(mark, CTlgThread::LongestCommand + 1)));
         if (length == 0) {
             heldCommand = bytes.mid(mark);
             return;
@@ -110,7 +115,7 @@ void CTcpStream::takeCommand(const QByteArray &command)
         return;
     }
     m_thread.txCredit = FullChunk;
-    m_thread.addToReceive(QString::fromLatin1(command));
+    m_thread.addToReceive(latin1(command));
 }
 
 void CTcpStream::takeText(QByteArray bytes)

@@ -1,0 +1,201 @@
+// The loop of the link thread: its states, its setters, two links joined to each other.
+
+#include "app/options.h"
+#include "tests/link/line.h"
+#include "tests/support/desk.h"
+
+#include <QElapsedTimer>
+#include <QTcpServer>
+#include <QtTest>
+
+class TestLinkThread : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void threadBeginsPaused();
+    void settersAskForAnewStart();
+    void linkIsUpOnlyConnectedAndWithoutLineError();
+    void pausedThreadIdlesAndStops();
+    void waitFallsBySecondsAndARestartCutsIt();
+    void pauseClosesTheLinkAndRestartBringsItBack();
+    void everyIdleStateStopsInTwoSeconds();
+    void twoWorkstationsTalk();
+
+private:
+    std::unique_ptr<Desk> m_desk;
+};
+
+namespace
+{
+QString qs(const char *text)
+{
+    return QString::fromUtf8(text);
+}
+} // namespace
+
+void TestLinkThread::init()
+{
+    m_desk = std::make_unique<Desk>();
+    Options.processMode = 2;
+}
+
+void TestLinkThread::threadBeginsPaused()
+{
+    const CTlgThread thread;
+    QVERIFY(thread.paused);
+    QVERIFY(thread.reportFailure);
+    QVERIFY(thread.allSent);
+    QVERIFY(!thread.connected);
+    QVERIFY(!thread.linkUp());
+    QCOMPARE(thread.shownWindow.load(), -1);
+    QCOMPARE(thread.txCredit.load(), 32);
+    QCOMPARE(thread.backoffMinutes, 1);
+    QCOMPARE(thread.synCountdown, 0);
+    QCOMPARE(thread.frameStartData, qs("&#"));
+    QCOMPARE(thread.frameStartAck, qs("&|"));
+}
+
+void TestLinkThread::settersAskForAnewStart()
+{
+    CTlgThread thread;
+    thread.reportFailure = false;
+    thread.reconnectDelay = 60;
+    QVERIFY(thread.setTcp(qs("10.0.0.1"), 1234, false));
+    QCOMPARE(thread.linkType.load(), int(CTlgThread::TcpClient));
+    QCOMPARE(thread.tcpAddress, qs("10.0.0.1"));
+    QCOMPARE(thread.tcpPort, 1234);
+    QVERIFY(thread.reportFailure && thread.restartRequested && !thread.paused);
+    QCOMPARE(thread.reconnectDelay.load(), 0);
+    QVERIFY(thread.setTcp(qs("10.0.0.2"), 4321, true));
+    QCOMPARE(thread.linkType.load(), int(CTlgThread::TcpServer));
+
+    thread.restartRequested = false;
+    thread.pauseThread();
+    QVERIFY(thread.paused && thread.restartRequested);
+
+    thread.restartRequested = false;
+    thread.reportFailure = false;
+    thread.reconnectDelay = 60;
+    thread.restartThread();
+    QVERIFY(thread.reportFailure && thread.restartRequested && !thread.paused);
+    QCOMPARE(thread.reconnectDelay.load(), 0);
+
+    thread.slotOnSec();
+    QVERIFY(thread.secondTick);
+    thread.stopThread();
+    QVERIFY(thread.stopRequested);
+}
+
+void TestLinkThread::linkIsUpOnlyConnectedAndWithoutLineError()
+{
+    CTlgThread thread;
+    thread.connected = true;
+    QVERIFY(thread.linkUp());
+    for (const int error : {1, 2, 3}) {
+        thread.lineError = error;
+        QVERIFY(!thread.linkUp());
+    }
+    thread.lineError = 0;
+    thread.connected = false;
+    QVERIFY(!thread.linkUp());
+}
+
+void TestLinkThread::pausedThreadIdlesAndStops()
+{
+    Line line;
+    line.thread.restartRequested = true;
+    line.thread.reconnectDelay = 60;
+    line.thread.shownWindow = 5;
+    line.thread.start(QThread::InheritPriority);
+    QTRY_VERIFY(!line.thread.restartRequested);
+    QCOMPARE(line.thread.reconnectDelay.load(), 0);
+    QCOMPARE(line.thread.shownWindow.load(), -1);
+    QVERIFY(line.states().isEmpty());
+    line.thread.stopThread();
+    QVERIFY(line.thread.wait(2000));
+}
+
+void TestLinkThread::waitFallsBySecondsAndARestartCutsIt()
+{
+    const quint16 port = freePort();
+    Line line;
+    line.thread.setTcp(qs("127.0.0.1"), port, false);
+    line.thread.start(QThread::InheritPriority);
+    QTRY_COMPARE(line.thread.reconnectDelay.load(), 60);
+    QTRY_COMPARE(line.thread.reconnectDelay.load(), 59);
+    line.thread.restartThread();
+    QTRY_VERIFY(line.thread.reconnectDelay > 100); // the next attempt waits 120 seconds
+    QCOMPARE(line.states(), QStringList({qs("TCP (127.0.0.1:%1):Connection refused").arg(port),
+                                         qs("TCP (127.0.0.1:%1):Connection refused").arg(port)}));
+}
+
+void TestLinkThread::pauseClosesTheLinkAndRestartBringsItBack()
+{
+    QTcpServer server;
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    Line line;
+    line.thread.setTcp(qs("127.0.0.1"), server.serverPort(), false);
+    line.thread.start(QThread::InheritPriority);
+    QTRY_VERIFY(line.thread.connected);
+    line.thread.pauseThread();
+    QTRY_VERIFY(!line.thread.connected);
+    QTRY_VERIFY(!line.thread.restartRequested); // idle again
+    QVERIFY(line.thread.paused);
+    QCOMPARE(line.states().size(), 2);
+    line.thread.restartThread();
+    QTRY_VERIFY(line.thread.connected);
+    QCOMPARE(line.states().size(), 3);
+}
+
+void TestLinkThread::everyIdleStateStopsInTwoSeconds()
+{
+    QTcpServer server;
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    Line paused, waiting, listening, connected, served;
+    const quint16 listenPort = freePort(), servedPort = freePort();
+    waiting.thread.setTcp(qs("127.0.0.1"), freePort(), false);
+    listening.thread.setTcp(qs("127.0.0.1"), listenPort, true);
+    connected.thread.setTcp(qs("127.0.0.1"), server.serverPort(), false);
+    served.thread.setTcp(qs("127.0.0.1"), servedPort, true);
+    Line *const lines[] = {&paused, &waiting, &listening, &connected, &served};
+    for (Line *line : lines)
+        line->thread.start(QThread::InheritPriority);
+    QTRY_VERIFY(listening.states().size() == 1 && served.states().size() == 1);
+    Peer peer(servedPort);
+    QTRY_VERIFY(waiting.thread.reconnectDelay > 0 && connected.thread.connected && served.thread.connected);
+    QTRY_VERIFY(served.lastState().endsWith(qs(": Соединено ")));
+    QElapsedTimer timer;
+    timer.start();
+    for (Line *line : lines)
+        line->thread.stopThread();
+    for (Line *line : lines)
+        QVERIFY(line->thread.wait(static_cast<unsigned long>(qMax<qint64>(1, 2000 - timer.elapsed()))));
+}
+
+void TestLinkThread::twoWorkstationsTalk()
+{
+    const quint16 port = freePort();
+    Line server, client;
+    server.thread.setTcp(qs("127.0.0.1"), port, true);
+    server.thread.start(QThread::InheritPriority);
+    QTRY_COMPARE(server.states().size(), 1);
+    client.thread.setTcp(qs("127.0.0.1"), port, false);
+    client.thread.start(QThread::InheritPriority);
+    QTRY_VERIFY(server.thread.connected && client.thread.connected);
+    const QString there = qs("|ЗЦЗЦ 001 ПРИВЕТ\r\n#123*@C@N12+@&QUEEN").repeated(20);
+    const QString back = qs("|ПРИНЯТО@H").repeated(20);
+    client.send(there);
+    QTRY_COMPARE(server.thread.recvBuffer.mGet(), there);
+    // Nobody grants windows here, so the answer goes only as far as the client has not yet spoken.
+    QCOMPARE(client.thread.sentLog.mGet(), there);
+    QVERIFY(client.thread.sendBuffer.mIsEmpty());
+    server.send(back);
+    QTRY_VERIFY(server.thread.secondTick == false);
+    QCOMPARE(server.thread.sendBuffer.mGet(), back);
+    QVERIFY(client.thread.recvBuffer.mIsEmpty());
+}
+
+QTEST_GUILESS_MAIN(TestLinkThread)
+#include "test_link_thread.moc"
