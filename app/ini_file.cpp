@@ -13,6 +13,13 @@ QByteArray contentOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+/// Without a sync: the draft has no worth of its own, and isComplete() looks at what became of it.
+bool writeDraft(const QString &path, const QByteArray &content)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() && file.flush();
+}
+
 /// Whether \a content holds \a keys keys to their ends. QSettings does not notice a disk that runs full under
 /// it; what it wrote then is a head of the whole. Each key stands in one line.
 bool isComplete(const QByteArray &content, int keys)
@@ -38,7 +45,7 @@ QByteArray changed(const QString &draft, const std::function<void(QSettings &)> 
 bool rewriteIni(const QString &path, const std::function<void(QSettings &)> &change)
 {
     const QString draft = path + QStringLiteral(".new");
-    const bool drafted = replaceWholeFile(draft, contentOf(path));
+    const bool drafted = writeDraft(draft, contentOf(path));
     const QByteArray content = drafted ? changed(draft, change) : QByteArray();
     const bool replaced = !content.isEmpty() && replaceWholeFile(path, content);
     QFile::remove(draft);

@@ -23,11 +23,9 @@ bool operatorWantsStop()
            QMessageBox::Yes;
 }
 
-void leaveStopRequest()
+bool leaveStopRequest()
 {
-    QFile request(unlockFileName);
-    if (!request.open(QIODevice::WriteOnly))
-        qWarning("cannot write %s", qUtf8Printable(unlockFileName));
+    return QFile(unlockFileName).open(QIODevice::WriteOnly);
 }
 
 /// Waits up to 18 seconds for the running instance to take the request away.
@@ -46,8 +44,8 @@ bool stopOtherInstance()
         QFile::remove(unlockFileName);
         if (!operatorWantsStop())
             return false;
-        leaveStopRequest();
-        if (requestTaken())
+        // A request that could not be left is not there either, but nobody has taken it.
+        if (leaveStopRequest() && requestTaken())
             return true;
     }
 }
