@@ -14,16 +14,6 @@ namespace
 {
 constexpr unsigned long TerminateMilliseconds = 100;
 
-/// The last resort for a thread that has not seen its stop flag for two seconds.
-void terminateIfRunning(QThread &thread)
-{
-    if (!thread.isRunning())
-        return;
-    sleepSeconds(1);
-    thread.terminate();
-    thread.wait(TerminateMilliseconds);
-}
-
 void stopThreads()
 {
     TlgThread.stopThread();
@@ -49,6 +39,15 @@ void startAnew(const QString &program)
     process.startDetached();
 }
 } // namespace
+
+void terminateIfRunning(QThread &thread)
+{
+    if (!thread.isRunning())
+        return;
+    sleepSeconds(1);
+    thread.terminate();
+    thread.wait(TerminateMilliseconds);
+}
 
 void shutDown(const QString &program)
 {

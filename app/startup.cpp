@@ -37,6 +37,7 @@ void nameApplication()
 /// The stores, the clock and the window come up in this order; each relies on those before it.
 int startAndRun()
 {
+    installOrderlyEnd(); // a request that comes during the start waits for the event loop
     Time.start();
     State.Load();
     correctFontSize();
@@ -45,7 +46,6 @@ int startAndRun()
     Log.addCacheServiceString(startLine(), ProtocolInfo, false);
     mainWindow = new FormMain;
     mainWindow->show();
-    installOrderlyEnd();
     return QApplication::exec();
 }
 } // namespace

@@ -7,6 +7,8 @@
 
 #include <functional>
 
+class QThread;
+
 extern const QString lockFileName;   ///< "velda.lck", relative to the data directory
 extern const QString unlockFileName; ///< "velda.unlck", a new instance's request to stop
 
@@ -44,6 +46,9 @@ void Velda_MessageOutput(QtMsgType type, const QMessageLogContext &context, cons
 
 /// Adds fontSizeCorrect to the application font and remembers the size before in State.basePointSize.
 void correctFontSize();
+
+/// The last resort for a thread that has not seen its stop flag: one more second, then its end by force.
+void terminateIfRunning(QThread &thread);
 
 /// Everything after the event loop: threads, counters, options, journal, sound, the answer to a waiting
 /// instance, and with State.restartAfterExit a new process of \a program without arguments.

@@ -1,0 +1,189 @@
+#include "app/clock.h"
+#include "app/options.h"
+#include "app/startup.h"
+#include "app/state.h"
+#include "link/prf_thread.h"
+#include "link/tlg_thread.h"
+#include "records/protocol.h"
+#include "tests/support/desk.h"
+#include "ui/form_main.h"
+
+#include <QThread>
+#include <QtTest>
+
+/// What follows the event loop.
+class TestShutdown : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { m_formerSleep = sleepSeconds; }
+    void init();
+    void cleanupTestCase() { sleepSeconds = m_formerSleep; }
+
+    void threadsAreToldToStopAndGivenASecond();
+    void runningLinkThreadEndsByItsFlag();
+    void deafThreadIsTerminatedAfterAnotherSecond();
+    void countersAndOptionsAreSaved();
+    void journalEndsWithItsTwoLines();
+    void journalFileIsWrittenAnew();
+    void stopRequestIsAnsweredOnlyWithCheckStopFile_data();
+    void stopRequestIsAnsweredOnlyWithCheckStopFile();
+    void restartPassesNoArguments();
+    void noRestartUnlessAsked();
+    void windowIsGone();
+
+private:
+    QList<unsigned long> m_slept;
+    std::function<void(unsigned long)> m_formerSleep;
+};
+
+namespace
+{
+/// A program that notes its number of arguments and its directory.
+QString noteProgram(const Desk &desk)
+{
+    desk.write("note.sh", "#!/bin/sh\necho \"$# $PWD\" > note.tmp && mv note.tmp note.txt\n");
+    QFile::setPermissions(desk.path("note.sh"), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    return desk.path("note.sh");
+}
+} // namespace
+
+void TestShutdown::init()
+{
+    m_slept.clear();
+    sleepSeconds = [this](unsigned long seconds) { m_slept << seconds; };
+}
+
+void TestShutdown::threadsAreToldToStopAndGivenASecond()
+{
+    const Desk desk;
+    TlgThread.stopRequested = PrfThread.stopRequested = false;
+    shutDown(QString());
+    QVERIFY(TlgThread.stopRequested);
+    QVERIFY(PrfThread.stopRequested);
+    QCOMPARE(m_slept, QList<unsigned long>({1}));
+}
+
+void TestShutdown::runningLinkThreadEndsByItsFlag()
+{
+    const Desk desk;
+    sleepSeconds = [this](unsigned long seconds) {
+        m_slept << seconds;
+        TlgThread.wait(5000); // stands for the second
+    };
+    TlgThread.setTcp(QStringLiteral("127.0.0.1"), 1, false);
+    TlgThread.shownWindow = 5;
+    TlgThread.start();
+    QTRY_COMPARE(TlgThread.shownWindow.load(), -1); // its loop has begun
+    shutDown(QString());
+    QCOMPARE(m_slept, QList<unsigned long>({1}));
+    QVERIFY(TlgThread.isFinished());
+}
+
+void TestShutdown::deafThreadIsTerminatedAfterAnotherSecond()
+{
+    class DeafThread : public QThread
+    {
+        void run() override
+        {
+            for (;;)
+                msleep(1);
+        }
+    };
+    DeafThread thread;
+    terminateIfRunning(thread);
+    QVERIFY(m_slept.isEmpty()); // not running
+
+    thread.start();
+    terminateIfRunning(thread);
+    QCOMPARE(m_slept, QList<unsigned long>({1}));
+    QTRY_VERIFY(thread.isFinished());
+}
+
+void TestShutdown::countersAndOptionsAreSaved()
+{
+    const Desk desk;
+    State.PK_out = 321;
+    Options.mainTitle = QStringLiteral("title");
+    shutDown(QString());
+    QVERIFY(desk.read("velda_state.ini").contains("\nPK_out=321\n"));
+    QVERIFY(desk.read("velda.ini").contains("\nmainTitle=title\n"));
+}
+
+void TestShutdown::journalEndsWithItsTwoLines()
+{
+    const Desk desk(QTime(12, 0, 5));
+    Log.addServiceString(QStringLiteral("12:00:00 Запуск"), ProtocolInfo);
+    shutDown(QString());
+    QCOMPARE(desk.read("prt/20260731.prt"),
+             QStringLiteral("\u000312:00:00 Запуск\n\u000312:00:05 Выход\n\u000312:00:05 \n").toUtf8());
+}
+
+void TestShutdown::journalFileIsWrittenAnew()
+{
+    const Desk desk(QTime(12, 0, 5));
+    Options.protocolFileNoClose = true;
+    Log.addServiceString(QStringLiteral("12:00:00 Запуск"), ProtocolInfo);
+    Log.flushRequested = true;
+    Log.Save();
+    QFile damaged(desk.path("prt/20260731.prt"));
+    QVERIFY(damaged.open(QIODevice::ReadWrite));
+    damaged.write("XXXX"); // over the head that a plain append would leave as it is
+    damaged.close();
+    shutDown(QString());
+    QCOMPARE(desk.read("prt/20260731.prt"),
+             QStringLiteral("\u000312:00:00 Запуск\n\u000312:00:05 Выход\n\u000312:00:05 \n").toUtf8());
+    QVERIFY(!Log.rewriteAll);
+}
+
+void TestShutdown::stopRequestIsAnsweredOnlyWithCheckStopFile_data()
+{
+    QTest::addColumn<bool>("checkStopFile");
+    QTest::newRow("on") << true;
+    QTest::newRow("off") << false;
+}
+
+void TestShutdown::stopRequestIsAnsweredOnlyWithCheckStopFile()
+{
+    QFETCH(bool, checkStopFile);
+    const Desk desk;
+    Options.checkStopFile = checkStopFile;
+    desk.write("velda.unlck", "");
+    shutDown(QString());
+    QCOMPARE(QFile::exists(desk.path("velda.unlck")), !checkStopFile);
+}
+
+void TestShutdown::restartPassesNoArguments()
+{
+    const Desk desk;
+    State.restartAfterExit = true;
+    shutDown(noteProgram(desk));
+    QTRY_VERIFY(QFile::exists(desk.path("note.txt")));
+    QCOMPARE(desk.read("note.txt").left(2), QByteArray("0 "));
+}
+
+void TestShutdown::noRestartUnlessAsked()
+{
+    const Desk desk;
+    const QString program = noteProgram(desk);
+    shutDown(program);
+    QProcess later; // started after the other would have been
+    later.start(program, {"one"});
+    QVERIFY(later.waitForFinished());
+    QCOMPARE(desk.read("note.txt").left(2), QByteArray("1 "));
+}
+
+void TestShutdown::windowIsGone()
+{
+    const Desk desk;
+    Options.Load();
+    mainWindow = new FormMain;
+    const QPointer<FormMain> window = mainWindow;
+    shutDown(QString());
+    QVERIFY(window.isNull());
+    QVERIFY(!mainWindow);
+}
+
+QTEST_MAIN(TestShutdown)
+#include "test_shutdown.moc"
