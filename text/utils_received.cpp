@@ -20,9 +20,7 @@ bool isFigureFour(const QString &text, int i)
     const QChar next = text.at(i + 1);
     if (next.isDigit())
         return true;
-    if (next == u'|' || next.isLetter())
-        return false;
-    return (isFirst || afterSpace) && next == u' ';
+    return (isFirst || afterSpace) && next == u' '; // by itself; before letters or a mark it is Ч
 }
 
 bool isAsciiDigit(QChar c)
