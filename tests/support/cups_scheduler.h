@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QByteArray>
+#include <QList>
 #include <QProcess>
 #include <QString>
 #include <QTemporaryDir>
@@ -16,8 +18,10 @@ public:
 
     /// False, with \a error told, if the scheduler does not run.
     [[nodiscard]] bool start();
-    /// Makes the queue \a name, which hands each job as it is to the port \a port of this machine.
-    [[nodiscard]] bool addQueue(const QString &name, quint16 port);
+    /// Makes the queue \a name, whose printer keeps each job as a file.
+    [[nodiscard]] bool addQueue(const QString &name);
+    /// What the printer has got, the jobs that are complete, in their order; each is told once.
+    [[nodiscard]] QList<QByteArray> takeJobs() const;
     /// Stops it; the socket stays named.
     void stop();
 
@@ -25,6 +29,7 @@ public:
 
 private:
     [[nodiscard]] QString path(const QString &name) const { return m_directory.filePath(name); }
+    void makePrinter() const;
     void write(const QString &name, const QString &content) const;
     [[nodiscard]] bool run(const QString &program, const QStringList &arguments);
 
