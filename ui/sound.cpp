@@ -1,6 +1,7 @@
 #include "ui/sound.h"
 
-#include <QFileInfo>
+#include "ui/wave_check.h"
+
 #include <QSound>
 
 CSound::~CSound() = default;
@@ -8,7 +9,7 @@ CSound::~CSound() = default;
 void CSound::play(QString file, int type)
 {
     stop();
-    if (type == Silent || file.isEmpty() || !QFileInfo(file).isFile())
+    if (type == Silent || file.isEmpty() || !isWholeWaveFile(file))
         return;
     m_sound = new QSound(file);
     m_sound->setLoops(type == Loop ? QSound::Infinite : 1);

@@ -16,8 +16,8 @@ public:
     CSound(const CSound &) = delete;
     CSound &operator=(const CSound &) = delete;
 
-    /// Stops what plays, then plays \a file: type 0 not at all, 1 once, 2 in a loop until stop(). A missing
-    /// file plays nothing.
+    /// Stops what plays, then plays \a file: type 0 not at all, 1 once, 2 in a loop until stop(). A file
+    /// that is missing, torn or no sound plays nothing.
     void play(QString file, int type);
     void stop();
     /// Name of the file that is playing, as it was given to play(); empty once it has ended.

@@ -1,0 +1,187 @@
+#include "tests/support/desk.h"
+#include "tests/support/sound_server.h"
+#include "tests/ui/wave_file.h"
+#include "ui/sound.h"
+
+#include <QtTest>
+
+namespace
+{
+constexpr int LatencyMs = 5000; // until the server has a sound, or has let it go
+} // namespace
+
+/// The signal sounds, heard by a sound server of the test.
+class TestSound : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void cleanup();
+    void defaultSounds_data();
+    void defaultSounds();
+    void typeOnePlaysOnce();
+    void typeTwoPlaysUntilStop();
+    void secondPlayStopsTheFirst();
+    void whatEndsThePlaying_data();
+    void whatEndsThePlaying();
+    void badFileIsNotPlaying_data();
+    void badFileIsNotPlaying();
+    void otherChunksArePassedOver();
+    void stopWithoutSoundDoesNothing();
+
+private:
+    SoundServer m_server;
+};
+
+void TestSound::initTestCase()
+{
+    QVERIFY2(m_server.start(), qPrintable(m_server.error));
+}
+
+void TestSound::cleanup()
+{
+    sound.stop();
+    const auto quiet = [this] {
+        m_server.forget();
+        QTest::qWait(200);
+        return !m_server.samples().isEmpty() && SoundServer::peak(m_server.samples()) == 0;
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(quiet(), LatencyMs);
+}
+
+void TestSound::defaultSounds_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("heard"); // ms, at least
+
+    QTest::newRow("rocket") << "raketa.wav" << 1200;
+    QTest::newRow("category") << "category.wav" << 800;
+    QTest::newRow("any other") << "input.wav" << 150;
+}
+
+void TestSound::defaultSounds()
+{
+    QFETCH(QString, name);
+    QFETCH(int, heard);
+    const Desk desk;
+    QVERIFY(QDir().mkpath("sound"));
+    QVERIFY(QFile::copy(QString(VELDA_SOUND_DIR "/") + name, "sound/" + name));
+    m_server.forget();
+    sound.play("sound/" + name, 1); // relative to the data directory
+    QCOMPARE(sound.playingFileName(), "sound/" + name);
+    QTRY_COMPARE_WITH_TIMEOUT(sound.playingFileName(), QString(), LatencyMs);
+    QTRY_VERIFY2_WITH_TIMEOUT(SoundServer::heardMs(m_server.samples()) >= heard,
+                              qPrintable(QString::number(SoundServer::heardMs(m_server.samples()))),
+                              LatencyMs);
+    QVERIFY(SoundServer::peak(m_server.samples()) > 8000);
+}
+
+void TestSound::typeOnePlaysOnce()
+{
+    const Desk desk;
+    desk.write("a.wav", waveFile(500, 300));
+    m_server.forget();
+    sound.play("a.wav", 1);
+    QTRY_COMPARE_WITH_TIMEOUT(sound.playingFileName(), QString(), LatencyMs);
+    QTest::qWait(700); // a second round would be heard by now
+    const int heard = SoundServer::heardMs(m_server.samples());
+    QVERIFY2(heard > 200 && heard < 450, qPrintable(QString::number(heard)));
+}
+
+void TestSound::typeTwoPlaysUntilStop()
+{
+    const Desk desk;
+    desk.write("a.wav", waveFile(500, 200));
+    m_server.forget();
+    sound.play("a.wav", 2);
+    QTRY_VERIFY_WITH_TIMEOUT(SoundServer::heardMs(m_server.samples()) > 1500, 2 * LatencyMs);
+    QCOMPARE(sound.playingFileName(), "a.wav");
+
+    sound.stop();
+    QCOMPARE(sound.playingFileName(), QString());
+}
+
+void TestSound::secondPlayStopsTheFirst()
+{
+    const Desk desk;
+    desk.write("low.wav", waveFile(400, 20000));
+    desk.write("high.wav", waveFile(1600, 20000));
+    m_server.forget();
+    sound.play("low.wav", 2);
+    QTRY_COMPARE_WITH_TIMEOUT(SoundServer::frequency(m_server.samples(), 300) / 10, 40, LatencyMs);
+    sound.play("high.wav", 1);
+    QCOMPARE(sound.playingFileName(), "high.wav");
+    QTRY_COMPARE_WITH_TIMEOUT(SoundServer::frequency(m_server.samples(), 300) / 10, 160, LatencyMs);
+}
+
+void TestSound::whatEndsThePlaying_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<int>("type");
+
+    QTest::newRow("silent type") << "a.wav" << 0;
+    QTest::newRow("no file name") << "" << 1;
+    QTest::newRow("missing file") << "absent.wav" << 2;
+    QTest::newRow("directory") << "." << 1;
+}
+
+void TestSound::whatEndsThePlaying()
+{
+    QFETCH(QString, file);
+    QFETCH(int, type);
+    const Desk desk;
+    desk.write("a.wav", waveFile(500, 200));
+    sound.play("a.wav", 2);
+    QCOMPARE(sound.playingFileName(), "a.wav");
+    sound.play(file, type);
+    QCOMPARE(sound.playingFileName(), QString());
+}
+
+void TestSound::badFileIsNotPlaying_data()
+{
+    QTest::addColumn<QByteArray>("content");
+
+    QTest::newRow("empty") << QByteArray();
+    QTest::newRow("no sound file") << QByteArray(5000, 'x');
+    QTest::newRow("torn in the head") << waveFile(500, 100).left(20);
+    QTest::newRow("no samples") << waveFile(500, 0);
+    QTest::newRow("torn in the samples") << waveFile(500, 300).chopped(1);
+    QTest::newRow("samples without a format") << waveFile(500, 100).replace("fmt ", "xxxx");
+    QTest::newRow("compressed") << waveFile(500, 100).replace(20, 1, "\x55");
+    QTest::newRow("endless chunk") << waveFile(500, 100).replace(16, 4, "\xFF\xFF\xFF\x7F");
+}
+
+void TestSound::badFileIsNotPlaying()
+{
+    QFETCH(QByteArray, content);
+    const Desk desk;
+    desk.write("bad.wav", content);
+    desk.write("good.wav", waveFile(500, 200));
+    m_server.forget();
+    sound.play("bad.wav", 2);
+    QTRY_COMPARE_WITH_TIMEOUT(sound.playingFileName(), QString(), LatencyMs);
+    QCOMPARE(SoundServer::peak(m_server.samples()), 0);
+
+    sound.play("good.wav", 1);
+    QTRY_VERIFY_WITH_TIMEOUT(SoundServer::heardMs(m_server.samples()) > 100, LatencyMs);
+}
+
+void TestSound::otherChunksArePassedOver()
+{
+    const Desk desk;
+    desk.write("a.wav", waveFile(500, 300).insert(36, QByteArray("LIST\x04\0\0\0abcd", 12)));
+    m_server.forget();
+    sound.play("a.wav", 1);
+    QTRY_VERIFY_WITH_TIMEOUT(SoundServer::heardMs(m_server.samples()) > 200, LatencyMs);
+}
+
+void TestSound::stopWithoutSoundDoesNothing()
+{
+    sound.stop();
+    sound.stop();
+    QCOMPARE(sound.playingFileName(), QString());
+}
+
+QTEST_GUILESS_MAIN(TestSound)
+#include "test_sound.moc"
