@@ -1,31 +1,176 @@
+// Outgoing calls, their watch and the end of a connection.
+
 #include "procedures/process_skk.h"
 
+#include "app/clock.h"
+#include "app/state.h"
 #include "link/tlg_thread.h"
+#include "procedures/telegram_files.h"
+#include "records/whole_file.h"
+#include "text/utils.h"
+#include "ui/sound.h"
 
-#include <QMutexLocker>
+#include <QDir>
 
-void CProcessSKK::timeCheck1sec() {}
-
-void CProcessSKK::processReceive(QString text)
+namespace
 {
-    receiveBuffer += text;
+constexpr int PauseAfterHangUp = 5; ///< seconds without new work
+constexpr int ShortestMessage = 20; ///< characters; a shorter incoming transcript is stored silently
+const QString Answerback = QStringLiteral("#<>");
+
+/// Ways of dialling, Options.tlgSig.
+enum Signalling { Code = 0, Pulses = 1, CodeByProgram = 2 };
+
+void forgetUnsent()
+{
+    (void)TlgThread.sendBuffer.mTake();
+}
+} // namespace
+
+void CProcessSKK::sendCommand(const QString &command, char letter)
+{
+    SendTlgText(command);
+    lastCmdOut = static_cast<unsigned char>(letter);
+    secondsSinceCmdOut = 0;
 }
 
-void CProcessSKK::processReceiveCmd(QString) {}
-void CProcessSKK::callNumber(QString) {}
-void CProcessSKK::clearSKKConnection() {}
+void CProcessSKK::callNumber(QString number)
+{
+    Log.addCacheServiceString(QStringLiteral("Набор номера ") + number, ProtocolInfo, false);
+    State.dialledNumber = number;
+    switch (Options.tlgSig) {
+    case Code: // the door to the line makes a capital of the small letter, which is so on every line
+        sendCommand(QStringLiteral("@C@n") + number + QLatin1Char('@'), 'N');
+        State.callState = Dialled;
+        break;
+    case Pulses:
+        sendCommand(QStringLiteral("@C@N") + number + QLatin1Char('@'), 'N');
+        State.callState = Dialled;
+        break;
+    case CodeByProgram: // the number follows when the go-ahead arrives
+        sendCommand(QStringLiteral("@E"), 'E');
+        State.callState = Seized;
+        break;
+    default: break;
+    }
+    State.waitTimeAfterCallEstablished = timing->timeCallEstablish;
+}
 
-// The answer of the adapter ends the connection.
+void CProcessSKK::sendAO()
+{
+    SendTlgText(Answerback + Options.AO);
+}
+
+void CProcessSKK::setIgnoreAO(bool on)
+{
+    State.ignoreAO = on;
+    SendTlgText(on ? QStringLiteral("<>|АО ВЫКЛ") : QStringLiteral("<>|АО ВКЛ"));
+}
+
+void CProcessSKK::setCallDirection(int direction)
+{
+    State.connectionActive = true;
+    State.setCallDirection(direction);
+}
+
+void CProcessSKK::timeCheck1sec()
+{
+    ++secondsSinceCmdOut;
+    ++secondsSinceCmdIn;
+    if (State.waitTimeAfterCallEstablished == 0) {
+        if (State.sendAOCountdown != 0 && --State.sendAOCountdown == 0 && State.stopCountdown == 0)
+            sendAO();
+        return;
+    }
+    if (--State.waitTimeAfterCallEstablished == 0) {
+        State.callResult = CallTimeOut;
+        State.callState = NoCall;
+        return clearSKKConnection();
+    }
+    if (State.callState == GoAhead) {
+        State.callState = WaitResult;
+        return SendTlgText(QLatin1Char('#') + State.dialledNumber);
+    }
+    if (State.callState == Connected)
+        return proccessCallSuccess();
+    // Without a station that gives the time, silence from the network means success.
+    if (!Options.stationTimeAfterConnect && State.callState == WaitResult &&
+        secondsSinceCmdIn > Options.waitErrorReactionAfterConnect)
+        proccessCallSuccess();
+}
+
+void CProcessSKK::proccessCallSuccess()
+{
+    setCallDirection(Outgoing);
+    State.waitTimeAfterCallEstablished = 0;
+    State.callResult = Success;
+    State.callState = NoCall;
+    if (State.AutoModeState == AutoCalling)
+        autoSet(AutoConnected, 1);
+    emit updateTlgModeInterface();
+}
+
+void CProcessSKK::clearSKKConnection()
+{
+    State.hangUpPause = PauseAfterHangUp;
+    sendCommand(QStringLiteral("@H"), 'H');
+    State.connectionActive = false;
+    State.callState = NoCall;
+    State.waitTimeAfterCallEstablished = 0;
+    State.AutoModeState = AutoIdle;
+    State.fileInProgress = false;
+    State.currentFile.clear();
+    if (State.callDirection != NoDirection) {
+        storeTranscript();
+        countConnection();
+        State.connectionText.clear();
+        State.setCallDirection(NoDirection);
+    }
+    emit updateTlgModeInterface();
+}
+
+void CProcessSKK::storeTranscript()
+{
+    const bool incoming = State.callDirection == Incoming;
+    const QString directory = incoming ? State.pathInp_forDate(Time.date) : State.pathOut_forDate(Time.date);
+    QDir().mkdir(directory);
+    const QString name = directory + QDir::separator() + QLatin1Char('s') + Time.hhmmss;
+    const QString text = Options.removeRegisterInInputFiles
+                             ? CUtils::removeRegistersAndCheck4(State.connectionText)
+                             : State.connectionText;
+    if (!replaceWholeFile(name, text.toUtf8()))
+        return noteEvent(QStringLiteral("Ошибка сохранения соединения в файл: ") + name);
+    noteEvent(QStringLiteral("Соединение сохранено ") + name);
+    if (incoming && State.connectionText.size() > ShortestMessage &&
+        Options.soundSKKInConnectMessageSaveType != 0 && sound.playingFileName().isEmpty())
+        sound.play(Options.soundSKKInConnectMessageSaveFile, Options.soundSKKInConnectMessageSaveType);
+}
+
+/// SKK_out rises at the start of an outgoing connection and here at its end: it counts each twice, as meant.
+void CProcessSKK::countConnection()
+{
+    State.scanCountdown = 1;
+    const bool incoming = State.callDirection == Incoming;
+    ++(incoming ? State.SKK_in : State.SKK_out);
+    if (incoming ? printsReceived(Options.autoPrintModeSKK) : printsSent(Options.autoPrintModeSKK))
+        CUtils::printClearText(State.connectionText);
+}
+
 void CProcessSKK::immediateHangUp()
 {
-    {
-        const QMutexLocker lock(&TlgThread.sendBuffer.mutex);
-        TlgThread.sendBuffer.text.clear();
-    }
+    forgetUnsent();
     SendTlgText(QStringLiteral("@H"));
 }
 
-void CProcessSKK::debugInfoToLog() {}
-void CProcessSKK::checkForSendNewTlg(CTableViewModelItem_Send &) {}
-void CProcessSKK::processAutoMode() {}
-void CProcessSKK::clearAutoMode() {}
+void CProcessSKK::debugInfoToLog()
+{
+    const auto tell = [](const char *name, const QString &value) {
+        Log.addCacheServiceString(QLatin1String(name) + value, ProtocolInfo, false);
+    };
+    tell("Receive=", receiveBuffer);
+    tell("AutoModeWaitTimer=", QString::number(State.AutoModeWaitTimer));
+    tell("AutoModeState=", QString::number(State.AutoModeState));
+    tell("AutoModeWaitAA=", QString::number(State.AutoModeWaitAA));
+    tell("callNumberResult=", QString::number(State.callNumberResult));
+    tell("waitTimeAfterCallEstablished=", QString::number(State.waitTimeAfterCallEstablished));
+}

@@ -5,37 +5,180 @@
 
 class CTableViewModelItem_Send;
 
-/// Dialled connections of a switched-channel network with answerbacks.
+/// Dialled connections of a switched-channel network with answerbacks ("АО", in the automatic procedure also
+/// "АА"): a call, the exchange of answerbacks, text, the hang-up, and the transcript of it all. Main thread;
+/// all waits are countdowns in State.
+///
+/// The chapters: process_skk.cpp calls and their end, _scan reading of the line, _setup reading while a call
+/// is set up, _telegram telegrams inside a connection, _auto automatic sending, _answerback its answerbacks.
 class CProcessSKK : public CProcess
 {
     Q_OBJECT
 
 public:
+    /// Progress of an outgoing call, State.callState.
+    enum CallState { NoCall = 0, Dialled = 1, Seized = 2, GoAhead = 4, WaitResult = 5, Connected = 6 };
+    /// State.callDirection.
+    enum Direction { NoDirection = 0, Incoming = 1, Outgoing = 2 };
+    /// Steps of the automatic send, State.AutoModeState.
+    enum AutoState {
+        AutoIdle = 0,
+        AutoCalling = 1,
+        AutoConnected = 2,
+        AutoBeforeQuestion = 3,
+        AutoAsked = 4,
+        AutoWaitAA = 5,
+        AutoGotAA = 6,
+        AutoBeforeFile = 10,
+        AutoSendingFile = 11,
+        AutoBeforeLastQuestion = 13,
+        AutoWaitLastAA = 14,
+        AutoDelivered = 15,
+        AutoAnswered = 16,
+        AutoLastPause = 17
+    };
+    /// The answerback awaited, State.AutoModeWaitAA.
+    enum AAKind { NoAA = 0, SubscriberAA = 7, ShortCentreAA = 8, LongCentreAA = 9 };
+    /// What the network answers to a call, State.callResult.
+    enum CallResult {
+        Success = 1,
+        Busy = 2,
+        FirstRefusal = Busy,
+        SubscriberFault = 3,
+        NoCircuit = 4,
+        WrongNumber = 5,
+        NetworkFault = 7,
+        Barred = 8,
+        LastRefusal = 11,
+        CallTimeOut = 12
+    };
+
     void timeCheck1sec() override;
+    /// A command is scanned like text but is no part of the transcript.
     void processReceiveCmd(QString command) override;
+    /// Appends \a text to the buffer and scans it.
     void processReceive(QString text) override;
 
-    /// Dials \a number.
+    /// Dials \a number in the way of Options.tlgSig; an unknown way sends nothing.
     void callNumber(QString number);
-    /// Ends and stores the connection.
+    /// Sends the own answerback.
+    void sendAO();
+    /// Turns the automatic answer to "#*" off and on, and tells the far end.
+    void setIgnoreAO(bool on);
+    /// A call exists now, in direction \a direction.
+    void setCallDirection(int direction);
+    /// The call has been answered.
+    void proccessCallSuccess();
+    /// Ends the connection and stores its transcript; without one only resets.
     void clearSKKConnection();
-    /// Empties the send buffer and hangs up.
+    /// Empties the send buffer and hangs up; the adapter's answer then ends the connection.
     void immediateHangUp();
     void debugInfoToLog();
-    /// Starts the automatic send of a queue row.
+
+    /// Starts the automatic send of a queue row, if its time has come.
     void checkForSendNewTlg(CTableViewModelItem_Send &item);
     /// One tick of the automatic send.
     void processAutoMode();
-    /// Ends the automatic send in any state.
+    /// Looks for the awaited answerback at \a position of the receive buffer: -1 ends the scan, 1 repeats it
+    /// there, 0 lets it go on.
+    int processAutoModeWaitAA(int position);
+    /// Books the file as sent: it leaves the queue under its number.
+    void compliteSKKFileSendedInAutoMode();
+    /// Ends the automatic send in any state, with the outcome that belongs to the state.
     void clearAutoMode();
+
+    /// What the network's result \a index means; empty for an index without a text.
+    [[nodiscard]] static QString resultDescription(int index);
 
 signals:
     void updateTlgModeInterface();
 
 public:
     SKKTimingRow *timing = &Options.SKKTiming[0]; ///< the row in force
-    unsigned char lastCmdIn = 0, lastCmdOut = 0;
+    unsigned char lastCmdIn = 0, lastCmdOut = 0;  ///< letters of the last adapter commands
     int secondsSinceCmdIn = 0, secondsSinceCmdOut = 0;
+
+private:
+    /// How the scan goes on after a test.
+    enum Step {
+        NextTest, ///< nothing found: the next test, behind the last one the next position
+        Again,    ///< from the start of the buffer
+        Repeat,   ///< at the same position of what the buffer holds now
+        End       ///< not before more text has come
+    };
+
+    /// Where a scan may take up again when text has been appended and nothing else has changed.
+    struct Memory {
+        int size = 0;   ///< of the buffer when the scan ended
+        int from = 0;   ///< nothing in front of it can match any more by itself
+        int start = -1; ///< first start mark that waits for its end mark
+        int crypt = -1; ///< first announcement of encrypted text that waits for its signs
+        bool ignoreAO = false;
+        int callDirection = -1;
+        int autoModeState = 0;
+        int waitAA = 0;
+        bool tcpMode = false;
+    };
+
+    // Calls
+    void sendCommand(const QString &command, char letter);
+    void storeTranscript();
+    void countConnection();
+
+    // Scan
+    void scan();
+    [[nodiscard]] int scanStart() const;
+    void remember(int from);
+    Step testAt(int i);
+    [[nodiscard]] bool isAt(int i, const QString &form) const;
+    void consume(int count);
+    Step testQuestion(int i);
+    Step testHangUp(int i);
+    Step testSwitchSignals(int i);
+    template <class Take> Step takeLine(int i, Take take);
+    Step testSetup(int i);
+    Step testAdapterEvents(int i);
+    Step testResult(int i);
+    Step testSuccess(int i);
+    Step testConnection(int i);
+    void takeCentreAnswerbackAtQuestion(int i);
+    void takeIncomingCall();
+    void takeChannelName(int i);
+    void takeSwitchRefusal(const QString &line);
+    void takeRefusal(int index);
+
+    // Telegrams
+    void takeTelegram(int i, int end);
+    void saveTelegram(const QString &telegram);
+
+    // Automatic send
+    void autoStep();
+    void autoAsk(bool setKind);
+    void autoSendFile();
+    void autoFileGone();
+    void autoAnswer();
+    void autoSet(int state, int timer);
+    void fixSilentCentre();
+    void bookOutcome();
+    void bookCallResult();
+    [[nodiscard]] int firstKind() const;
+    [[nodiscard]] int lastKind() const;
+
+    // Answerbacks
+    [[nodiscard]] bool isOpening(int p) const;
+    [[nodiscard]] int loneOpening() const;
+    void extendWait();
+    int takeAnyText(int p);
+    int takeShortCentre(int p);
+    int takeLongCentre(int p);
+    int takeBadLongCentre(int p);
+    int takeSubscriber(int p);
+    [[nodiscard]] bool isShortCentre(int p) const;
+    [[nodiscard]] bool isLongCentre(int p) const;
+    [[nodiscard]] bool holdsCalledNumber(int p) const;
+
+    Memory m_memory;
+    int m_scannedSize = 0; ///< of the buffer when the scan last began at its start
 };
 
 extern CProcessSKK ProcessSKK;

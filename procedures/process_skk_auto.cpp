@@ -1,0 +1,213 @@
+// The automatic sending of a queue file over a call, as a machine of steps that the tick moves.
+
+#include "procedures/process_skk.h"
+
+#include "app/clock.h"
+#include "app/state.h"
+#include "link/tlg_thread.h"
+#include "procedures/telegram_files.h"
+#include "records/send_model.h"
+#include "text/utils.h"
+
+#include <QDir>
+
+namespace
+{
+const QString Question = QStringLiteral("#*");
+
+void tell(const QString &text)
+{
+    Log.addCacheServiceString(text, ProtocolInfo, false);
+}
+} // namespace
+
+int CProcessSKK::firstKind() const
+{
+    return State.sendInfo.toCKS ? ShortCentreAA : SubscriberAA;
+}
+
+int CProcessSKK::lastKind() const
+{
+    return State.sendInfo.toCKS ? LongCentreAA : SubscriberAA;
+}
+
+void CProcessSKK::autoSet(int state, int timer)
+{
+    State.AutoModeState = state;
+    State.AutoModeWaitTimer = timer;
+}
+
+void CProcessSKK::checkForSendNewTlg(CTableViewModelItem_Send &item)
+{
+    if (item.bad || item.trys == 0 || !(item.sendTime < Time.dateTime))
+        return;
+    State.fileInProgress = true;
+    State.currentFile = item.fileName;
+    State.sendInfo = item;
+    timing = &Options.SKKTiming[State.sendInfo.toCKS ? 1 : 0];
+    // A try is spent even if the program stops now.
+    --State.sendInfo.trys;
+    State.sendInfo.Save(queuePath(State.currentFile));
+    tell(QStringLiteral("Установка соединения для отправки файла ") + State.currentFile);
+    callNumber(State.sendInfo.number);
+    autoSet(AutoCalling, timing->timeCallWait);
+}
+
+void CProcessSKK::processAutoMode()
+{
+    fixSilentCentre();
+    if (--State.AutoModeWaitTimer <= 0) {
+        State.AutoModeWaitTimer = 0;
+        autoStep();
+    }
+}
+
+/// What happens when the timer of a step runs out. A step that sets no timer stops the machine.
+void CProcessSKK::autoStep()
+{
+    switch (AutoState(State.AutoModeState)) {
+    case AutoIdle: return;
+    case AutoCalling: return clearAutoMode();
+    case AutoConnected:
+        if (Options.afterConnectAskAO)
+            return autoSet(AutoBeforeQuestion, timing->Pause_Before_Ask_Who);
+        State.AutoModeWaitAA = firstKind();
+        return autoSet(AutoWaitAA, timing->Wait_AA);
+    case AutoBeforeQuestion: autoAsk(true); return autoSet(AutoAsked, timing->Pause_Before_Ask_Who2);
+    case AutoAsked: autoAsk(false); return autoSet(AutoWaitAA, timing->Wait_AA);
+    case AutoWaitAA: tell(QStringLiteral("Автоответ не распознан")); return clearAutoMode();
+    case AutoGotAA: sendAO(); return autoSet(AutoBeforeFile, timing->Pause_Before_Send_File);
+    case AutoBeforeFile: return autoSendFile();
+    case AutoSendingFile: return autoFileGone();
+    case AutoBeforeLastQuestion:
+        receiveBuffer.clear();
+        SendTlgText(Question);
+        State.AutoModeWaitAA = lastKind();
+        return autoSet(AutoWaitLastAA, timing->Wait_AA);
+    case AutoWaitLastAA: return clearAutoMode();
+    case AutoDelivered: return autoAnswer();
+    case AutoAnswered: return autoSet(AutoLastPause, timing->timeAfterOwnAO);
+    case AutoLastPause: sendCommand(QStringLiteral("@H"), 'H'); return clearAutoMode();
+    }
+}
+
+void CProcessSKK::autoAsk(bool setKind)
+{
+    (void)TlgThread.recvBuffer.mTake();
+    receiveBuffer.clear();
+    SendTlgText(Question);
+    if (setKind)
+        State.AutoModeWaitAA = firstKind();
+}
+
+void CProcessSKK::autoSendFile()
+{
+    const int pause = timing->Pause_Before_Send_File;
+    if (State.secondsSinceRx < pause - 1) {
+        State.AutoModeWaitTimer = pause - State.secondsSinceRx; // the far end still talks
+        return;
+    }
+    const std::optional<QString> text = readTelegram(queuePath(State.currentFile));
+    if (!text) {
+        // The timer stays at 0: the machine stands, and the idle hang-up will end the connection.
+        State.sendInfo.trys = 0;
+        return noteEvent(QStringLiteral("Ошибка открытия файла ") + State.currentFile, ProtocolError);
+    }
+    SendTlgText(QStringLiteral("\r\n"));
+    SendTlgText(*text);
+    autoSet(AutoSendingFile, 1);
+}
+
+void CProcessSKK::autoFileGone()
+{
+    if (!TlgThread.sendBuffer.mIsEmpty() || !TlgThread.allSent)
+        return autoSet(AutoSendingFile, 1);
+    if (!State.sendInfo.toCKS || Options.sendAskAOAfterTlgText)
+        return autoSet(AutoBeforeLastQuestion, timing->Pause_Before_Ask_Who);
+    State.AutoModeWaitAA = LongCentreAA; // it comes without a question
+    autoSet(AutoWaitLastAA, timing->Wait_AA);
+}
+
+void CProcessSKK::autoAnswer()
+{
+    const int pause = timing->Pause_Before_Send_Answer_AA;
+    if (State.secondsSinceRx < pause - 1) {
+        State.AutoModeWaitTimer = pause - State.secondsSinceRx;
+        return;
+    }
+    sendAO();
+    autoSet(AutoAnswered, 1);
+}
+
+void CProcessSKK::compliteSKKFileSendedInAutoMode()
+{
+    noteEvent(QStringLiteral("Файл ") + State.currentFile + QStringLiteral(" отправлен"));
+    const QString path = queuePath(State.currentFile);
+    CUtils::renameFile(path, State.pathOut_currentDate(),
+                       State.currentFile + QLatin1Char('.') + CUtils::StringNNN(State.PK_out),
+                       Options.markNewFilesInOut);
+    CFileInfo::Remove(path);
+    ++State.PK_out; // the name bears the value before; neither wrapped nor saved, as meant
+    State.currentFile.clear();
+    State.scanCountdown = 10;
+}
+
+void CProcessSKK::clearAutoMode()
+{
+    if (State.AutoModeState == AutoIdle)
+        return;
+    State.hangUpPause = 5;
+    bookOutcome();
+    // Once the file is booked as sent its name is empty, and a record under the empty name is written: meant.
+    if (State.fileInProgress)
+        State.sendInfo.Save(queuePath(State.currentFile));
+    State.AutoModeWaitAA = NoAA;
+    autoSet(AutoIdle, 0);
+    State.fileInProgress = false;
+    clearSKKConnection();
+}
+
+void CProcessSKK::bookOutcome()
+{
+    constexpr int RetrySeconds = 300;
+    switch (AutoState(State.AutoModeState)) {
+    case AutoCalling: return bookCallResult();
+    case AutoBeforeQuestion:
+        State.sendInfo.sendTime = Time.dateTime.addSecs(RetrySeconds);
+        return tell(QStringLiteral("АО не распознан"));
+    case AutoAsked:
+    case AutoWaitAA:
+        State.sendInfo.resultText = QStringLiteral("Нет ответа");
+        return tell(QStringLiteral("АО не распознан"));
+    case AutoGotAA:
+    case AutoBeforeFile:
+    case AutoSendingFile:
+    case AutoBeforeLastQuestion: State.sendInfo.resultText = QStringLiteral("Файл не отправлен"); return;
+    case AutoWaitLastAA:
+        State.sendInfo.resultText = QStringLiteral("Нет ответа после отправки файла");
+        return;
+    case AutoIdle:
+    case AutoConnected:
+    case AutoDelivered:
+    case AutoAnswered:
+    case AutoLastPause: return;
+    }
+}
+
+/// When, and how often, a call that failed is tried again.
+void CProcessSKK::bookCallResult()
+{
+    State.sendInfo.resultText = resultDescription(State.callResult);
+    int seconds = 300;
+    switch (State.callResult) {
+    case SubscriberFault: seconds = 3600; break;
+    case WrongNumber:
+        seconds = 30;
+        State.sendInfo.trys = qMin(State.sendInfo.trys, 1);
+        break;
+    case NetworkFault: seconds = 900; break;
+    case Barred: State.sendInfo.trys = 0; return;
+    default: break;
+    }
+    State.sendInfo.sendTime = Time.dateTime.addSecs(seconds);
+}

@@ -1,0 +1,270 @@
+// The reading of the line: at each position of the buffer a fixed list of forms is tested, so the order of
+// the tests is the order of precedence.
+//
+// By its rule each piece of text is scanned together with all that came before. In a long connection that
+// would cost more with each character, so the scan remembers how far nothing can match any more and what
+// waits for its end, and takes up there; the outcome is that of a scan from the start.
+
+#include "procedures/process_skk.h"
+
+#include "app/state.h"
+#include "link/tlg_thread.h"
+#include "procedures/telegram_files.h"
+#include "ui/sound.h"
+
+namespace
+{
+constexpr int MostNoise = 256; ///< characters kept without a connection; cut to NoiseKept
+constexpr int NoiseKept = 200;
+constexpr int LongestForm = 24; ///< no form that ends by itself is longer
+constexpr int EncryptionMark = 25;
+constexpr int EndMarkLength = 6;
+
+const QString Question = QStringLiteral("#*");
+const QString HangUp = QStringLiteral("@H");
+const QString SwitchHangUp = QStringLiteral("!>ОТБОЙ");
+const QString SwitchPoint = QStringLiteral("ТОЧКА");
+const QString SwitchRefusal = QStringLiteral("!>СИГНАЛ");
+const QString SwitchCall = QStringLiteral("!>ВЫЗОВ");
+const QString SwitchAccepted = QStringLiteral("=>ВЫЗОВ ПРИНЯТ");
+const QString StartMark = QStringLiteral("ЗЦЗЦ ");
+const QString EndMark = QStringLiteral("НННН  ");
+const QString EncryptedBegin = QStringLiteral(" КРПТ КРПТ КРПТ ");
+const QString EncryptedSigns = QStringLiteral("ЮЮЮЮЮЮЮЮЮ");
+
+/// The characters that begin a form within a connection.
+const QString FirstCharacters = QStringLiteral("#@!ЗН ");
+
+void forgetUnsent()
+{
+    (void)TlgThread.sendBuffer.mTake();
+}
+} // namespace
+
+void CProcessSKK::processReceiveCmd(QString command)
+{
+    processReceive(command);
+}
+
+void CProcessSKK::processReceive(QString text)
+{
+    receiveBuffer += text;
+    scan();
+}
+
+bool CProcessSKK::isAt(int i, const QString &form) const
+{
+    return receiveBuffer.midRef(i, form.size()) == form;
+}
+
+void CProcessSKK::consume(int count)
+{
+    receiveBuffer.remove(0, count);
+    m_memory = Memory();
+}
+
+void CProcessSKK::scan()
+{
+    int i = scanStart();
+    if (i == 0)
+        m_memory = Memory();
+    m_scannedSize = receiveBuffer.size();
+    while (i < receiveBuffer.size()) {
+        const Step step = testAt(i);
+        if (step == End)
+            return remember(i);
+        if (step == Again) {
+            i = 0;
+            m_scannedSize = receiveBuffer.size();
+        } else if (step == NextTest) {
+            ++i;
+        }
+    }
+    if (State.callDirection == NoDirection && receiveBuffer.size() > MostNoise)
+        receiveBuffer = receiveBuffer.right(NoiseKept);
+    remember(receiveBuffer.size());
+}
+
+CProcessSKK::Step CProcessSKK::testAt(int i)
+{
+    static constexpr Step (CProcessSKK::*tests[])(int) = {
+        &CProcessSKK::testQuestion, &CProcessSKK::testHangUp, &CProcessSKK::testSwitchSignals,
+        &CProcessSKK::testSetup, &CProcessSKK::testConnection};
+    if (State.callDirection != NoDirection && State.AutoModeWaitAA == NoAA &&
+        !FirstCharacters.contains(receiveBuffer.at(i)))
+        return NextTest;
+    for (const auto test : tests) {
+        const Step step = (this->*test)(i);
+        if (step != NextTest)
+            return step;
+    }
+    return NextTest;
+}
+
+void CProcessSKK::remember(int from)
+{
+    m_memory.size = receiveBuffer.size();
+    // What was cut out without a new start may have joined text into a form in front of the present position.
+    m_memory.from = receiveBuffer.size() == m_scannedSize ? from : 0;
+    m_memory.ignoreAO = State.ignoreAO;
+    m_memory.callDirection = State.callDirection;
+    m_memory.autoModeState = State.AutoModeState;
+    m_memory.waitAA = State.AutoModeWaitAA;
+    m_memory.tcpMode = Options.TcpMode;
+}
+
+/// Where the scan must begin, now that text has been appended.
+int CProcessSKK::scanStart() const
+{
+    const Memory &old = m_memory;
+    const bool same = old.size <= receiveBuffer.size() && old.ignoreAO == State.ignoreAO &&
+                      old.callDirection == State.callDirection && old.autoModeState == State.AutoModeState &&
+                      old.waitAA == State.AutoModeWaitAA && old.tcpMode == Options.TcpMode;
+    // Outside a connection the buffer is short; an awaited answerback may be read anywhere.
+    if (!same || State.callDirection == NoDirection || State.AutoModeWaitAA != NoAA)
+        return 0;
+    int start = qMax(0, qMin(old.from, old.size - LongestForm));
+    if (old.start >= 0 && receiveBuffer.indexOf(EndMark, qMax(0, old.size - EndMark.size())) >= 0)
+        start = qMin(start, old.start);
+    if (old.crypt >= 0 &&
+        receiveBuffer.indexOf(EncryptedSigns, qMax(0, old.size - EncryptedSigns.size())) >= 0)
+        start = qMin(start, old.crypt);
+    return start;
+}
+
+/// "#*": the far end asks who we are.
+CProcessSKK::Step CProcessSKK::testQuestion(int i)
+{
+    if (State.ignoreAO || !isAt(i, Question))
+        return NextTest;
+    if (Options.CKS_Type == 4 && State.AutoModeWaitAA == LongCentreAA &&
+        State.AutoModeState == AutoWaitLastAA)
+        takeCentreAnswerbackAtQuestion(i);
+    consume(i + 2);
+    const int pause = Options.SKKTiming[0].Pause_Before_Send_AA; // of this row, whichever is in force
+    if (State.AutoModeState == AutoGotAA || State.AutoModeState == AutoDelivered)
+        State.AutoModeWaitTimer = 1; // the pause is cut short
+    else if (pause != 0)
+        State.sendAOCountdown = pause;
+    else
+        sendAO();
+    return Again;
+}
+
+CProcessSKK::Step CProcessSKK::testHangUp(int i)
+{
+    if (!isAt(i, HangUp))
+        return NextTest;
+    lastCmdIn = 'H';
+    secondsSinceCmdIn = 0;
+    if (State.connectionActive)
+        noteEvent(QStringLiteral("Входящий отбой"));
+    forgetUnsent();
+    clearSKKConnection();
+    consume(i + 2);
+    return Again;
+}
+
+/// The signals of a network switch in text form, on TCP links.
+CProcessSKK::Step CProcessSKK::testSwitchSignals(int i)
+{
+    if (!Options.TcpMode)
+        return NextTest;
+    if (isAt(i, SwitchHangUp))
+        return takeLine(i, [this](int) {
+            forgetUnsent();
+            clearSKKConnection();
+        });
+    if (State.callDirection != NoDirection)
+        return NextTest;
+    if (isAt(i, SwitchPoint))
+        return takeLine(i, [this, i](int) { takeChannelName(i); });
+    if (isAt(i, SwitchRefusal))
+        return takeLine(i, [this, i](int end) { takeSwitchRefusal(receiveBuffer.mid(i, end - i)); });
+    if (isAt(i, SwitchCall))
+        return takeLine(i, [this](int) { takeIncomingCall(); });
+    if (isAt(i, SwitchAccepted))
+        return takeLine(i, [this](int) { emit updateTlgModeInterface(); });
+    return NextTest;
+}
+
+/// Runs \a take once the line that begins at \a i is whole, and consumes it up to its line feed.
+template <class Take> CProcessSKK::Step CProcessSKK::takeLine(int i, Take take)
+{
+    const int end = receiveBuffer.indexOf(QLatin1Char('\n'), i);
+    if (end < 0)
+        return End; // the rest waits
+    take(end);
+    consume(end);
+    return Again;
+}
+
+void CProcessSKK::takeChannelName(int i)
+{
+    constexpr int NameLength = 9;
+    const QString channel = QStringLiteral("КАНАЛ: ");
+    const int at = receiveBuffer.indexOf(channel, i);
+    const QString name = at < 0 ? QString() : receiveBuffer.mid(at + channel.size(), NameLength);
+    if (name.size() > 2 && name.at(2) == QLatin1Char('-'))
+        State.setChannelName(name);
+}
+
+void CProcessSKK::takeSwitchRefusal(const QString &line)
+{
+    struct Row {
+        const char *word;
+        int result;
+    };
+    static const Row rows[] = {
+        {"OCC", Busy}, {"DER", SubscriberFault}, {"NC", NoCircuit}, {"NP", WrongNumber}};
+    State.callNumberResult = 0;
+    for (const Row &row : rows)
+        if (State.callNumberResult == 0 && line.contains(QLatin1String(row.word)))
+            State.callNumberResult = row.result;
+    if (State.callNumberResult != 0 && State.AutoModeState != AutoIdle)
+        clearAutoMode();
+}
+
+void CProcessSKK::takeIncomingCall()
+{
+    setCallDirection(Incoming);
+    emit updateTlgModeInterface();
+    sendCommand(QStringLiteral("@E"), 'E');
+    if (Options.soundSKKInConnectType != 0 && sound.playingFileName().isEmpty())
+        sound.play(Options.soundSKKInConnectFile, Options.soundSKKInConnectType);
+}
+
+CProcessSKK::Step CProcessSKK::testConnection(int i)
+{
+    if (State.AutoModeState > AutoCalling && State.AutoModeWaitAA != NoAA && receiveBuffer.size() - i > 2) {
+        const int found = processAutoModeWaitAA(i);
+        if (found < 0)
+            return End;
+        if (found > 0)
+            return Repeat;
+    }
+    if (isAt(i, StartMark)) {
+        const int end = receiveBuffer.indexOf(EndMark, i);
+        if (end >= 0) {
+            takeTelegram(i, end + EndMarkLength);
+            return Again;
+        }
+        if (m_memory.start < 0)
+            m_memory.start = i;
+    }
+    if (isAt(i, EncryptedBegin)) {
+        if (receiveBuffer.indexOf(EncryptedSigns, i) >= 0) {
+            setIgnoreAO(true); // "#*" within encrypted text is no question
+            consume(i + EncryptionMark);
+            return Again;
+        }
+        if (m_memory.crypt < 0)
+            m_memory.crypt = i;
+    }
+    if (State.ignoreAO && isAt(i, EndMark)) {
+        setIgnoreAO(false);
+        consume(i + EndMarkLength);
+        return Again;
+    }
+    return NextTest;
+}

@@ -1,0 +1,50 @@
+// Telegrams that come inside a connection.
+
+#include "procedures/process_skk.h"
+
+#include "app/clock.h"
+#include "app/state.h"
+#include "link/tlg_thread.h"
+#include "procedures/telegram_files.h"
+#include "records/file_attr.h"
+#include "records/whole_file.h"
+#include "text/utils.h"
+#include "ui/sound.h"
+
+#include <QDir>
+
+/// The telegram stands from \a i up to \a end, both marks included.
+void CProcessSKK::takeTelegram(int i, int end)
+{
+    constexpr int RejectionCut = 6; // characters; the rest of the message is scanned on
+    const QString telegram = receiveBuffer.mid(i, end - i);
+    if (CUtils::removeRegisters(telegram) == QStringLiteral("ЗЦЗЦ ПРОВЕРЬТЕ СВОЙ АВТООТВЕТ НННН  ")) {
+        (void)TlgThread.sendBuffer.mTake();
+        clearSKKConnection();
+        return consume(i + RejectionCut);
+    }
+    consume(end);
+    saveTelegram(telegram);
+    if (State.ignoreAO)
+        setIgnoreAO(false);
+}
+
+void CProcessSKK::saveTelegram(const QString &telegram)
+{
+    noteEvent(QStringLiteral("Обнаружена телеграмма"));
+    const QString directory = State.pathInp_forDate(Time.date);
+    QDir().mkdir(directory);
+    if (Options.soundOTlgType != 0 && sound.playingFileName().isEmpty())
+        sound.play(Options.soundOTlgFile, Options.soundOTlgType);
+    const QString name =
+        directory + QDir::separator() + Time.yyyyMMdd + QLatin1Char('_') + CUtils::StringNNN(State.PK_in);
+    const QString text =
+        Options.removeRegisterInInputFiles ? CUtils::removeRegistersAndCheck4(telegram) : telegram;
+    if (text.isEmpty() || !replaceWholeFile(name, text.toUtf8()))
+        return noteEvent(QStringLiteral("Ошибка сохранения телеграммы в файл: ") + name, ProtocolError);
+    ++State.PK_in; // neither wrapped nor saved, as meant: the connection's own numbering
+    if (Options.markNewFilesInInp)
+        CFileAttr(name).setNew();
+    // The first letter of the line is the Latin one.
+    noteEvent(QStringLiteral("Cохранение телеграммы в файл: ") + name);
+}
