@@ -4,6 +4,7 @@
 #include <QFontMetrics>
 #include <QGuiApplication>
 #include <QScreen>
+#include <QStyle>
 #include <QWidget>
 
 namespace
@@ -24,6 +25,12 @@ QRect screenFor(const QRect &geometry)
     return best;
 }
 
+/// The bar that the desktop puts above a window, by which the operator moves it.
+int titleHeight(const QWidget *widget)
+{
+    return widget->isWindow() ? widget->style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, widget) : 0;
+}
+
 /// Start of a stretch of \a length, wished at \a start, inside \a from .. \a from + \a room - 1.
 int inside(int start, int length, int from, int room)
 {
@@ -40,7 +47,7 @@ void CUtils::makeGeometry(QWidget *widget, const QRect &geometry)
 {
     if (geometry.isEmpty() || !QGuiApplication::primaryScreen())
         return;
-    const QRect screen = screenFor(geometry);
+    const QRect screen = screenFor(geometry).adjusted(0, titleHeight(widget), 0, 0);
     // The rectangle may come from a damaged file: its size need not fit into an int.
     const int width = int(qMin(qint64(geometry.right()) - geometry.left() + 1, qint64(screen.width())));
     const int height = int(qMin(qint64(geometry.bottom()) - geometry.top() + 1, qint64(screen.height())));

@@ -1,0 +1,394 @@
+#include "app/options.h"
+#include "app/state.h"
+#include "link/prf_thread.h"
+#include "link/tlg_thread.h"
+#include "procedures/process_direct.h"
+#include "records/protocol.h"
+#include "tests/ui/station.h"
+#include "ui/form_main.h"
+#include "ui/protocol_widget.h"
+
+#include <QMessageBox>
+#include <QtTest>
+
+class TestFormMainLine : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void receivedTextIsCutIntoCommandsAndText_data();
+    void receivedTextIsCutIntoCommandsAndText();
+    void receivedTextMayComeCharacterByCharacter();
+    void receivedTextEndsTheSilence();
+    void emptyBufferOnlyEndsTheSilence();
+    void receivedTextReachesTheDirectProcedure();
+    void receivedTextJoinsTheConnectionOnlyInSKK();
+    void floodIsTakenInBlocksAndWhole();
+    void textThatComesWhileOtherTextIsTakenKeepsItsPlace();
+    void nothingIsLostUnderAQuestion();
+    void sentTextIsJournalled();
+    void sentTextJoinsTheConnectionOnlyInSKK();
+    void lastCharacterOfAFileIsActedUpon_data();
+    void lastCharacterOfAFileIsActedUpon();
+    void lastCharacterOfADirectFileMovesIt();
+    void sentTextBeforeTheLastLeavesTheFileInProgress();
+    void stateOfTheLinkIsShownAndJournalled();
+    void stateOfTheLinkWithALineErrorIsRed();
+    void buttonsWorkOnlyWhileTheLinkIsUp();
+    void stateOfThePerforatorIsShown_data();
+    void stateOfThePerforatorIsShown();
+    void operatorsTextGoesInTheFormOfTheLine_data();
+    void operatorsTextGoesInTheFormOfTheLine();
+    void operatorsTextBringsTheJournalToItsEnd();
+    void clickOnStateReconnectsOnlyADownLink();
+};
+
+void TestFormMainLine::receivedTextIsCutIntoCommandsAndText_data()
+{
+    QTest::addColumn<QString>("received");
+    QTest::addColumn<QStringList>("pieces"); // as they reach the journal
+    QTest::addColumn<QString>("rest");       // what waits for more
+    const QString none;
+    QTest::newRow("text") << "АБВ" << QStringList{"АБВ"} << none;
+    QTest::newRow("@C") << "@CАБ" << QStringList{"@C", "АБ"} << none;
+    QTest::newRow("@E") << "@E" << QStringList{"@E"} << none;
+    QTest::newRow("@H behind text") << "АБ@H" << QStringList{"АБ", "@H"} << none;
+    QTest::newRow("lone @") << "@" << QStringList{} << "@";
+    QTest::newRow("text and lone @") << "АБ@" << QStringList{"АБ"} << "@";
+    QTest::newRow("@5") << "@5" << QStringList{} << "@5";
+    QTest::newRow("@57") << "АБ@57" << QStringList{"АБ"} << "@57";
+    QTest::newRow("@57*") << "@57*А" << QStringList{"@57*", "А"} << none;
+    QTest::newRow("@57X") << "@57X" << QStringList{"@", "57X"} << none;
+    QTest::newRow("@5XY") << "@5XY" << QStringList{"@", "5XY"} << none;
+    QTest::newRow("@N") << "@N" << QStringList{} << "@N";
+    QTest::newRow("@N123") << "@N123" << QStringList{} << "@N123";
+    QTest::newRow("@N123+") << "@N123+" << QStringList{} << "@N123+";
+    QTest::newRow("@N123@") << "@N123@А" << QStringList{"@N123@", "А"} << none;
+    QTest::newRow("@N123+@") << "@N123+@" << QStringList{"@N123+@"} << none;
+    QTest::newRow("@n12 then text") << "@n12А" << QStringList{"@n12", "А"} << none;
+    QTest::newRow("@N++") << "@N++" << QStringList{"@N+", "+"} << none;
+    QTest::newRow("@L is no command here") << "@LА" << QStringList{"@", "LА"} << none;
+    QTest::newRow("@V is no command here") << "@V" << QStringList{"@", "V"} << none;
+    QTest::newRow("@ before text") << "@Ю" << QStringList{"@", "Ю"} << none;
+    QTest::newRow("@@C") << "@@C" << QStringList{"@", "@C"} << none;
+    QTest::newRow("commands in a row") << "@C@E@H" << QStringList{"@C", "@E", "@H"} << none;
+    QTest::newRow("all kinds") << "А@CБ@12*В@" << QStringList{"А", "@C", "Б", "@12*", "В"} << "@";
+}
+
+void TestFormMainLine::receivedTextIsCutIntoCommandsAndText()
+{
+    QFETCH(QString, received);
+    for (const int mode : {CKS, SKK, Direct}) {
+        Station station(mode);
+        QStringList pieces;
+        // The journal tells of each piece by a change.
+        QString before = Log.lines.last();
+        connect(&Log, &CProtocol::Changed, station.form.get(), [&] {
+            pieces << Log.lines.last().mid(before.size()).remove(QChar(ProtocolReceived));
+            before = Log.lines.last();
+        });
+        station.receive(received);
+        QTEST(pieces, "pieces");
+        QTEST(TlgThread.recvBuffer.mGet(), "rest");
+    }
+}
+
+void TestFormMainLine::receivedTextMayComeCharacterByCharacter()
+{
+    Station station(Direct);
+    (void)station.news();
+    for (const QChar c : QStringLiteral("А@12*Б@N7@В@C"))
+        station.receive(c);
+    QCOMPARE(station.news(), QStringList{QStringLiteral("1А@12*Б@N7@В@C")});
+    QCOMPARE(ProcessDirect.receiveBuffer, QStringLiteral("АБВ"));
+    QVERIFY(TlgThread.recvBuffer.mIsEmpty());
+}
+
+void TestFormMainLine::receivedTextEndsTheSilence()
+{
+    Station station(Direct);
+    State.secondsSinceRx = State.secondsSinceTx = State.idleSeconds = 9;
+    station.receive(QStringLiteral("А"));
+    QCOMPARE(State.secondsSinceRx, 0);
+    QCOMPARE(State.idleSeconds, 0);
+    QCOMPARE(State.secondsSinceTx, 9);
+}
+
+void TestFormMainLine::emptyBufferOnlyEndsTheSilence()
+{
+    Station station(Direct);
+    State.secondsSinceRx = 9;
+    (void)station.news();
+    station.form->slotOnTlgReceived();
+    QCOMPARE(State.secondsSinceRx, 0);
+    QCOMPARE(station.colour("lampReceived"), QColor(Qt::white));
+    QVERIFY(station.news().isEmpty());
+}
+
+void TestFormMainLine::receivedTextReachesTheDirectProcedure()
+{
+    Station station(Direct);
+    station.receive(QStringLiteral("ЗЦЗЦ 1\r\nПРИВЕТ\r\nНННН  "));
+    QCOMPARE(State.PK_in, 1);
+    QCOMPARE(station.desk.names(QStringLiteral("inp/20260731")).size(), 1);
+}
+
+void TestFormMainLine::receivedTextJoinsTheConnectionOnlyInSKK()
+{
+    for (const int mode : {CKS, SKK, Direct}) {
+        Station station(mode);
+        station.receive(QStringLiteral("АБ@5"));
+        QCOMPARE(State.connectionText, mode == SKK ? QStringLiteral("АБ") : QString());
+    }
+}
+
+void TestFormMainLine::floodIsTakenInBlocksAndWhole()
+{
+    Station station(Direct);
+    (void)station.news();
+    QString flood;
+    for (int i = 0; i < 30000; ++i)
+        flood += QStringLiteral("А@C>Б\n");
+    station.receive(flood);
+    QVERIFY(!TlgThread.recvBuffer.mIsEmpty()); // the event loop gets its turn
+    QTRY_VERIFY(TlgThread.recvBuffer.mIsEmpty());
+    const QStringList lines = station.news();
+    QCOMPARE(lines.size(), 60000);
+    QCOMPARE(lines.first(), QStringLiteral("1А@C>"));
+    QCOMPARE(lines.last(), QStringLiteral("1Б>"));
+}
+
+void TestFormMainLine::textThatComesWhileOtherTextIsTakenKeepsItsPlace()
+{
+    Station station(Direct);
+    (void)station.news();
+    bool once = true;
+    // As a question box under the first piece would let the next signal of the link thread in.
+    connect(&Log, &CProtocol::Changed, station.form.get(), [&] {
+        if (std::exchange(once, false))
+            station.receive(QStringLiteral("В@H"));
+    });
+    station.receive(QStringLiteral("А@CБ@5"));
+    QCOMPARE(station.news(), QStringList{QStringLiteral("1А@CБ@5В@H")});
+}
+
+void TestFormMainLine::nothingIsLostUnderAQuestion()
+{
+    Station station(Direct);
+    station.setLinkUp(true);
+    station.queueDirect(QStringLiteral("260731_110000"), "ПРИВЕТ");
+    State.scanCountdown = 0;
+    const Answer answer(QMessageBox::No, [&station] {
+        station.receive(QStringLiteral("ЗЦЗЦ 1\r\nПРИВЕТ\r\nНННН  "));
+        station.tick();
+        QCOMPARE(station.desk.sent(), QStringLiteral("ПРИВЕТ"));
+        station.reportSent(QStringLiteral("ПРИВЕТ"));
+        station.tick();
+    });
+    station.form->closeApplication();
+    QCOMPARE(State.PK_in, 1);
+    QCOMPARE(State.PK_out, 1);
+    QCOMPARE(station.desk.names(QStringLiteral("inp/20260731")).size(), 1);
+    QCOMPARE(station.desk.names(QStringLiteral("out/20260731")).size(), 1);
+    QCOMPARE(State.stopCountdown, 0);
+}
+
+void TestFormMainLine::sentTextIsJournalled()
+{
+    Station station(Direct);
+    State.secondsSinceTx = State.secondsSinceRx = State.idleSeconds = 9;
+    (void)station.news();
+    station.reportSent(QStringLiteral("АБ\r\n"));
+    QCOMPARE(station.news(), QStringList{QStringLiteral("2АБ<>")});
+    QVERIFY(TlgThread.sentLog.mIsEmpty());
+    QCOMPARE(State.secondsSinceTx, 0);
+    QCOMPARE(State.idleSeconds, 0);
+    QCOMPARE(State.secondsSinceRx, 9);
+    QCOMPARE(station.colour("lampSent"), QColor(Qt::white));
+}
+
+void TestFormMainLine::sentTextJoinsTheConnectionOnlyInSKK()
+{
+    for (const int mode : {CKS, SKK, Direct}) {
+        Station station(mode);
+        station.reportSent(QStringLiteral("АБ"));
+        QCOMPARE(State.connectionText, mode == SKK ? QStringLiteral("АБ") : QString());
+    }
+}
+
+void TestFormMainLine::lastCharacterOfAFileIsActedUpon_data()
+{
+    QTest::addColumn<int>("processMode");
+    QTest::addColumn<bool>("inProgress");
+    QTest::addColumn<int>("askReceiptCountdown");
+    QTest::newRow("CKS") << CKS << true << 2;
+    QTest::newRow("CKS without a file") << CKS << false << 0;
+    QTest::newRow("SKK") << SKK << true << 0;
+    QTest::newRow("direct without a file") << Direct << false << 0;
+}
+
+void TestFormMainLine::lastCharacterOfAFileIsActedUpon()
+{
+    QFETCH(int, processMode);
+    QFETCH(bool, inProgress);
+    Station station(processMode);
+    State.scanCountdown = 9;
+    State.fileInProgress = inProgress;
+    station.reportSent(QStringLiteral("Я"));
+    QTEST(State.askReceiptCountdown, "askReceiptCountdown");
+    QCOMPARE(State.fileInProgress, inProgress);
+    QCOMPARE(State.scanCountdown, 9);
+}
+
+void TestFormMainLine::lastCharacterOfADirectFileMovesIt()
+{
+    Station station(Direct);
+    station.queueDirect(QStringLiteral("260731_110000"), "ПРИВЕТ");
+    State.scanCountdown = 0;
+    station.setLinkUp(true);
+    station.tick();
+    QCOMPARE(station.desk.sent(), QStringLiteral("ПРИВЕТ"));
+    State.scanCountdown = 9;
+    station.reportSent(QStringLiteral("ПРИВЕТ"));
+    QVERIFY(!State.fileInProgress);
+    QCOMPARE(State.scanCountdown, 0);
+    QCOMPARE(station.desk.names(QStringLiteral("out/20260731")).size(), 1);
+    QVERIFY(station.desk.names(QStringLiteral("out"), QStringLiteral("*u001*")).isEmpty());
+}
+
+void TestFormMainLine::sentTextBeforeTheLastLeavesTheFileInProgress()
+{
+    for (const int mode : {CKS, Direct}) {
+        Station station(mode);
+        State.fileInProgress = true;
+        TlgThread.sendBuffer.mAppend(QStringLiteral("ЕТ"));
+        station.reportSent(QStringLiteral("ПРИВ"));
+        QVERIFY(State.fileInProgress);
+        QCOMPARE(State.askReceiptCountdown, 0);
+    }
+}
+
+void TestFormMainLine::stateOfTheLinkIsShownAndJournalled()
+{
+    Station station(Direct);
+    (void)station.news();
+    TlgThread.stateText.mSet(QStringLiteral("Соединение установлено"));
+    station.setLinkUp(true);
+    station.form->slotOnTlgState();
+    QCOMPARE(station.shown("labelLinkState"), QStringLiteral("Соединение установлено"));
+    QCOMPARE(station.colour("labelLinkState"), QColor(Qt::green));
+    QCOMPARE(station.news(), QStringList{QStringLiteral("312:00:00 Соединение установлено")});
+    TlgThread.stateText.mSet(QStringLiteral("Разрыв"));
+    station.setLinkUp(false);
+    station.form->slotOnTlgState();
+    QCOMPARE(station.shown("labelLinkState"), QStringLiteral("Разрыв"));
+    QCOMPARE(station.colour("labelLinkState"), QColor(Qt::red));
+    // The line does not wait for the end of a running one.
+    station.receive(QStringLiteral("АБ"));
+    (void)station.news();
+    station.form->slotOnTlgState();
+    QCOMPARE(station.news(), QStringList{QStringLiteral("312:00:00 Разрыв")});
+}
+
+void TestFormMainLine::stateOfTheLinkWithALineErrorIsRed()
+{
+    Station station(Direct);
+    station.setLinkUp(true);
+    TlgThread.lineError = 1;
+    station.form->slotOnTlgState();
+    QCOMPARE(station.colour("labelLinkState"), QColor(Qt::red));
+    QVERIFY(!station.find<QFrame>("modeFrame")->isEnabled());
+}
+
+void TestFormMainLine::buttonsWorkOnlyWhileTheLinkIsUp()
+{
+    for (const int mode : {CKS, SKK, Direct}) {
+        Station station(mode);
+        auto *frame = station.find<QFrame>("modeFrame");
+        QVERIFY(!frame->isEnabled());
+        station.setLinkUp(true);
+        station.form->slotOnTlgState();
+        QVERIFY(frame->isEnabled());
+        station.setLinkUp(false);
+        station.form->slotOnTlgState();
+        QVERIFY(!frame->isEnabled());
+    }
+}
+
+void TestFormMainLine::stateOfThePerforatorIsShown_data()
+{
+    QTest::addColumn<bool>("connected");
+    QTest::addColumn<bool>("found");
+    QTest::addColumn<QColor>("colour");
+    QTest::newRow("connected") << true << true << QColor(Qt::green);
+    QTest::newRow("found") << false << true << QColor(Qt::white);
+    QTest::newRow("absent") << false << false << QColor(Qt::red);
+}
+
+void TestFormMainLine::stateOfThePerforatorIsShown()
+{
+    QFETCH(bool, connected);
+    QFETCH(bool, found);
+    Station station(Direct);
+    PrfThread.connected = connected;
+    PrfThread.adapterFound = found;
+    PrfThread.stateText = QStringLiteral("Перфоратор");
+    station.form->slotOnPrfState();
+    QCOMPARE(station.shown("labelPrfState"), QStringLiteral("Перфоратор"));
+    QTEST(station.colour("labelPrfState"), "colour");
+    PrfThread.connected = PrfThread.adapterFound = false;
+}
+
+void TestFormMainLine::operatorsTextGoesInTheFormOfTheLine_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("sent");
+    QTest::newRow("nothing") << ""
+                             << "";
+    QTest::newRow("upper case") << "Привет abc"
+                                << "ПРИВЕТ ABC";
+    QTest::newRow("CR LF") << "а\r\nб"
+                           << "А<>Б";
+    QTest::newRow("marks stay") << "|<>#"
+                                << "|<>#";
+    QTest::newRow("command") << "@C@n"
+                             << "@C@N";
+    QTest::newRow("Georgian stays") << QString(QChar(0x10D0)) << QString(QChar(0x10D0));
+}
+
+void TestFormMainLine::operatorsTextGoesInTheFormOfTheLine()
+{
+    QFETCH(QString, text);
+    Station station(Direct);
+    TlgThread.sendBuffer.mAppend(QStringLiteral("Ы"));
+    station.form->TlgSend(text);
+    QFETCH(QString, sent);
+    QCOMPARE(station.desk.sent(), QStringLiteral("Ы") + sent);
+}
+
+void TestFormMainLine::operatorsTextBringsTheJournalToItsEnd()
+{
+    for (const char *text : {"", "А"}) {
+        Station station(Direct);
+        station.form->protocolWidget->setDate(QDate(2026, 7, 30));
+        QVERIFY(!station.form->protocolWidget->isLastString());
+        station.form->TlgSend(QString::fromUtf8(text));
+        QVERIFY(station.form->protocolWidget->isLastString());
+    }
+}
+
+void TestFormMainLine::clickOnStateReconnectsOnlyADownLink()
+{
+    Station station(Direct);
+    auto *label = station.find<QWidget>("labelLinkState");
+    station.setLinkUp(true);
+    TlgThread.restartRequested = false;
+    QTest::mouseClick(label, Qt::LeftButton);
+    QVERIFY(!TlgThread.restartRequested);
+    station.setLinkUp(false);
+    QTest::mouseClick(label, Qt::LeftButton);
+    QVERIFY(TlgThread.restartRequested);
+}
+
+QTEST_MAIN(TestFormMainLine)
+#include "test_form_main_line.moc"
