@@ -2,15 +2,17 @@
 
 #include "link/tlg_thread.h"
 
+#include "link/port_loop.h"
 #include "link/utils_ports.h"
 #include "text/utils.h"
 
 #include <QMutexLocker>
+#include <QSerialPort>
 
 namespace
 {
 constexpr int LineAdapterClass = 1; // first digit of the serial numbers
-constexpr int NoDevicePause = 60;   // seconds to the next attempt
+constexpr int NoDevicePause = 60;   // seconds to the next attempt, also after a port that does not open
 constexpr int PauseBeforeSetup = 2; // seconds
 } // namespace
 
@@ -38,22 +40,38 @@ bool CTlgThread::setTrelo(const QString &serial, int baud, bool arg)
     return true;
 }
 
-// The exchange with the adapter is not part of this program yet, so a port that is found serves no better
-// than none.
 void CTlgThread::PortThread()
 {
     connected = false;
+    QString name;
     QString prefix;
     {
         const QMutexLocker lock(&settingsMutex);
         portName = CUtils::getPortNameBySN(adapterSN, autoClass);
+        name = portName;
         const char *kind = isEthernetAdapter(adapterSN) ? "Nerva (%1)" : "Trelo (%1)";
         prefix = QString::fromLatin1(kind).arg(adapterSN);
     }
-    if (reportFailure) {
+    if (reportFailure)
         setState(prefix + QStringLiteral(": Подключение"));
-        setState(prefix + QStringLiteral(":  Нет устройства"));
-    }
+    if (name.isEmpty())
+        return portFailed(prefix + QStringLiteral(":  Нет устройства"));
+    QSerialPort port;
+    port.setPortName(name);
+    port.setBaudRate(QSerialPort::Baud9600);
+    txCredit = 0;
+    if (!port.open(QIODevice::ReadWrite))
+        return portFailed(prefix +
+                          (port.error() == QSerialPort::PermissionError
+                               ? QStringLiteral(": Доступ запрещен / Проверьте права доступа к ") + name
+                               : QLatin1Char(':') + port.errorString()));
+    CPortLoop(*this, port, prefix, name).run();
+}
+
+void CTlgThread::portFailed(const QString &text)
+{
+    if (reportFailure)
+        setState(text);
     reconnectDelay = NoDevicePause;
     reportFailure = false;
 }

@@ -109,6 +109,7 @@ private:
     void runServer(QTcpSocket &socket, const QString &prefix);
     void backOff();
     void serverFailed(const QString &text);
+    void portFailed(const QString &text);
     void closeAndWait(QTcpSocket &socket) const;
     /// Takes the frame at the head of \a rest, its payload to \a plain: the characters that go with it, 0 if
     /// it must wait for more, -1 if it is plain text after all.

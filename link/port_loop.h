@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+class CTlgThread;
+class QSerialPort;
+
+/// One connection of the adapter link over an open port, from the adapter's first byte to the close. The
+/// link thread owns it.
+class CPortLoop
+{
+public:
+    CPortLoop(CTlgThread &thread, QSerialPort &port, const QString &prefix, const QString &portName);
+
+    /// Blocks until the connection has ended; the port is closed then.
+    void run();
+
+private:
+    [[nodiscard]] bool greet();
+    [[nodiscard]] bool waitForFirstByte();
+    void drainFor(int milliseconds);
+    [[nodiscard]] int askVersion();
+    void loop(int version);
+    [[nodiscard]] bool running() const;
+    [[nodiscard]] bool read(class CAdapterStream &stream);
+    [[nodiscard]] bool heldBack() const;
+    void secondPassed();
+    bool write(const QByteArray &bytes);
+    void lost(const QString &text, int delay);
+    void leave();
+
+    CTlgThread &m_thread;
+    QSerialPort &m_port;
+    QString m_prefix;
+    QString m_portName;
+    char m_modeByte = 0;
+    int m_silentSeconds = 0; // without a byte from the adapter
+};
