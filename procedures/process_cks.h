@@ -49,6 +49,15 @@ public:
 private:
     /// The words and figures of "ВАШ 012 НАШ 034 ПОСЛЕДНИЕ ...".
     struct Receipt;
+    /// How far the end mark of the waiting message has been sought.
+    struct Sought {
+        const QChar *data = nullptr; ///< where the buffer stood in memory, and its size: it is the same one
+        int size = 0;
+        int from = 0; ///< no end mark begins in front of it
+
+        [[nodiscard]] bool fits(const QString &text) const;
+        void note(const QString &text);
+    };
 
     void takeReceiptRequest(const QString &text);
     void takeReceipt(const QString &text);
@@ -67,6 +76,7 @@ private:
     void takeConfirmationRequest(const QString &text);
     void takeRefusal(const QString &text);
 
+    [[nodiscard]] int findEnd();
     void dropNoise();
     void takeMessage(int end, QString tail);
     void storeTelegram(int number, const QString &body, const QString &whole);
@@ -74,6 +84,8 @@ private:
     void setFileAside(const QString &suffix, bool tryFurtherNames);
     void endFile();
     void askReceipt();
+
+    Sought m_sought;
 };
 
 extern CProcessCKS ProcessCKS;

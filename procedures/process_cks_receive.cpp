@@ -27,6 +27,12 @@ bool isNumberAt(const QString &text, int position)
     return text.at(position + 3) == QLatin1Char(' ');
 }
 
+/// A message that waits for its end stands at the head of the buffer.
+bool beginsMessage(const QString &text)
+{
+    return text.startsWith(QStringLiteral("ЗЦЗЦ ")) || text.startsWith(QStringLiteral("ZCZC "));
+}
+
 /// Length of the text from its start through the note that \a text, which begins with the end mark, holds;
 /// -1 if no form of the note decides it.
 int lengthThroughNote(const QString &text)
@@ -57,17 +63,45 @@ int lengthThroughNote(const QString &text)
 
 void CProcessCKS::processReceive(QString text)
 {
+    const bool known = m_sought.fits(receiveBuffer);
     receiveBuffer += text;
     ++receiveChunks;
+    if (known)
+        m_sought.note(receiveBuffer);
+}
+
+bool CProcessCKS::Sought::fits(const QString &text) const
+{
+    return data == text.constData() && size == text.size();
+}
+
+void CProcessCKS::Sought::note(const QString &text)
+{
+    data = text.constData();
+    size = text.size();
+}
+
+/// Position of the end mark, -1 if there is none. A message may wait for it through thousands of checks, so
+/// each looks only at what is new.
+int CProcessCKS::findEnd()
+{
+    if (!m_sought.fits(receiveBuffer))
+        m_sought.from = 0;
+    m_sought.note(receiveBuffer);
+    const int found = CUtils::indexOfNNNN(receiveBuffer.mid(m_sought.from));
+    const int end = found < 0 ? -1 : m_sought.from + found;
+    // The last characters may be the first ones of a mark.
+    m_sought.from = end >= 0 ? end : qMax(m_sought.from, receiveBuffer.size() - (EndMarkLength - 1));
+    return end;
 }
 
 void CProcessCKS::checkReceive()
 {
-    const int start = CUtils::indexOfZCZC(receiveBuffer);
+    const int start = beginsMessage(receiveBuffer) ? 0 : CUtils::indexOfZCZC(receiveBuffer);
     if (start < 0)
         return dropNoise();
     receiveBuffer.remove(0, start);
-    const int end = CUtils::indexOfNNNN(receiveBuffer);
+    const int end = findEnd();
     if (end < 0)
         return;
     QString tail;

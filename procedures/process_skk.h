@@ -59,6 +59,10 @@ public:
     /// Appends \a text to the buffer and scans it.
     void processReceive(QString text) override;
 
+    /// The next scan begins at the start of the buffer, whatever the last one has learnt; the outcome is the
+    /// same. For those who touch the buffer or the options from outside.
+    void forgetScan();
+
     /// Dials \a number in the way of Options.tlgSig; an unknown way sends nothing.
     void callNumber(QString number);
     /// Sends the own answerback.
@@ -132,6 +136,7 @@ private:
     Step testAt(int i);
     [[nodiscard]] bool isAt(int i, const QString &form) const;
     void consume(int count);
+    void forgetReceived();
     Step testQuestion(int i);
     Step testHangUp(int i);
     Step testSwitchSignals(int i);
@@ -168,7 +173,7 @@ private:
     [[nodiscard]] bool isOpening(int p) const;
     [[nodiscard]] int loneOpening() const;
     void extendWait();
-    int takeAnyText(int p);
+    void takeAnyText(int p);
     int takeShortCentre(int p);
     int takeLongCentre(int p);
     int takeBadLongCentre(int p);

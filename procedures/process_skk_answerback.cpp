@@ -35,8 +35,8 @@ int CProcessSKK::loneOpening() const
 int CProcessSKK::processAutoModeWaitAA(int position)
 {
     const int p = position;
-    const int taken = takeAnyText(p);
-    if (taken != 0 || p >= receiveBuffer.size() || !isOpening(p))
+    takeAnyText(p);
+    if (p >= receiveBuffer.size() || !isOpening(p))
         return 0;
     extendWait();
     if (receiveBuffer.size() - p < OpeningWithText)
@@ -50,10 +50,10 @@ int CProcessSKK::processAutoModeWaitAA(int position)
 }
 
 /// With the check of the text turned off, any text of the length is a subscriber's answerback.
-int CProcessSKK::takeAnyText(int p)
+void CProcessSKK::takeAnyText(int p)
 {
     if (!Options.noCheckAOText || State.AutoModeWaitAA != SubscriberAA || receiveBuffer.size() < ShortLength)
-        return 0;
+        return;
     if (State.AutoModeState == AutoAsked || State.AutoModeState == AutoWaitAA) {
         State.AutoModeWaitAA = NoAA;
         autoSet(AutoGotAA, timing->Pause_Before_Send_Answer_AA + 1);
@@ -63,7 +63,6 @@ int CProcessSKK::takeAnyText(int p)
         autoSet(AutoDelivered, timing->Pause_Before_Send_Answer_AA + 1);
     }
     consume(p + ShortLength);
-    return 0;
 }
 
 /// The opening alone shows that the far end answers: it gets time to finish.

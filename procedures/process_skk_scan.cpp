@@ -57,17 +57,28 @@ bool CProcessSKK::isAt(int i, const QString &form) const
     return receiveBuffer.midRef(i, form.size()) == form;
 }
 
+void CProcessSKK::forgetScan()
+{
+    m_memory = Memory();
+}
+
 void CProcessSKK::consume(int count)
 {
     receiveBuffer.remove(0, count);
-    m_memory = Memory();
+    forgetScan();
+}
+
+void CProcessSKK::forgetReceived()
+{
+    receiveBuffer.clear();
+    forgetScan();
 }
 
 void CProcessSKK::scan()
 {
     int i = scanStart();
     if (i == 0)
-        m_memory = Memory();
+        forgetScan();
     m_scannedSize = receiveBuffer.size();
     while (i < receiveBuffer.size()) {
         const Step step = testAt(i);

@@ -73,17 +73,15 @@ int CUtilsSKK::checkCallNumber(const QString &input, QString &result)
     int count = 0;
     int passed = 0; // characters of the item, dropped ones too
     for (const QChar c : input) {
-        if (c == QLatin1Char(',')) {
-            if (passed <= ShortItem)
-                continue; // the item runs on
+        if (c == QLatin1Char(',') && passed > ShortItem) {
             result += c;
             ++count;
             passed = 0;
             continue;
         }
-        if (c.isDigit() || c == QLatin1Char('+'))
+        if (isDigit(c) || c == QLatin1Char('+'))
             result += c;
-        ++passed;
+        ++passed; // a comma behind a short item too: the item runs on
     }
     return passed > ShortItem ? count + 1 : count;
 }
