@@ -95,7 +95,8 @@ private:
         qint64 bytes = 0;
         QDateTime stamp;                  ///< the file's time of change when it was last closed
         const QChar *firstLine = nullptr; ///< where its text stands in memory
-        QString ends;                     ///< of the last two lines, as far as written
+        QString priorEnd;                 ///< the end of the line before, in a copy
+        QString end;                      ///< and of what was written of the last one
     };
 
     void beginLine(QChar c, ProtocolTypes type);
@@ -112,7 +113,8 @@ private:
     void closeFile();
     void noteWritten(qint64 bytes);
     void noteStamp();
-    [[nodiscard]] QString endsAt(int line, int chars) const;
+    [[nodiscard]] QStringRef endOf(int line, int chars) const;
+    [[nodiscard]] QStringRef priorEnd(int line) const;
 
     Tail m_tail;
     Written m_written;

@@ -114,6 +114,7 @@ bool CProtocol::matchFile()
     const bool done = holdsHead(fileName, whole, present) ? appendBytes(fileName, whole.mid(int(present)))
                                                           : replaceWholeFile(fileName, whole);
     if (done) {
+        m_written = Written();
         noteWritten(whole.size());
         noteStamp();
     }
@@ -148,23 +149,30 @@ QByteArray CProtocol::newBytes() const
 
 void CProtocol::noteWritten(qint64 bytes)
 {
-    m_written.path = fileName;
+    const int line = qMax(0, lines.size() - 1);
+    if (m_written.path != fileName || m_written.line != line) {
+        m_written.path = fileName;
+        m_written.line = line;
+        m_written.firstLine = line > 0 ? lines.constFirst().constData() : nullptr;
+        m_written.priorEnd = priorEnd(line).toString();
+    }
     m_written.bytes = bytes;
-    m_written.line = qMax(0, lines.size() - 1);
     m_written.chars = lines.isEmpty() ? 0 : lines.constLast().size();
-    m_written.firstLine = m_written.line > 0 ? lines.constFirst().constData() : nullptr;
-    m_written.ends = endsAt(m_written.line, m_written.chars);
+    m_written.end.resize(0);
+    m_written.end.append(endOf(line, m_written.chars));
 }
 
-/// The ends of line \a line, cut to \a chars characters, and of the line before it.
-QString CProtocol::endsAt(int line, int chars) const
+/// The end of the first \a chars characters of line \a line.
+QStringRef CProtocol::endOf(int line, int chars) const
 {
-    QString ends;
-    if (line > 0)
-        ends += lines.at(line - 1).rightRef(SampleLength);
-    ends += QLatin1Char('\n');
     const int from = qMax(0, chars - SampleLength);
-    return line < lines.size() ? ends + lines.at(line).midRef(from, chars - from) : ends;
+    return line < lines.size() ? lines.at(line).midRef(from, chars - from) : QStringRef();
+}
+
+/// The end of the line before line \a line.
+QStringRef CProtocol::priorEnd(int line) const
+{
+    return line > 0 ? lines.at(line - 1).rightRef(SampleLength) : QStringRef();
 }
 
 /// Whether the list still begins with what was written of it. One that was exchanged or cut shows.
@@ -182,7 +190,7 @@ bool CProtocol::listAsWritten() const
     // Half of a surrogate pair was written as a replacement.
     const bool halved = old.chars > 0 && old.chars < lines.at(old.line).size() &&
                         lines.at(old.line).at(old.chars - 1).isHighSurrogate();
-    return !halved && endsAt(old.line, old.chars) == old.ends;
+    return !halved && priorEnd(old.line) == old.priorEnd && endOf(old.line, old.chars) == old.end;
 }
 
 /// Whether the file is what was left there. One that is kept open has no settled time of change.

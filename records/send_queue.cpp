@@ -3,6 +3,7 @@
 
 #include "app/options.h"
 #include "app/state.h"
+#include "records/digits.h"
 #include "records/send_model.h"
 #include "text/utils.h"
 
@@ -12,8 +13,8 @@ namespace
 {
 enum Procedure { ProcedureCKS, ProcedureSKK };
 
-constexpr int StampPosition = 13; // behind "yyyyMMddunnn."
-constexpr int StampLength = 13;   // "yyMMdd_hhmmss"
+constexpr int StampPosition = 13; // of "yyMMdd_hhmmss", behind "yyyyMMddunnn."
+constexpr int Century = 2000;     // of the two digits of the year
 
 QStringList listed(const QStringList &masks, QDir::SortFlags order)
 {
@@ -53,6 +54,17 @@ SendQueueScan scanWithRecords()
     return scan;
 }
 
+/// The time in a name that fits the mask; invalid if there is none. By hand, because reading it by a format
+/// takes most of a scan.
+QDateTime stampOf(const QString &fileName)
+{
+    const auto pair = [&fileName](int place) { return digitsAt(fileName, StampPosition + place, 2); };
+    const int year = pair(0);
+    const QDate date(year < 0 ? -1 : Century + year, pair(2), pair(4));
+    const QTime time(pair(7), pair(9), pair(11));
+    return date.isValid() && time.isValid() ? QDateTime(date, time) : QDateTime();
+}
+
 /// The queue of the direct link: the name holds the time of sending.
 SendQueueScan scanWithStamps()
 {
@@ -63,9 +75,7 @@ SendQueueScan scanWithStamps()
     SendQueueScan scan;
     for (int position = 0; position < names.size(); ++position) {
         CTableViewModelItem_Send item = itemAt(position, names.at(position));
-        // The two digits of the year are of this century.
-        const QString stamp = QStringLiteral("20") + item.fileName.mid(StampPosition, StampLength);
-        item.sendTime = QDateTime::fromString(stamp, QStringLiteral("yyyyMMdd_hhmmss"));
+        item.sendTime = stampOf(item.fileName);
         scan.good << item;
     }
     return scan;
