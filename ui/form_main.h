@@ -225,6 +225,7 @@ private:
     void buildStripBox(QGroupBox *box, int index);
     void connectStrip();
     void sizeStrip();
+    void showState(QLabel *label, const QString &text);
     void buildTabs();
     void buildProtocolTab();
     void buildModeFrame();

@@ -169,8 +169,7 @@ void FormMain::slotOnTlgState()
 {
     const QString text = TlgThread.stateText.mGet();
     const bool up = TlgThread.linkUp();
-    labelLinkState->setText(text);
-    labelLinkState->setToolTip(text);
+    showState(labelLinkState, text);
     labelLinkState->setPalette(palettes[up ? Green : Red]);
     Log.addCacheServiceString(text, ProtocolInfo, false);
     modeFrame->setEnabled(up);
@@ -180,6 +179,6 @@ void FormMain::slotOnTlgState()
 
 void FormMain::slotOnPrfState()
 {
-    labelPrfState->setText(PrfThread.stateText);
+    showState(labelPrfState, PrfThread.stateText);
     labelPrfState->setPalette(palettes[PrfThread.connected ? Green : PrfThread.adapterFound ? White : Red]);
 }

@@ -7,11 +7,13 @@
 #include "ui/layouts.h"
 
 #include <QGroupBox>
+#include <QScreen>
 
 namespace
 {
 constexpr QRgb StripGround = qRgb(64, 64, 64);
 constexpr int BoxCharacters = 24; ///< width of the first two boxes
+constexpr int StateCharacters = 30;
 constexpr int BoxMargin = 4;
 constexpr int NarrowStretch = 1, WideStretch = 8;
 
@@ -93,10 +95,21 @@ void FormMain::buildStrip()
     labelClock->setStyleSheet(QStringLiteral("QLabel { color : silver; }"));
     lampSent->setPalette(palettes[Black]);
     lampReceived->setPalette(palettes[Black]);
-    // A long state text must not push the window wider than the screen.
-    for (QLabel *label : {static_cast<QLabel *>(labelLinkState), labelPrfState, labelReserved})
+    for (QLabel *label : {static_cast<QLabel *>(labelLinkState), labelPrfState, labelReserved}) {
+        // A long state text wraps onto the rows that are free, and never pushes the window wider.
         label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+        label->setWordWrap(true);
+        label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+        showState(label, QString());
+    }
     sizeStrip();
+}
+
+void FormMain::showState(QLabel *label, const QString &text)
+{
+    label->setText(text);
+    label->setToolTip(text);
+    label->setVisible(label == labelLinkState || !text.isEmpty());
 }
 
 void FormMain::buildStripBox(QGroupBox *box, int index)
@@ -121,5 +134,8 @@ void FormMain::sizeStrip()
     const int width = CUtils::txtGUIWidth(BoxCharacters, font());
     stripBoxes[0]->setFixedWidth(width);
     stripBoxes[1]->setFixedWidth(width);
-    strip->setFixedHeight(strip->layout()->sizeHint().height());
+    // Room for the longest word of a state, as far as the screen has it.
+    const int left = screen()->availableGeometry().width() - 2 * width;
+    stripBoxes[2]->setMinimumWidth(qBound(0, left, CUtils::txtGUIWidth(StateCharacters, font())));
+    strip->setFixedHeight(stripBoxes[0]->sizeHint().height()); // three rows of figures
 }

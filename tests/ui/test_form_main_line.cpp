@@ -1,6 +1,5 @@
 #include "app/options.h"
 #include "app/state.h"
-#include "link/prf_thread.h"
 #include "link/tlg_thread.h"
 #include "procedures/process_direct.h"
 #include "records/protocol.h"
@@ -32,15 +31,9 @@ private slots:
     void lastCharacterOfAFileIsActedUpon();
     void lastCharacterOfADirectFileMovesIt();
     void sentTextBeforeTheLastLeavesTheFileInProgress();
-    void stateOfTheLinkIsShownAndJournalled();
-    void stateOfTheLinkWithALineErrorIsRed();
-    void buttonsWorkOnlyWhileTheLinkIsUp();
-    void stateOfThePerforatorIsShown_data();
-    void stateOfThePerforatorIsShown();
     void operatorsTextGoesInTheFormOfTheLine_data();
     void operatorsTextGoesInTheFormOfTheLine();
     void operatorsTextBringsTheJournalToItsEnd();
-    void clickOnStateReconnectsOnlyADownLink();
 };
 
 void TestFormMainLine::receivedTextIsCutIntoCommandsAndText_data()
@@ -268,77 +261,6 @@ void TestFormMainLine::sentTextBeforeTheLastLeavesTheFileInProgress()
     }
 }
 
-void TestFormMainLine::stateOfTheLinkIsShownAndJournalled()
-{
-    Station station(Direct);
-    (void)station.news();
-    TlgThread.stateText.mSet(QStringLiteral("Соединение установлено"));
-    station.setLinkUp(true);
-    station.form->slotOnTlgState();
-    QCOMPARE(station.shown("labelLinkState"), QStringLiteral("Соединение установлено"));
-    QCOMPARE(station.colour("labelLinkState"), QColor(Qt::green));
-    QCOMPARE(station.news(), QStringList{QStringLiteral("312:00:00 Соединение установлено")});
-    TlgThread.stateText.mSet(QStringLiteral("Разрыв"));
-    station.setLinkUp(false);
-    station.form->slotOnTlgState();
-    QCOMPARE(station.shown("labelLinkState"), QStringLiteral("Разрыв"));
-    QCOMPARE(station.colour("labelLinkState"), QColor(Qt::red));
-    // The line does not wait for the end of a running one.
-    station.receive(QStringLiteral("АБ"));
-    (void)station.news();
-    station.form->slotOnTlgState();
-    QCOMPARE(station.news(), QStringList{QStringLiteral("312:00:00 Разрыв")});
-}
-
-void TestFormMainLine::stateOfTheLinkWithALineErrorIsRed()
-{
-    Station station(Direct);
-    station.setLinkUp(true);
-    TlgThread.lineError = 1;
-    station.form->slotOnTlgState();
-    QCOMPARE(station.colour("labelLinkState"), QColor(Qt::red));
-    QVERIFY(!station.find<QFrame>("modeFrame")->isEnabled());
-}
-
-void TestFormMainLine::buttonsWorkOnlyWhileTheLinkIsUp()
-{
-    for (const int mode : {CKS, SKK, Direct}) {
-        Station station(mode);
-        auto *frame = station.find<QFrame>("modeFrame");
-        QVERIFY(!frame->isEnabled());
-        station.setLinkUp(true);
-        station.form->slotOnTlgState();
-        QVERIFY(frame->isEnabled());
-        station.setLinkUp(false);
-        station.form->slotOnTlgState();
-        QVERIFY(!frame->isEnabled());
-    }
-}
-
-void TestFormMainLine::stateOfThePerforatorIsShown_data()
-{
-    QTest::addColumn<bool>("connected");
-    QTest::addColumn<bool>("found");
-    QTest::addColumn<QColor>("colour");
-    QTest::newRow("connected") << true << true << QColor(Qt::green);
-    QTest::newRow("found") << false << true << QColor(Qt::white);
-    QTest::newRow("absent") << false << false << QColor(Qt::red);
-}
-
-void TestFormMainLine::stateOfThePerforatorIsShown()
-{
-    QFETCH(bool, connected);
-    QFETCH(bool, found);
-    Station station(Direct);
-    PrfThread.connected = connected;
-    PrfThread.adapterFound = found;
-    PrfThread.stateText = QStringLiteral("Перфоратор");
-    station.form->slotOnPrfState();
-    QCOMPARE(station.shown("labelPrfState"), QStringLiteral("Перфоратор"));
-    QTEST(station.colour("labelPrfState"), "colour");
-    PrfThread.connected = PrfThread.adapterFound = false;
-}
-
 void TestFormMainLine::operatorsTextGoesInTheFormOfTheLine_data()
 {
     QTest::addColumn<QString>("text");
@@ -375,19 +297,6 @@ void TestFormMainLine::operatorsTextBringsTheJournalToItsEnd()
         station.form->TlgSend(QString::fromUtf8(text));
         QVERIFY(station.form->protocolWidget->isLastString());
     }
-}
-
-void TestFormMainLine::clickOnStateReconnectsOnlyADownLink()
-{
-    Station station(Direct);
-    auto *label = station.find<QWidget>("labelLinkState");
-    station.setLinkUp(true);
-    TlgThread.restartRequested = false;
-    QTest::mouseClick(label, Qt::LeftButton);
-    QVERIFY(!TlgThread.restartRequested);
-    station.setLinkUp(false);
-    QTest::mouseClick(label, Qt::LeftButton);
-    QVERIFY(TlgThread.restartRequested);
 }
 
 QTEST_MAIN(TestFormMainLine)

@@ -24,17 +24,6 @@ private slots:
     void linkThreadLearnsOfTheSecond();
     void journalIsAskedToFlush_data();
     void journalIsAskedToFlush();
-    void trayShowsModeOfTheChannel_data();
-    void trayShowsModeOfTheChannel();
-    void trayShowsNothingForModeBV();
-    void trafficAnimationGoesRoundItsFivePictures();
-    void trafficInTheSecondOfAModeChangeShowsTheAnimation();
-    void trayIconIsSetOnlyWhenItChanges();
-    void lampsGoOutWithTheNextTick();
-    void stripShowsWindowFigureAndClock();
-    void countersOfCentreAreShown();
-    void countersOfSwitchedChannelAreShown();
-    void countersStayBlankOnDirectLink();
     void queueIsScannedWhenTheCountdownHasRunOut();
     void scanTimeoutOutOfRangeScansEachTick();
     void ageOfModeStopsAfterADay();
@@ -50,11 +39,6 @@ void stopThreads()
 {
     QTRY_VERIFY((TlgThread.stopThread(), !TlgThread.isRunning()));
     QTRY_VERIFY((PrfThread.stopThread(), !PrfThread.isRunning()));
-}
-
-int traySetting(const Station &station)
-{
-    return station.form->prevIconN;
 }
 } // namespace
 
@@ -157,162 +141,6 @@ void TestFormMainTick::journalIsAskedToFlush()
         asked += Log.flushRequested ? QLatin1Char('+') : QLatin1Char('-');
     }
     QTEST(asked, "asked");
-}
-
-void TestFormMainTick::trayShowsModeOfTheChannel_data()
-{
-    QTest::addColumn<bool>("up");
-    QTest::addColumn<int>("tlgMode");
-    QTest::addColumn<int>("index");
-    QTest::newRow("no link") << false << 0 << 7;
-    QTest::newRow("no link in mode РБ") << false << 3 << 7;
-    QTest::newRow("--") << true << 0 << 0;
-    QTest::newRow("БД") << true << 1 << 4;
-    QTest::newRow("БА") << true << 2 << 3;
-    QTest::newRow("РБ") << true << 3 << 5;
-    QTest::newRow("БВ") << true << 4 << 6;
-    QTest::newRow("БР") << true << 5 << 0;
-    QTest::newRow("above") << true << 6 << 0;
-    QTest::newRow("below") << true << -1 << 0;
-}
-
-void TestFormMainTick::trayShowsModeOfTheChannel()
-{
-    QFETCH(bool, up);
-    QFETCH(int, tlgMode);
-    Station station(CKS);
-    station.setLinkUp(up);
-    State.tlgMode = tlgMode;
-    State.secondsSinceTx = State.secondsSinceRx = 1;
-    station.tick();
-    QTEST(traySetting(station), "index");
-}
-
-void TestFormMainTick::trayShowsNothingForModeBV()
-{
-    Station station(CKS);
-    station.setLinkUp(true);
-    State.secondsSinceTx = State.secondsSinceRx = 1;
-    State.tlgMode = 4;
-    station.tick();
-    QVERIFY(station.form->trayIcon.icon().isNull());
-    State.tlgMode = 3;
-    station.tick();
-    QVERIFY(!station.form->trayIcon.icon().isNull());
-}
-
-void TestFormMainTick::trafficAnimationGoesRoundItsFivePictures()
-{
-    Station station(Direct);
-    State.secondsSinceTx = 1;
-    QList<int> indexes;
-    for (int i = 0; i < 6; ++i) {
-        State.secondsSinceRx = 0;
-        station.tick();
-        indexes << traySetting(station);
-    }
-    QCOMPARE(indexes, (QList<int>{9, 10, 11, 12, 8, 9}));
-    station.tick(); // nothing came in this second
-    QCOMPARE(traySetting(station), 7);
-    State.secondsSinceTx = 0;
-    station.tick();
-    QCOMPARE(traySetting(station), 10);
-}
-
-void TestFormMainTick::trafficInTheSecondOfAModeChangeShowsTheAnimation()
-{
-    Station station(CKS);
-    station.setLinkUp(true);
-    State.setTlgMode(3);
-    State.secondsSinceTx = 5;
-    State.secondsSinceRx = 0;
-    station.tick();
-    QCOMPARE(traySetting(station), 9);
-    station.tick();
-    QCOMPARE(traySetting(station), 5);
-}
-
-void TestFormMainTick::trayIconIsSetOnlyWhenItChanges()
-{
-    Station station(Direct);
-    State.secondsSinceTx = State.secondsSinceRx = 1;
-    station.tick();
-    const QIcon none;
-    station.form->trayIcon.setIcon(none);
-    station.tick();
-    QVERIFY(station.form->trayIcon.icon().isNull());
-}
-
-void TestFormMainTick::lampsGoOutWithTheNextTick()
-{
-    Station station(Direct);
-    QCOMPARE(station.colour("lampReceived"), QColor(Qt::black));
-    QCOMPARE(station.colour("lampSent"), QColor(Qt::black));
-    station.receive(QStringLiteral("А"));
-    QCOMPARE(station.colour("lampReceived"), QColor(Qt::white));
-    QCOMPARE(station.colour("lampSent"), QColor(Qt::black));
-    station.reportSent(QStringLiteral("Б"));
-    QCOMPARE(station.colour("lampSent"), QColor(Qt::white));
-    station.tick();
-    QCOMPARE(station.colour("lampReceived"), QColor(Qt::black));
-    QCOMPARE(station.colour("lampSent"), QColor(Qt::black));
-}
-
-void TestFormMainTick::stripShowsWindowFigureAndClock()
-{
-    Station station(Direct);
-    station.tick();
-    QCOMPARE(station.shown("labelWindow"), QStringLiteral("-1"));
-    QCOMPARE(station.shown("labelClock"), QStringLiteral("12:00:01"));
-    TlgThread.shownWindow = 30;
-    Time.setTo(QDateTime(QDate(2026, 7, 31), QTime(23, 59, 8)));
-    station.tick();
-    QCOMPARE(station.shown("labelWindow"), QStringLiteral("30"));
-    QCOMPARE(station.shown("labelClock"), QStringLiteral("23:59:09"));
-}
-
-void TestFormMainTick::countersOfCentreAreShown()
-{
-    Station station(CKS);
-    State.CKS_in = 1;
-    State.CKS_out = 22;
-    State.PK_in = 333;
-    State.PK_out = 0;
-    State.SKK_in = State.SKK_out = 99;
-    station.tick();
-    QCOMPARE(station.shown("labelNetIn"), QStringLiteral("001"));
-    QCOMPARE(station.shown("labelNetOut"), QStringLiteral("022"));
-    QCOMPARE(station.shown("labelPKin"), QStringLiteral("333"));
-    QCOMPARE(station.shown("labelPKout"), QStringLiteral("000"));
-}
-
-void TestFormMainTick::countersOfSwitchedChannelAreShown()
-{
-    Station station(SKK);
-    State.SKK_in = 4;
-    State.SKK_out = 55;
-    State.PK_in = 6;
-    State.PK_out = 999;
-    station.tick();
-    QCOMPARE(station.shown("labelNetIn"), QStringLiteral("004"));
-    QCOMPARE(station.shown("labelNetOut"), QStringLiteral("055"));
-    QCOMPARE(station.shown("labelPKin"), QStringLiteral("006"));
-    QCOMPARE(station.shown("labelPKout"), QStringLiteral("999"));
-}
-
-void TestFormMainTick::countersStayBlankOnDirectLink()
-{
-    Station station(Direct);
-    State.PK_in = State.PK_out = 7;
-    State.askReceiptCountdown = State.sendReceiptCountdown = 3;
-    station.setLinkUp(true);
-    station.tick(10);
-    for (const char *label : {"labelNetIn", "labelNetOut", "labelPKin", "labelPKout"})
-        QCOMPARE(station.shown(label), QStringLiteral("---"));
-    // No procedure's service timer has run.
-    QCOMPARE(State.askReceiptCountdown, 3);
-    QCOMPARE(State.sendReceiptCountdown, 3);
-    QVERIFY(station.desk.sent().isEmpty());
 }
 
 void TestFormMainTick::queueIsScannedWhenTheCountdownHasRunOut()

@@ -1,18 +1,13 @@
 #include "app/options.h"
-#include "app/startup.h"
 #include "app/state.h"
 #include "link/prf_thread.h"
 #include "link/tlg_thread.h"
 #include "tests/ui/station.h"
-#include "text/utils.h"
 #include "ui/form_main.h"
 #include "ui/protocol_widget.h"
 
 #include <QAction>
 #include <QApplication>
-#include <QGridLayout>
-#include <QGroupBox>
-#include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
 #include <QTabWidget>
@@ -23,13 +18,6 @@ class TestFormMainWindow : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void cleanup() { QApplication::setFont(m_font); }
-    void stripShowsItsFirstTexts_data();
-    void stripShowsItsFirstTexts();
-    void stripStandsInThreeBoxes();
-    void stripColoursDifferInTextAlone();
-    void networkNameFollowsTheProcedure();
     void tabsStandInOrder();
     void buttonsFollowTheProcedure_data();
     void buttonsFollowTheProcedure();
@@ -37,13 +25,6 @@ private slots:
     void settingsMenuFollowsTheProcedure();
     void questionMarkOpensAboutWithoutAManual();
     void questionMarkIsAMenuWithAManual();
-    void trayHasTwoEntriesAndShowsTheStartIcon();
-    void trayIconsAreThereButForModeBV();
-    void trayClickTogglesTheWindow();
-    void titlesFollowTheTable_data();
-    void titlesFollowTheTable();
-    void titleFollowsTheChannelName();
-    void titlesCorrectTheFontSize();
     void windowTakesItsStoredPlace();
     void windowWithoutStoredPlaceIs800By600();
     void journalSwitchesComeFromTheOptions();
@@ -52,110 +33,7 @@ private slots:
     void perforatorControlsFollowTheOption();
     void serviceTimersRunOnceAtConstruction();
     void destroyedWindowLeavesNoPointer();
-
-private:
-    const QFont m_font = QApplication::font();
 };
-
-void TestFormMainWindow::initTestCase()
-{
-    QCoreApplication::setApplicationName(QStringLiteral("Velda"));
-    QCoreApplication::setApplicationVersion(QStringLiteral("2026.07.31"));
-}
-
-void TestFormMainWindow::stripShowsItsFirstTexts_data()
-{
-    struct Row {
-        const char *name;
-        int box, row, column;
-        const char *text;
-    };
-    static const Row rows[] = {
-        {"labelWindow", 1, 0, 0, ""},
-        {"labelNetIn", 1, 0, 1, "---"},
-        {"labelNetOut", 1, 0, 3, "---"},
-        {"labelScanCountdown", 1, 1, 0, "000"},
-        {"lampSent", 1, 1, 1, "\xE2\x86\x91"},
-        {"labelClock", 1, 1, 2, "00:00:00"},
-        {"lampReceived", 1, 1, 3, "\xE2\x86\x93"},
-        {"labelScanResult", 1, 2, 0, "000"},
-        {"labelPKout", 1, 2, 1, "---"},
-        {"labelPKName", 1, 2, 2, "ПК"},
-        {"labelPKin", 1, 2, 3, "---"},
-        {"labelAutomaticName", 2, 0, 0, "Режим (Alt+A)"},
-        {"labelAutomatic", 2, 0, 1, "---"},
-        {"labelTlgModeName", 2, 1, 0, "Состояние"},
-        {"labelTlgMode", 2, 1, 1, "--"}, // the construction has set the mode's label
-        {"labelLinkState", 3, 0, 0, ""},
-        {"labelPrfState", 3, 1, 0, ""},
-        {"labelReserved", 3, 2, 0, ""},
-    };
-    QTest::addColumn<QByteArray>("name");
-    QTest::addColumn<int>("box");
-    QTest::addColumn<QPoint>("place");
-    QTest::addColumn<QString>("text");
-    for (const Row &row : rows)
-        QTest::newRow(row.name) << QByteArray(row.name) << row.box << QPoint(row.column, row.row)
-                                << QString::fromUtf8(row.text);
-}
-
-void TestFormMainWindow::stripShowsItsFirstTexts()
-{
-    QFETCH(QByteArray, name);
-    QFETCH(int, box);
-    QFETCH(QPoint, place);
-    Station station(CKS);
-    QTEST(station.shown(name.constData()), "text");
-    auto *grid = qobject_cast<QGridLayout *>(station.form->stripBoxes[size_t(box) - 1]->layout());
-    QVERIFY(grid);
-    QLayoutItem *item = grid->itemAtPosition(place.y(), place.x());
-    QVERIFY(item);
-    QCOMPARE(item->widget()->objectName(), QString::fromLatin1(name));
-}
-
-void TestFormMainWindow::stripStandsInThreeBoxes()
-{
-    Station station(Direct);
-    QWidget *strip = station.form->strip;
-    QCOMPARE(strip->palette().color(QPalette::Window), QColor(64, 64, 64));
-    for (QGroupBox *box : station.form->stripBoxes) {
-        QVERIFY(box->autoFillBackground());
-        QCOMPARE(box->layout()->contentsMargins(), QMargins(4, 4, 4, 4));
-        QCOMPARE(box->layout()->spacing(), 2);
-        QCOMPARE(box->palette().color(QPalette::Window), QColor(64, 64, 64));
-    }
-    const int width = CUtils::txtGUIWidth(24, station.form->font());
-    QCOMPARE(station.form->stripBoxes[0]->width(), width);
-    QCOMPARE(station.form->stripBoxes[1]->width(), width);
-    QCOMPARE(strip->minimumHeight(), strip->maximumHeight());
-    auto *row = qobject_cast<QHBoxLayout *>(strip->layout());
-    QVERIFY(row);
-    QCOMPARE((QList<int>{row->stretch(0), row->stretch(1), row->stretch(2)}), (QList<int>{1, 1, 8}));
-    QCOMPARE(station.find<QLabel>("labelClock")->styleSheet(), QStringLiteral("QLabel { color : silver; }"));
-}
-
-void TestFormMainWindow::stripColoursDifferInTextAlone()
-{
-    Station station(Direct);
-    const QColor colours[] = {Qt::white, Qt::red, Qt::yellow, Qt::green, Qt::black};
-    for (size_t i = 0; i < station.form->palettes.size(); ++i) {
-        QPalette palette = station.form->palettes[i];
-        for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
-            QCOMPARE(palette.color(group, QPalette::WindowText), colours[i]);
-            palette.setColor(group, QPalette::WindowText, Qt::white);
-        }
-        QCOMPARE(palette, station.form->palettes[0]);
-    }
-}
-
-void TestFormMainWindow::networkNameFollowsTheProcedure()
-{
-    const char *const names[] = {"ЦКС", "СКК", "ПК"};
-    for (const int mode : {CKS, SKK, Direct}) {
-        Station station(mode);
-        QCOMPARE(station.shown("labelNetName"), QString::fromUtf8(names[mode]));
-    }
-}
 
 void TestFormMainWindow::tabsStandInOrder()
 {
@@ -243,113 +121,6 @@ void TestFormMainWindow::questionMarkIsAMenuWithAManual()
         entries << action->text();
     QCOMPARE(entries,
              (QStringList{QStringLiteral("Руководство пользователя"), QStringLiteral("О программе")}));
-}
-
-void TestFormMainWindow::trayHasTwoEntriesAndShowsTheStartIcon()
-{
-    Station station(Direct);
-    QStringList entries;
-    for (QAction *action : station.form->trayIcon.contextMenu()->actions())
-        entries << action->text();
-    QCOMPARE(entries, (QStringList{QStringLiteral("Развернуть"), QStringLiteral("Выход")}));
-    QVERIFY(station.form->trayIcon.isVisible());
-    QCOMPARE(station.form->trayIcon.icon().cacheKey(), station.form->icons[13].cacheKey());
-    QCOMPARE(station.form->windowIcon().cacheKey(), station.form->icons[13].cacheKey());
-    station.find<QAction>("trayShow")->trigger();
-    QVERIFY(station.form->isVisible());
-}
-
-void TestFormMainWindow::trayIconsAreThereButForModeBV()
-{
-    Station station(Direct);
-    QCOMPARE(station.form->icons.size(), size_t(14));
-    for (size_t i = 0; i < station.form->icons.size(); ++i)
-        QCOMPARE(station.form->icons[i].availableSizes().isEmpty(), i == 6);
-    QCOMPARE(station.form->prevIconN, -1); // so that the first tick sets its own
-}
-
-void TestFormMainWindow::trayClickTogglesTheWindow()
-{
-    Station station(Direct);
-    station.form->iconActivated(QSystemTrayIcon::Trigger);
-    QVERIFY(station.form->isVisible());
-    station.form->iconActivated(QSystemTrayIcon::DoubleClick);
-    station.form->iconActivated(QSystemTrayIcon::Context);
-    QVERIFY(station.form->isVisible());
-    station.form->showMinimized();
-    station.form->iconActivated(QSystemTrayIcon::Trigger);
-    QVERIFY(station.form->isVisible());
-    QVERIFY(!station.form->isMinimized());
-    station.form->iconActivated(QSystemTrayIcon::Trigger);
-    QVERIFY(!station.form->isVisible());
-}
-
-void TestFormMainWindow::titlesFollowTheTable_data()
-{
-    QTest::addColumn<int>("processMode");
-    QTest::addColumn<QString>("mainTitle");
-    QTest::addColumn<QString>("channel");
-    QTest::addColumn<bool>("tcp");
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<QString>("toolTip");
-    const QString built = QStringLiteral("Velda (") + buildDate() + QStringLiteral(")");
-    QTest::newRow("direct, TCP") << Direct << ""
-                                 << "" << true << "Velda - ПС / V:2026.07.31"
-                                 << built + " - ПС\n10.1.2.3:5674";
-    QTest::newRow("CKS, adapter") << CKS << ""
-                                  << "" << false << "Velda - ЦКС / V:2026.07.31"
-                                  << built + " - ЦКС\n10000001";
-    QTest::newRow("SKK, channel") << SKK << ""
-                                  << "МСК12" << true << "МСК12 - СКК / V:2026.07.31"
-                                  << "МСК12 - СКК\n10.1.2.3:5674";
-    QTest::newRow("main title") << CKS << "УЗЕЛ"
-                                << "" << true << "УЗЕЛ / Velda - ЦКС / V:2026.07.31"
-                                << "УЗЕЛ";
-    QTest::newRow("main title, channel") << SKK << "УЗЕЛ"
-                                         << "МСК12" << false << "УЗЕЛ / Velda - СКК / V:2026.07.31"
-                                         << "УЗЕЛ";
-}
-
-void TestFormMainWindow::titlesFollowTheTable()
-{
-    QFETCH(int, processMode);
-    QFETCH(QString, mainTitle);
-    QFETCH(QString, channel);
-    QFETCH(bool, tcp);
-    Station station(processMode, [&] {
-        Options.mainTitle = mainTitle;
-        Options.TcpMode = tcp;
-        Options.Host = QStringLiteral("10.1.2.3");
-        Options.Port = 5674;
-        Options.TRELO_SN = QStringLiteral("10000001");
-        State.channelName = channel;
-    });
-    QTEST(station.form->windowTitle(), "title");
-    QTEST(station.form->trayIcon.toolTip(), "toolTip");
-}
-
-void TestFormMainWindow::titleFollowsTheChannelName()
-{
-    Station station(Direct);
-    State.setChannelName(QStringLiteral("МСК12"));
-    QCOMPARE(station.form->windowTitle(), QStringLiteral("МСК12 - ПС / V:2026.07.31"));
-    State.setChannelName(QString());
-    QCOMPARE(station.form->windowTitle(), QStringLiteral("Velda - ПС / V:2026.07.31"));
-}
-
-void TestFormMainWindow::titlesCorrectTheFontSize()
-{
-    Station station(Direct);
-    State.basePointSize = 9;
-    const int before = QApplication::font().pointSize();
-    station.form->updateTitles();
-    QCOMPARE(QApplication::font().pointSize(), before);
-    Options.fontSizeCorrect = 4;
-    station.form->updateTitles();
-    QCOMPARE(QApplication::font().pointSize(), 13);
-    Options.fontSizeCorrect = -2;
-    station.form->updateTitles();
-    QCOMPARE(QApplication::font().pointSize(), 7);
 }
 
 void TestFormMainWindow::windowTakesItsStoredPlace()
