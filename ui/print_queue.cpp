@@ -16,7 +16,7 @@ CPrintQueue &CPrintQueue::instance()
 {
     static CPrintQueue *const queue = [] {
         auto *made = new CPrintQueue;
-        connect(qApp, &QCoreApplication::aboutToQuit, made, &CPrintQueue::endJobs);
+        connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, made, &CPrintQueue::endJobs);
         return made;
     }();
     return *queue;

@@ -428,7 +428,7 @@ void TestPrintRaw::openJobEndsWithTheProgram()
     NetworkPrinter printer;
     const PrinterDesk desk(printer.target());
     CUtils::printText(manyLines());
-    QMetaObject::invokeMethod(qApp, &QCoreApplication::quit, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(QCoreApplication::instance(), &QCoreApplication::quit, Qt::QueuedConnection);
     QCoreApplication::exec();
 
     QVERIFY(CPrintQueue::instance().isFinished() || CPrintQueue::instance().waitForIdle(1000));
