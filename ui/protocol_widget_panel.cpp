@@ -55,6 +55,8 @@ void CProtocolWidget::buildPanel()
     m_moreButton = new QPushButton(ArrowDown);
     m_moreButton->setObjectName(QStringLiteral("protocolMore"));
     m_moreButton->setFlat(true);
+    palette.setColor(QPalette::ButtonText, Qt::white);
+    m_moreButton->setPalette(palette);
     m_moreButton->setFocusPolicy(Qt::TabFocus);
 
     auto *head = new QHBoxLayout;

@@ -209,6 +209,44 @@ private slots:
         QCOMPARE(Options.lastManualCallNumbers, (QStringList{"100", "150", "200"}));
     }
 
+    void numberIsDialledByTheKeyboardAlone()
+    {
+        const Seat seat(Seat::SKK);
+        inDialog([&] { seat.window->protocolCallNumber(); },
+                 [](QDialog *dialog) {
+                     auto *box = dialog->findChild<QComboBox *>("number");
+                     QTRY_VERIFY(box->hasFocus());
+                     QTest::keyClicks(box, "150");
+                     QTest::keyClick(box, Qt::Key_Return);
+                     QVERIFY(!dialog->isVisible());
+                 });
+        QCOMPARE(seat.window->lastCallNumber, QString("150"));
+        inDialog([&] { seat.window->protocolCallNumber(); },
+                 [](QDialog *dialog) {
+                     auto *box = dialog->findChild<QComboBox *>("number");
+                     QTRY_VERIFY(box->hasFocus());
+                     QTest::keyClicks(box, "9");
+                     QCOMPARE(box->currentText(), QString("9")); // the old number was selected
+                     QTest::keyClick(box, Qt::Key_Escape);
+                     QVERIFY(!dialog->isVisible());
+                 });
+        QCOMPARE(seat.window->lastCallNumber, QString("150"));
+        QCOMPARE(Options.lastManualCallNumbers, QStringList{"150"});
+    }
+
+    void emptyNumberIsNotDialled()
+    {
+        const Seat seat(Seat::SKK);
+        inDialog([&] { seat.window->protocolCallNumber(); },
+                 [](QDialog *dialog) {
+                     auto *box = dialog->findChild<QComboBox *>("number");
+                     QTRY_VERIFY(box->hasFocus());
+                     QTest::keyClick(box, Qt::Key_Return);
+                     QVERIFY(dialog->isVisible());
+                 });
+        QVERIFY(Options.lastManualCallNumbers.isEmpty());
+    }
+
     void cancelledNumberIsForgotten()
     {
         const Seat seat(Seat::SKK);

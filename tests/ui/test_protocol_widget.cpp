@@ -193,6 +193,34 @@ private slots:
         QCOMPARE(panel.family(), QApplication::font().family());
     }
 
+    void panelIsNotCutOffInALargeFont_data()
+    {
+        QTest::addColumn<int>("points");
+        QTest::newRow("8") << 8;
+        QTest::newRow("16") << 16;
+        QTest::newRow("24") << 24;
+    }
+    void panelIsNotCutOffInALargeFont()
+    {
+        QFETCH(int, points);
+        const QFont former = QApplication::font();
+        QFont font = former;
+        font.setPointSize(points);
+        Roll roll(1);
+        roll.show();
+        QApplication::setFont(font);
+        roll.view->findChild<QWidget *>("protocolSearchRow")->show();
+        QCoreApplication::processEvents();
+        QApplication::setFont(former);
+        for (const QCheckBox *box : roll.view->findChildren<QCheckBox *>())
+            if (!box->isHidden())
+                QVERIFY2(box->width() >= box->sizeHint().width(), qPrintable(box->text()));
+        const auto *search = roll.view->findChild<QLineEdit *>("protocolSearch");
+        QVERIFY(search->height() >= search->sizeHint().height());
+        const QRect panel = roll.view->findChild<QWidget *>("protocolPanel")->rect();
+        QVERIFY(panel.contains(search->parentWidget()->geometry()));
+    }
+
     void keysAreReported()
     {
         Roll roll;
