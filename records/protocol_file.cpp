@@ -109,6 +109,8 @@ bool CProtocol::bringUpToDate()
 /// Makes the file equal to the list, whatever it holds.
 bool CProtocol::matchFile()
 {
+    if (!QFileInfo(QFileInfo(fileName).path()).isDir())
+        return false; // a drive that is gone: not worth joining a day for each character
     const QByteArray whole = lines.join(QLatin1Char('\n')).toUtf8();
     qint64 present = 0;
     const bool done = holdsHead(fileName, whole, present) ? appendBytes(fileName, whole.mid(int(present)))
