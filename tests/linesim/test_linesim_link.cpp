@@ -49,6 +49,7 @@ private slots:
     void nothingIsSaidBeforeTheWorkstationListens();
     void keepAliveIsAnsweredWithItself();
     void answerToOwnKeepAliveIsNotAnswered();
+    void keepAliveAfterRawBytesIsNotAnswered();
     void keepAliveGoesByItself();
     void unansweredKeepAliveIsABreach();
     void unansweredWindowIsABreach();
@@ -107,6 +108,17 @@ void TestLinesimLink::answerToOwnKeepAliveIsNotAnswered()
     QCOMPARE(end.taken(), QByteArray());
     QVERIFY(end.lines.contains(QStringLiteral("keep-alive: answered")));
     QVERIFY(end.lines.contains(QStringLiteral("window: answered")));
+}
+
+void TestLinesimLink::keepAliveAfterRawBytesIsNotAnswered()
+{
+    FarEnd end;
+    end.wait(3000);
+    end.link.sendRaw(QByteArray::fromHex("1616"));
+    end.written.clear();
+    for (int i = 0; i < 3; ++i)
+        end.link.take(QByteArray::fromHex("16"));
+    QVERIFY(end.written.count('\x16') == 0);
 }
 
 void TestLinesimLink::keepAliveGoesByItself()
