@@ -28,6 +28,7 @@ private slots:
     void modeGoesToNoneWithTheFirstTick_data();
     void modeGoesToNoneWithTheFirstTick();
     void centreIsLeftWithAStopInManualMode();
+    void switchedConnectionIsClearedOnce();
     void withoutAnOpenChannelNothingIsSent_data();
     void withoutAnOpenChannelNothingIsSent();
     void tickOfTheEndReallyCloses();
@@ -155,6 +156,23 @@ void TestFormMainClose::centreIsLeftWithAStopInManualMode()
     QVERIFY(station.desk.sent().isEmpty());
 }
 
+void TestFormMainClose::switchedConnectionIsClearedOnce()
+{
+    Station station(SKK);
+    State.manualMode = true;
+    station.setLinkUp(true);
+    State.connectionActive = true;
+    State.setCallDirection(2); // the mode becomes 3
+    State.stopCountdown = 5;
+    station.tick();
+    QVERIFY(!State.connectionActive);
+    QCOMPARE(State.tlgMode, 0);
+    QCOMPARE(station.desk.sent(), QStringLiteral("@H"));
+    station.tick(4);
+    QVERIFY(State.closeAllowed);
+    QVERIFY(station.desk.sent().isEmpty());
+}
+
 void TestFormMainClose::withoutAnOpenChannelNothingIsSent_data()
 {
     modeGoesToNoneWithTheFirstTick_data();
@@ -204,7 +222,7 @@ void TestFormMainClose::realCloseKeepsWhatTheOperatorSet()
 {
     Station station(SKK);
     station.form->show();
-    station.form->setGeometry(30, 40, 760, 500);
+    station.form->setGeometry(30, 40, 950, 500);
     station.form->protocolWidget->setShowRegisters(true);
     station.form->protocolWidget->setShowInfo(false);
     station.form->protocolWidget->setShowCmd(true);
@@ -215,7 +233,7 @@ void TestFormMainClose::realCloseKeepsWhatTheOperatorSet()
     station.find<QLineEdit>("editorWordsCount")->setText(QStringLiteral("$/2"));
     State.closeAllowed = true;
     QVERIFY(station.form->close());
-    QCOMPARE(Options.geometryMainForm, QRect(30, 40, 760, 500));
+    QCOMPARE(Options.geometryMainForm, QRect(30, 40, 950, 500));
     QVERIFY(Options.ShowRegisters);
     QVERIFY(!Options.ShowInfo);
     QVERIFY(Options.ShowCmd);

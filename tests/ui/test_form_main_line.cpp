@@ -2,6 +2,7 @@
 #include "app/state.h"
 #include "link/tlg_thread.h"
 #include "procedures/process_direct.h"
+#include "procedures/process_skk.h"
 #include "records/protocol.h"
 #include "tests/ui/station.h"
 #include "ui/form_main.h"
@@ -17,6 +18,7 @@ class TestFormMainLine : public QObject
 private slots:
     void receivedTextIsCutIntoCommandsAndText_data();
     void receivedTextIsCutIntoCommandsAndText();
+    void commandsReachTheSwitchedProcedureInTheirPlace();
     void receivedTextMayComeCharacterByCharacter();
     void receivedTextEndsTheSilence();
     void emptyBufferOnlyEndsTheSilence();
@@ -71,7 +73,7 @@ void TestFormMainLine::receivedTextIsCutIntoCommandsAndText_data()
 void TestFormMainLine::receivedTextIsCutIntoCommandsAndText()
 {
     QFETCH(QString, received);
-    for (const int mode : {CKS, SKK, Direct}) {
+    for (const int mode : {CKS, Direct}) {
         Station station(mode);
         QStringList pieces;
         // The journal tells of each piece by a change.
@@ -84,6 +86,17 @@ void TestFormMainLine::receivedTextIsCutIntoCommandsAndText()
         QTEST(pieces, "pieces");
         QTEST(TlgThread.recvBuffer.mGet(), "rest");
     }
+}
+
+void TestFormMainLine::commandsReachTheSwitchedProcedureInTheirPlace()
+{
+    Station station(SKK);
+    (void)station.news();
+    station.receive(QStringLiteral("АБ@EВГ@5"));
+    QCOMPARE(station.news().first(), QStringLiteral("1АБ@EВГ"));
+    QCOMPARE(int(ProcessSKK.lastCmdIn), int('E'));
+    QCOMPARE(State.connectionText, QStringLiteral("АБВГ")); // without the command
+    QCOMPARE(TlgThread.recvBuffer.mGet(), QStringLiteral("@5"));
 }
 
 void TestFormMainLine::receivedTextMayComeCharacterByCharacter()

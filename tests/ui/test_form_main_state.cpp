@@ -1,3 +1,4 @@
+#include "app/state.h"
 #include "link/prf_thread.h"
 #include "link/tlg_thread.h"
 #include "tests/ui/station.h"
@@ -14,6 +15,7 @@ private slots:
     void stateOfTheLinkIsShownAndJournalled();
     void stateOfTheLinkWithALineErrorIsRed();
     void buttonsWorkOnlyWhileTheLinkIsUp();
+    void lostLinkEndsTheConnection();
     void stateOfThePerforatorIsShown_data();
     void stateOfThePerforatorIsShown();
     void clickOnStateReconnectsOnlyADownLink();
@@ -64,6 +66,24 @@ void TestFormMainState::buttonsWorkOnlyWhileTheLinkIsUp()
         station.form->slotOnTlgState();
         QVERIFY(!frame->isEnabled());
     }
+}
+
+void TestFormMainState::lostLinkEndsTheConnection()
+{
+    Station station(SKK);
+    station.setLinkUp(true);
+    State.connectionActive = true;
+    State.setCallDirection(2);
+    station.form->slotOnTlgState();
+    QVERIFY(State.connectionActive);
+    station.setLinkUp(false);
+    station.form->slotOnTlgState();
+    QVERIFY(!State.connectionActive);
+    QCOMPARE(State.callDirection, 0);
+    // Without a connection there is nothing to end.
+    State.hangUpPause = 0;
+    station.form->slotOnTlgState();
+    QCOMPARE(State.hangUpPause, 0);
 }
 
 void TestFormMainState::stateOfThePerforatorIsShown_data()

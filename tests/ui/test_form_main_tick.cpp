@@ -204,7 +204,9 @@ void TestFormMainTick::idleHangUpComesAtItsSecond()
     QCOMPARE(State.idleSeconds, 0);
     QVERIFY(station.news().contains(
         QStringLiteral("312:00:02 Исходящий отбой (отсутствие приема/передачи 30 сек)")));
-    QVERIFY(station.desk.sent().startsWith(QStringLiteral("@H")));
+    // The hang-up of the tick, then that of the end of the connection.
+    QCOMPARE(station.desk.sent(), QStringLiteral("@H@H"));
+    QCOMPARE(State.callDirection, 0);
     station.tick();
     QCOMPARE(State.idleSeconds, 1);
 }
