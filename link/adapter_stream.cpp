@@ -150,8 +150,12 @@ bool CAdapterStream::takeEvent(quint8 byte)
 void CAdapterStream::send(const std::function<bool(const QByteArray &bytes)> &write)
 {
     const QMutexLocker lock(&m_thread.sendBuffer.mutex);
-    if (!sendText(write))
-        sendCommand(write);
+    if (m_thread.sendBuffer.text.isEmpty() || sendText(write) || sendCommand(write))
+        return;
+    // What the line cannot carry vanishes, but who waits for the end of a file must learn that the buffer is
+    // empty.
+    if (m_thread.sendBuffer.text.isEmpty())
+        m_thread.sentEvents.add(1);
 }
 
 // The credit counts characters, not codes: the register codes that the encoder adds are free.
@@ -176,20 +180,21 @@ bool CAdapterStream::sendText(const std::function<bool(const QByteArray &bytes)>
     return true;
 }
 
-void CAdapterStream::sendCommand(const std::function<bool(const QByteArray &bytes)> &write)
+bool CAdapterStream::sendCommand(const std::function<bool(const QByteArray &bytes)> &write)
 {
     const int length = CTlgThread::loopCmdLength(m_thread.sendBuffer.text);
     if (length == 0)
-        return;
+        return false;
     const QString command = m_thread.sendBuffer.getDataAndClear(length);
     // An unknown command loses its "@" and goes out as text: "@L" and "@V" reach the line as letters, by
     // intention.
     const QByteArray bytes = commandBytes(command);
     if (bytes.isEmpty() || !write(bytes))
-        return;
+        return false;
     m_thread.allSent = false;
     m_thread.sentLog.mAppend(command);
     m_thread.sentEvents.add(1);
+    return true;
 }
 
 /// What a command is on the wire; nothing for one that has no bytes, as all have outside of the switched

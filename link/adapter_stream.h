@@ -38,7 +38,7 @@ private:
     void takeNoSignal();
     [[nodiscard]] bool takeEvent(quint8 byte);
     [[nodiscard]] bool sendText(const std::function<bool(const QByteArray &bytes)> &write);
-    void sendCommand(const std::function<bool(const QByteArray &bytes)> &write);
+    [[nodiscard]] bool sendCommand(const std::function<bool(const QByteArray &bytes)> &write);
     [[nodiscard]] static QByteArray commandBytes(const QString &command);
 
     CTlgThread &m_thread;
