@@ -8,6 +8,7 @@
 #include "records/protocol.h"
 #include "records/send_model.h"
 #include "tests/support/desk.h"
+#include "ui/print_queue.h"
 
 #include <QStringList>
 
@@ -92,6 +93,14 @@ public:
         TlgThread.allSent = true;
         Log.lines = QStringList(QString());
         (void)sent();
+    }
+
+    /// Everything printed so far.
+    [[nodiscard]] QString printed() const
+    {
+        constexpr int LongestJobMs = 10000;
+        return CPrintQueue::instance().waitForIdle(LongestJobMs) ? QString::fromUtf8(read(QStringLiteral("printed")))
+                                                                 : QStringLiteral("does not end");
     }
 
     /// The record of the queue file \a name.
