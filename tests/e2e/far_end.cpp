@@ -71,6 +71,11 @@ QByteArray FarEnd::bytes() const
     return contentOf(m_kept.filePath(QStringLiteral("stream.bin")));
 }
 
+QString FarEnd::text() const
+{
+    return QString::fromUtf8(contentOf(m_kept.filePath(QStringLiteral("stream.txt"))));
+}
+
 bool FarEnd::quit()
 {
     command(QStringLiteral("quit"));

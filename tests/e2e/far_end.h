@@ -21,6 +21,7 @@ public:
     /// The telegrams that have come whole, from mark to mark.
     [[nodiscard]] QStringList telegrams() const;
     [[nodiscard]] QByteArray bytes() const; ///< all that has come
+    [[nodiscard]] QString text() const;     ///< all text that has come
     [[nodiscard]] bool quit();              ///< in order; true if the workstation broke no rule
 
     quint16 port = 0;

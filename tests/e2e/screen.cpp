@@ -15,20 +15,27 @@ QString xdotool(const QString &display, const QStringList &arguments)
     return QString::fromUtf8(tool.readAllStandardOutput()).trimmed();
 }
 
+/// The program's visible window of that title, the newest if there are several. A search by title would
+/// miss a box without one, which the window manager names after the program.
 QString windowOf(const QString &display, const QString &title)
 {
-    return xdotool(display, {QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"),
-                             QStringLiteral("^%1$").arg(title)})
-        .section(QLatin1Char('\n'), -1);
+    const QStringList windows = xdotool(display, {QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                                                  QStringLiteral("--class"), QStringLiteral("velda")})
+                                    .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    QString found;
+    for (const QString &window : windows)
+        if (xdotool(display, {QStringLiteral("getwindowname"), window}) == title)
+            found = window;
+    return found;
 }
 } // namespace
 
 Screen::Screen()
 {
-    m_server.start(QStringLiteral("Xvfb"), {QStringLiteral("-displayfd"), QStringLiteral("1"),
-                                            QStringLiteral("-screen"), QStringLiteral("0"),
-                                            QStringLiteral("1280x900x24"), QStringLiteral("-nolisten"),
-                                            QStringLiteral("tcp")});
+    m_server.start(QStringLiteral("Xvfb"),
+                   {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
+                    QStringLiteral("0"), QStringLiteral("1280x900x24"), QStringLiteral("-nolisten"),
+                    QStringLiteral("tcp")});
     QByteArray number;
     while (!number.endsWith('\n')) {
         if (!m_server.waitForReadyRead(20000))
@@ -66,5 +73,5 @@ void Screen::press(const QString &title, const QString &key) const
 {
     const QString window = windowOf(display, title);
     xdotool(display, {QStringLiteral("windowactivate"), QStringLiteral("--sync"), window});
-    xdotool(display, {QStringLiteral("key"), QStringLiteral("--window"), window, key});
+    xdotool(display, {QStringLiteral("key"), key});
 }

@@ -26,7 +26,7 @@ QString withoutTypeMarks(const QByteArray &line)
 }
 } // namespace
 
-Station::Station() : m_environment(QProcessEnvironment::systemEnvironment())
+Station::Station() : m_path(m_directory.path()), m_environment(QProcessEnvironment::systemEnvironment())
 {
     set(QStringLiteral("CONNECT/processMode"), QStringLiteral("2"));
     set(QStringLiteral("CONNECT/TcpMode"), QStringLiteral("true"));
@@ -36,6 +36,7 @@ Station::Station() : m_environment(QProcessEnvironment::systemEnvironment())
     set(QStringLiteral("SOUND/soundCTlgType"), QStringLiteral("0"));
     callTo(1);
     m_environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    fakeTime(QStringLiteral("+0 x3"));
 }
 
 void Station::set(const QString &key, const QString &value)
@@ -68,14 +69,24 @@ void Station::fakeTime(const QString &setting)
     m_environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(FAKETIME_LIBRARY));
     m_environment.insert(QStringLiteral("FAKETIME"), setting);
     m_environment.insert(QStringLiteral("ASAN_OPTIONS"),
-                         m_environment.value(QStringLiteral("ASAN_OPTIONS")) +
-                             QStringLiteral(":verify_asan_link_order=0"));
+                         qEnvironmentVariable("ASAN_OPTIONS") + QStringLiteral(":verify_asan_link_order=0"));
 }
 
 void Station::showOn(const QString &display)
 {
     m_environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
     m_environment.insert(QStringLiteral("DISPLAY"), display);
+}
+
+void Station::share(const Station &other)
+{
+    m_path = other.m_path;
+}
+
+void Station::useDirectory(const QString &path)
+{
+    m_path = path;
+    m_settings.clear();
 }
 
 void Station::writeSettings() const
@@ -90,7 +101,7 @@ void Station::start()
     if (!QFile::exists(path(QStringLiteral("velda.ini"))))
         writeSettings();
     process.setProcessEnvironment(m_environment);
-    process.start(QStringLiteral(VELDA_PROGRAM), {QStringLiteral("-d=") + directory.path()});
+    process.start(QStringLiteral(VELDA_PROGRAM), {QStringLiteral("-d=") + m_path});
     if (!process.waitForStarted())
         qFatal("velda does not start");
 }
@@ -103,7 +114,7 @@ bool Station::end(int seconds)
 
 QString Station::path(const QString &name) const
 {
-    return directory.filePath(name);
+    return QDir(m_path).filePath(name);
 }
 
 void Station::write(const QString &name, const QByteArray &content) const
@@ -138,18 +149,18 @@ QStringList Station::tree(const QString &directoryName) const
 
 QStringList Station::journalOf(const QString &day) const
 {
-    QStringList lines;
+    QStringList result;
     for (const QByteArray &line : read(QStringLiteral("prt/%1.prt").arg(day)).split('\n'))
-        lines << withoutTypeMarks(line);
-    return lines;
+        result << withoutTypeMarks(line);
+    return result;
 }
 
 QStringList Station::journal() const
 {
-    QStringList lines;
+    QStringList result;
     for (const QString &name : names(QStringLiteral("prt"), QStringLiteral("????????.prt")))
-        lines << journalOf(name.left(8));
-    return lines;
+        result << journalOf(name.left(8));
+    return result;
 }
 
 bool Station::logged(const QString &part) const
@@ -189,6 +200,7 @@ QString telegram(const QString &text, int characters)
 {
     QString body = text;
     for (int line = 1; body.size() < characters; ++line)
-        body += QStringLiteral("\r\nСТРОКА %1 ДЛИННОЙ ТЕЛЕГРАММЫ НА ПРЯМОМ КАНАЛЕ=").arg(line, 4, 10, QLatin1Char('0'));
+        body += QStringLiteral("\r\nСТРОКА %1 ДЛИННОЙ ТЕЛЕГРАММЫ НА ПРЯМОМ КАНАЛЕ=")
+                    .arg(line, 4, 10, QLatin1Char('0'));
     return QStringLiteral("ЗЦЗЦ ") + body + QStringLiteral("\r\nНННН  ");
 }

@@ -6,7 +6,8 @@
 #include <QTemporaryDir>
 
 /// The workstation as a process, on a data directory of its own with settings that a test chooses. The
-/// defaults: direct procedure, TCP client of 127.0.0.1, a scan each second, no window on a display, no sound.
+/// defaults: direct procedure, TCP client of 127.0.0.1, a scan each second, no window on a display, no sound,
+/// today's date and a clock at threefold speed.
 class Station : public Child
 {
 public:
@@ -14,12 +15,12 @@ public:
 
     /// A key of velda.ini, "PATH/keepFilesDays"; before start().
     void set(const QString &key, const QString &value);
-    void callTo(quint16 port);             ///< be a client
-    void listenOn(quint16 port);           ///< be a server that admits 127.0.0.1
-    void useKey(const QString &hex);       ///< cipher, procedure 0
-    /// Run under libfaketime: "@2026-07-31 23:59:50 x10" is a start and a speed.
+    void callTo(quint16 port);       ///< be a client
+    void listenOn(quint16 port);     ///< be a server that admits 127.0.0.1
+    void useKey(const QString &hex); ///< cipher, procedure 0
+    /// Another clock of libfaketime: "@2026-07-31 23:59:50 x10" is a start and a speed.
     void fakeTime(const QString &setting);
-    void showOn(const QString &display);   ///< a window on a real or virtual display
+    void showOn(const QString &display); ///< a window on a real or virtual display
 
     /// Starts the program. Settings are written if there are none yet; a second start finds the former.
     void start();
@@ -29,7 +30,8 @@ public:
     [[nodiscard]] QString path(const QString &name = QString()) const;
     void write(const QString &name, const QByteArray &content) const; ///< a file, and its directories
     [[nodiscard]] QByteArray read(const QString &name) const;
-    [[nodiscard]] QStringList names(const QString &directory, const QString &mask = QStringLiteral("*")) const;
+    [[nodiscard]] QStringList names(const QString &directory,
+                                    const QString &mask = QStringLiteral("*")) const;
     /// Every file below \a directory, by its path from there.
     [[nodiscard]] QStringList tree(const QString &directory) const;
 
@@ -42,11 +44,16 @@ public:
     [[nodiscard]] QStringList received() const;
     [[nodiscard]] QString state(const QString &key) const; ///< of velda_state.ini
 
-    QTemporaryDir directory;
+    /// Work on the data directory of \a other, as a second instance does; before start().
+    void share(const Station &other);
+    /// Work on any other directory, without settings of its own; before start().
+    void useDirectory(const QString &path);
 
 private:
     void writeSettings() const;
 
+    QTemporaryDir m_directory;
+    QString m_path; // of the data directory, mostly m_directory
     QMap<QString, QString> m_settings;
     QProcessEnvironment m_environment;
 };

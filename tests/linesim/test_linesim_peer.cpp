@@ -58,6 +58,7 @@ private slots:
     void filesAreSentByName();
     void filesAreWrappedInMarks();
     void fileCutOffBeginsAgain();
+    void telegramCutOffIsForgotten();
     void commandsReachTheLine();
     void unknownCommandIsAnError();
     void connectionIsDropped();
@@ -147,6 +148,20 @@ void TestLinesimPeer::fileCutOffBeginsAgain()
     line.received.clear();
     line.workstation.connectToHost(QHostAddress::LocalHost, line.peer.listeningPort());
     QTRY_COMPARE(line.received, "\x16\xBF" + QByteArray(100, 'A') + "END");
+}
+
+void TestLinesimPeer::telegramCutOffIsForgotten()
+{
+    Line line;
+    QTRY_COMPARE(line.received.toHex(), QByteArray("16bf"));
+    line.workstation.write("ZCZC 1\r\nHALF");
+    QTRY_VERIFY(line.has("text: 12 ZCZC 1\\r\\nHALF"));
+    line.peer.run(QStringLiteral("drop"));
+    QTRY_COMPARE(line.workstation.state(), QAbstractSocket::UnconnectedState);
+    line.workstation.connectToHost(QHostAddress::LocalHost, line.peer.listeningPort());
+    QVERIFY(line.workstation.waitForConnected());
+    line.workstation.write("ZCZC 1\r\nWHOLE\r\nNNNN  ");
+    QTRY_VERIFY(line.has("telegram: 001.txt 21"));
 }
 
 void TestLinesimPeer::commandsReachTheLine()

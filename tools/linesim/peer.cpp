@@ -30,6 +30,7 @@ void Peer::takeConnection()
 {
     m_link.open();
     m_feed.restart();
+    m_store.forgetUnfinished();
     for (const QPair<int, QString> &timed : qAsConst(m_options.timed))
         QTimer::singleShot(timed.first, this, [this, command = timed.second] { run(command); });
 }

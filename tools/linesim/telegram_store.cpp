@@ -39,6 +39,11 @@ int TelegramStore::takeText(const QString &text)
     return count - before;
 }
 
+void TelegramStore::forgetUnfinished()
+{
+    m_pending.clear();
+}
+
 bool TelegramStore::takeOne()
 {
     const int start = indexOfEither(m_pending, QStringLiteral("ЗЦЗЦ "), QStringLiteral("ZCZC "));

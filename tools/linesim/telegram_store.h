@@ -17,6 +17,8 @@ public:
     /// confirmation.
     int takeText(const QString &text);
 
+    void forgetUnfinished(); ///< the connection is lost: the rest of a telegram will not come
+
     int count = 0; ///< telegrams so far
 
 private:
