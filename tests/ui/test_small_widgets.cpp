@@ -193,7 +193,7 @@ void TestSmallWidgets::geometryComesBackOntoTheScreen()
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
     QWidget window;
     CUtils::makeGeometry(&window, stored);
-    QVERIFY2(screen.contains(window.geometry()), QTest::toString(window.geometry()));
+    QVERIFY(screen.contains(window.geometry()));
     // The bar that moves the window stands above its rectangle.
     QVERIFY(window.y() > screen.y());
     if (stored.right() == stored.left() + 299)
