@@ -8,11 +8,9 @@
 #include <QTimer>
 #include <QtTest>
 
-#include <numeric>
 #include <unistd.h>
 
-/// The instance lock, and what a refused one leads to. The other instance is a second lock on the file; its
-/// answers are given while the new instance would sleep.
+/// The instance lock, and what a refused one leads to. The other instance is a second lock on the file.
 class TestInstanceLock : public QObject
 {
     Q_OBJECT
@@ -30,16 +28,6 @@ private slots:
     void directoryWithoutTheFileIsAnUnknownError();
     void otherErrorsWarnWithCheckStopFileToo();
 
-    void refusedStopEndsTheProgram_data();
-    void refusedStopEndsTheProgram();
-    void stopRequestIsAnEmptyFile();
-    void takenRequestLetsTheStartGoOn();
-    void requestIsLookedAtNineTimes();
-    void questionIsRepeatedEvery18Seconds();
-    void requestTakenAtTheLastMomentCounts();
-    void oldRequestIsRemovedBeforeTheQuestion();
-    void lockIsNotTriedAgain();
-    void requestThatCannotBeLeftIsNotTaken();
     void unwritableDirectoryIsNamed();
 
     void warningIsAPlainBox();
@@ -49,7 +37,6 @@ private:
     QStringList m_asked;
     QStringList m_warned;
     QList<unsigned long> m_slept;
-    QList<int> m_answers;
     std::function<int(QWidget *, const QString &, const QString &)> m_formerAsk;
     std::function<void(const QString &)> m_formerWarn;
     std::function<void(unsigned long)> m_formerSleep;
@@ -59,8 +46,6 @@ namespace
 {
 const QString AlreadyRunning = QStringLiteral("Приложение Velda уже запущено.\n"
                                               "Разрешено запускать только один экземпляр приложения.");
-const QString StopQuestion =
-    QStringLiteral("Velda: Приложение уже запущено. Остановить предыдущий экземпляр?");
 
 bool requestExists()
 {
@@ -80,10 +65,9 @@ void TestInstanceLock::init()
     m_asked.clear();
     m_warned.clear();
     m_slept.clear();
-    m_answers.clear();
     askHandler = [this](QWidget *parent, const QString &title, const QString &text) {
         m_asked << title + ": " + text + (parent ? " with a parent" : "");
-        return m_answers.isEmpty() ? int(QMessageBox::No) : m_answers.takeFirst();
+        return int(QMessageBox::No);
     };
     warnHandler = [this](const QString &text) { m_warned << text; };
     sleepSeconds = [this](unsigned long seconds) { m_slept << seconds; };
@@ -165,156 +149,6 @@ void TestInstanceLock::otherErrorsWarnWithCheckStopFileToo()
     QVERIFY(!takeInstanceLock(lock));
     QCOMPARE(m_warned, QStringList("Ошибка создания файла velda.lck\n"));
     QVERIFY(m_asked.isEmpty() && m_slept.isEmpty());
-}
-
-void TestInstanceLock::refusedStopEndsTheProgram_data()
-{
-    QTest::addColumn<int>("answer");
-    QTest::newRow("No") << int(QMessageBox::No);
-    QTest::newRow("Esc") << int(QMessageBox::Escape);
-    QTest::newRow("closed") << 0;
-}
-
-void TestInstanceLock::refusedStopEndsTheProgram()
-{
-    QFETCH(int, answer);
-    const Desk desk;
-    Options.checkStopFile = true;
-    QLockFile other(lockFileName);
-    QVERIFY(other.lock());
-    QLockFile lock(lockFileName);
-    m_answers = {answer};
-    QVERIFY(!takeInstanceLock(lock));
-    QCOMPARE(m_asked, QStringList(StopQuestion));
-    QVERIFY(m_warned.isEmpty() && m_slept.isEmpty() && !requestExists());
-}
-
-void TestInstanceLock::stopRequestIsAnEmptyFile()
-{
-    const Desk desk;
-    Options.checkStopFile = true;
-    QLockFile other(lockFileName);
-    QVERIFY(other.lock());
-    QLockFile lock(lockFileName);
-    m_answers = {QMessageBox::Yes};
-    qint64 size = -1;
-    sleepSeconds = [&](unsigned long) {
-        size = QFileInfo("velda.unlck").exists() ? QFileInfo("velda.unlck").size() : -1;
-        QFile::remove("velda.unlck");
-    };
-    QVERIFY(takeInstanceLock(lock));
-    QCOMPARE(size, qint64(0));
-}
-
-void TestInstanceLock::takenRequestLetsTheStartGoOn()
-{
-    const Desk desk;
-    Options.checkStopFile = true;
-    QLockFile other(lockFileName);
-    QVERIFY(other.lock());
-    QLockFile lock(lockFileName);
-    m_answers = {QMessageBox::Yes};
-    sleepSeconds = [this](unsigned long seconds) {
-        m_slept << seconds;
-        if (m_slept.size() == 3)
-            QFile::remove("velda.unlck");
-    };
-    QVERIFY(takeInstanceLock(lock));
-    QCOMPARE(m_slept, QList<unsigned long>({2, 2, 2}));
-    QCOMPARE(m_asked, QStringList(StopQuestion));
-}
-
-void TestInstanceLock::requestIsLookedAtNineTimes()
-{
-    const Desk desk;
-    Options.checkStopFile = true;
-    QLockFile other(lockFileName);
-    QVERIFY(other.lock());
-    QLockFile lock(lockFileName);
-    m_answers = {QMessageBox::Yes, QMessageBox::No};
-    QVERIFY(!takeInstanceLock(lock));
-    QCOMPARE(m_slept, QList<unsigned long>({2, 2, 2, 2, 2, 2, 2, 2, 2}));
-    QVERIFY(!requestExists());
-}
-
-void TestInstanceLock::questionIsRepeatedEvery18Seconds()
-{
-    const Desk desk;
-    Options.checkStopFile = true;
-    QLockFile other(lockFileName);
-    QVERIFY(other.lock());
-    QLockFile lock(lockFileName);
-    m_answers = {QMessageBox::Yes, QMessageBox::Yes, QMessageBox::Yes, QMessageBox::No};
-    QVERIFY(!takeInstanceLock(lock));
-    QCOMPARE(m_asked, QStringList({StopQuestion, StopQuestion, StopQuestion, StopQuestion}));
-    QCOMPARE(std::accumulate(m_slept.begin(), m_slept.end(), 0UL), 3 * 18UL);
-}
-
-void TestInstanceLock::requestTakenAtTheLastMomentCounts()
-{
-    const Desk desk;
-    Options.checkStopFile = true;
-    QLockFile other(lockFileName);
-    QVERIFY(other.lock());
-    QLockFile lock(lockFileName);
-    m_answers = {QMessageBox::Yes};
-    sleepSeconds = [this](unsigned long seconds) {
-        m_slept << seconds;
-        if (m_slept.size() == 9)
-            QFile::remove("velda.unlck");
-    };
-    QVERIFY(takeInstanceLock(lock));
-    QCOMPARE(m_asked.size(), 1);
-}
-
-void TestInstanceLock::oldRequestIsRemovedBeforeTheQuestion()
-{
-    const Desk desk;
-    desk.write("velda.unlck", "old");
-    Options.checkStopFile = true;
-    QLockFile other(lockFileName);
-    QVERIFY(other.lock());
-    QLockFile lock(lockFileName);
-    bool stood = true;
-    askHandler = [&](QWidget *, const QString &, const QString &) {
-        stood = requestExists();
-        return int(QMessageBox::No);
-    };
-    QVERIFY(!takeInstanceLock(lock));
-    QVERIFY(!stood);
-}
-
-void TestInstanceLock::lockIsNotTriedAgain()
-{
-    const Desk desk;
-    Options.checkStopFile = true;
-    QLockFile other(lockFileName);
-    QVERIFY(other.lock());
-    QLockFile lock(lockFileName);
-    m_answers = {QMessageBox::Yes};
-    sleepSeconds = [&](unsigned long) {
-        other.unlock();
-        QFile::remove("velda.unlck");
-    };
-    QVERIFY(takeInstanceLock(lock));
-    QVERIFY(!lock.isLocked());
-    QLockFile third(lockFileName); // a further start finds the lock free
-    QVERIFY(takeInstanceLock(third));
-    QVERIFY(third.isLocked());
-}
-
-void TestInstanceLock::requestThatCannotBeLeftIsNotTaken()
-{
-    const Desk desk;
-    Options.checkStopFile = true;
-    QLockFile other(desk.path("velda.lck"));
-    QVERIFY(other.lock());
-    QLockFile lock(desk.path("velda.lck"));
-    m_answers = {QMessageBox::Yes, QMessageBox::No};
-    desk.write("velda.unlck/in the way", "a directory that no file can replace");
-    QVERIFY(!takeInstanceLock(lock));
-    QCOMPARE(m_asked.size(), 2);
-    QVERIFY(m_slept.isEmpty());
 }
 
 void TestInstanceLock::unwritableDirectoryIsNamed()
