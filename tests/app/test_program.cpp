@@ -38,11 +38,7 @@ class Program : public Child
 public:
     Program() { m_environment.insert("QT_QPA_PLATFORM", "offscreen"); }
 
-    void showOn(const QString &display)
-    {
-        m_environment.insert("QT_QPA_PLATFORM", "xcb");
-        m_environment.insert("DISPLAY", display);
-    }
+    void showOn(const QString &display) { useDisplay(m_environment, display); }
     void start(const QString &program, const QStringList &arguments, const QString &directory)
     {
         process.setProcessEnvironment(m_environment);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QProcess>
+#include <QProcessEnvironment>
 #include <QString>
 
 /// A virtual display with a window manager, for what only a person at the screen can do. It is gone with
@@ -25,3 +26,6 @@ private:
     QProcess m_server;
     QProcess m_windowManager;
 };
+
+/// Lets a program with that environment open its windows on \a display.
+void useDisplay(QProcessEnvironment &environment, const QString &display);

@@ -1,6 +1,7 @@
 #include "tests/e2e/station.h"
 
 #include "tests/e2e/process_memory.h"
+#include "tests/e2e/screen.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -74,8 +75,7 @@ void Station::fakeTime(const QString &setting)
 
 void Station::showOn(const QString &display)
 {
-    m_environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
-    m_environment.insert(QStringLiteral("DISPLAY"), display);
+    useDisplay(m_environment, display);
 }
 
 void Station::share(const Station &other)
