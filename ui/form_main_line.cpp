@@ -179,6 +179,6 @@ void FormMain::slotOnTlgState()
 
 void FormMain::slotOnPrfState()
 {
-    showState(labelPrfState, PrfThread.stateText);
+    showState(labelPrfState, PrfThread.state());
     labelPrfState->setPalette(palettes[PrfThread.connected ? Green : PrfThread.adapterFound ? White : Red]);
 }
