@@ -105,7 +105,8 @@ void CTcpLoop::receive()
         QThread::msleep(ReadMs);
         return;
     }
-    m_socket.waitForReadyRead(ReadMs);
+    if (m_socket.bytesAvailable() == 0) // a full buffer would make the wait a busy one
+        m_socket.waitForReadyRead(ReadMs);
     if (m_socket.bytesAvailable() == 0) {
         QThread::usleep(10);
         return;

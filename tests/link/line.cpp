@@ -21,17 +21,18 @@ Line::~Line()
 {
     thread.stopThread();
     if (m_runner)
-        m_runner->wait();
-    thread.wait();
+        m_runnerEnd->join();
+    m_threadEnd.join();
 }
 
 void Line::once(LinkFunction function)
 {
     if (m_runner)
-        m_runner->wait();
+        m_runnerEnd->join();
     thread.stopRequested = false;
     thread.restartRequested = false;
     m_runner.reset(QThread::create([this, function] { (thread.*function)(); }));
+    m_runnerEnd = std::make_unique<ThreadEnd>(*m_runner);
     m_runner->start();
 }
 

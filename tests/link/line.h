@@ -1,6 +1,7 @@
 #pragma once
 
 #include "link/tlg_thread.h"
+#include "tests/link/thread_end.h"
 
 #include <QMutex>
 #include <QStringList>
@@ -25,7 +26,7 @@ public:
     void connectOnce(quint16 port);                                    ///< as client to 127.0.0.1
     void listenOnce(quint16 port, const char *admitted = "127.0.0.1"); ///< as server
     /// Whether that connection has ended; its results may then be read.
-    [[nodiscard]] bool ended() const { return m_runner->isFinished(); }
+    [[nodiscard]] bool ended() const { return m_runnerEnd->ended(); }
     /// One second passes for the link; true when the link has taken note of it.
     [[nodiscard]] bool second();
     [[nodiscard]] QStringList states() const;
@@ -37,7 +38,9 @@ public:
 private:
     mutable QMutex m_mutex;
     QStringList m_states;
+    ThreadEnd m_threadEnd{thread};
     std::unique_ptr<QThread> m_runner;
+    std::unique_ptr<ThreadEnd> m_runnerEnd;
 };
 
 /// The peer's socket, which gathers what it gets. Lives on the test's thread.

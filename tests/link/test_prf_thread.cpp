@@ -1,4 +1,5 @@
 #include "link/prf_thread.h"
+#include "tests/link/thread_end.h"
 #include "tests/support/desk.h"
 
 #include <QMutex>
@@ -41,7 +42,7 @@ struct Perforator {
     ~Perforator()
     {
         thread.stopThread();
-        thread.wait();
+        end.join();
     }
     QStringList states() const
     {
@@ -49,6 +50,7 @@ struct Perforator {
         return shown;
     }
     CPrfThread thread;
+    ThreadEnd end{thread};
 
 private:
     mutable QMutex mutex;
@@ -126,10 +128,10 @@ void TestPrfThread::pausedThreadIdlesAndStops()
     perforator.thread.start(QThread::InheritPriority);
     perforator.thread.Activate();
     perforator.thread.Deactivate();
-    QVERIFY(!perforator.thread.wait(1200));
+    QVERIFY(!perforator.end.join(1200));
     QVERIFY(perforator.states().size() <= 1);
     perforator.thread.stopThread();
-    QVERIFY(perforator.thread.wait(2000));
+    QVERIFY(perforator.end.join(2000));
 }
 
 void TestPrfThread::stoppedThreadStartsAgain()
@@ -142,7 +144,7 @@ void TestPrfThread::stoppedThreadStartsAgain()
         perforator.thread.start(QThread::InheritPriority);
         QTRY_COMPARE(perforator.states().size(), run);
         perforator.thread.stopThread();
-        QVERIFY(perforator.thread.wait(2000));
+        QVERIFY(perforator.end.join(2000));
     }
 }
 

@@ -105,28 +105,35 @@ void TestTcpKey::bothRolesExchangeSeedsAndCipher()
 
 void TestTcpKey::linkStaysPlain_data()
 {
-    QTest::addColumn<QString>("key");
+    QTest::addColumn<QStringList>("keys");
     QTest::addColumn<int>("mode");
-    QTest::newRow("no key") << QString() << 0;
-    QTest::newRow("key of one byte") << qs("A1") << 0;
-    QTest::newRow("no hexadecimal digits") << qs("ключ") << 0;
-    QTest::newRow("switched channels") << qs("010203") << 1;
-    QTest::newRow("direct") << qs("010203") << 2;
+    QTest::newRow("centre") << QStringList({QString(), qs("A1"), qs("ключ")})
+                            << 0; // none, one byte, no digits
+    QTest::newRow("switched channels") << QStringList(qs("010203")) << 1;
+    QTest::newRow("direct") << QStringList(qs("010203")) << 2;
 }
 
 void TestTcpKey::linkStaysPlain()
 {
-    QFETCH(QString, key);
+    QFETCH(QStringList, keys);
     QFETCH(int, mode);
-    Options.key = key;
     Options.processMode = mode;
-    Line line;
-    line.send(qs("АБВ"));
-    const auto peer = join(line, false);
-    QVERIFY(peer);
-    QTRY_COMPARE(peer->got, QByteArray("\x80\x81\x82"));
-    peer->send("\x83");
-    QTRY_COMPARE(line.thread.recvBuffer.mGet(), qs("Г"));
+    std::vector<std::unique_ptr<Line>> lines;
+    std::vector<std::unique_ptr<Peer>> peers;
+    for (const QString &key : keys) {
+        Options.key = key;
+        lines.push_back(std::make_unique<Line>());
+        lines.back()->send(qs("АБВ"));
+        peers.push_back(join(*lines.back(), false));
+        QVERIFY(peers.back());
+    }
+    for (size_t i = 0; i < lines.size(); ++i) {
+        QTRY_COMPARE(peers[i]->got, QByteArray("\x80\x81\x82"));
+        peers[i]->send("\x83");
+        QTRY_COMPARE(lines[i]->thread.recvBuffer.mGet(), qs("Г"));
+    }
+    for (const auto &line : lines)
+        line->thread.stopThread();
 }
 
 void TestTcpKey::withoutAnswerTheSeedIsGoneAndTheLinkPlain()

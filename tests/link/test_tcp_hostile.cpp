@@ -1,0 +1,284 @@
+// Peers that flood, send noise, or do not read what they are answered, and a system without descriptors:
+// memory stays bounded, no text of an honest peer is lost, and the link can be stopped.
+
+#include "app/options.h"
+#include "tests/link/line.h"
+#include "tests/support/desk.h"
+
+#include <QElapsedTimer>
+#include <QRandomGenerator>
+#include <QTcpServer>
+#include <QtTest>
+
+#include <netinet/in.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+class TestTcpHostile : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void floodIsHeldBackAndNotLost();
+    void peerThatReadsNothingIsHeldBack();
+    void tenMegabytesOfNoisePass_data();
+    void tenMegabytesOfNoisePass();
+    void peerMayCloseInEveryState();
+    void linkThatIsFloodedStops();
+    void failureToTakeACallerIsShown();
+
+private:
+    [[nodiscard]] std::unique_ptr<Peer> join(Line &line);
+
+    std::unique_ptr<Desk> m_desk;
+    std::unique_ptr<QTcpServer> m_server;
+};
+
+namespace
+{
+QString qs(const char *text)
+{
+    return QString::fromUtf8(text);
+}
+
+/// Writes as much of \a bytes as the link takes, a little at a time.
+class Pump
+{
+public:
+    Pump(Peer &peer, const QByteArray &bytes) : m_peer(peer), m_bytes(bytes) {}
+
+    /// Fills the socket; true when all has gone.
+    bool step()
+    {
+        QTcpSocket &socket = *m_peer.socket;
+        while (m_done < m_bytes.size() && socket.bytesToWrite() < 65536)
+            m_done += int(socket.write(m_bytes.constData() + m_done, qMin(65536, m_bytes.size() - m_done)));
+        return m_done == m_bytes.size() && socket.bytesToWrite() == 0;
+    }
+    [[nodiscard]] qint64 gone() const { return m_done - m_peer.socket->bytesToWrite(); }
+
+    /// Goes on until nothing has moved for a second; \a meanwhile runs between two pushes.
+    template <class Work> void untilStuck(Work meanwhile)
+    {
+        qint64 former = -1;
+        while (former != gone()) {
+            former = gone();
+            QElapsedTimer timer;
+            timer.start();
+            while (timer.elapsed() < 1000 && former == gone()) {
+                step();
+                meanwhile();
+                QTest::qWait(10);
+            }
+        }
+    }
+
+private:
+    Peer &m_peer;
+    QByteArray m_bytes;
+    int m_done = 0;
+};
+
+/// A process without a free file descriptor, but for one call to the link.
+class Descriptors
+{
+public:
+    Descriptors() : m_socket(::socket(AF_INET, SOCK_STREAM, 0)) { ::getrlimit(RLIMIT_NOFILE, &m_former); }
+    ~Descriptors()
+    {
+        ::setrlimit(RLIMIT_NOFILE, &m_former);
+        for (const int taken : m_taken)
+            ::close(taken);
+        ::close(m_socket);
+    }
+    Descriptors(const Descriptors &) = delete;
+    Descriptors &operator=(const Descriptors &) = delete;
+
+    bool callWithLastOne(quint16 port)
+    {
+        rlimit few = m_former;
+        few.rlim_cur = 100;
+        if (::setrlimit(RLIMIT_NOFILE, &few) != 0)
+            return false;
+        for (int taken = ::dup(m_socket); taken >= 0; taken = ::dup(m_socket))
+            m_taken.push_back(taken);
+        sockaddr_in address = {};
+        address.sin_family = AF_INET;
+        address.sin_port = htons(port);
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        return ::connect(m_socket, reinterpret_cast<const sockaddr *>(&address), sizeof address) == 0;
+    }
+
+private:
+    int m_socket;
+    std::vector<int> m_taken;
+    rlimit m_former = {};
+};
+} // namespace
+
+void TestTcpHostile::init()
+{
+    m_desk = std::make_unique<Desk>();
+    Options.processMode = 2;
+    m_server = std::make_unique<QTcpServer>();
+    QVERIFY(m_server->listen(QHostAddress::LocalHost));
+}
+
+std::unique_ptr<Peer> TestTcpHostile::join(Line &line)
+{
+    line.connectOnce(m_server->serverPort());
+    if (!QTest::qWaitFor([&] { return m_server->hasPendingConnections(); }, 5000))
+        return nullptr;
+    QTcpSocket *socket = m_server->nextPendingConnection();
+    socket->setParent(nullptr);
+    return std::make_unique<Peer>(socket);
+}
+
+void TestTcpHostile::floodIsHeldBackAndNotLost()
+{
+    QByteArray flood;
+    for (int i = 0; flood.size() < 20000000; ++i)
+        flood += QByteArray::number(i) + ' ';
+    Line line;
+    const auto peer = join(line);
+    QVERIFY(peer);
+    Pump pump(*peer, flood);
+    pump.untilStuck([] {}); // the program takes nothing
+    {
+        const QMutexLocker lock(&line.thread.recvBuffer.mutex);
+        QVERIFY(line.thread.recvBuffer.text.size() > 1024 * 1024);
+        QVERIFY(line.thread.recvBuffer.text.size() <= 1024 * 1024 + 65536);
+    }
+    QVERIFY(pump.gone() < flood.size()); // the network holds the rest back
+    QString taken;
+    QVERIFY(QTest::qWaitFor(
+        [&] {
+            pump.step();
+            taken += line.thread.recvBuffer.mTake();
+            return taken.size() >= flood.size();
+        },
+        60000));
+    QVERIFY(taken == QString::fromLatin1(flood));
+}
+
+void TestTcpHostile::peerThatReadsNothingIsHeldBack()
+{
+    Line line;
+    const auto peer = join(line);
+    QVERIFY(peer);
+    peer->socket->setSocketOption(QAbstractSocket::ReceiveBufferSizeSocketOption, 4096);
+    peer->socket->setReadBufferSize(1);
+    peer->socket->disconnect(); // nobody reads
+    const QByteArray windows = QByteArray("\xB0"
+                                          "A")
+                                   .repeated(10000000);
+    Pump pump(*peer, windows);
+    pump.untilStuck([&] { (void)line.thread.recvBuffer.mTake(); });
+    QVERIFY2(pump.gone() < windows.size(), "the link went on reading");
+    line.thread.stopThread();
+    QTRY_VERIFY_WITH_TIMEOUT(line.ended(), 3000);
+}
+
+void TestTcpHostile::tenMegabytesOfNoisePass_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<bool>("guaranteed");
+    QTest::newRow("centre") << 0 << false;
+    QTest::newRow("switched channels") << 1 << false;
+    QTest::newRow("direct") << 2 << false;
+    QTest::newRow("guaranteed transfer") << 2 << true;
+}
+
+void TestTcpHostile::tenMegabytesOfNoisePass()
+{
+    QFETCH(int, mode);
+    QFETCH(bool, guaranteed);
+    Options.processMode = mode;
+    QRandomGenerator random(31072026);
+    QByteArray noise(10000000, '\0');
+    random.fillRange(reinterpret_cast<quint32 *>(noise.data()), noise.size() / 4);
+    Line line;
+    if (guaranteed)
+        line.thread.startProtectedMode();
+    const auto peer = join(line);
+    QVERIFY(peer);
+    Pump pump(*peer, noise);
+    int most = 0;
+    QVERIFY(QTest::qWaitFor(
+        [&] {
+            most = qMax(most, line.thread.recvBuffer.mTake().size());
+            return pump.step();
+        },
+        60000));
+    QVERIFY(most <= 1024 * 1024 + 65536);
+    // The line is as good as before: whatever noise left open has ended, and text passes.
+    peer->send(QByteArray(2000, ' ') + "A@C\x80\x81\x82");
+    QString taken;
+    QVERIFY(QTest::qWaitFor(
+        [&] {
+            taken += line.thread.recvBuffer.mTake();
+            return taken.endsWith(qs("A@CАБВ"));
+        },
+        10000));
+}
+
+void TestTcpHostile::peerMayCloseInEveryState()
+{
+    // Before the first second, with half a command, with a window granted, with none, in a flood.
+    const QByteArray lastWords[] = {"", "@N12", "\xB5", "A", QByteArray(300000, 'A')};
+    std::vector<std::unique_ptr<Line>> lines;
+    std::vector<std::unique_ptr<Peer>> peers;
+    for (const QByteArray &words : lastWords) {
+        lines.push_back(std::make_unique<Line>());
+        lines.back()->send(QString(1000, QLatin1Char('B')) + qs("@N12"));
+        peers.push_back(join(*lines.back()));
+        QVERIFY(peers.back());
+        if (!words.isEmpty())
+            peers.back()->send(words);
+    }
+    peers.front()->reset();
+    QTRY_VERIFY(lines.back()->thread.recvBuffer.mGet().size() > 100000);
+    for (const auto &peer : peers)
+        peer->reset();
+    for (const auto &line : lines) {
+        QTRY_VERIFY(line->ended());
+        QVERIFY(!line->thread.connected);
+        QVERIFY(line->thread.reconnectDelay > 0);
+        QCOMPARE(line->thread.sentLog.mGet().size() + line->thread.sendBuffer.mGet().size(), 1004);
+    }
+}
+
+void TestTcpHostile::linkThatIsFloodedStops()
+{
+    Line line;
+    const auto peer = join(line);
+    QVERIFY(peer);
+    Pump pump(*peer, QByteArray(5000000, 'A'));
+    pump.untilStuck([] {});
+    line.thread.stopThread();
+    QTRY_VERIFY_WITH_TIMEOUT(line.ended(), 2000);
+}
+
+// With no file descriptor left the server cannot take the caller that has come.
+void TestTcpHostile::failureToTakeACallerIsShown()
+{
+    const quint16 port = freePort();
+    Line line;
+    line.listenOnce(port);
+    QTRY_COMPARE(line.states().size(), 1);
+    Descriptors descriptors;
+    QVERIFY(descriptors.callWithLastOne(port));
+    QTRY_VERIFY(line.ended());
+    const QString prefix = qs("TcpServer (port:%1): ").arg(port);
+    QCOMPARE(line.states().size(), 2);
+    QVERIFY(line.lastState().startsWith(prefix));
+    QVERIFY(line.lastState().size() > prefix.size());
+    QCOMPARE(line.thread.reconnectDelay.load(), 60);
+    QVERIFY(!line.thread.reportFailure);
+    QVERIFY(!line.thread.connected);
+}
+
+QTEST_GUILESS_MAIN(TestTcpHostile)
+#include "test_tcp_hostile.moc"
