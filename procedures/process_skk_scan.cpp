@@ -247,6 +247,8 @@ void CProcessSKK::takeIncomingCall()
 
 CProcessSKK::Step CProcessSKK::testConnection(int i)
 {
+    if (State.callDirection == NoDirection)
+        return NextTest;
     if (State.AutoModeState > AutoCalling && State.AutoModeWaitAA != NoAA && receiveBuffer.size() - i > 2) {
         const int found = processAutoModeWaitAA(i);
         if (found < 0)

@@ -99,8 +99,9 @@ public:
     [[nodiscard]] QString printed() const
     {
         constexpr int LongestJobMs = 10000;
-        return CPrintQueue::instance().waitForIdle(LongestJobMs) ? QString::fromUtf8(read(QStringLiteral("printed")))
-                                                                 : QStringLiteral("does not end");
+        return CPrintQueue::instance().waitForIdle(LongestJobMs)
+                   ? QString::fromUtf8(read(QStringLiteral("printed")))
+                   : QStringLiteral("does not end");
     }
 
     /// The record of the queue file \a name.

@@ -188,7 +188,8 @@ void TestSkkHangUp::transcriptThatCannotBeSaved()
     desk.connect(direction);
     State.connectionText = QStringLiteral("|ТЕКСТ");
     ProcessSKK.clearSKKConnection();
-    QCOMPARE(desk.noted(), QStringList("312:00:00 Ошибка сохранения соединения в файл: " + directory + "/s120000"));
+    QCOMPARE(desk.noted(),
+             QStringList("312:00:00 Ошибка сохранения соединения в файл: " + directory + "/s120000"));
     QCOMPARE(State.SKK_in, direction == 1 ? 1 : 0);
     QCOMPARE(State.SKK_out, direction == 2 ? 2 : 0);
     QCOMPARE(State.callDirection, 0);
@@ -205,7 +206,8 @@ void TestSkkHangUp::fullDiskKeepsCountersAndReset()
         const FullDisk full;
         ProcessSKK.clearSKKConnection();
     }
-    QCOMPARE(desk.noted(), QStringList("312:00:00 Ошибка сохранения соединения в файл: inp/20260731/s120000"));
+    QCOMPARE(desk.noted(),
+             QStringList("312:00:00 Ошибка сохранения соединения в файл: inp/20260731/s120000"));
     QCOMPARE(desk.names("inp/20260731"), QStringList());
     QCOMPARE(State.SKK_in, 1);
     QCOMPARE(State.callDirection, 0);

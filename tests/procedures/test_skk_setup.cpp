@@ -366,9 +366,12 @@ void TestSkkSetup::resultGoesBeforeStationTime_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("left");
-    QTest::newRow("result first") << "\r\n&OCC\r\n #12.34" << "\r\n #12.34";
-    QTest::newRow("station time first") << "\r\n #12.34\r\n&OCC" << "";
-    QTest::newRow("answered first") << "&DF\r\n&OCC" << "";
+    QTest::newRow("result first") << "\r\n&OCC\r\n #12.34"
+                                  << "\r\n #12.34";
+    QTest::newRow("station time first") << "\r\n #12.34\r\n&OCC"
+                                        << "";
+    QTest::newRow("answered first") << "&DF\r\n&OCC"
+                                    << "";
 }
 
 void TestSkkSetup::resultGoesBeforeStationTime()
@@ -393,7 +396,8 @@ void TestSkkSetup::emptyFormatTakesTwoFigures_data()
     QTest::newRow("behind other marks") << "##1#А2#56.7" << 6 << ".7";
     QTest::newRow("one figure") << "#1" << 5 << "#1";
     QTest::newRow("a letter between") << "#1А2" << 5 << "#1А2";
-    QTest::newRow("a figure of another script") << QStringLiteral("#1\u0661") << 5 << QStringLiteral("#1\u0661");
+    QTest::newRow("a figure of another script")
+        << QStringLiteral("#1\u0661") << 5 << QStringLiteral("#1\u0661");
     QTest::newRow("no mark") << "12.34" << 5 << "12.34";
     QTest::newRow("in front of the answer") << "#12&DF" << 6 << "&DF";
 }
@@ -440,10 +444,18 @@ void TestSkkSetup::successForms_data()
     QTest::addColumn<QString>("format");
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("left");
-    QTest::newRow("time before answer") << "hh" << "&DF12К" << "К";
-    QTest::newRow("time before question") << "hh" << "А#*12К" << "К";
-    QTest::newRow("figures before answer") << "" << "&DF#12К" << "К";
-    QTest::newRow("answer before question") << "" << "А#*&DFК" << "К";
+    QTest::newRow("time before answer") << "hh"
+                                        << "&DF12К"
+                                        << "К";
+    QTest::newRow("time before question") << "hh"
+                                          << "А#*12К"
+                                          << "К";
+    QTest::newRow("figures before answer") << ""
+                                           << "&DF#12К"
+                                           << "К";
+    QTest::newRow("answer before question") << ""
+                                            << "А#*&DFК"
+                                            << "К";
 }
 
 void TestSkkSetup::successForms()

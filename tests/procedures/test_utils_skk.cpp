@@ -73,7 +73,8 @@ void TestUtilsSkk::timeStamp_data()
     QTest::addColumn<int>("behind");
     const QString usual = QStringLiteral("<> #hh.mm");
     const QString dated = QStringLiteral("<>#dd hh mm");
-    QTest::newRow("empty format") << "" << "\r\n #12.34" << 0 << -1;
+    QTest::newRow("empty format") << ""
+                                  << "\r\n #12.34" << 0 << -1;
     QTest::newRow("empty text") << usual << "" << 0 << -1;
     QTest::newRow("usual") << usual << "\r\n #12.34" << 0 << 9;
     QTest::newRow("usual, behind noise") << usual << "12\r\r\n #12.34" << 0 << 12;
@@ -89,20 +90,35 @@ void TestUtilsSkk::timeStamp_data()
     QTest::newRow("behind the last return it is read") << usual << "\r<> #12.34" << 0 << 10;
     QTest::newRow("dated") << dated << "\r\n#31 12 34" << 0 << 11;
     QTest::newRow("dated, blank missing") << dated << "\r\n#31 1234 " << 0 << -1;
-    QTest::newRow("line feed first") << ">hh" << "\r\n12" << 0 << 4;
-    QTest::newRow("line feed first, written out") << ">hh" << "\r>12" << 0 << 4;
-    QTest::newRow("line feed hides what is written out") << ">hh" << ">12\n" << 0 << -1;
-    QTest::newRow("literal first") << "#hh" << "##12" << 0 << 4;
-    QTest::newRow("literal first, at the start") << "#hh" << "#12" << 0 << 3;
-    QTest::newRow("one literal") << "К" << "ТЕКСТ" << 0 << 3;
-    QTest::newRow("figure first") << "hh.mm" << "К12.34" << 0 << 6;
-    QTest::newRow("figure first, d") << "dd" << "К12" << 0 << 3;
-    QTest::newRow("figure first, m") << "mm" << "К12" << 0 << 3;
-    QTest::newRow("figure first, first figure does not fit") << "hh.mm" << "7 12.34" << 0 << -1;
-    QTest::newRow("figure first, in front of the start") << "hh" << "12КК" << 2 << 2;
-    QTest::newRow("figure first, no room") << "hh.mm" << "К12.3" << 0 << -1;
-    QTest::newRow("figure first, none") << "hh" << "ККК" << 0 << -1;
-    QTest::newRow("capitals are themselves") << "HH" << "12HH" << 0 << 4;
+    QTest::newRow("line feed first") << ">hh"
+                                     << "\r\n12" << 0 << 4;
+    QTest::newRow("line feed first, written out") << ">hh"
+                                                  << "\r>12" << 0 << 4;
+    QTest::newRow("line feed hides what is written out") << ">hh"
+                                                         << ">12\n"
+                                                         << 0 << -1;
+    QTest::newRow("literal first") << "#hh"
+                                   << "##12" << 0 << 4;
+    QTest::newRow("literal first, at the start") << "#hh"
+                                                 << "#12" << 0 << 3;
+    QTest::newRow("one literal") << "К"
+                                 << "ТЕКСТ" << 0 << 3;
+    QTest::newRow("figure first") << "hh.mm"
+                                  << "К12.34" << 0 << 6;
+    QTest::newRow("figure first, d") << "dd"
+                                     << "К12" << 0 << 3;
+    QTest::newRow("figure first, m") << "mm"
+                                     << "К12" << 0 << 3;
+    QTest::newRow("figure first, first figure does not fit") << "hh.mm"
+                                                             << "7 12.34" << 0 << -1;
+    QTest::newRow("figure first, in front of the start") << "hh"
+                                                         << "12КК" << 2 << 2;
+    QTest::newRow("figure first, no room") << "hh.mm"
+                                           << "К12.3" << 0 << -1;
+    QTest::newRow("figure first, none") << "hh"
+                                        << "ККК" << 0 << -1;
+    QTest::newRow("capitals are themselves") << "HH"
+                                             << "12HH" << 0 << 4;
 }
 
 void TestUtilsSkk::timeStamp()

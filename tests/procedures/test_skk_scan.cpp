@@ -1,0 +1,428 @@
+// The reading of the line: questions, hang-ups, encrypted text, noise, in the order of their tests.
+
+#include "tests/procedures/skk_desk.h"
+
+#include <QtTest>
+
+class TestSkkScan : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void commandIsScannedLikeText();
+    void questionInEachAutoState_data();
+    void questionInEachAutoState();
+    void questionIsAnsweredInEachDirection_data();
+    void questionIsAnsweredInEachDirection();
+    void questionCutInTwo();
+    void questionWithAPauseInTheRowOfSubscribers();
+    void eachQuestionIsAnswered();
+    void questionInStateFifteenAnswersAtOnce();
+    void ignoredQuestionStaysAndIsPassedOver();
+
+    void farEndHangsUp_data();
+    void farEndHangsUp();
+    void farEndHangsUpDuringACall();
+    void farEndHangsUpInAutomaticMode();
+    void hangUpCutInTwo();
+
+    void encryptedTextCutAnywhere();
+    void encryptedTextBeginsWithBothSigns_data();
+    void encryptedTextBeginsWithBothSigns();
+    void encryptedTextIsToldOfAgain();
+    void endMarkTurnsTheAnswerOnAgain();
+    void endMarkAloneIsTextOtherwise();
+    void encryptedTextOutsideAConnectionIsNoise();
+
+    void noiseIsCutAboveTwoHundredFiftySix();
+    void connectionIsNotCut_data();
+    void connectionIsNotCut();
+    void endOfTheConnectionCutsTheNoise();
+    void orderOfForms_data();
+    void orderOfForms();
+};
+
+namespace
+{
+const QString OwnAO = QStringLiteral("#\r\n777777 ДЕСК");
+const QString Off = QStringLiteral("\r\n|АО ВЫКЛ");
+const QString On = QStringLiteral("\r\n|АО ВКЛ");
+} // namespace
+
+void TestSkkScan::commandIsScannedLikeText()
+{
+    const SkkDesk desk;
+    desk.receive("АБ@");
+    ProcessSKK.processReceiveCmd("H");
+    QCOMPARE(char(ProcessSKK.lastCmdIn), 'H');
+    QCOMPARE(ProcessSKK.receiveBuffer, "");
+}
+
+void TestSkkScan::questionInEachAutoState_data()
+{
+    QTest::addColumn<int>("state");
+    for (int state = 0; state <= 17; ++state)
+        QTest::addRow("%d", state) << state;
+}
+
+void TestSkkScan::questionInEachAutoState()
+{
+    QFETCH(int, state);
+    const bool cutShort = state == 6 || state == 15;
+    const SkkDesk desk;
+    desk.connect(CProcessSKK::Outgoing);
+    State.AutoModeState = state;
+    State.AutoModeWaitTimer = 9;
+    desk.receive("А#*Б");
+    QCOMPARE(State.AutoModeState, state);
+    QCOMPARE(State.AutoModeWaitTimer, cutShort ? 1 : 9);
+    QCOMPARE(State.sendAOCountdown, 0);
+    QCOMPARE(desk.sent(), cutShort ? "" : OwnAO);
+    QCOMPARE(ProcessSKK.receiveBuffer, "Б");
+
+    Options.SKKTiming[0].Pause_Before_Send_AA = 4;
+    desk.receive("#*");
+    QCOMPARE(State.sendAOCountdown, cutShort ? 0 : 4);
+    QCOMPARE(desk.sent(), "");
+}
+
+void TestSkkScan::questionIsAnsweredInEachDirection_data()
+{
+    QTest::addColumn<int>("direction");
+    QTest::newRow("none") << 0;
+    QTest::newRow("incoming") << 1;
+    QTest::newRow("outgoing") << 2;
+}
+
+void TestSkkScan::questionIsAnsweredInEachDirection()
+{
+    QFETCH(int, direction);
+    const SkkDesk desk;
+    State.callDirection = direction;
+    desk.receive("ШУМ#*ДАЛЬШЕ");
+    QCOMPARE(desk.sent(), OwnAO);
+    QCOMPARE(ProcessSKK.receiveBuffer, "ДАЛЬШЕ");
+    QCOMPARE(desk.noted(), QStringList());
+}
+
+void TestSkkScan::questionCutInTwo()
+{
+    for (const int direction : {0, 1, 2}) {
+        const SkkDesk desk;
+        State.callDirection = direction;
+        desk.receive("ШУМ#");
+        QCOMPARE(desk.sent(), "");
+        desk.receive("*");
+        QCOMPARE(desk.sent(), OwnAO);
+        QCOMPARE(ProcessSKK.receiveBuffer, "");
+    }
+}
+
+void TestSkkScan::questionWithAPauseInTheRowOfSubscribers()
+{
+    const SkkDesk desk;
+    desk.connect(CProcessSKK::Outgoing);
+    ProcessSKK.timing = &Options.SKKTiming[1];
+    Options.SKKTiming[0].Pause_Before_Send_AA = 2;
+    desk.receive("#*");
+    desk.tick();
+    QCOMPARE(desk.sent(), "");
+    desk.tick();
+    QCOMPARE(desk.sent(), OwnAO);
+}
+
+void TestSkkScan::eachQuestionIsAnswered()
+{
+    const SkkDesk desk;
+    desk.connect(CProcessSKK::Incoming);
+    desk.receive("#*#*А#*");
+    QCOMPARE(desk.sent(), OwnAO + OwnAO + OwnAO);
+    // With a pause the last one begins it anew.
+    Options.SKKTiming[0].Pause_Before_Send_AA = 3;
+    desk.receive("#*");
+    desk.tick(2);
+    desk.receive("#*");
+    desk.tick(2);
+    QCOMPARE(desk.sent(), "");
+    desk.tick();
+    QCOMPARE(desk.sent(), OwnAO);
+}
+
+void TestSkkScan::questionInStateFifteenAnswersAtOnce()
+{
+    const SkkDesk desk;
+    desk.automatic(CProcessSKK::AutoDelivered, 5);
+    State.secondsSinceRx = 100;
+    desk.receive("#*");
+    QCOMPARE(State.AutoModeWaitTimer, 1);
+    QCOMPARE(desk.sent(), "");
+    desk.autoTick();
+    QCOMPARE(desk.sent(), OwnAO);
+    QCOMPARE(State.AutoModeState, 16);
+}
+
+void TestSkkScan::ignoredQuestionStaysAndIsPassedOver()
+{
+    for (const int direction : {0, 1, 2}) {
+        const SkkDesk desk;
+        State.callDirection = direction;
+        State.ignoreAO = true;
+        desk.receive("А#");
+        desk.receive("*Б");
+        QCOMPARE(ProcessSKK.receiveBuffer, "А#*Б");
+        QCOMPARE(desk.sent(), "");
+        State.ignoreAO = false;
+        desk.receive("В");
+        QCOMPARE(ProcessSKK.receiveBuffer, "БВ");
+        QCOMPARE(desk.sent(), OwnAO);
+    }
+}
+
+void TestSkkScan::farEndHangsUp_data()
+{
+    QTest::addColumn<int>("direction");
+    QTest::addColumn<bool>("active");
+    QTest::newRow("nothing to end") << 0 << false;
+    QTest::newRow("call in setup") << 0 << true;
+    QTest::newRow("incoming") << 1 << true;
+    QTest::newRow("outgoing") << 2 << true;
+}
+
+void TestSkkScan::farEndHangsUp()
+{
+    QFETCH(int, direction);
+    QFETCH(bool, active);
+    const SkkDesk desk;
+    State.callDirection = direction;
+    State.connectionActive = active;
+    State.connectionText = QStringLiteral("ТЕКСТ");
+    ProcessSKK.SendTlgText("НЕ УШЛО");
+    ProcessSKK.secondsSinceCmdIn = 9;
+    desk.receive("А@HБ");
+    QCOMPARE(char(ProcessSKK.lastCmdIn), 'H');
+    QCOMPARE(ProcessSKK.secondsSinceCmdIn, 0);
+    QCOMPARE(desk.sent(), "@H");
+    QCOMPARE(ProcessSKK.receiveBuffer, "Б");
+    QCOMPARE(State.callDirection, 0);
+    QVERIFY(!State.connectionActive);
+    QStringList expected;
+    if (active)
+        expected << "312:00:00 Входящий отбой";
+    if (direction != 0)
+        expected << QStringLiteral("312:00:00 Соединение сохранено %1/20260731/s120000")
+                        .arg(direction == 1 ? "inp" : "out");
+    QCOMPARE(desk.noted(), expected);
+}
+
+void TestSkkScan::farEndHangsUpDuringACall()
+{
+    const SkkDesk desk;
+    ProcessSKK.callNumber("123456");
+    desk.receive("@E");
+    (void)desk.sent();
+    desk.receive("@H");
+    QCOMPARE(State.callState, 0);
+    QCOMPARE(State.waitTimeAfterCallEstablished, 0);
+    QVERIFY(!State.connectionActive);
+    QCOMPARE(desk.sent(), "@H");
+    QCOMPARE(desk.names("out"), QStringList()); // no file is written
+    QCOMPARE(State.SKK_out, 0);
+}
+
+/// The outcome of the try is not told: the row keeps the record of its start.
+void TestSkkScan::farEndHangsUpInAutomaticMode()
+{
+    const SkkDesk desk;
+    desk.automatic(CProcessSKK::AutoSendingFile, 1);
+    desk.receive("@H");
+    QCOMPARE(State.AutoModeState, 0);
+    QVERIFY(!State.fileInProgress);
+    QCOMPARE(State.currentFile, "");
+    QCOMPARE(desk.record(), "12345678|S|31.07.2026 11:59|u|2|N|");
+    QCOMPARE(desk.noted(), QStringList({"312:00:00 Входящий отбой",
+                                        "312:00:00 Соединение сохранено out/20260731/s120000"}));
+}
+
+void TestSkkScan::hangUpCutInTwo()
+{
+    for (const int direction : {0, 1, 2}) {
+        const SkkDesk desk;
+        State.callDirection = direction;
+        desk.receive("ШУМ@");
+        QCOMPARE(State.callDirection, direction);
+        desk.receive("H");
+        QCOMPARE(desk.sent(), "@H");
+        QCOMPARE(State.callDirection, 0);
+        QCOMPARE(ProcessSKK.receiveBuffer, "");
+    }
+}
+
+void TestSkkScan::encryptedTextCutAnywhere()
+{
+    const QString line = QStringLiteral("А#*Б КРПТ КРПТ КРПТ ЮЮЮЮЮЮЮЮЮ ТЕКСТ#*ТЕКСТ НННН  В#*Г");
+    for (int cut = 0; cut <= line.size(); ++cut) {
+        const SkkDesk desk;
+        desk.connect(CProcessSKK::Incoming);
+        desk.receive(line.left(cut));
+        desk.receive(line.mid(cut));
+        QCOMPARE(desk.sent(), OwnAO + Off + On + OwnAO);
+        QCOMPARE(ProcessSKK.receiveBuffer, "Г");
+        QVERIFY(!State.ignoreAO);
+    }
+}
+
+void TestSkkScan::encryptedTextBeginsWithBothSigns_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("begins");
+    QTest::addColumn<QString>("left");
+    const QString mark = QStringLiteral(" КРПТ КРПТ КРПТ ");
+    const QString signs(9, QChar(0x042E));
+    QTest::newRow("mark alone") << mark << false << mark;
+    QTest::newRow("eight signs") << mark + signs.left(8) << false << mark + signs.left(8);
+    QTest::newRow("signs in front") << signs + mark << false << signs + mark;
+    QTest::newRow("no blank in front") << mark.mid(1) + signs << false << mark.mid(1) + signs;
+    QTest::newRow("together") << mark + signs << true << "";
+    QTest::newRow("signs later") << mark + "12345" + signs << true << signs.left(5);
+    QTest::newRow("ten signs") << mark + signs + signs.left(1) << true << signs.left(1);
+    QTest::newRow("noise in front") << "ШУМ" + mark + signs + "К" << true << "К";
+}
+
+void TestSkkScan::encryptedTextBeginsWithBothSigns()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, begins);
+    QFETCH(QString, left);
+    const SkkDesk desk;
+    desk.connect(CProcessSKK::Outgoing);
+    desk.receive(text);
+    QCOMPARE(State.ignoreAO, begins);
+    QCOMPARE(desk.sent(), begins ? Off : "");
+    QCOMPARE(ProcessSKK.receiveBuffer, left);
+}
+
+void TestSkkScan::encryptedTextIsToldOfAgain()
+{
+    const SkkDesk desk;
+    desk.connect(CProcessSKK::Outgoing);
+    desk.receive(" КРПТ КРПТ КРПТ ЮЮЮЮЮЮЮЮЮ КРПТ КРПТ КРПТ ЮЮЮЮЮЮЮЮЮ");
+    QCOMPARE(desk.sent(), Off + Off);
+    QVERIFY(State.ignoreAO);
+}
+
+void TestSkkScan::endMarkTurnsTheAnswerOnAgain()
+{
+    for (int cut = 0; cut < 6; ++cut) {
+        const SkkDesk desk;
+        desk.connect(CProcessSKK::Outgoing);
+        State.ignoreAO = true;
+        const QString mark = QStringLiteral("НННН  ");
+        desk.receive("ТЕКСТ" + mark.left(cut));
+        QVERIFY(State.ignoreAO);
+        desk.receive(mark.mid(cut) + "НННН  ");
+        QVERIFY(!State.ignoreAO);
+        QCOMPARE(desk.sent(), On);
+        QCOMPARE(ProcessSKK.receiveBuffer, "НННН  "); // the second is text
+    }
+}
+
+void TestSkkScan::endMarkAloneIsTextOtherwise()
+{
+    const SkkDesk desk;
+    desk.connect(CProcessSKK::Outgoing);
+    desk.receive("ТЕКСТ НННН  NNNN  ");
+    QCOMPARE(desk.sent(), "");
+    QCOMPARE(ProcessSKK.receiveBuffer, "ТЕКСТ НННН  NNNN  ");
+}
+
+void TestSkkScan::encryptedTextOutsideAConnectionIsNoise()
+{
+    const SkkDesk desk;
+    const QString text = QStringLiteral(" КРПТ КРПТ КРПТ ЮЮЮЮЮЮЮЮЮ НННН  ");
+    desk.receive(text);
+    QVERIFY(!State.ignoreAO);
+    State.ignoreAO = true;
+    desk.receive("К");
+    QVERIFY(State.ignoreAO);
+    QCOMPARE(ProcessSKK.receiveBuffer, text + "К");
+}
+
+void TestSkkScan::noiseIsCutAboveTwoHundredFiftySix()
+{
+    const SkkDesk desk;
+    desk.receive(QString(256, 'A'));
+    QCOMPARE(ProcessSKK.receiveBuffer, QString(256, 'A'));
+    desk.receive("B");
+    QCOMPARE(ProcessSKK.receiveBuffer, QString(199, 'A') + 'B');
+    desk.receive(QString(5000, 'C') + 'D');
+    QCOMPARE(ProcessSKK.receiveBuffer, QString(199, 'C') + 'D');
+}
+
+void TestSkkScan::connectionIsNotCut_data()
+{
+    QTest::addColumn<int>("direction");
+    QTest::newRow("incoming") << 1;
+    QTest::newRow("outgoing") << 2;
+}
+
+void TestSkkScan::connectionIsNotCut()
+{
+    QFETCH(int, direction);
+    const SkkDesk desk;
+    desk.connect(direction);
+    desk.receive(QString(5000, 'A'));
+    desk.receive("B");
+    QCOMPARE(ProcessSKK.receiveBuffer, QString(5000, 'A') + 'B');
+}
+
+void TestSkkScan::endOfTheConnectionCutsTheNoise()
+{
+    const SkkDesk desk;
+    desk.connect(CProcessSKK::Outgoing);
+    desk.receive(QString(300, 'A'));
+    ProcessSKK.clearSKKConnection();
+    QCOMPARE(ProcessSKK.receiveBuffer.size(), 300);
+    desk.receive("");
+    QCOMPARE(ProcessSKK.receiveBuffer, QString(200, 'A'));
+}
+
+/// The first place in the buffer decides, and what is behind meets the state that it has left.
+void TestSkkScan::orderOfForms_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("sent");
+    QTest::addColumn<QString>("left");
+    QTest::addColumn<int>("direction");
+    QTest::newRow("call, question") << "@C#*"
+                                    << "@E" + OwnAO << "" << 1;
+    QTest::newRow("question, call") << "#*@C" << OwnAO + "@E"
+                                    << "" << 1;
+    QTest::newRow("call, hang-up, call") << "@C@H@C"
+                                         << "@H@E"
+                                         << "" << 1;
+    QTest::newRow("hang-up, seized") << "@H@E"
+                                     << "@H"
+                                     << "" << 0;
+    QTest::newRow("telegram outside a connection") << "ЗЦЗЦ ТЕКСТ НННН  @C"
+                                                   << "@E"
+                                                   << "" << 1;
+    QTest::newRow("telegram goes before what is in it") << "@CЗЦЗЦ  КРПТ КРПТ КРПТ ЮЮЮЮЮЮЮЮЮ#*НННН  К"
+                                                        << "@E"
+                                                        << "К" << 1;
+}
+
+void TestSkkScan::orderOfForms()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, sent);
+    QFETCH(QString, left);
+    QFETCH(int, direction);
+    const SkkDesk desk;
+    desk.receive(text);
+    QCOMPARE(desk.sent(), sent);
+    QCOMPARE(ProcessSKK.receiveBuffer, left);
+    QCOMPARE(State.callDirection, direction);
+}
+
+QTEST_GUILESS_MAIN(TestSkkScan)
+#include "test_skk_scan.moc"
