@@ -9,7 +9,7 @@ packages="
     libbenchmark-dev faketime libfaketime
     xvfb openbox xdotool imagemagick xauth x11-utils
     pulseaudio pulseaudio-utils libasound2-plugins
-    cups-client cups-daemon cups-ipp-utils
+    cups-client cups-daemon cups-ipp-utils dbus-daemon
     librsvg2-bin icoutils sox
     fonts-dejavu
     python3 poppler-utils procps

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QByteArray>
-#include <QList>
 #include <QProcess>
 #include <QString>
 #include <QTemporaryDir>
@@ -18,10 +16,9 @@ public:
 
     /// False, with \a error told, if the scheduler does not run.
     [[nodiscard]] bool start();
-    /// Makes the queue \a name, whose printer keeps each job as a file.
-    [[nodiscard]] bool addQueue(const QString &name);
-    /// What the printer has got, the jobs that are complete, in their order; each is told once.
-    [[nodiscard]] QList<QByteArray> takeJobs() const;
+    /// Makes the queue \a name, which hands each job as it is to \a device, an address such as
+    /// "ipp://localhost:8631/ipp/print".
+    [[nodiscard]] bool addQueue(const QString &name, const QString &device);
     /// Stops it; the socket stays named.
     void stop();
 
@@ -29,7 +26,6 @@ public:
 
 private:
     [[nodiscard]] QString path(const QString &name) const { return m_directory.filePath(name); }
-    void makePrinter() const;
     void write(const QString &name, const QString &content) const;
     [[nodiscard]] bool run(const QString &program, const QStringList &arguments);
 

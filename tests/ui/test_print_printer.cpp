@@ -2,6 +2,7 @@
 #include "records/protocol.h"
 #include "tests/support/cups_scheduler.h"
 #include "tests/support/desk.h"
+#include "tests/support/ipp_printer.h"
 #include "text/utils.h"
 #include "ui/print_queue.h"
 #include "ui/print_txt_dialog.h"
@@ -45,8 +46,8 @@ QString aboutPdf(const Desk &desk, const QString &program, const QByteArray &con
 }
 } // namespace
 
-/// Printing to printers of the operating system: here a real scheduler with a queue whose printer
-/// keeps the jobs, and PDF files.
+/// Printing to printers of the operating system: here a real scheduler with a queue that ends at a real
+/// network printer, and PDF files.
 class TestPrintPrinter : public QObject
 {
     Q_OBJECT
@@ -69,21 +70,23 @@ private:
     [[nodiscard]] QByteArray job() const;
 
     CupsScheduler m_scheduler;
+    IppPrinter m_printer;
 };
 
 /// The next job that reaches the printer.
 QByteArray TestPrintPrinter::job() const
 {
     QList<QByteArray> jobs;
-    if (!QTest::qWaitFor([&] { return !(jobs = m_scheduler.takeJobs()).isEmpty(); }, 20000))
+    if (!QTest::qWaitFor([&] { return !(jobs = m_printer.takeJobs()).isEmpty(); }, 20000))
         return "no job";
     return jobs.size() == 1 ? jobs.first() : "several jobs";
 }
 
 void TestPrintPrinter::initTestCase()
 {
+    QVERIFY2(m_printer.start(), qPrintable(m_printer.error));
     QVERIFY2(m_scheduler.start(), qPrintable(m_scheduler.error));
-    QVERIFY2(m_scheduler.addQueue(Queue), qPrintable(m_scheduler.error));
+    QVERIFY2(m_scheduler.addQueue(Queue, m_printer.device()), qPrintable(m_scheduler.error));
 }
 
 void TestPrintPrinter::textReachesThePrinterInItsFont()
@@ -127,7 +130,7 @@ void TestPrintPrinter::unknownPrinterIsJournalled()
     CUtils::printText("А");
     QVERIFY(CPrintQueue::instance().waitForIdle(20000));
     QCOMPARE(desk.journal(), (QStringList{"412:00:00 Error open printer no such printer", QString()}));
-    QVERIFY(m_scheduler.takeJobs().isEmpty());
+    QVERIFY(m_printer.takeJobs().isEmpty());
 }
 
 void TestPrintPrinter::emptyNameIsTheDefaultPrinter()
