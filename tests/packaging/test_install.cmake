@@ -1,0 +1,17 @@
+# The program and the default sounds stand together, whole, in the directory that is installed to.
+file(REMOVE_RECURSE ${PREFIX})
+execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD} --prefix ${PREFIX} COMMAND_ERROR_IS_FATAL ANY
+  OUTPUT_QUIET)
+foreach(sound raketa category input)
+  file(SHA256 ${SOURCE}/sound/${sound}.wav wanted)
+  foreach(place ${PREFIX} ${BUILD}/bin)
+    file(SHA256 ${place}/sound/${sound}.wav found)
+    if(NOT wanted STREQUAL found)
+      message(FATAL_ERROR "${place}/sound/${sound}.wav differs from the tree's")
+    endif()
+  endforeach()
+endforeach()
+file(READ ${PREFIX}/velda magic LIMIT 4 HEX)
+if(NOT magic STREQUAL "7f454c46")
+  message(FATAL_ERROR "${PREFIX}/velda is no program")
+endif()
