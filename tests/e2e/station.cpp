@@ -64,13 +64,24 @@ void Station::useKey(const QString &hex)
     set(QStringLiteral("CORVA/key"), hex);
 }
 
-// Under AddressSanitizer its own library has to stand first; asking it to look away is enough.
 void Station::fakeTime(const QString &setting)
 {
     m_environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(FAKETIME_LIBRARY));
     m_environment.insert(QStringLiteral("FAKETIME"), setting);
-    m_environment.insert(QStringLiteral("ASAN_OPTIONS"),
-                         qEnvironmentVariable("ASAN_OPTIONS") + QStringLiteral(":verify_asan_link_order=0"));
+    // Its own library would have to stand first; asking it to look away is enough.
+    addSanitizerOption(QStringLiteral("verify_asan_link_order=0"));
+}
+
+void Station::addSanitizerOption(const QString &option)
+{
+    const QString name = QStringLiteral("ASAN_OPTIONS");
+    m_environment.insert(name, m_environment.value(name) + QLatin1Char(':') + option);
+}
+
+void Station::realTime()
+{
+    m_environment.remove(QStringLiteral("LD_PRELOAD"));
+    m_environment.remove(QStringLiteral("FAKETIME"));
 }
 
 void Station::showOn(const QString &display)

@@ -171,8 +171,9 @@ void TestE2eLink::nothingIsSentWithoutAWindow()
     Station station;
     station.callTo(farEnd.port);
     const QString text = telegram(QStringLiteral("ЖДЕТ ОКНА\r\n"));
-    station.write(queueFile, text.toUtf8());
     station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(farEnd.has(QStringLiteral("keep-alive: answered")), 20000);
+    station.write(queueFile, text.toUtf8());
     QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral("Отправка файла: ")), 20000);
     QTest::qWait(2000);
     QVERIFY(farEnd.lines.filter(QStringLiteral("text: ")).isEmpty());
@@ -189,8 +190,9 @@ void TestE2eLink::flowReportLimitsTheNextPiece()
     FarEnd farEnd({QStringLiteral("--no-windows")});
     Station station;
     station.callTo(farEnd.port);
-    station.write(queueFile, telegram(QStringLiteral("ПО ЧАСТЯМ"), 100).toUtf8());
     station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(farEnd.has(QStringLiteral("keep-alive: answered")), 20000);
+    station.write(queueFile, telegram(QStringLiteral("ПО ЧАСТЯМ"), 100).toUtf8());
     QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral("Отправка файла: ")), 20000);
     farEnd.command(QStringLiteral("flow 7"));
     farEnd.command(QStringLiteral("grant 30"));
