@@ -17,6 +17,7 @@ private slots:
     void queueFileWithFutureTimeWaitsForIt();
     void orderlyCloseInEachMode_data();
     void orderlyCloseInEachMode();
+    void closeWithAnOpenChannelSendsTheStop();
 };
 
 namespace
@@ -188,6 +189,23 @@ void TestE2eExchange::orderlyCloseInEachMode()
     QCOMPARE(station.state(QStringLiteral("YYYYMMDD")).size(), 8);
     QVERIFY(!QFile::exists(station.path(QStringLiteral("velda.lck"))));
     QTRY_VERIFY_WITH_TIMEOUT(!farEnd.lines.filter(QStringLiteral("closed: ")).isEmpty(), 5000);
+}
+
+// With the channel open the centre is told, and five ticks are left for it.
+void TestE2eExchange::closeWithAnOpenChannelSendsTheStop()
+{
+    FarEnd farEnd(quick);
+    Station station;
+    station.set(QStringLiteral("CONNECT/processMode"), QStringLiteral("0"));
+    station.callTo(farEnd.port);
+    station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(farEnd.text().contains(QStringLiteral("|ЗЗ ")), 20000);
+    farEnd.command(QStringLiteral("text \\r\\nЗЦЗЦ СВЯЗЬ ОТКРЫТА НННН  \\r\\n"));
+    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral(" Состояние РБ")), 10000);
+    QVERIFY(station.end());
+    QVERIFY(farEnd.text().endsWith(QStringLiteral("|ЗЦЗЦ КС СТОП НННН  ")));
+    QCOMPARE(farEnd.text().count(QStringLiteral("СТОП")), 1);
+    QVERIFY(station.logged(QStringLiteral(" Установлен РУЧНОЙ режим")));
 }
 
 QTEST_GUILESS_MAIN(TestE2eExchange)
