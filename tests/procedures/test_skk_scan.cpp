@@ -26,14 +26,6 @@ private slots:
     void farEndHangsUpInAutomaticMode();
     void hangUpCutInTwo();
 
-    void encryptedTextCutAnywhere();
-    void encryptedTextBeginsWithBothSigns_data();
-    void encryptedTextBeginsWithBothSigns();
-    void encryptedTextIsToldOfAgain();
-    void endMarkTurnsTheAnswerOnAgain();
-    void endMarkAloneIsTextOtherwise();
-    void encryptedTextOutsideAConnectionIsNoise();
-
     void noiseIsCutAboveTwoHundredFiftySix();
     void connectionIsNotCut_data();
     void connectionIsNotCut();
@@ -45,8 +37,6 @@ private slots:
 namespace
 {
 const QString OwnAO = QStringLiteral("#\r\n777777 ДЕСК");
-const QString Off = QStringLiteral("\r\n|АО ВЫКЛ");
-const QString On = QStringLiteral("\r\n|АО ВКЛ");
 } // namespace
 
 void TestSkkScan::commandIsScannedLikeText()
@@ -255,96 +245,6 @@ void TestSkkScan::hangUpCutInTwo()
         QCOMPARE(State.callDirection, 0);
         QCOMPARE(ProcessSKK.receiveBuffer, "");
     }
-}
-
-void TestSkkScan::encryptedTextCutAnywhere()
-{
-    const QString line = QStringLiteral("А#*Б КРПТ КРПТ КРПТ ЮЮЮЮЮЮЮЮЮ ТЕКСТ#*ТЕКСТ НННН  В#*Г");
-    for (int cut = 0; cut <= line.size(); ++cut) {
-        const SkkDesk desk;
-        desk.connect(CProcessSKK::Incoming);
-        desk.receive(line.left(cut));
-        desk.receive(line.mid(cut));
-        QCOMPARE(desk.sent(), OwnAO + Off + On + OwnAO);
-        QCOMPARE(ProcessSKK.receiveBuffer, "Г");
-        QVERIFY(!State.ignoreAO);
-    }
-}
-
-void TestSkkScan::encryptedTextBeginsWithBothSigns_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("begins");
-    QTest::addColumn<QString>("left");
-    const QString mark = QStringLiteral(" КРПТ КРПТ КРПТ ");
-    const QString signs(9, QChar(0x042E));
-    QTest::newRow("mark alone") << mark << false << mark;
-    QTest::newRow("eight signs") << mark + signs.left(8) << false << mark + signs.left(8);
-    QTest::newRow("signs in front") << signs + mark << false << signs + mark;
-    QTest::newRow("no blank in front") << mark.mid(1) + signs << false << mark.mid(1) + signs;
-    QTest::newRow("together") << mark + signs << true << "";
-    QTest::newRow("signs later") << mark + "12345" + signs << true << signs.left(5);
-    QTest::newRow("ten signs") << mark + signs + signs.left(1) << true << signs.left(1);
-    QTest::newRow("noise in front") << "ШУМ" + mark + signs + "К" << true << "К";
-}
-
-void TestSkkScan::encryptedTextBeginsWithBothSigns()
-{
-    QFETCH(QString, text);
-    QFETCH(bool, begins);
-    QFETCH(QString, left);
-    const SkkDesk desk;
-    desk.connect(CProcessSKK::Outgoing);
-    desk.receive(text);
-    QCOMPARE(State.ignoreAO, begins);
-    QCOMPARE(desk.sent(), begins ? Off : "");
-    QCOMPARE(ProcessSKK.receiveBuffer, left);
-}
-
-void TestSkkScan::encryptedTextIsToldOfAgain()
-{
-    const SkkDesk desk;
-    desk.connect(CProcessSKK::Outgoing);
-    desk.receive(" КРПТ КРПТ КРПТ ЮЮЮЮЮЮЮЮЮ КРПТ КРПТ КРПТ ЮЮЮЮЮЮЮЮЮ");
-    QCOMPARE(desk.sent(), Off + Off);
-    QVERIFY(State.ignoreAO);
-}
-
-void TestSkkScan::endMarkTurnsTheAnswerOnAgain()
-{
-    for (int cut = 0; cut < 6; ++cut) {
-        const SkkDesk desk;
-        desk.connect(CProcessSKK::Outgoing);
-        State.ignoreAO = true;
-        const QString mark = QStringLiteral("НННН  ");
-        desk.receive("ТЕКСТ" + mark.left(cut));
-        QVERIFY(State.ignoreAO);
-        desk.receive(mark.mid(cut) + "НННН  ");
-        QVERIFY(!State.ignoreAO);
-        QCOMPARE(desk.sent(), On);
-        QCOMPARE(ProcessSKK.receiveBuffer, "НННН  "); // the second is text
-    }
-}
-
-void TestSkkScan::endMarkAloneIsTextOtherwise()
-{
-    const SkkDesk desk;
-    desk.connect(CProcessSKK::Outgoing);
-    desk.receive("ТЕКСТ НННН  NNNN  ");
-    QCOMPARE(desk.sent(), "");
-    QCOMPARE(ProcessSKK.receiveBuffer, "ТЕКСТ НННН  NNNN  ");
-}
-
-void TestSkkScan::encryptedTextOutsideAConnectionIsNoise()
-{
-    const SkkDesk desk;
-    const QString text = QStringLiteral(" КРПТ КРПТ КРПТ ЮЮЮЮЮЮЮЮЮ НННН  ");
-    desk.receive(text);
-    QVERIFY(!State.ignoreAO);
-    State.ignoreAO = true;
-    desk.receive("К");
-    QVERIFY(State.ignoreAO);
-    QCOMPARE(ProcessSKK.receiveBuffer, text + "К");
 }
 
 void TestSkkScan::noiseIsCutAboveTwoHundredFiftySix()
