@@ -1,6 +1,7 @@
 #include "tools/linesim/subcommands.h"
 
 #include "tools/linesim/centre.h"
+#include "tools/linesim/channel_switch.h"
 #include "tools/linesim/peer.h"
 
 #include <cstdio>
@@ -16,6 +17,7 @@ struct Subcommand {
 const Subcommand subcommands[] = {
     {"peer", "the other end of a direct link over TCP", &runPeer},
     {"centre", "a message switching centre over TCP", &runCentre},
+    {"switch", "a switched-channel network over TCP", &runChannelSwitch},
 };
 } // namespace
 
