@@ -81,7 +81,8 @@ void FormMain::dispatchSKK()
 {
     if (State.AutoModeWaitTimer != 0 && everythingSent()) {
         ProcessSKK.processAutoMode();
-        if (State.manualMode)
+        // A send that has just ended leaves its row in the list until the next scan, and the line a pause.
+        if (State.manualMode || State.hangUpPause > 0)
             return;
     }
     if (!State.connectionActive && !State.fileInProgress && modelSend.rowCount() > 0 &&

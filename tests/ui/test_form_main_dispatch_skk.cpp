@@ -16,6 +16,7 @@ private slots:
     void rowWaits_data();
     void rowWaits();
     void pauseAfterAHangUpHoldsTheRow();
+    void endOfAnAutomaticSendHoldsTheNextRow();
     void automaticSendMovesOnlyWhenAllIsSent_data();
     void automaticSendMovesOnlyWhenAllIsSent();
     void manualModeEndsTheAutomaticSend();
@@ -83,6 +84,22 @@ void TestFormMainDispatchSkk::pauseAfterAHangUpHoldsTheRow()
     readyToCall(station);
     State.hangUpPause = 1;
     station.tick();
+    QVERIFY(!State.fileInProgress);
+    station.tick();
+    QVERIFY(State.fileInProgress);
+}
+
+void TestFormMainDispatchSkk::endOfAnAutomaticSendHoldsTheNextRow()
+{
+    Station station(SKK);
+    readyToCall(station);
+    State.AutoModeState = 17;
+    State.AutoModeWaitTimer = 1;
+    station.tick(); // hangs up
+    QCOMPARE(State.AutoModeState, 0);
+    QCOMPARE(State.hangUpPause, 5);
+    QVERIFY(!State.fileInProgress);
+    station.tick(5);
     QVERIFY(!State.fileInProgress);
     station.tick();
     QVERIFY(State.fileInProgress);
