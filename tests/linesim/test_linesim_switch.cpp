@@ -1,0 +1,499 @@
+// The exchange of the switched-channel network in dialogue with a terminal.
+
+#include "tools/linesim/event_log.h"
+#include "tools/linesim/switched_line.h"
+
+#include <QtTest>
+
+class TestLinesimSwitch : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void putsACallThrough();
+    void numberBehindTheGoAhead();
+    void refusesACall_data();
+    void refusesACall();
+    void successShows_data();
+    void successShows();
+    void terminalThatDoesNotHangUpIsDisconnected();
+    void unknownNumberIsWrong();
+    void partyAnswersQuestions_data();
+    void partyAnswersQuestions();
+    void repeatedQuestionIsAnsweredOnce();
+    void centreAnswersByTheMoment();
+    void deedsComeAtTheirMoment_data();
+    void deedsComeAtTheirMoment();
+    void callerGoesThroughACall();
+    void signalsGoAsText();
+    void callerWaitsForAFreeLine();
+    void dialledNumberIsVoidInACollision();
+    void textIsToldWhole();
+    void mutedTerminalOwesNoAnswerback();
+    void breaches_data();
+    void breaches();
+    void silenceIsABreach_data();
+    void silenceIsABreach();
+    void textUnderWayAsTheNetworkHangsUpIsNone();
+    void lostLinkEndsTheConnection();
+};
+
+namespace
+{
+/// An exchange with what it says and notes; the subscribers' lines are given.
+struct Exchange {
+    explicit Exchange(const QString &subscribers, SwitchedLine::Settings settings = {})
+        : line(with(subscribers, settings), log)
+    {
+        QObject::connect(&line, &SwitchedLine::send, &line, [this](const QString &text) { said << text; });
+        line.setTime(now);
+    }
+    static SwitchedLine::Settings with(const QString &subscribers, SwitchedLine::Settings settings)
+    {
+        QString wrong;
+        settings.subscribers = *parseSubscribers(subscribers, wrong);
+        return settings;
+    }
+    void hear(const QString &text)
+    {
+        reader.take(text);
+        while (const auto item = reader.next())
+            line.take(*item);
+    }
+    void pass(int seconds)
+    {
+        for (int i = 0; i < seconds * 2; ++i) {
+            now = now.addMSecs(500);
+            line.setTime(now);
+            line.tick();
+        }
+    }
+    /// What has been said since the last call.
+    QString speech()
+    {
+        const QString all = said.join(QString());
+        said.clear();
+        return all;
+    }
+    void connectTo(const QString &number)
+    {
+        hear(QStringLiteral("@C@N") + number + QLatin1Char('@'));
+        pass(3);
+        QCOMPARE(int(line.state()), int(SwitchedLine::Up));
+        said.clear();
+    }
+    QStringList violations() const { return lines.filter(QStringLiteral("violation: ")); }
+
+    QDateTime now{QDate(2026, 7, 31), QTime(12, 34)};
+    QStringList said, lines;
+    EventLog log{[this](const QString &row) { lines << row; }};
+    SwitchedLine line;
+    SwitchReader reader{QStringLiteral("654321 ЗНАМЯ")};
+};
+
+const QString own = QStringLiteral("#\r\n654321 ЗНАМЯ");
+const QString zarya = QStringLiteral("112233:112233 |ЗАРЯ:");
+const QString zaryaAnswers = QStringLiteral("#\r\n112233 |ЗАРЯ     ");
+} // namespace
+
+void TestLinesimSwitch::putsACallThrough()
+{
+    Exchange exchange(zarya);
+    exchange.hear(QStringLiteral("@C@N112233@"));
+    QCOMPARE(int(exchange.line.state()), int(SwitchedLine::Dialled));
+    QCOMPARE(exchange.speech(), QString());
+    exchange.pass(1);
+    QCOMPARE(exchange.speech(), QStringLiteral("@E"));
+    exchange.pass(2);
+    QCOMPARE(exchange.speech(), QStringLiteral("\r\n #12.34"));
+    QCOMPARE(int(exchange.line.state()), int(SwitchedLine::Up));
+    exchange.hear(QStringLiteral("@H"));
+    QCOMPARE(exchange.speech(), QStringLiteral("@H"));
+    QCOMPARE(int(exchange.line.state()), int(SwitchedLine::Idle));
+    exchange.hear(QStringLiteral("@H@H")); // it says so more than once
+    QCOMPARE(exchange.speech(), QString());
+    QCOMPARE(exchange.line.connections, 1);
+    QVERIFY(exchange.lines.contains(QStringLiteral("down: 112233 by the terminal")));
+    QCOMPARE(exchange.violations(), QStringList());
+}
+
+void TestLinesimSwitch::numberBehindTheGoAhead()
+{
+    Exchange exchange(zarya);
+    exchange.hear(QStringLiteral("@E"));
+    exchange.pass(1);
+    QCOMPARE(exchange.speech(), QStringLiteral("\r\n&GA #"));
+    exchange.hear(QStringLiteral("#112233"));
+    exchange.pass(2);
+    QCOMPARE(exchange.speech(), QStringLiteral("\r\n #12.34"));
+    QCOMPARE(int(exchange.line.state()), int(SwitchedLine::Up));
+    QCOMPARE(exchange.violations(), QStringList());
+}
+
+void TestLinesimSwitch::refusesACall_data()
+{
+    QTest::addColumn<QString>("said");
+    QTest::newRow("busy") << "\r\n&OCC\r\n";
+    QTest::newRow("broken") << "\r\n&BK\r\n\r\n";
+    QTest::newRow("signal-der") << "!>СИГНАЛ DER\r\n";
+    QTest::newRow("drop") << "@H";
+    QTest::newRow("nothing") << "";
+}
+
+void TestLinesimSwitch::refusesACall()
+{
+    QFETCH(QString, said);
+    Exchange exchange(zarya + QLatin1String(QTest::currentDataTag()));
+    exchange.hear(QStringLiteral("@C@N112233@"));
+    exchange.pass(3);
+    QCOMPARE(exchange.speech(), QStringLiteral("@E") + said);
+    exchange.hear(QStringLiteral("@H"));
+    QCOMPARE(int(exchange.line.state()), int(SwitchedLine::Idle));
+    QCOMPARE(exchange.line.connections, 0);
+    QCOMPARE(exchange.violations(), QStringList());
+}
+
+void TestLinesimSwitch::successShows_data()
+{
+    QTest::addColumn<QString>("said");
+    QTest::newRow("stamp") << "\r\n #12.34";
+    QTest::newRow("df") << "\r\n&DF#";
+    QTest::newRow("ask") << "#*";
+    QTest::newRow("silence") << "";
+}
+
+void TestLinesimSwitch::successShows()
+{
+    QFETCH(QString, said);
+    Exchange exchange(zarya + QStringLiteral("sign=") + QLatin1String(QTest::currentDataTag()));
+    exchange.hear(QStringLiteral("@C@N112233@"));
+    exchange.pass(3);
+    QCOMPARE(exchange.speech(), QStringLiteral("@E") + said);
+    QCOMPARE(int(exchange.line.state()), int(SwitchedLine::Up));
+}
+
+void TestLinesimSwitch::terminalThatDoesNotHangUpIsDisconnected()
+{
+    Exchange exchange(zarya + QStringLiteral("busy"));
+    exchange.hear(QStringLiteral("@C@N112233@"));
+    exchange.pass(7);
+    QCOMPARE(exchange.speech(), QStringLiteral("@E\r\n&OCC\r\n"));
+    exchange.pass(1);
+    QCOMPARE(exchange.speech(), QStringLiteral("@H"));
+    exchange.hear(QStringLiteral("@H"));
+    QCOMPARE(exchange.speech(), QString());
+    QCOMPARE(int(exchange.line.state()), int(SwitchedLine::Idle));
+    QCOMPARE(exchange.violations(), QStringList());
+}
+
+void TestLinesimSwitch::unknownNumberIsWrong()
+{
+    Exchange exchange(zarya);
+    exchange.hear(QStringLiteral("@C@N112234@"));
+    exchange.pass(3);
+    QCOMPARE(exchange.speech(), QStringLiteral("@E\r\n&NP&\r\n"));
+}
+
+void TestLinesimSwitch::partyAnswersQuestions_data()
+{
+    QTest::addColumn<QString>("soon"); // within 2 seconds
+    QTest::addColumn<QString>("later");
+    QTest::newRow("right") << zaryaAnswers << "";
+    QTest::newRow("wrong") << "#\r\n999999 |ЧУЖОЙ    "
+                           << "";
+    QTest::newRow("cut") << "#\r\n112233"
+                         << " |ЗАРЯ     ";
+    QTest::newRow("half") << "#\r\n112233"
+                          << "";
+    QTest::newRow("telegram") << "\r\nЗЦЗЦ 001 СЛУЖБА\r\nВХОДЯЩАЯ ТЕЛЕГРАММА ВНУТРИ СОЕДИНЕНИЯ=\r\nНННН  "
+                              << zaryaAnswers;
+    QTest::newRow("none") << ""
+                          << "";
+}
+
+void TestLinesimSwitch::partyAnswersQuestions()
+{
+    QFETCH(QString, soon);
+    QFETCH(QString, later);
+    for (const QString &moment : {QStringLiteral("first="), QStringLiteral("last=")}) {
+        Exchange exchange(zarya + moment + QLatin1String(QTest::currentDataTag()));
+        exchange.connectTo(QStringLiteral("112233"));
+        if (moment == QStringLiteral("last="))
+            exchange.hear(QStringLiteral("ТЕКСТ"));
+        exchange.hear(QStringLiteral("#*"));
+        QCOMPARE(exchange.speech(), QString());
+        exchange.pass(2);
+        QCOMPARE(exchange.speech(), soon);
+        exchange.pass(10);
+        QCOMPARE(exchange.speech(), later);
+    }
+}
+
+void TestLinesimSwitch::repeatedQuestionIsAnsweredOnce()
+{
+    Exchange exchange(zarya);
+    exchange.connectTo(QStringLiteral("112233"));
+    exchange.hear(QStringLiteral("#*#*"));
+    exchange.pass(5);
+    QCOMPARE(exchange.speech(), zaryaAnswers);
+    exchange.hear(QStringLiteral("#*"));
+    exchange.pass(5);
+    QCOMPARE(exchange.speech(), zaryaAnswers);
+}
+
+void TestLinesimSwitch::centreAnswersByTheMoment()
+{
+    Exchange exchange(QStringLiteral("700100:ЦКС"));
+    exchange.connectTo(QStringLiteral("700100"));
+    exchange.hear(QStringLiteral("#*"));
+    exchange.pass(2);
+    QCOMPARE(exchange.speech(), QStringLiteral("#\r\n#01 123 |ЦКС&    "));
+    exchange.hear(QStringLiteral("ТЕКСТ#*"));
+    exchange.pass(2);
+    QCOMPARE(exchange.speech(),
+             QStringLiteral("#\r\n#01 123 |ЦКС& 31 12.34 ПРИНЯТА") + QString(50 - 33, QLatin1Char(' ')));
+}
+
+void TestLinesimSwitch::deedsComeAtTheirMoment_data()
+{
+    QTest::addColumn<QString>("deed");
+    QTest::addColumn<int>("step"); // after which it comes: 0 connection, 1 question, 2 answerback, ...
+    QTest::newRow("connection") << "say@connect+1" << 0;
+    QTest::newRow("question") << "say@question" << 1;
+    QTest::newRow("answerback") << "say@answerback" << 2;
+    QTest::newRow("text") << "say@text" << 3;
+    QTest::newRow("end of the text") << "say@end" << 4;
+    QTest::newRow("last question") << "say@last-question" << 5;
+    QTest::newRow("last answerback") << "say@last-answerback" << 6;
+    QTest::newRow("later") << "say@connect+15" << 3;
+}
+
+void TestLinesimSwitch::deedsComeAtTheirMoment()
+{
+    QFETCH(QString, deed);
+    QFETCH(int, step);
+    const QString steps[] = {"", "#*", own, "\r\nЗЦЗЦ ТЕКСТ", " НННН  ", "#*", own};
+    Exchange exchange(zarya + deed + QStringLiteral(" first=none last=none"));
+    exchange.connectTo(QStringLiteral("112233"));
+    for (int i = 0; i < 7; ++i) {
+        exchange.hear(steps[i]);
+        exchange.pass(4);
+        QCOMPARE(exchange.speech(), i == step ? QStringLiteral("\r\nЗДРАВСТВУЙТЕ\r\n") : QString());
+    }
+}
+
+void TestLinesimSwitch::callerGoesThroughACall()
+{
+    Exchange exchange(zarya);
+    exchange.pass(4);
+    exchange.line.call(QStringLiteral("112233"), SwitchedLine::callersHabits());
+    exchange.pass(1);
+    QCOMPARE(exchange.speech(), QStringLiteral("@C"));
+    exchange.hear(QStringLiteral("@E"));
+    exchange.pass(2);
+    QCOMPARE(exchange.speech(), QStringLiteral("#*"));
+    exchange.hear(own);
+    exchange.pass(7);
+    QCOMPARE(exchange.speech(),
+             zaryaAnswers +
+                 QStringLiteral("\r\nЗЦЗЦ 001 СЛУЖБА\r\nВХОДЯЩАЯ ТЕЛЕГРАММА ВНУТРИ СОЕДИНЕНИЯ=\r\nНННН  #*"));
+    exchange.hear(own);
+    exchange.pass(2);
+    QCOMPARE(exchange.speech(), QStringLiteral("@H"));
+    exchange.hear(QStringLiteral("@H"));
+    QCOMPARE(int(exchange.line.state()), int(SwitchedLine::Idle));
+    QVERIFY(exchange.lines.contains(QStringLiteral("up: from 112233")));
+    QVERIFY(exchange.lines.contains(QStringLiteral("down: 112233 by the network")));
+    QCOMPARE(exchange.violations(), QStringList());
+}
+
+void TestLinesimSwitch::signalsGoAsText()
+{
+    SwitchedLine::Settings settings;
+    settings.textSignals = true;
+    Exchange exchange(zarya, settings);
+    exchange.pass(4);
+    exchange.line.call(QStringLiteral("112233"), Habits());
+    exchange.pass(1);
+    QCOMPARE(exchange.speech(), QStringLiteral("!>ВЫЗОВ\r\n"));
+    exchange.hear(QStringLiteral("@E"));
+    QCOMPARE(exchange.speech(), QStringLiteral("=>ВЫЗОВ ПРИНЯТ\r\n"));
+    exchange.line.hangUp();
+    QCOMPARE(exchange.speech(), QStringLiteral("\r\n!>ОТБОЙ\r\n"));
+}
+
+void TestLinesimSwitch::callerWaitsForAFreeLine()
+{
+    Exchange exchange(zarya);
+    exchange.connectTo(QStringLiteral("112233"));
+    exchange.line.call(QStringLiteral("445566"), Habits());
+    exchange.pass(5);
+    QCOMPARE(exchange.speech(), QString());
+    exchange.hear(QStringLiteral("@H"));
+    (void)exchange.speech();
+    exchange.pass(3);
+    QCOMPARE(exchange.speech(), QString());
+    exchange.pass(1);
+    QCOMPARE(exchange.speech(), QStringLiteral("@C"));
+    QVERIFY(exchange.lines.contains(QStringLiteral("calls: 445566")));
+}
+
+void TestLinesimSwitch::dialledNumberIsVoidInACollision()
+{
+    Exchange exchange(zarya);
+    exchange.pass(4);
+    exchange.line.call(QStringLiteral("445566"), Habits());
+    exchange.pass(1);
+    exchange.hear(QStringLiteral("@C@N112233@")); // was under way
+    QCOMPARE(int(exchange.line.state()), int(SwitchedLine::Ringing));
+    exchange.hear(QStringLiteral("@E"));
+    QVERIFY(exchange.lines.contains(QStringLiteral("up: from 445566")));
+    QCOMPARE(exchange.violations(), QStringList());
+
+    Exchange other(zarya + QStringLiteral("collide"));
+    other.hear(QStringLiteral("@C@N112233@"));
+    QCOMPARE(other.speech(), QStringLiteral("@C"));
+    other.hear(QStringLiteral("@E"));
+    QVERIFY(other.lines.contains(QStringLiteral("up: from 000000")));
+    QCOMPARE(other.violations(), QStringList());
+}
+
+void TestLinesimSwitch::textIsToldWhole()
+{
+    Exchange exchange(zarya + QStringLiteral("first=none last=none"));
+    exchange.connectTo(QStringLiteral("112233"));
+    exchange.hear(own);
+    exchange.hear(QStringLiteral("\r\nПЕРВЫЙ"));
+    exchange.hear(QStringLiteral(" #1\r\n#*"));
+    exchange.hear(QStringLiteral("ВТОРОЙ"));
+    exchange.hear(QStringLiteral("@H"));
+    QCOMPARE(exchange.lines.filter(QStringLiteral("got: ")),
+             QStringList({"got: 112233 ПЕРВЫЙ #1", "got: 112233 ВТОРОЙ"}));
+}
+
+void TestLinesimSwitch::mutedTerminalOwesNoAnswerback()
+{
+    Exchange exchange(zarya + QStringLiteral("crypt@connect ask@connect+5 ask@connect+10"));
+    exchange.connectTo(QStringLiteral("112233"));
+    exchange.pass(1);
+    exchange.hear(QStringLiteral("\r\n|АО ВЫКЛ"));
+    exchange.pass(7);
+    exchange.hear(QStringLiteral("\r\n|АО ВКЛ"));
+    exchange.pass(3);
+    exchange.hear(own);
+    exchange.pass(40);
+    QCOMPARE(exchange.violations(), QStringList());
+}
+
+void TestLinesimSwitch::breaches_data()
+{
+    QTest::addColumn<QString>("before"); // a number dialled before, empty for an idle line
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("breach");
+    QTest::newRow("text without a connection") << ""
+                                               << "ПРИВЕТ"
+                                               << "text without a connection: ПРИВЕТ";
+    QTest::newRow("question without a connection") << ""
+                                                   << "#*"
+                                                   << "text without a connection: #*";
+    QTest::newRow("answerback without a connection")
+        << "" << own << "text without a connection: #\\r\\n654321 ЗНАМЯ";
+    QTest::newRow("text before the result") << ""
+                                            << "@C@N112233@ПРИВЕТ"
+                                            << "text without a connection: ПРИВЕТ";
+    QTest::newRow("dialling while connected") << "112233"
+                                              << "@C@N112233@"
+                                              << "dialling while connected";
+    QTest::newRow("dialling behind a refusal") << "222222"
+                                               << "@C@N112233@"
+                                               << "dialling without a hang-up";
+    QTest::newRow("text behind a refusal") << "222222"
+                                           << "ПРИВЕТ"
+                                           << "text without a connection: ПРИВЕТ";
+    QTest::newRow("seizure while connected") << "112233"
+                                             << "@E"
+                                             << "seizure of a busy line";
+    QTest::newRow("no number") << ""
+                               << "@C@N@"
+                               << "no number";
+    QTest::newRow("unknown command") << ""
+                                     << "@S"
+                                     << "no command @S";
+}
+
+void TestLinesimSwitch::breaches()
+{
+    QFETCH(QString, before);
+    QFETCH(QString, line);
+    QFETCH(QString, breach);
+    Exchange exchange(zarya + QStringLiteral("\n222222:А:busy"));
+    if (!before.isEmpty()) {
+        exchange.hear(QStringLiteral("@C@N") + before + QLatin1Char('@'));
+        exchange.pass(3);
+    }
+    exchange.hear(line);
+    QCOMPARE(exchange.violations(), QStringList(QStringLiteral("violation: ") + breach));
+    QCOMPARE(exchange.log.violations, 1);
+}
+
+void TestLinesimSwitch::silenceIsABreach_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<int>("seconds"); // that are still allowed
+    QTest::addColumn<QString>("breach");
+    QTest::newRow("no number") << "@C" << 30 << "no hang-up in a call";
+    QTest::newRow("no hang-up without a result") << "@C@N333333@" << 100 << "no hang-up in a call";
+    QTest::newRow("silent connection") << "@C@N112233@" << 123 << "no hang-up in a silent connection";
+    QTest::newRow("call not accepted") << "ring" << 30 << "call not accepted";
+    QTest::newRow("no hang-up behind the network's") << "release" << 30 << "no hang-up";
+    QTest::newRow("no answerback") << "asked" << 30 << "no answerback in 30 s";
+}
+
+void TestLinesimSwitch::silenceIsABreach()
+{
+    QFETCH(QString, line);
+    QFETCH(int, seconds);
+    QFETCH(QString, breach);
+    Exchange exchange(zarya + QStringLiteral("\n333333:А:nothing\n444444:А:ask@connect+1"));
+    exchange.pass(4);
+    if (line == QStringLiteral("ring")) {
+        exchange.line.call(QStringLiteral("112233"), Habits());
+        exchange.pass(1);
+    } else if (line == QStringLiteral("release")) {
+        exchange.connectTo(QStringLiteral("112233"));
+        exchange.line.hangUp();
+    } else if (line == QStringLiteral("asked")) {
+        exchange.connectTo(QStringLiteral("444444"));
+        exchange.pass(1);
+    } else {
+        exchange.hear(line);
+    }
+    exchange.pass(seconds - 1);
+    QCOMPARE(exchange.violations(), QStringList());
+    exchange.pass(2);
+    QCOMPARE(exchange.violations(), QStringList(QStringLiteral("violation: ") + breach));
+}
+
+void TestLinesimSwitch::textUnderWayAsTheNetworkHangsUpIsNone()
+{
+    Exchange exchange(zarya + QStringLiteral("hang@connect+1"));
+    exchange.connectTo(QStringLiteral("112233"));
+    exchange.pass(1);
+    QCOMPARE(exchange.speech(), QStringLiteral("@H"));
+    exchange.hear(QStringLiteral("ПРИВЕТ#*"));
+    exchange.hear(QStringLiteral("@H"));
+    QCOMPARE(int(exchange.line.state()), int(SwitchedLine::Idle));
+    QCOMPARE(exchange.violations(), QStringList());
+}
+
+void TestLinesimSwitch::lostLinkEndsTheConnection()
+{
+    Exchange exchange(zarya);
+    exchange.connectTo(QStringLiteral("112233"));
+    exchange.line.lineLost();
+    QCOMPARE(int(exchange.line.state()), int(SwitchedLine::Idle));
+    QVERIFY(exchange.lines.contains(QStringLiteral("down: 112233 by loss of the link")));
+}
+
+QTEST_GUILESS_MAIN(TestLinesimSwitch)
+#include "test_linesim_switch.moc"
