@@ -32,7 +32,7 @@ start_virtual_display
 start_workstation
 status=0
 wait_for_telegrams || status=1
-import -window root "$result/screenshot.png" || status=1
+until_true 10 take_screenshot || status=1
 end_workstation || status=1
 end_far_end || status=1
 show_result

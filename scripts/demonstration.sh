@@ -156,6 +156,12 @@ wait_for_telegrams()
     until_true 90 every_telegram_arrived && until_true 10 sent_files_left_the_queue && sleep 2
 }
 
+# A picture of the screen; a screen of one colour is none.
+take_screenshot()
+{
+    import -window root "$result/screenshot.png" && [ "$(identify -format %k "$result/screenshot.png")" -gt 8 ]
+}
+
 # The workstation leaves in order when it is asked to end.
 end_workstation()
 {
