@@ -10,9 +10,8 @@ int showQuestion(QWidget *parent, const QString &title, const QString &text)
 
 int showQuestionWithCancel(QWidget *parent, const QString &title, const QString &text)
 {
-    return QMessageBox::question(parent, title, text,
-                                 QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
-                                 QMessageBox::NoButton);
+    return QMessageBox::question(
+        parent, title, text, QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::NoButton);
 }
 
 void showWarning(const QString &text)

@@ -18,7 +18,8 @@ class QWidget;
 /// Shows a box with the icon Warning, without parent or title, until the operator closes it.
 void warn(const QString &text);
 
-/// What ask(), askWithCancel() and warn() call. A test puts its own functions here and restores the former ones.
+/// What ask(), askWithCancel() and warn() call. A test puts its own functions here and restores the former
+/// ones.
 extern std::function<int(QWidget *parent, const QString &title, const QString &text)> askHandler;
 extern std::function<int(QWidget *parent, const QString &title, const QString &text)> askWithCancelHandler;
 extern std::function<void(const QString &text)> warnHandler;

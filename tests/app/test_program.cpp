@@ -58,23 +58,28 @@ bool holdsData(const QString &directory)
            !QDir(directory + "/prt").entryList({"*.prt"}).isEmpty();
 }
 
+/// Presses \a key in the window, if it is there, unless \a done; whether it is done now.
+template <class Done> bool pressOnce(const Screen &screen, const QString &title, const char *key, Done done)
+{
+    if (!done() && screen.hasWindow(title))
+        screen.press(title, QString::fromLatin1(key));
+    return done();
+}
+
 /// Presses \a key in the window until \a done: a key that comes before the window has the focus is lost.
 template <class Done> bool pressUntil(const Screen &screen, const QString &title, const char *key, Done done)
 {
-    return QTest::qWaitFor(
-        [&] {
-            if (!done() && screen.hasWindow(title))
-                screen.press(title, QString::fromLatin1(key));
-            return done();
-        },
-        30000);
+    return QTest::qWaitFor([&] { return pressOnce(screen, title, key, done); }, 60000);
 }
 
-/// Confirms the program's only window on the display, a box without a title of its own (the window manager
-/// shows the program's name), until the program has ended.
+/// Confirms the program's only window on the display until the program has ended: a box without a title of
+/// its own, which goes by the program's name or by none.
 bool confirmBox(const Screen &screen, Program &program)
 {
-    return pressUntil(screen, "velda", "Return", [&] { return program.waitForEnd(0); });
+    const auto ended = [&] { return program.waitForEnd(0); };
+    return QTest::qWaitFor(
+        [&] { return pressOnce(screen, "velda", "Return", ended) || pressOnce(screen, "", "Return", ended); },
+        60000);
 }
 
 bool isRunning(const Station &station, int starts = 1)
