@@ -39,3 +39,10 @@ QFont builtInFont()
     font.setPointSize(12);
     return font;
 }
+
+void COptions::setAddress(const QString &typed)
+{
+    const QString prefix = QStringLiteral("S:");
+    AsTspSrv = typed.size() > prefix.size() && typed.startsWith(prefix);
+    Host = AsTspSrv ? typed.mid(prefix.size()) : typed;
+}

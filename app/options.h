@@ -51,6 +51,10 @@ public:
     /// Called at a change of day; the options have nothing to renew.
     void newDay() {}
 
+    /// Takes an address as the operator types it: with "S:" in front of at least one more character this side
+    /// listens for that peer; anything else is stored as it stands.
+    void setAddress(const QString &typed);
+
     /// Length of the centre's long answerback for a CKS_Type of 0..4; 0 for any other type.
     [[nodiscard]] static int longAOLength(int centreType);
 

@@ -37,7 +37,7 @@ void checkProcedureTimers()
         ProcessCKS.timeCheck1sec();
     else if (Options.processMode == 1)
         ProcessSKK.timeCheck1sec();
-    else
+    else if (Options.processMode == 2)
         ProcessDirect.timeCheck1sec();
 }
 } // namespace

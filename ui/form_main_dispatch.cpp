@@ -13,7 +13,7 @@
 
 namespace
 {
-constexpr int CKS = 0, SKK = 1;
+constexpr int CKS = 0, SKK = 1, Direct = 2; // any other value is no procedure
 constexpr int QuietBeforeSending = 3; ///< seconds without received text before a telegram for the centre
 constexpr int ReceiptPeriod = 30;     ///< seconds
 constexpr int RequestPeriod = 60;     ///< seconds
@@ -60,7 +60,7 @@ void FormMain::dispatchAutomatic()
         dispatchCKS();
     else if (Options.processMode == SKK)
         dispatchSKK();
-    else
+    else if (Options.processMode == Direct)
         dispatchDirect();
 }
 

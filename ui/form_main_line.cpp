@@ -19,8 +19,8 @@
 
 namespace
 {
-constexpr int CKS = 0, SKK = 1;
-constexpr int ReceiptRequestAfterText = 2; ///< ticks from a telegram's last character to the request
+constexpr int CKS = 0, SKK = 1, Direct = 2; // any other value is no procedure
+constexpr int ReceiptRequestAfterText = 2;  ///< ticks from a telegram's last character to the request
 /// Characters taken at once. A line brings a few in a second; a flood must leave room for the tick.
 constexpr int ReceiveBlock = 65536;
 
@@ -47,7 +47,7 @@ void processReceived(const QString &text)
     } else if (Options.processMode == SKK) {
         State.connectionText += text;
         ProcessSKK.processReceive(text);
-    } else {
+    } else if (Options.processMode == Direct) {
         ProcessDirect.processReceive(text);
     }
 }
@@ -157,7 +157,7 @@ void FormMain::slotOnTlgSended()
     if (State.fileInProgress && TlgThread.sendBuffer.mIsEmpty()) {
         if (Options.processMode == CKS) {
             State.askReceiptCountdown = ReceiptRequestAfterText;
-        } else if (Options.processMode != SKK) {
+        } else if (Options.processMode == Direct) {
             ProcessDirect.fileSended();
             State.scanCountdown = 0;
         }

@@ -31,6 +31,9 @@ private slots:
     void editorInterfaceModes();
     void editorInterfaceModesAreWrittenAsFiveCharacters();
 
+    void addressWithPrefixMakesThisSideListen_data();
+    void addressWithPrefixMakesThisSideListen();
+
     void saveSelectsTheCodeTable();
     void loadSelectsTheCodeTable();
 };
@@ -253,6 +256,37 @@ void TestOptionsRules::editorInterfaceModesAreWrittenAsFiveCharacters()
     Options.interfaceModes[4].enabled = true;
     Options.Save();
     QCOMPARE(linesOf(desk, "editorInterfaceModes"), QStringList("editorInterfaceModes=01101"));
+}
+
+void TestOptionsRules::addressWithPrefixMakesThisSideListen_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("host");
+    QTest::addColumn<bool>("listens");
+    QTest::newRow("with the prefix") << "S:10.0.0.5"
+                                     << "10.0.0.5" << true;
+    QTest::newRow("three characters suffice") << "S:1"
+                                              << "1" << true;
+    QTest::newRow("the prefix alone is stored as it stands") << "S:"
+                                                             << "S:" << false;
+    QTest::newRow("without") << "10.0.0.5"
+                             << "10.0.0.5" << false;
+    QTest::newRow("small letter") << "s:10.0.0.5"
+                                  << "s:10.0.0.5" << false;
+    QTest::newRow("nothing") << ""
+                             << "" << false;
+}
+
+void TestOptionsRules::addressWithPrefixMakesThisSideListen()
+{
+    QFETCH(QString, typed);
+    QFETCH(QString, host);
+    QFETCH(bool, listens);
+    const Desk desk;
+    Options.AsTspSrv = !listens;
+    Options.setAddress(typed);
+    QCOMPARE(Options.Host, host);
+    QCOMPARE(Options.AsTspSrv, listens);
 }
 
 void TestOptionsRules::saveSelectsTheCodeTable()

@@ -2,6 +2,9 @@
 #include "app/options.h"
 #include "app/state.h"
 #include "link/tlg_thread.h"
+#include "procedures/process_cks.h"
+#include "procedures/process_direct.h"
+#include "procedures/process_skk.h"
 #include "tests/ui/station.h"
 #include "ui/form_main.h"
 
@@ -21,6 +24,7 @@ private slots:
     void directRowWaitsWhileAFileIsInProgress();
     void directRowWaitsForAnEmptySendBuffer();
     void directRowWaitsUntilTheLinkHasSentAll();
+    void processMode3SelectsNoneOfTheThreeProcedures();
     void emptyQueueSendsNothing();
     void fileFoundByTheScanGoesInTheSameTick();
     void nothingIsDispatchedUnderAnotherDispatch();
@@ -169,6 +173,22 @@ void TestFormMainDispatch::directRowWaitsUntilTheLinkHasSentAll()
     TlgThread.allSent = true;
     station.tick();
     QVERIFY(State.fileInProgress);
+}
+
+void TestFormMainDispatch::processMode3SelectsNoneOfTheThreeProcedures()
+{
+    Station station(Direct);
+    readyToSend(station);
+    Options.processMode = 3;
+    TlgThread.recvBuffer.mAppend(Marked + QStringLiteral("\r\n"));
+    station.form->slotOnTlgReceived();
+    station.tick(3);
+    QVERIFY(!State.fileInProgress);
+    QCOMPARE(station.desk.sent(), QString());
+    QCOMPARE(State.PK_in, 0);
+    QVERIFY(ProcessCKS.receiveBuffer.isEmpty());
+    QVERIFY(ProcessSKK.receiveBuffer.isEmpty());
+    QVERIFY(ProcessDirect.receiveBuffer.isEmpty());
 }
 
 void TestFormMainDispatch::emptyQueueSendsNothing()
