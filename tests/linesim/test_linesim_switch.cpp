@@ -158,7 +158,7 @@ void TestLinesimSwitch::successShows_data()
     QTest::addColumn<QString>("said");
     QTest::newRow("stamp") << "\r\n #12.34";
     QTest::newRow("df") << "\r\n&DF#";
-    QTest::newRow("ask") << "#*";
+    QTest::newRow("ask") << "\r\n#*";
     QTest::newRow("silence") << "";
 }
 

@@ -70,7 +70,7 @@ void Party::perform(Deed::What what)
     case Deed::Ask: return ask();
     case Deed::HangUp: emit hangUp(); return;
     case Deed::OwnAnswerback: emit say(ownAnswerback(!m_text.isEmpty())); return;
-    case Deed::Telegram: emit say(QStringLiteral("\r\n") + telegram()); return;
+    case Deed::Telegram: return sayTelegram(QStringLiteral("\r\n"));
     case Deed::Check: emit say(QStringLiteral("\r\n|ЗЦЗЦ ПРОВЕРЬТЕ СВОЙ АВТООТВЕТ НННН  \r\n")); return;
     case Deed::Crypt:
         m_asked = -1; // a question within the text is none
@@ -140,7 +140,8 @@ void Party::answer(Habits::Answer how, bool last)
     case Habits::Cut: answerIn(start, right.left(CutAt)); return answerIn(start + CutPause, right.mid(CutAt));
     case Habits::Telegram:
         // A centre shifts and feeds a line before whatever it sends.
-        answerIn(start, (m_who.isCentre() ? QStringLiteral("#\r\n|") : QStringLiteral("\r\n")) + telegram());
+        after(start,
+              [this] { sayTelegram(m_who.isCentre() ? QStringLiteral("#\r\n|") : QStringLiteral("\r\n")); });
         return answerIn(start + BehindTelegram, right);
     case Habits::None: return;
     }
@@ -175,7 +176,8 @@ QString Party::foreignAnswerback(bool last) const
     return NetworkForms::answerback(Stranger).leftJustified(ownAnswerback(last).size(), QLatin1Char(' '));
 }
 
-QString Party::telegram() const
+void Party::sayTelegram(const QString &before)
 {
-    return QStringLiteral("ЗЦЗЦ ") + m_settings.telegram + QStringLiteral("НННН  ");
+    m_log.event(QStringLiteral("telegram"), m_who.number);
+    emit say(before + QStringLiteral("ЗЦЗЦ ") + m_settings.telegram + QStringLiteral("НННН  "));
 }

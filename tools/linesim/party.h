@@ -51,11 +51,11 @@ private:
     void hearText(const QString &text);
     void answer(Habits::Answer how, bool last);
     void answerIn(double seconds, const QString &text);
+    void sayTelegram(const QString &before);
     void noteText();
     void ask();
     [[nodiscard]] QString ownAnswerback(bool last) const;
     [[nodiscard]] QString foreignAnswerback(bool last) const;
-    [[nodiscard]] QString telegram() const;
 
     Settings m_settings;
     EventLog &m_log;

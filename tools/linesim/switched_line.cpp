@@ -170,6 +170,8 @@ void SwitchedLine::giveSuccess()
         emit send(NetworkForms::timeStamp(m_settings.stampFormat, m_now));
     else if (sign == QStringLiteral("df"))
         emit send(QStringLiteral("\r\n&DF#"));
+    else if (sign == QStringLiteral("ask"))
+        emit send(QStringLiteral("\r\n"));
     connectParty(true);
     if (sign == QStringLiteral("ask"))
         m_party.perform(Deed::Ask);
