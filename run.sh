@@ -1,10 +1,20 @@
 #!/bin/bash
 # Shows the workstation at work: a simulated far end on loopback, the workstation on a fresh data directory,
-# telegrams in both directions. With a display the operator's window stays open until it is closed. Without
-# one it runs under a virtual display, ends by itself, leaves a screenshot, and the exit status is 0 only if
-# every telegram has come through whole.
+# telegrams in both directions.
+#   ./run.sh          with a message switching centre
+#   ./run.sh NAME     another demonstration of scripts/demonstration: cks, direct
+# With a display the operator's window stays open until it is closed. Without one it runs under a virtual
+# display, ends by itself, leaves a screenshot, and the exit status is 0 only if every telegram has come through
+# whole.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")"
+
+name=${1:-cks}
+steps=scripts/demonstration
+if [ "$name" = common ] || [ ! -f "$steps/$name.sh" ]; then
+    echo "run.sh: no demonstration $steps/$name.sh" >&2
+    exit 2
+fi
 
 scripts/install-deps.sh
 . scripts/build-environment.sh
@@ -15,7 +25,8 @@ result=$PWD/build/demo
 rm -rf "$result"
 mkdir -p "$result"
 demo=$(mktemp -d)
-. scripts/demonstration.sh
+. "$steps/common.sh"
+. "$steps/$name.sh"
 trap finish EXIT
 
 prepare_data
@@ -36,7 +47,7 @@ until_true 10 take_screenshot || status=1
 end_workstation || status=1
 end_far_end || status=1
 show_result
-compare_telegrams || status=1
+check_end || status=1
 echo "screenshot: $result/screenshot.png"
 [ "$status" = 0 ] && echo "All telegrams came through." || echo "The demonstration FAILED."
 exit "$status"

@@ -1,71 +1,42 @@
 # shellcheck shell=bash
-# The steps of run.sh. They use its variables: bin, the programs; demo, a fresh directory; result, where the
-# screenshot and the logs stay.
+# The steps of run.sh that all demonstrations share. They use its variables: bin, the programs; demo, a fresh
+# directory; result, where the screenshot and the logs stay. Each demonstration beside this file gives
+# prepare_data, start_far_end, every_telegram_arrived and check_end.
 # shellcheck disable=SC2154
 
 data=$demo/data
-expected=$demo/expected # each telegram from mark to mark, as it must arrive: out1.. from here, in1.. to here
+expected=$demo/expected # each telegram from mark to mark, as it must arrive: ИСХ1.. from here, ВХ1.. to here
 kept=$demo/far-end      # what the far end stores
 workstation=
 far_end=
+port=
 display_processes=()
 
-# A number of lines of telegram text, each of 65 characters with its line end.
+# long_text LINES WHERE: that many lines of telegram text, on the channel that WHERE names.
 long_text()
 {
     local i
     for ((i = 1; i <= $1; ++i)); do
-        printf 'СТРОКА %03d ПРОВЕРКА ДЛИННОЙ ТЕЛЕГРАММЫ НА ПРЯМОМ КАНАЛЕ СВЯЗИ=\r\n' "$i"
+        printf 'СТРОКА %03d ПРОВЕРКА ДЛИННОЙ ТЕЛЕГРАММЫ НА %s СВЯЗИ=\r\n' "$i" "$2"
     done
 }
 
-# telegram NAME TEXT: the telegram from its start mark to its end mark, under NAME in expected. A "." behind the
-# last line end keeps the shell from dropping it.
-telegram()
-{
-    printf 'ЗЦЗЦ %s\r\n%sНННН  ' "$1" "${2%.}" > "$expected/$1"
-}
-
-# queue NUMBER DELAY: puts the telegram out-NUMBER into the queue, to go in DELAY seconds.
-queue()
-{
-    local stamp
-    stamp=$(date -d "$2 seconds" +%y%m%d_%H%M%S)
-    { printf '\r\n'; cat "$expected/ИСХ$1"; printf '\r\n'; } > "$data/out/$(date +%Y%m%d)u00$1.$stamp"
-}
-
-prepare_data()
-{
-    mkdir -p "$data"/{inp,out,prt} "$expected" "$demo/incoming"
-    telegram ИСХ1 $'МОСКВА ИВАНОВУ=\r\nПОЗДРАВЛЯЮ С НАЧАЛОМ РАБОТЫ=\r\n'
-    telegram ИСХ2 "$(long_text 40; printf .)"
-    telegram ИСХ3 $'КАЗАНЬ ПЕТРОВУ=\r\nЭТА ТЕЛЕГРАММА ЖДАЛА СВОЕГО ВРЕМЕНИ=\r\n'
-    telegram ВХ1 $'РАБОТАЕТ ЛИ КАНАЛ=\r\nОТВЕТЬТЕ=\r\n'
-    telegram ВХ2 "$(long_text 36; printf .)"
-    telegram ВХ3 $'ZCZC НЕ НАЧАЛО, А ТЕКСТ\r\nКОНЕЦ=\r\n'
-    queue 1 -60
-    queue 2 -30
-    queue 3 15
-    cp "$expected"/ВХ* "$demo/incoming"
-}
-
-# The address and the port stand under Cyrillic keys, which the settings file escapes.
+# write_settings PROCEDURE < REST: the settings of a workstation that calls the far end by that procedure, and
+# the REST. The address and the port stand under Cyrillic keys, which the settings file escapes.
 write_settings()
 {
-    cat > "$data/velda.ini" <<SETTINGS
+    {
+        cat <<SETTINGS
 [CONNECT]
-processMode=2
 TcpMode=true
 %U0410%U0434%U0440%U0435%U0441=127.0.0.1
-%U041F%U043E%U0440%U0442=$1
+%U041F%U043E%U0440%U0442=$port
 AsTspSrv=false
 TimeOut=30
+processMode=$1
 
 [PATH]
 scanDirsTimeout=2
-
-[Direct]
-SendConfirmation=true
 
 [WINDOW]
 geometryMainForm=@Rect(40 40 1000 700)
@@ -77,17 +48,19 @@ startInManualMode=false
 soundRTlgType=0
 soundCTlgType=0
 SETTINGS
+        cat
+    } > "$data/velda.ini"
 }
 
-start_far_end()
+# far_end_listens COMMAND...: starts the far end, which takes commands by descriptor 3; port becomes its port.
+far_end_listens()
 {
     mkfifo "$demo/commands"
-    "$bin/linesim" peer --listen 0 --send "$demo/incoming" --store "$kept" --confirm --window-pause 50 \
-        --speed 800 < "$demo/commands" > "$result/far-end.log" &
+    "$bin/linesim" "$@" < "$demo/commands" > "$result/far-end.log" &
     far_end=$!
     exec 3> "$demo/commands"
     until_true 10 grep -q '^listening: ' "$result/far-end.log"
-    write_settings "$(sed -n 's/^listening: //p' "$result/far-end.log")"
+    port=$(sed -n 's/^listening: //p' "$result/far-end.log")
 }
 
 start_workstation()
@@ -135,20 +108,9 @@ arrived()
     return 1
 }
 
-every_telegram_arrived()
-{
-    local wanted
-    for wanted in "$expected"/ИСХ*; do
-        arrived "$wanted" "$kept"/[0-9]*.txt || return
-    done
-    for wanted in "$expected"/ВХ*; do
-        arrived "$wanted" "$data"/inp/*/* || return
-    done
-}
-
 sent_files_left_the_queue()
 {
-    [ "$(find "$data/out" -mindepth 2 -type f | wc -l)" = 3 ]
+    [ "$(find "$data/out" -mindepth 2 -type f | wc -l)" = "$(find "$expected" -name 'ИСХ*' | wc -l)" ]
 }
 
 wait_for_telegrams()
@@ -176,18 +138,15 @@ end_far_end()
     wait "$far_end"
 }
 
-compare_telegrams()
+# whole NAME FILE...: tells whether the expected telegram of that name is among the files.
+whole()
 {
-    local wanted status=0
-    for wanted in "$expected"/*; do
-        if arrived "$wanted" "$kept"/[0-9]*.txt "$data"/inp/*/*; then
-            printf 'whole    %s, %d characters\n' "$(basename "$wanted")" "$(wc -m < "$wanted")"
-        else
-            printf 'MISSING  %s\n' "$(basename "$wanted")"
-            status=1
-        fi
-    done
-    return "$status"
+    if arrived "$expected/$1" "${@:2}"; then
+        printf 'whole    %s, %d characters\n' "$1" "$(wc -m < "$expected/$1")"
+    else
+        printf 'MISSING  %s\n' "$1"
+        return 1
+    fi
 }
 
 show_result()
