@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QRegularExpression>
 
 namespace
 {
@@ -15,11 +16,7 @@ Centre::Centre(const CentreOptions &options, EventLog &log)
       m_desk(options.desk, log), m_store(options.storeDirectory, log)
 {
     connect(&m_tcp, &TcpEnd::connected, this, &Centre::takeConnection);
-    connect(&m_tcp, &TcpEnd::disconnected, this, [this] {
-        m_link.close();
-        m_desk.lineLost();
-        (void)m_reader.giveUp();
-    });
+    connect(&m_tcp, &TcpEnd::disconnected, this, &Centre::takeLoss);
     connect(&m_tcp, &TcpEnd::received, this, [this](const QByteArray &bytes) {
         m_store.takeBytes(bytes);
         m_link.take(bytes);
@@ -48,8 +45,19 @@ bool Centre::start()
 void Centre::takeConnection()
 {
     m_link.open();
+    m_linkIsNew = true;
     for (const QPair<int, QString> &timed : qAsConst(m_options.timed))
         QTimer::singleShot(timed.first, this, [this, command = timed.second] { run(command); });
+}
+
+void Centre::takeLoss()
+{
+    m_link.close();
+    m_desk.setTime(QDateTime::currentDateTime());
+    if (const std::optional<TerminalMessage> broken = m_reader.giveUp())
+        m_desk.take(*broken);
+    m_reader.expectRest();
+    m_desk.lineLost();
 }
 
 void Centre::takeText(const QString &text)
@@ -76,7 +84,13 @@ void Centre::takeMessages()
 
 void Centre::sendText(const QString &text)
 {
-    m_link.sendText(text);
+    static const QRegularExpression telegram(QStringLiteral("ЗЦЗЦ #?[0-9]{3} "));
+    if (!m_cutSending || !text.contains(telegram))
+        return m_link.sendText(text);
+    m_cutSending = false;
+    m_log.event(QStringLiteral("cut"), QStringLiteral("sending"));
+    m_link.sendText(text.left(text.size() / 2));
+    m_tcp.close();
 }
 
 void Centre::tick()
@@ -84,6 +98,10 @@ void Centre::tick()
     m_link.tick();
     const QDateTime now = QDateTime::currentDateTime();
     m_desk.setTime(now);
+    if (m_linkIsNew && m_link.isReady()) {
+        m_linkIsNew = false;
+        m_desk.lineBack();
+    }
     for (const QString &command : m_scenario.due(now))
         run(command);
     if (m_reader.isInside() && now.toMSecsSinceEpoch() - m_lastText > SilenceMs)

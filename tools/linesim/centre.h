@@ -49,28 +49,20 @@ private:
     static const Command commands[];
 
     void takeConnection();
+    void takeLoss();
     void takeText(const QString &text);
     void takeMessages();
     void sendText(const QString &text);
     void tick();
     void feed();
 
-    void doOpen(const QString &);
-    void doClose(const QString &);
-    void doAsk(const QString &);
     void doSend(const QString &text);
     void doSendFile(const QString &path);
     void doCategory(const QString &text);
     void doR(const QString &text);
-    void doKG(const QString &text);
     void doRaw(const QString &text);
-    void doRepeat(const QString &number);
-    void doRenumber(const QString &);
-    void doLoseReceipt(const QString &);
-    void doDistort(const QString &);
-    void doWrongNumber(const QString &);
-    void doInterrupt(const QString &);
     void doCutNext(const QString &);
+    void doCutSending(const QString &);
     void doDrop(const QString &);
     void doSilence(const QString &);
     void doSpeak(const QString &);
@@ -95,7 +87,9 @@ private:
     QTimer m_timer;
     qint64 m_lastText = 0; // ms since the epoch
     qint64 m_lastFeed = 0;
-    bool m_cutNext = false;
+    bool m_cutNext = false;    // within the next telegram of the terminal
+    bool m_cutSending = false; // within the next one to it
+    bool m_linkIsNew = false;  // the line is there, the clerk does not know yet
 };
 
 /// The subcommand "centre"; see runSubcommand().

@@ -5,23 +5,14 @@
 #include <cstdio>
 
 const Centre::Command Centre::commands[] = {
-    {"open", &Centre::doOpen},          // ask the terminal to open
-    {"close", &Centre::doClose},        // declare the channel closed
-    {"ask", &Centre::doAsk},            // ask for a receipt request
-    {"send", &Centre::doSend},          // a telegram, with \r and \n for line ends, at once
-    {"send-file", &Centre::doSendFile}, // the telegram of a file, when the channel allows
-    {"category", &Centre::doCategory},  // a telegram announced as one with a category, likewise
-    {"r", &Centre::doR},                // a telegram that must be confirmed, likewise
-    {"kg", &Centre::doKG},              // a service message
-    {"raw", &Centre::doRaw},            // text as it is, without a form
-    {"repeat", &Centre::doRepeat},      // all telegrams of the day from a number on
-    {"renumber", &Centre::doRenumber},
-    {"lose-receipt", &Centre::doLoseReceipt}, // the next receipt request finds no ear
-    {"distort", &Centre::doDistort},          // the next telegram of the terminal
-    {"wrong-number", &Centre::doWrongNumber}, // the next telegram goes under a wrong number first
-    {"interrupt", &Centre::doInterrupt},      // the next telegram breaks off and begins anew
-    {"cut", &Centre::doCutNext},              // drop the link within the next telegram of the terminal
-    {"drop", &Centre::doDrop},                // drop it at once
+    {"send", &Centre::doSend},              // a telegram, with \r and \n for line ends, at once
+    {"send-file", &Centre::doSendFile},     // the telegram of a file, when the channel allows
+    {"category", &Centre::doCategory},      // a telegram announced as one with a category, likewise
+    {"r", &Centre::doR},                    // a telegram that must be confirmed, likewise
+    {"raw", &Centre::doRaw},                // text as it is, without a form
+    {"cut", &Centre::doCutNext},            // drop the link within the next telegram of the terminal
+    {"cut-sending", &Centre::doCutSending}, // drop it within the next telegram to the terminal
+    {"drop", &Centre::doDrop},              // drop it at once
     {"silence", &Centre::doSilence},
     {"speak", &Centre::doSpeak},
     {"figures", &Centre::doFigures},
@@ -31,29 +22,16 @@ const Centre::Command Centre::commands[] = {
 void Centre::run(const QString &command)
 {
     const QString name = command.section(QLatin1Char(' '), 0, 0);
+    const QString argument = command.section(QLatin1Char(' '), 1);
     if (name.isEmpty())
         return;
     m_desk.setTime(QDateTime::currentDateTime());
     for (const Command &known : commands) {
         if (name == QLatin1String(known.name))
-            return (this->*known.action)(command.section(QLatin1Char(' '), 1));
+            return (this->*known.action)(argument);
     }
-    m_log.event(QStringLiteral("error"), QStringLiteral("no command ") + command);
-}
-
-void Centre::doOpen(const QString &)
-{
-    m_desk.askToOpen();
-}
-
-void Centre::doClose(const QString &)
-{
-    m_desk.closeChannel();
-}
-
-void Centre::doAsk(const QString &)
-{
-    m_desk.askForReceiptRequest();
+    if (!m_desk.run(name, argument))
+        m_log.event(QStringLiteral("error"), QStringLiteral("no command ") + command);
 }
 
 void Centre::doSend(const QString &text)
@@ -82,49 +60,19 @@ void Centre::doR(const QString &text)
     m_feed.append({&CentreDesk::sendR, unescaped(text)});
 }
 
-void Centre::doKG(const QString &text)
-{
-    m_desk.sendService(unescaped(text));
-}
-
 void Centre::doRaw(const QString &text)
 {
     m_link.sendText(unescaped(text));
 }
 
-void Centre::doRepeat(const QString &number)
-{
-    m_desk.repeatFrom(number.toInt());
-}
-
-void Centre::doRenumber(const QString &)
-{
-    m_desk.renumber();
-}
-
-void Centre::doLoseReceipt(const QString &)
-{
-    m_desk.loseReceipt();
-}
-
-void Centre::doDistort(const QString &)
-{
-    m_desk.distort();
-}
-
-void Centre::doWrongNumber(const QString &)
-{
-    m_desk.wrongNumber();
-}
-
-void Centre::doInterrupt(const QString &)
-{
-    m_desk.interrupt();
-}
-
 void Centre::doCutNext(const QString &)
 {
     m_cutNext = true;
+}
+
+void Centre::doCutSending(const QString &)
+{
+    m_cutSending = true;
 }
 
 void Centre::doDrop(const QString &)

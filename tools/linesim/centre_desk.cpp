@@ -1,24 +1,21 @@
 #include "tools/linesim/centre_desk.h"
 
+#include "tools/linesim/centre_texts.h"
 #include "tools/linesim/event_log.h"
 
 namespace
 {
-constexpr int CrossingSeconds = 5; // what the terminal begins till then may have crossed the closing
+constexpr int CrossingSeconds = 10; // what the terminal begins till then may have crossed the closing
+constexpr int RepeatSeconds = 20;   // what a repetition may take until the terminal counts it
 
 /// The quiet time, with a minute for what was on the line when it began.
 bool isQuiet(const QTime &time)
 {
     return time >= QTime(23, 57) || time < QTime(0, 1);
 }
-
-QString nnn(int n)
-{
-    return QStringLiteral("%1").arg(n % 1000, 3, 10, QLatin1Char('0'));
-}
 } // namespace
 
-CentreDesk::CentreDesk(const Settings &settings, EventLog &log) : m_settings(settings), m_log(log) {}
+CentreDesk::CentreDesk(const Settings &chosen, EventLog &log) : settings(chosen), m_log(log) {}
 
 void CentreDesk::setTime(const QDateTime &now)
 {
@@ -45,27 +42,24 @@ QString CentreDesk::figures() const
     return QStringLiteral("got %1 sent %2 old %3/%4").arg(got).arg(sent).arg(oldGot).arg(oldSent);
 }
 
-QString CentreDesk::stamp() const
-{
-    if (!m_settings.stamps)
-        return QString();
-    return m_now.addSecs(60 * m_settings.clockOffMinutes).toString(QStringLiteral("hhmm"));
-}
-
-void CentreDesk::sendService(const QString &text)
-{
-    m_log.event(QStringLiteral("service"), text);
-    emit send(QStringLiteral("\r\nЗЦЗЦ ") + text + QStringLiteral(" НННН  ") + stamp() +
-              QStringLiteral("\r\n"));
-}
-
 void CentreDesk::lineLost()
 {
-    if (m_channel != Closed)
+    if (m_channel != Closed) {
         m_log.event(QStringLiteral("channel"), QStringLiteral("lost"));
+        m_lost = true;
+    }
     setChannel(Closed);
-    m_confirmNumber = -1;
     m_awaitedFigure = -1;
+    m_stopsExpected = 0;
+}
+
+void CentreDesk::lineBack()
+{
+    if (!m_lost)
+        return;
+    m_lost = false;
+    m_leftOpen = m_now; // the terminal learns of the closing only now
+    askToOpen();
 }
 
 void CentreDesk::setChannel(Channel channel)
@@ -105,27 +99,22 @@ void CentreDesk::takeRequest()
         --m_receiptsToLose;
         return m_log.event(QStringLiteral("lost"), QStringLiteral("receipt"));
     }
-    giveReceipt();
+    answerRequest();
 }
 
-void CentreDesk::giveReceipt()
+void CentreDesk::answerRequest()
 {
-    QString words;
+    const QString name = QLatin1Char(' ') + settings.channelName;
     switch (m_channel) {
     case Closed:
-        if (m_settings.opensByItself)
-            setChannel(Asked);
-        words = m_settings.opensByItself ? QStringLiteral("ОТКРОЙТЕ СВЯЗЬ") : QStringLiteral("СВЯЗЬ ЗАКРЫТА");
-        break;
-    case Asked: words = QStringLiteral("ОТКРОЙТЕ СВЯЗЬ"); break;
-    case Open: words = QStringLiteral("СВЯЗЬ ОТКРЫТА"); break;
-    case Confirming: words = QStringLiteral("ПОДТВЕРДИТЕ ПРИЕМ Р"); break;
+        if (!settings.opensByItself)
+            return giveReceipt(QStringLiteral("СВЯЗЬ ЗАКРЫТА") + name);
+        setChannel(Asked);
+        return giveReceipt(QStringLiteral("ОТКРОЙТЕ СВЯЗЬ") + name);
+    case Asked: return giveReceipt(QStringLiteral("ОТКРОЙТЕ СВЯЗЬ") + name);
+    case Open: return giveReceipt(QStringLiteral("СВЯЗЬ ОТКРЫТА") + name);
+    case Confirming: ++m_askedFor[m_confirmNumber]; return giveReceipt(QStringLiteral("ПОДТВЕРДИТЕ ПРИЕМ Р"));
     }
-    m_receiptOwed = false;
-    QString text = QStringLiteral("ВАШ %1 НАШ %2 ПОСЛЕДНИЕ %3").arg(nnn(got), nnn(sent), words);
-    if (m_channel != Confirming)
-        text += QLatin1Char(' ') + m_settings.channelName;
-    sendService(text);
 }
 
 void CentreDesk::takeReceipt(int figure)
@@ -138,12 +127,16 @@ void CentreDesk::takeReceipt(int figure)
         m_awaitedFigure = -1;
         return declareOpen();
     }
+    // Till the renumbering the terminal may still count the old day.
+    if (figure > sent && !m_renumberDue)
+        m_log.violation(QStringLiteral("receipt %1 of %2 sent").arg(figure).arg(sent));
     if (m_channel != Asked)
         return;
     if (figure == sent % 1000)
         return declareOpen();
     m_log.event(QStringLiteral("behind"), QStringLiteral("%1 of %2").arg(figure).arg(sent));
-    if (figure < sent)
+    const bool underWay = m_repeated.isValid() && m_now < m_repeated.addSecs(RepeatSeconds);
+    if (figure < sent && !underWay)
         repeatFrom(figure + 1);
 }
 
@@ -159,21 +152,11 @@ void CentreDesk::takeStop()
 
 void CentreDesk::takeTelegram(const TerminalMessage &message)
 {
-    if (m_toDistort > 0) {
-        --m_toDistort;
-        m_log.event(QStringLiteral("lost"), QStringLiteral("telegram %1").arg(message.number));
-        return sendService(QStringLiteral("ИСКАЖЕНИЕ %1 ВАШ %2").arg(message.number).arg(got));
-    }
-    if (!mayTransmit())
-        m_log.violation(QStringLiteral("telegram %1 while the channel is not open").arg(message.number));
-    if (m_receiptOwed)
-        m_log.violation(
-            QStringLiteral("telegram %1 before the receipt of the one before").arg(message.number));
+    if (!m_toDistort.isEmpty() || m_toRefuse > 0)
+        return takeRefused(message);
+    judgeTelegram(message);
     if (message.number != (got + 1) % 1000)
-        return m_log.violation(
-            QStringLiteral("telegram %1 instead of %2").arg(message.number).arg((got + 1) % 1000));
-    if (m_quiet)
-        m_log.violation(QStringLiteral("telegram %1 in the quiet time").arg(message.number));
+        return;
     ++got;
     ++gotInAll;
     m_receiptOwed = true;
@@ -182,88 +165,48 @@ void CentreDesk::takeTelegram(const TerminalMessage &message)
                 QStringLiteral("%1 %2").arg(message.number).arg(escaped(message.text)));
 }
 
+void CentreDesk::takeRefused(const TerminalMessage &message)
+{
+    m_log.event(QStringLiteral("lost"), QStringLiteral("telegram %1").arg(message.number));
+    if (m_toRefuse > 0) {
+        --m_toRefuse;
+        return sendService(QStringLiteral("ТЕЛЕГРАММА НЕ ПРИНЯТА"));
+    }
+    const QString form = m_toDistort.takeFirst();
+    if (form == QLatin1String("bare"))
+        sendService(QStringLiteral("ИСКАЖЕНИЯ"));
+    else if (form == QLatin1String("plural"))
+        sendService(QStringLiteral("ИСКАЖЕНИЯ %1").arg(message.number));
+    else
+        sendService(QStringLiteral("ИСКАЖЕНИЕ %1 ВАШ %2").arg(message.number).arg(got));
+}
+
+void CentreDesk::judgeTelegram(const TerminalMessage &message)
+{
+    const QString name = QStringLiteral("telegram %1 ").arg(message.number);
+    if (!mayTransmit())
+        m_log.violation(name + QStringLiteral("while the channel is not open"));
+    if (m_receiptOwed)
+        m_log.violation(name + QStringLiteral("before the receipt of the one before"));
+    if (message.number != (got + 1) % 1000)
+        m_log.violation(name + QStringLiteral("instead of %1").arg((got + 1) % 1000));
+    if (m_messageStart.isValid() ? isQuiet(m_messageStart.time()) : m_quiet)
+        m_log.violation(name + QStringLiteral("in the quiet time"));
+    if (findOutOfRegister(message.text) >= 0)
+        m_log.violation(name + QStringLiteral("out of its register"));
+}
+
 void CentreDesk::takeConfirmation(const TerminalMessage &message)
 {
     m_log.event(QStringLiteral("confirmation"),
                 QStringLiteral("%1 %2").arg(message.number).arg(message.text));
-    if (m_channel != Confirming || message.number != m_confirmNumber)
+    // It may answer an earlier asking, from in front of a loss of the line.
+    if (m_askedFor.value(message.number) <= 0)
         return m_log.violation(QStringLiteral("confirmation %1 that was not asked for").arg(message.number));
+    --m_askedFor[message.number];
+    if (message.number != m_confirmNumber)
+        return;
     m_confirmNumber = -1;
-    declareOpen();
-}
-
-void CentreDesk::askToOpen()
-{
-    setChannel(Asked);
-    sendService(QStringLiteral("ОТКРОЙТЕ СВЯЗЬ ") + m_settings.channelName);
-}
-
-void CentreDesk::declareOpen()
-{
-    setChannel(Open);
-    sendService(QStringLiteral("СВЯЗЬ ОТКРЫТА"));
-}
-
-void CentreDesk::closeChannel()
-{
-    setChannel(Closed);
-    sendService(QStringLiteral("СВЯЗЬ ЗАКРЫТА"));
-}
-
-void CentreDesk::askForReceiptRequest()
-{
-    sendService(QStringLiteral("ЗАПРОСИТЕ КВИТАНЦИЮ"));
-}
-
-void CentreDesk::sendTelegram(const QString &text)
-{
-    ++sent;
-    ++sentInAll;
-    m_sentToday << text;
-    if (m_wrongNumbers > 0) {
-        --m_wrongNumbers;
-        ++m_stopsExpected;
-        sendNumbered(sent + 1, text);
-    }
-    sendNumbered(sent, text);
-}
-
-void CentreDesk::sendNumbered(int number, const QString &text)
-{
-    QString begin = QStringLiteral("\r\nЗЦЗЦ ") + nnn(number) + QLatin1Char(' ');
-    if (m_toInterrupt > 0) {
-        --m_toInterrupt;
-        begin += text.leftRef(text.size() / 2) + begin;
-    }
-    m_log.event(QStringLiteral("sent"), QStringLiteral("%1 %2").arg(number).arg(escaped(text)));
-    emit send(begin + text + QStringLiteral("\r\nНННН  ") + stamp() + QStringLiteral("\r\n") +
-              m_settings.note);
-}
-
-void CentreDesk::sendCategory(const QString &text)
-{
-    sendService(QStringLiteral("ПЕРЕДАЕТСЯ КАТЕГОРИЙНАЯ ВНЕ ОЧЕРЕДИ"));
-    sendTelegram(text);
-}
-
-void CentreDesk::sendR(const QString &text)
-{
-    sendTelegram(text);
-    setChannel(Confirming);
-    m_confirmNumber = sent % 1000;
-    sendService(QStringLiteral("ПОДТВЕРДИТЕ ПРИЕМ Р ") + nnn(sent));
-}
-
-void CentreDesk::repeatFrom(int number)
-{
-    for (int i = qMax(number, 1); i <= m_sentToday.size(); ++i)
-        sendNumbered(i, m_sentToday.at(i - 1));
-    sendService(QStringLiteral("ПОВТОР ОКОНЧЕН"));
-}
-
-void CentreDesk::renumber()
-{
-    m_renumberDue = false;
-    m_awaitedFigure = oldSent % 1000;
-    sendService(QString::asprintf("СМЕНА НУМЕРАЦИИ ПРИН %04d ПЕР %04d ОТКРОЙТЕ СВЯЗЬ", oldGot, oldSent));
+    if (m_channel == Confirming)
+        declareOpen();
 }

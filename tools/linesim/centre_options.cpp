@@ -1,4 +1,5 @@
 #include "tools/linesim/centre.h"
+#include "tools/linesim/centre_texts.h"
 
 #include <cstdio>
 
@@ -12,7 +13,9 @@ const FarEndOption table[] = {
     {"channel", "NAME", "name of the channel (АБВ123/4)"},
     {"stay-closed", nullptr, "ask to open on command only"},
     {"no-stamps", nullptr, "no time behind the end marks"},
-    {"note", "TEXT", "behind each telegram, with \\r and \\n for line ends"},
+    {"note", "NOTE", "behind each telegram: long, long-marked, dashed, short, short-marked or a text"},
+    {"header", "FORM", "in front of each telegram: 1, 2, 3 or turn"},
+    {"registers", nullptr, "mark figures and letters as a 5-bit line does"},
     {"clock-off", "MINUTES", "how far the centre's clock is off, also negative"},
 };
 } // namespace
@@ -33,7 +36,10 @@ std::optional<CentreOptions> readCentreOptions(const QStringList &arguments)
         options.desk.channelName = parser.value(QStringLiteral("channel"));
     options.desk.opensByItself = !parser.isSet(QStringLiteral("stay-closed"));
     options.desk.stamps = !parser.isSet(QStringLiteral("no-stamps"));
-    options.desk.note = unescaped(parser.value(QStringLiteral("note")));
+    options.desk.note = centreNote(parser.value(QStringLiteral("note")));
+    options.desk.registers = parser.isSet(QStringLiteral("registers"));
+    const QString header = parser.value(QStringLiteral("header"));
+    options.desk.header = header == QLatin1String("turn") ? 4 : header.toInt();
     bool ok = true;
     if (parser.isSet(QStringLiteral("clock-off")))
         options.desk.clockOffMinutes = parser.value(QStringLiteral("clock-off")).toInt(&ok);

@@ -57,10 +57,8 @@ std::optional<TerminalMessage> TerminalReader::next()
            (m_pending.at(ends) == QLatin1Char('\r') || m_pending.at(ends) == QLatin1Char('\n')))
         ++ends;
     m_pending.remove(0, ends);
-    if (m_pending.startsWith(Request)) {
-        m_pending.remove(0, Request.size());
-        return TerminalMessage{TerminalMessage::ReceiptRequest, -1, QString()};
-    }
+    if (m_pending.startsWith(Request))
+        return takeRequest();
     if (m_pending.startsWith(Start))
         return takeBracketed();
     if (Request.startsWith(m_pending) || Start.startsWith(m_pending))
@@ -68,8 +66,16 @@ std::optional<TerminalMessage> TerminalReader::next()
     return takeForeign();
 }
 
+TerminalMessage TerminalReader::takeRequest()
+{
+    m_restExpected = false;
+    m_pending.remove(0, Request.size());
+    return {TerminalMessage::ReceiptRequest, -1, QString()};
+}
+
 std::optional<TerminalMessage> TerminalReader::takeBracketed()
 {
+    m_restExpected = false;
     const int end = m_pending.indexOf(End);
     const int again = m_pending.indexOf(Start, 1);
     if (again > 0 && (end < 0 || again < end)) {
@@ -89,7 +95,7 @@ TerminalMessage TerminalReader::takeForeign()
     const int mark = m_pending.indexOf(QLatin1Char('|'), 1);
     const QString text = mark < 0 ? m_pending : m_pending.left(mark);
     m_pending.remove(0, text.size());
-    return foreign(text);
+    return m_restExpected ? TerminalMessage{TerminalMessage::Broken, -1, text} : foreign(text);
 }
 
 std::optional<TerminalMessage> TerminalReader::giveUp()

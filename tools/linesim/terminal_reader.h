@@ -31,12 +31,16 @@ public:
     [[nodiscard]] std::optional<TerminalMessage> next();
     /// The line has been silent for long: what has not ended by now is broken.
     [[nodiscard]] std::optional<TerminalMessage> giveUp();
+    /// The line was cut: the rest of what was under way comes without its beginning.
+    void expectRest() { m_restExpected = true; }
     [[nodiscard]] bool isInside() const { return !m_pending.isEmpty(); } ///< within a message
     [[nodiscard]] bool isInsideTelegram() const; ///< within a message that has begun as a telegram
 
 private:
     [[nodiscard]] std::optional<TerminalMessage> takeBracketed();
+    [[nodiscard]] TerminalMessage takeRequest();
     [[nodiscard]] TerminalMessage takeForeign();
 
     QString m_pending;
+    bool m_restExpected = false;
 };
