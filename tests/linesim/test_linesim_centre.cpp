@@ -1,9 +1,7 @@
 // The switching centre: its strict reading of the terminal, its bookkeeping, its scenario.
 
-#include "tools/linesim/centre_desk.h"
-#include "tools/linesim/event_log.h"
+#include "tests/linesim/clerk.h"
 #include "tools/linesim/scenario.h"
-#include "tools/linesim/terminal_reader.h"
 
 #include <QtTest>
 
@@ -33,47 +31,6 @@ private slots:
     void scenarioRefusesWhatItDoesNotUnderstand();
 };
 
-namespace
-{
-/// A clerk with what he says and notes.
-struct Clerk {
-    explicit Clerk(const QTime &time = QTime(12, 0))
-    {
-        QObject::connect(&desk, &CentreDesk::send, &desk, [this](const QString &text) { said << text; });
-        at(time);
-    }
-    void at(const QTime &time, int day = 31) { desk.setTime(QDateTime(QDate(2026, 7, day), time)); }
-    void hear(const QString &text)
-    {
-        reader.take(text);
-        while (const auto message = reader.next())
-            desk.take(*message);
-    }
-    /// What he has said since the last call.
-    QStringList speech()
-    {
-        const QStringList all = said;
-        said.clear();
-        return all;
-    }
-    void open()
-    {
-        hear(QStringLiteral("|ЗЗ |ЗЦЗЦ КС ВАШ 000=000 НННН  "));
-        said.clear();
-    }
-
-    QStringList said, lines;
-    EventLog log{[this](const QString &line) { lines << line; }};
-    CentreDesk desk{CentreDesk::Settings(), log};
-    TerminalReader reader;
-};
-
-QString service(const QString &text)
-{
-    return QStringLiteral("\r\nЗЦЗЦ ") + text + QStringLiteral(" НННН  1200\r\n");
-}
-} // namespace
-
 void TestLinesimCentre::readsEachForm_data()
 {
     QTest::addColumn<QString>("line");
@@ -93,6 +50,15 @@ void TestLinesimCentre::readsEachForm_data()
     QTest::newRow("telegram") << "|ЗЦЗЦ 007 А\r\nБ НННН  " << int(TerminalMessage::Telegram) << 7 << "А\r\nБ";
     QTest::newRow("empty telegram") << "|ЗЦЗЦ 007  НННН  " << int(TerminalMessage::Telegram) << 7 << "";
     QTest::newRow("two digits") << "|ЗЦЗЦ 07 А НННН  " << int(TerminalMessage::Foreign) << -1 << "07 А ";
+    QTest::newRow("mark inside a form")
+        << "|ЗЦЗЦ КС |СТОП НННН  " << int(TerminalMessage::Foreign) << -1 << "КС |СТОП ";
+    QTest::newRow("request without its mark") << "ЗЗ " << int(TerminalMessage::Foreign) << -1 << "ЗЗ ";
+    QTest::newRow("request under the figures' mark")
+        << "#ЗЗ " << int(TerminalMessage::Foreign) << -1 << "#ЗЗ ";
+    QTest::newRow("form without its mark")
+        << "ЗЦЗЦ КС СТОП НННН  " << int(TerminalMessage::Foreign) << -1 << "ЗЦЗЦ КС СТОП НННН  ";
+    QTest::newRow("Latin brackets") << "&ZCZC 001 A NNNN  " << int(TerminalMessage::Foreign) << -1
+                                    << "&ZCZC 001 A NNNN  ";
     QTest::newRow("no form") << "ПРИВЕТ" << int(TerminalMessage::Foreign) << -1 << "ПРИВЕТ";
 }
 
@@ -221,6 +187,12 @@ void TestLinesimCentre::breachesAreCounted_data()
     QTest::addColumn<QString>("breach");
     QTest::newRow("number out of order") << "|ЗЦЗЦ 002 Х НННН  "
                                          << "violation: telegram 2 instead of 1";
+    QTest::newRow("receipt ahead of what was sent") << "|ЗЦЗЦ КС ВАШ 003=003 НННН  "
+                                                    << "violation: receipt 3 of 0 sent";
+    QTest::newRow("letter among the figures") << "|ЗЦЗЦ 001 #12А НННН  "
+                                              << "violation: telegram 1 out of its register";
+    QTest::newRow("number that repeats") << "|ЗЦЗЦ 000 Х НННН  "
+                                         << "violation: telegram 0 instead of 1";
     QTest::newRow("text of no form") << "ПРИВЕТ"
                                      << "violation: text of no form ПРИВЕТ";
     QTest::newRow("unknown form") << "|ЗЦЗЦ КС ПРИВЕТ НННН  "
