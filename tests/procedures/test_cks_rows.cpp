@@ -60,7 +60,7 @@ struct Picture {
         add("confirm", confirmed);
         add("categories", categories);
         for (const QString &line : desk.noted())
-            lines << QStringLiteral("note=") + line.mid(9).trimmed();
+            lines << QStringLiteral("note") + line.at(0) + QLatin1Char('=') + line.mid(10).trimmed();
     }
 
     /// What of \a other is not here.
@@ -90,33 +90,32 @@ void prepare(const CksDesk &desk, int mode, bool manual)
 
 const char Automatic[] = "a", Manual[] = "m", Both[] = "am", AllModes[] = "012345", NotAsked[] = "01345",
            NotOpen[] = "01245";
-} // namespace
 
-void TestCksRows::eachRowInEachMode_data()
+void row(const char *name, const char *text, const char *modes, const char *manners,
+         const QStringList &changes)
 {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("modes");
-    QTest::addColumn<QString>("manners");
-    QTest::addColumn<QStringList>("changes"); // those that hold already are no changes
-    const auto row = [](const char *name, const char *text, const char *modes, const char *manners,
-                        const QStringList &changes) {
-        QTest::newRow(name) << QString::fromUtf8(text) << modes << manners << changes;
-    };
-    const QStringList toManual{"manual=1", "scan=3"};
-    const QStringList manualNote{"note=Установлен РУЧНОЙ режим"};
-    const QStringList ended{"scan=0", "progress=0", "current="};
-    const QStringList receipt{"ask=0", "asked=0"};
-    const QStringList accepted =
-        QStringList{"queue=", "sent=20260731u001.006",
-                    "note=ПЕРЕИМЕНОВАНИЕ out/20260731u001 В out/20260731/20260731u001.006"} +
-        ended;
-    const QStringList toAsked{"mode=2", "age=0"};
-    const auto aside = [&ended](const QString &suffix) {
-        return QStringList{"queue=20260731u001.b" + suffix,
-                           "note=ПЕРЕИМЕНОВАНИЕ out/20260731u001 В out/20260731u001.b" + suffix} +
-               ended;
-    };
+    QTest::newRow(name) << QString::fromUtf8(text) << modes << manners << changes;
+}
 
+const QStringList toManual{"manual=1", "scan=3"};
+const QStringList manualNote{"note3=Установлен РУЧНОЙ режим"};
+const QStringList ended{"scan=0", "progress=0", "current="};
+const QStringList receipt{"ask=0", "asked=0"};
+const QStringList toAsked{"mode=2", "age=0"};
+const QStringList accepted =
+    QStringList{"queue=", "sent=20260731u001.006",
+                "note3=ПЕРЕИМЕНОВАНИЕ out/20260731u001 В out/20260731/20260731u001.006"} +
+    ended;
+
+QStringList aside(const QString &suffix)
+{
+    return QStringList{"queue=20260731u001.b" + suffix,
+                       "note3=ПЕРЕИМЕНОВАНИЕ out/20260731u001 В out/20260731u001.b" + suffix} +
+           ended;
+}
+
+void addReceipts()
+{
     row("receipt asked for", "ЗАПРОСИТЕ КВИТАНЦИЮ", AllModes, Both, {"ask=1"});
     row("renumbering announced", "ЗАПРОСИТЕ КВИТАНЦИЮ СМЕНА НУМЕРАЦИИ В 0001", AllModes, Both,
         {"ask=1", "announced=1"});
@@ -136,6 +135,10 @@ void TestCksRows::eachRowInEachMode_data()
         receipt + accepted + QStringList{"channel=1800"});
     row("receipt: confirm", "ВАШ 006 НАШ 004 ПОСЛЕДНИЕ ПОДТВЕРДИТЕ ПРИЕМ Р", AllModes, Both,
         receipt + accepted + QStringList{"mode=5", "age=0", "channel=Р", "confirm=4"});
+}
+
+void addReceiptsThatDiffer()
+{
     row("receipt: ours differ", "ВАШ 005 НАШ 004", AllModes, Automatic,
         receipt + toManual + manualNote + aside("006") + QStringList{"centreIn=5"});
     row("receipt: ours differ, manual", "ВАШ 005 НАШ 004", AllModes, Manual,
@@ -143,14 +146,17 @@ void TestCksRows::eachRowInEachMode_data()
     row("receipt: theirs differ, open", "ВАШ 006 НАШ 005", "3", Automatic,
         receipt + accepted + manualNote +
             QStringList{"centreOut=5", "manual=1", "scan=3", "line=|ЗЦЗЦ КС СТОП НННН  ",
-                        "note=РАСХОЖДЕНИЕ СЧЕТЧИКОВ"});
+                        "note4=РАСХОЖДЕНИЕ СЧЕТЧИКОВ"});
     row("receipt: theirs differ, not open", "ВАШ 006 НАШ 005", NotOpen, Automatic,
         receipt + accepted + manualNote +
-            QStringList{"centreOut=5", "manual=1", "scan=3", "note=РАСХОЖДЕНИЕ СЧЕТЧИКОВ"});
+            QStringList{"centreOut=5", "manual=1", "scan=3", "note4=РАСХОЖДЕНИЕ СЧЕТЧИКОВ"});
     row("receipt: theirs differ, open, manual", "ВАШ 006 НАШ 005", "3", Manual,
         receipt + accepted +
-            QStringList{"centreOut=5", "scan=3", "line=|ЗЦЗЦ КС СТОП НННН  ", "note=РАСХОЖДЕНИЕ СЧЕТЧИКОВ"});
+            QStringList{"centreOut=5", "scan=3", "line=|ЗЦЗЦ КС СТОП НННН  ", "note4=РАСХОЖДЕНИЕ СЧЕТЧИКОВ"});
+}
 
+void addOpenings()
+{
     row("opening", "ОТКРОЙТЕ СВЯЗЬ АБВГДЕ/12", NotAsked, Automatic,
         toAsked + QStringList{"channel=АБВГДЕ/12", "send=3"});
     row("opening, manual", "ОТКРОЙТЕ СВЯЗЬ АБВГДЕ/12", NotAsked, Manual,
@@ -167,22 +173,28 @@ void TestCksRows::eachRowInEachMode_data()
     row("waits for the opening, manual", "ЖДУ ОТКРЫТИЯ СВЯЗИ", NotOpen, Manual, {});
     row("waits for another thing", "ЖДУ ЗАКРЫТИЯ СВЯЗИ", AllModes, Automatic, {"mode=0", "age=0"});
     row("waits for another thing, manual", "ЖДУ ЗАКРЫТИЯ СВЯЗИ", AllModes, Manual, {});
+}
 
-    const QStringList renumbered{"quiet=0", "in=0", "out=0", "note=Счетчики сброшены"};
+void addRenumberings()
+{
+    const QStringList renumbered{"quiet=0", "in=0", "out=0", "note3=Счетчики сброшены"};
     row("renumbering", "СМЕНА НУМЕРАЦИИ ПРИН 0012 ПЕР 0040 ОТКРОЙТЕ СВЯЗЬ", AllModes, Automatic,
         renumbered + QStringList{"line=\r\n|ЗЦЗЦ КС ВАШ 040=040 НННН  "});
     row("renumbering, manual", "СМЕНА НУМЕРАЦИИ ПРИН 0012 ПЕР 0040 ОТКРОЙТЕ СВЯЗЬ", AllModes, Manual,
         renumbered);
     row("renumbering that is bad", "СМЕНА НУМЕРАЦИИ ПРИН 0011 ПЕР 0040 ОТКРОЙТЕ СВЯЗЬ", AllModes, Automatic,
         renumbered + toManual + manualNote +
-            QStringList{"note=Расхождение за предыдущие сутки: ПРИН 0012 ПЕР 0040"});
+            QStringList{"note4=Расхождение за предыдущие сутки: ПРИН 0012 ПЕР 0040"});
     row("renumbering that is bad, manual", "СМЕНА НУМЕРАЦИИ ПРИН 0011 ПЕР 0040 ОТКРОЙТЕ СВЯЗЬ", AllModes,
-        Manual, renumbered + QStringList{"note=Расхождение за предыдущие сутки: ПРИН 0012 ПЕР 0040"});
+        Manual, renumbered + QStringList{"note4=Расхождение за предыдущие сутки: ПРИН 0012 ПЕР 0040"});
 
     row("correction", "ОБРАЩАЙТЕСЬ В КСС ЗА ТЛГ 005-009", AllModes, Both,
-        {"in=9", "note=КОРРЕКТИРОВКА СЧЕТЧИКОВ ПРИЕМ"});
+        {"in=9", "note3=КОРРЕКТИРОВКА СЧЕТЧИКОВ ПРИЕМ"});
     row("repetition ended", "ПОВТОР ОКОНЧЕН", AllModes, Both, {});
+}
 
+void addTheRest()
+{
     row("distortion", "ИСКАЖЕНИЕ 7 ВАШ 12", "3", Automatic,
         toAsked + toManual + manualNote + aside("07") + QStringList{"centreIn=12"});
     row("distortion, manual", "ИСКАЖЕНИЕ 7 ВАШ 12", "3", Manual,
@@ -201,6 +213,20 @@ void TestCksRows::eachRowInEachMode_data()
     row("refusal, manual", "ТЕЛЕГРАММА НЕ ПРИНЯТА", AllModes, Manual, toAsked + QStringList{"scan=3"});
     row("taken", "ССС ПРИНЯТО 5", AllModes, Both, {});
     row("anything else", "ПРИВЕТ", AllModes, Both, {});
+}
+} // namespace
+
+void TestCksRows::eachRowInEachMode_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("modes");
+    QTest::addColumn<QString>("manners");
+    QTest::addColumn<QStringList>("changes"); // those that hold already are no changes
+    addReceipts();
+    addReceiptsThatDiffer();
+    addOpenings();
+    addRenumberings();
+    addTheRest();
 }
 
 void TestCksRows::check(const QString &text)
