@@ -41,6 +41,7 @@ private slots:
     void confirmationFromBeforeTheLossCounts();
     void repetitionIsNotBegunTwice();
     void quietTimeIsJudgedByTheBeginning();
+    void quietTimeEndsWithinTenSecondsOfTheMinute();
     void oldDaysFigureIsNoBreachTillTheRenumbering();
 };
 
@@ -417,6 +418,16 @@ void TestLinesimClerk::quietTimeIsJudgedByTheBeginning()
     clerk.desk.setMessageStart(QDateTime(QDate(2026, 7, 31), QTime(23, 57)));
     clerk.hear(QStringLiteral("|ЗЦЗЦ 002 Х НННН  "));
     QCOMPARE(clerk.breaches(), QStringList("violation: telegram 2 in the quiet time"));
+}
+
+void TestLinesimClerk::quietTimeEndsWithinTenSecondsOfTheMinute()
+{
+    for (const int second : {49, 50}) {
+        Clerk clerk(QTime(0, 0, second));
+        clerk.open();
+        clerk.hear(QStringLiteral("|ЗЦЗЦ 001 Х НННН  "));
+        QCOMPARE(clerk.breaches().size(), second < 50 ? 1 : 0);
+    }
 }
 
 void TestLinesimClerk::oldDaysFigureIsNoBreachTillTheRenumbering()

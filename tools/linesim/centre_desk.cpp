@@ -8,10 +8,11 @@ namespace
 constexpr int CrossingSeconds = 10; // what the terminal begins till then may have crossed the closing
 constexpr int RepeatSeconds = 20;   // what a repetition may take until the terminal counts it
 
-/// The quiet time, with a minute for what was on the line when it began.
+/// The quiet time, with a minute for what was on the line when it began, and some seconds at its end by which
+/// the terminal's clock may be ahead.
 bool isQuiet(const QTime &time)
 {
-    return time >= QTime(23, 57) || time < QTime(0, 1);
+    return time >= QTime(23, 57) || time < QTime(0, 0, 50);
 }
 } // namespace
 
