@@ -72,7 +72,9 @@ inline bool print(const Row &row, const Reporter &reporter)
     const double baseline = row.baseline ? reporter.secondsOf(row.baseline) : row.seconds;
     const double ratio = measured / baseline;
     const bool passes = measured >= 0 && baseline > 0 && ratio <= row.bar;
-    std::printf("bench: %s | %.3f | bar <= %.2f | %s\n", row.what, ratio, row.bar, passes ? "ok" : "MISSED");
+    const int digits = ratio < 0.001 ? 7 : 3;
+    std::printf("bench: %s | %.*f | bar <= %.3g | %s\n", row.what, digits, ratio, row.bar,
+                passes ? "ok" : "MISSED");
     return passes;
 }
 

@@ -1,0 +1,152 @@
+// Feeds a fuzz target its corpus and mutations of it, always the same ones:
+//   program corpus-directory [runs]
+// What made it die is left in the working directory, to be looked into by
+//   program --input fuzz.input
+
+#include "tests/fuzz/fuzz.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <string>
+#include <vector>
+
+// Of a sanitizer's runtime, if there is one.
+extern "C" __attribute__((weak)) void __sanitizer_set_death_callback(void (*callback)());
+
+namespace
+{
+using Input = std::string;
+
+Input underWay;
+std::string keptAs; ///< absolute: a session has a working directory of its own
+
+void keepInput()
+{
+    std::ofstream(keptAs, std::ios::binary) << underWay;
+    std::fprintf(stderr, "the input is in %s\n", keptAs.c_str());
+}
+
+void dieOf(int signal)
+{
+    keepInput();
+    std::signal(signal, SIG_DFL);
+    std::raise(signal);
+}
+
+void keepInputAtDeath()
+{
+    keptAs = (std::filesystem::current_path() / "fuzz.input").string();
+    if (__sanitizer_set_death_callback != nullptr)
+        __sanitizer_set_death_callback(keepInput);
+    else
+        std::signal(SIGSEGV, dieOf);
+    std::signal(SIGABRT, dieOf);
+}
+
+/// A session stores files: in memory they wear out no disk.
+void workInMemory()
+{
+    const QString memory = QStringLiteral("/dev/shm");
+    if (QFileInfo(memory).isWritable())
+        qputenv("TMPDIR", memory.toLocal8Bit());
+}
+
+Input readFile(const std::filesystem::path &path)
+{
+    std::ifstream file(path, std::ios::binary);
+    Input input{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    while (!input.empty() && input.back() == '\n') // the file's own end
+        input.pop_back();
+    return input;
+}
+
+/// The files of \a directory in the order of their names, without the line feed at their end.
+std::vector<Input> readCorpus(const std::filesystem::path &directory)
+{
+    std::vector<std::filesystem::path> paths;
+    for (const auto &entry : std::filesystem::directory_iterator(directory))
+        paths.push_back(entry.path());
+    std::sort(paths.begin(), paths.end());
+    std::vector<Input> corpus;
+    for (const auto &path : paths)
+        corpus.push_back(readFile(path));
+    return corpus;
+}
+
+class Mutator
+{
+public:
+    explicit Mutator(const std::vector<Input> &corpus) : m_corpus(corpus) {}
+
+    Input next()
+    {
+        Input input = any();
+        for (size_t left = 1 + below(6); left > 0; --left)
+            change(input);
+        return input;
+    }
+
+private:
+    size_t below(size_t limit) { return limit == 0 ? 0 : size_t(m_random() % limit); }
+    const Input &any() { return m_corpus[below(m_corpus.size())]; }
+
+    /// A piece of some input of the corpus: forms and their halves.
+    Input piece()
+    {
+        const Input &from = any();
+        const size_t at = below(from.size());
+        return from.substr(at, 1 + below(60));
+    }
+
+    void change(Input &input)
+    {
+        const size_t at = below(input.size() + 1);
+        switch (below(6)) {
+        case 0: input.insert(at, piece()); break;
+        case 1: input.erase(at, 1 + below(30)); break;
+        case 2: input.insert(at, input.substr(below(input.size() + 1), 1 + below(200))); break;
+        case 3: input.insert(at, 1, char(below(256))); break;
+        case 4: input = input.substr(0, at) + any(); break;
+        default:
+            if (at < input.size())
+                input[at] = char(below(256));
+        }
+    }
+
+    const std::vector<Input> &m_corpus;
+    std::mt19937 m_random{20260731};
+};
+
+void run(const Input &input)
+{
+    underWay = input;
+    LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t *>(input.data()), input.size());
+}
+} // namespace
+
+int main(int argc, char **argv)
+{
+    workInMemory();
+    if (argc == 3 && std::string(argv[1]) == "--input") {
+        run(readFile(argv[2]));
+        return 0;
+    }
+    const std::vector<Input> corpus = argc < 2 ? std::vector<Input>() : readCorpus(argv[1]);
+    if (corpus.empty()) {
+        std::fprintf(stderr, "usage: %s corpus-directory [runs]\n", argv[0]);
+        return 1;
+    }
+    keepInputAtDeath();
+    for (const Input &input : corpus)
+        run(input);
+    Mutator mutator(corpus);
+    for (int left = argc > 2 ? std::atoi(argv[2]) : 2000; left > 0; --left)
+        run(mutator.next());
+    return 0;
+}
