@@ -131,7 +131,7 @@ void TestProgram::missingDataDirectoryIsRefused()
     program.showOn(screen.display);
     program.start(VELDA_PROGRAM, {"-d=" + base.filePath("none")}, base.path());
     QVERIFY(confirmBox(screen, program));
-    QVERIFY(program.endedWith(1));
+    QVERIFY2(program.endedWith(1), qPrintable(program.lines.join('\n')));
     QVERIFY(QDir(base.path()).isEmpty());
 }
 

@@ -79,7 +79,7 @@ void TestCksReceipt::yourWithoutBlankIsNoReceipt()
 void TestCksReceipt::tornReceiptOnlyEndsTheAsking_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::newRow("no second figure") << "ВАШ 005 НАШ  ";
+    QTest::newRow("no blank before the second figure") << "ВАШ 005 НАШ";
     QTest::newRow("first figure short") << "ВАШ 05 НАШ 003 ПОСЛЕДНИЕ СВЯЗЬ ОТКРЫТА";
     QTest::newRow("second figure short") << "ВАШ 005 НАШ 03 ПОСЛЕДНИЕ";
     QTest::newRow("letters") << "ВАШ АБВ НАШ 003";
