@@ -23,9 +23,12 @@ now()
 }
 
 # A program under the false clock, beginning at the present; to be run in the background, whose process it becomes.
+# It shares no start with the others, by which it would count the time until now twice.
 launch()
 {
-    FAKETIME="@$(now '%F %T') x$speed" exec "$@"
+    FAKETIME="@$(now '%F %T') x$speed"
+    unset FAKETIME_SHARED
+    exec "$@"
 }
 
 centre()
@@ -49,7 +52,7 @@ start_all()
 {
     mkfifo "$day/commands"
     launch "$bin/linesim" centre --listen 0 --store "$day/kept" --pause 10000 --answer 60000 --header turn \
-        < "$day/commands" > "$day/centre.log" 2>&1 &
+        < "$day/commands" >> "$day/centre.log" 2>&1 &
     centre=$!
     echo "$centre" >> "$day/processes"
     exec 3> "$day/commands"
