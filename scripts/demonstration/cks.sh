@@ -80,6 +80,11 @@ every_telegram_arrived()
     grep -q '^confirmation: ' "$result/far-end.log"
 }
 
+before_typing()
+{
+    echo talk >&3
+}
+
 # told WHAT LINE: the centre has noted that line.
 told()
 {

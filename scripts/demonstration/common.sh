@@ -84,6 +84,8 @@ start_virtual_display()
     unset WAYLAND_DISPLAY
     openbox 2>> "$result/display.log" &
     display_processes=($! "${display_processes[@]}") # the server ends last
+    # A window that shows itself while the manager is starting may never appear.
+    until_true 10 sh -c 'xprop -root _NET_SUPPORTING_WM_CHECK | grep -q "window id"'
 }
 
 # until_true SECONDS COMMAND...: repeats the command until it succeeds; fails when the time is over.
@@ -116,6 +118,25 @@ sent_files_left_the_queue()
 wait_for_telegrams()
 {
     until_true 90 every_telegram_arrived && until_true 10 sent_files_left_the_queue && sleep 2
+}
+
+# What the far end must know before it hears free text; a demonstration may have something to tell it.
+before_typing()
+{
+    :
+}
+
+# The operator takes the line in manual mode and types; the far end must hear it.
+operator_types()
+{
+    local window
+    before_typing
+    window=$(xdotool search --onlyvisible --name ' / V:' | head -n 1)
+    xdotool windowactivate --sync "$window"
+    xdotool key alt+a
+    sleep 1
+    xdotool type --delay 150 hello
+    until_true 20 grep -q HELLO "$kept/stream.txt" && echo "typed text has arrived: HELLO"
 }
 
 # A picture of the screen; a screen of one colour is none.

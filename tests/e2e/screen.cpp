@@ -28,6 +28,17 @@ QString windowOf(const QString &display, const QString &title)
             found = window;
     return found;
 }
+
+/// Whether a window manager is at work. A window that shows itself while the manager is starting may never
+/// appear.
+bool isManaged(const QString &display)
+{
+    QProcess tool;
+    tool.start(QStringLiteral("xprop"), {QStringLiteral("-display"), display, QStringLiteral("-root"),
+                                         QStringLiteral("_NET_SUPPORTING_WM_CHECK")});
+    tool.waitForFinished();
+    return tool.readAllStandardOutput().contains("window id");
+}
 } // namespace
 
 Screen::Screen()
@@ -47,7 +58,7 @@ Screen::Screen()
     environment.insert(QStringLiteral("DISPLAY"), display);
     m_windowManager.setProcessEnvironment(environment);
     m_windowManager.start(QStringLiteral("openbox"), QStringList());
-    if (!m_windowManager.waitForStarted())
+    if (!m_windowManager.waitForStarted() || !QTest::qWaitFor([this] { return isManaged(display); }, 30000))
         qFatal("openbox does not start");
 }
 

@@ -23,6 +23,7 @@ private slots:
     void wrongNumberGoesBeforeTheRightOne();
     void breachesAreCounted_data();
     void breachesAreCounted();
+    void freeTextIsTalkOnRequest();
     void telegramsBackToBackAreABreach();
     void quietTimeIsKept();
     void renumbersAfterMidnight();
@@ -210,6 +211,16 @@ void TestLinesimCentre::breachesAreCounted()
     clerk.hear(line);
     QCOMPARE(clerk.log.violations, 1);
     QCOMPARE(clerk.lines.filter("violation: "), QStringList(breach));
+}
+
+void TestLinesimCentre::freeTextIsTalkOnRequest()
+{
+    Clerk clerk;
+    clerk.open();
+    clerk.desk.talk();
+    clerk.hear(QStringLiteral("ПРИВЕТ"));
+    QCOMPARE(clerk.log.violations, 0);
+    QVERIFY(clerk.lines.contains(QStringLiteral("talk: ПРИВЕТ")));
 }
 
 void TestLinesimCentre::telegramsBackToBackAreABreach()

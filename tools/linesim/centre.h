@@ -65,6 +65,7 @@ private:
     void doCutSending(const QString &);
     void doDrop(const QString &);
     void doSilence(const QString &);
+    void doTalk(const QString &);
     void doSpeak(const QString &);
     void doFigures(const QString &);
     void doQuit(const QString &);

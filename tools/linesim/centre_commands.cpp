@@ -14,6 +14,7 @@ const Centre::Command Centre::commands[] = {
     {"cut-sending", &Centre::doCutSending}, // drop it within the next telegram to the terminal
     {"drop", &Centre::doDrop},              // drop it at once
     {"silence", &Centre::doSilence},
+    {"talk", &Centre::doTalk}, // hear free text from now on without blame
     {"speak", &Centre::doSpeak},
     {"figures", &Centre::doFigures},
     {"quit", &Centre::doQuit},
@@ -103,4 +104,9 @@ void Centre::doQuit(const QString &)
 {
     doFigures(QString());
     emit quit();
+}
+
+void Centre::doTalk(const QString &)
+{
+    m_desk.talk();
 }

@@ -87,6 +87,8 @@ void CentreDesk::take(const TerminalMessage &message)
     case TerminalMessage::Telegram: return takeTelegram(message);
     case TerminalMessage::Broken: return m_log.event(QStringLiteral("broken"), escaped(message.text));
     case TerminalMessage::Foreign:
+        if (m_talks)
+            return m_log.event(QStringLiteral("talk"), escaped(message.text));
         return m_log.violation(QStringLiteral("text of no form ") + escaped(message.text));
     }
 }

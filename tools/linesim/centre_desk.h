@@ -62,6 +62,8 @@ public:
     void referElsewhere(int count);
 
     // Faults, each once for every call
+    /// From now on free text is the operator's talk, no breach.
+    void talk() { m_talks = true; }
     void loseReceipt() { ++m_receiptsToLose; }
     /// The terminal's next telegram: "ИСКАЖЕНИЕ n ВАШ m", "ИСКАЖЕНИЯ n" if \a form is "plural", "ИСКАЖЕНИЯ"
     /// if it is "bare".
@@ -112,6 +114,7 @@ private:
     Channel m_channel = Closed;
     bool m_receiptOwed = false; // a telegram has come and no receipt has gone
     bool m_renumberDue = false; // the day has turned, the terminal does not know yet
+    bool m_talks = false;
     bool m_quiet = false;       // around midnight
     bool m_lost = false;        // the line went while the channel was not closed
     int m_awaitedFigure = -1;   // of the answer to a renumbering; -1 none
