@@ -36,6 +36,9 @@ private slots:
     void noteIsWaitedForUntilItsLimit();
     void telegramBehindEndsTheWaitForTheNote();
     void noteIsNoMatterForServiceMessages();
+    void endMarkCutAnywhere_data();
+    void endMarkCutAnywhere();
+    void exchangedBufferIsReadAnew();
     void randomCutsGiveTheSameDay();
 };
 
@@ -313,6 +316,44 @@ void TestCksReceive::noteIsNoMatterForServiceMessages()
     ProcessCKS.processReceive("ЗЦЗЦ СВЯЗЬ ОТКРЫТА НННН  \r\n");
     ProcessCKS.checkReceive();
     QCOMPARE(State.tlgMode, 3);
+}
+
+void TestCksReceive::endMarkCutAnywhere_data()
+{
+    QTest::addColumn<QString>("mark");
+    QTest::newRow("Cyrillic") << "НННН  ";
+    QTest::newRow("Latin") << "NNNN  ";
+    QTest::newRow("behind half a mark") << "ННННН  ";
+}
+
+/// A waiting message is looked at again only where it is new: a mark that comes in two is still found.
+void TestCksReceive::endMarkCutAnywhere()
+{
+    QFETCH(QString, mark);
+    for (int cut = 0; cut <= mark.size(); ++cut) {
+        const CksDesk desk;
+        ProcessCKS.processReceive("ЗЦЗЦ 001 ТЕКСТ " + mark.left(cut));
+        ProcessCKS.checkReceive();
+        ProcessCKS.checkReceive();
+        QCOMPARE(State.PK_in, 0);
+        ProcessCKS.processReceive(mark.mid(cut) + "\rЗЦЗЦ 002 ТЕКСТ " + mark + "\r");
+        ProcessCKS.checkReceive();
+        QCOMPARE(State.PK_in, 1);
+        ProcessCKS.checkReceive();
+        QCOMPARE(State.PK_in, 2);
+        QCOMPARE(ProcessCKS.receiveBuffer, QStringLiteral("\r"));
+    }
+}
+
+void TestCksReceive::exchangedBufferIsReadAnew()
+{
+    const CksDesk desk;
+    const QString waiting = QStringLiteral("ЗЦЗЦ 001 ТЕКСТ ТЕКСТ ТЕКСТ");
+    ProcessCKS.processReceive(waiting);
+    ProcessCKS.checkReceive();
+    ProcessCKS.receiveBuffer = QStringLiteral("ЗЦЗЦ 001 А НННН  \r").leftJustified(waiting.size());
+    ProcessCKS.checkReceive();
+    QCOMPARE(State.PK_in, 1);
 }
 
 void TestCksReceive::randomCutsGiveTheSameDay()
