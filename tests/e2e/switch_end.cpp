@@ -1,0 +1,39 @@
+#include "tests/e2e/switch_end.h"
+
+#include <QtTest>
+
+SwitchEnd::SwitchEnd(const QString &clock, const QStringList &more)
+{
+    const QString listening = QStringLiteral("listening: ");
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(FAKETIME_LIBRARY));
+    environment.insert(QStringLiteral("FAKETIME"), clock);
+    environment.insert(QStringLiteral("ASAN_OPTIONS"),
+                       qEnvironmentVariable("ASAN_OPTIONS") + QStringLiteral(":verify_asan_link_order=0"));
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(LINESIM_PROGRAM),
+                  QStringList{QStringLiteral("switch"), QStringLiteral("--listen"), QStringLiteral("0"),
+                              QStringLiteral("--terminal-ao"), QStringLiteral("654321 ЗНАМЯ"),
+                              QStringLiteral("--answer"), QStringLiteral("60000"),
+                              QStringLiteral("--patience"), QStringLiteral("90")} +
+                      more);
+    if (!QTest::qWaitFor([&] { return count(listening) > 0; }, 10000))
+        qFatal("linesim does not listen: %s", qPrintable(lines.join(QLatin1Char('\n'))));
+    port = lines.filter(listening).first().mid(listening.size()).toUShort();
+}
+
+void SwitchEnd::command(const QString &line)
+{
+    process.write(line.toUtf8() + '\n');
+}
+
+QStringList SwitchEnd::violations() const
+{
+    return lines.filter(QStringLiteral("violation: "));
+}
+
+bool SwitchEnd::quit()
+{
+    command(QStringLiteral("quit"));
+    return waitForEnd(10) && endedWith(0);
+}
