@@ -2,7 +2,7 @@
 # Shows the workstation at work: a simulated far end on loopback, the workstation on a fresh data directory,
 # telegrams in both directions.
 #   ./run.sh          with a message switching centre
-#   ./run.sh NAME     another demonstration of scripts/demonstration: cks, direct
+#   ./run.sh NAME     another demonstration of scripts/demonstration: cks, direct, skk
 # With a display the operator's window stays open until it is closed. Without one it runs under a virtual
 # display, ends by itself, leaves a screenshot, and the exit status is 0 only if every telegram has come through
 # whole.

@@ -85,17 +85,6 @@ before_typing()
     echo talk >&3
 }
 
-# told WHAT LINE: the centre has noted that line.
-told()
-{
-    if grep -qx "$2" "$result/far-end.log"; then
-        echo "seen     $1"
-    else
-        echo "MISSING  $1"
-        return 1
-    fi
-}
-
 # Each telegram at its place, byte for byte, and the steps of the day in the centre's notes.
 check_end()
 {

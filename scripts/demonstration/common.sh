@@ -170,6 +170,17 @@ whole()
     fi
 }
 
+# told WHAT LINE: the far end has noted that line.
+told()
+{
+    if grep -qx "$2" "$result/far-end.log"; then
+        echo "seen     $1"
+    else
+        echo "MISSING  $1"
+        return 1
+    fi
+}
+
 show_result()
 {
     echo "--- inp"

@@ -1,0 +1,75 @@
+# shellcheck shell=bash
+# The demonstration of a switched-channel network: a file goes to a subscriber over a call with answerbacks, another
+# subscriber is busy, and somebody calls the workstation to leave a telegram.
+# shellcheck disable=SC2154
+
+# queue NUMBER SUBSCRIBER TEXT: a file of the queue with its record.
+queue()
+{
+    local name=$data/out/$(date +%Y%m%d)u00$1
+    printf 'ЗЦЗЦ %s\r\nНННН  \r\n' "$3" > "$name"
+    printf '%s|S|01.01.2020 00:00|u|3|N|' "$2" > "$name.dat"
+}
+
+prepare_data()
+{
+    mkdir -p "$data"/{inp,out,prt} "$expected"
+    queue 1 112233 $'МОСКВА ИВАНОВУ=\r\nПОЗДРАВЛЯЮ С НАЧАЛОМ РАБОТЫ='
+    queue 2 445566 $'ТВЕРЬ СИДОРОВУ=\r\nЭТОТ АБОНЕНТ ЗАНЯТ='
+    cp "$data/out/$(date +%Y%m%d)u001" "$expected/ИСХ1"
+    printf 'ЗЦЗЦ 007 КАЗАНЬ ПЕТРОВУ=\r\nВАМ ЗВОНЯТ=\r\nНННН  ' > "$expected/ВХ1"
+}
+
+start_far_end()
+{
+    far_end_listens switch --listen 0 --window-pause 50 --point АБ-123456 --terminal-ao '654321 ЗНАМЯ' \
+        --telegram '007 КАЗАНЬ ПЕТРОВУ=\r\nВАМ ЗВОНЯТ=\r\n' --subscriber '112233:112233 |ЗАРЯ' \
+        --subscriber '445566:445566 |ГРАНИТ:busy' --subscriber '223344:223344 |ВЕГА'
+    # The answerback is "654321 ЗНАМЯ"; the settings file escapes what is not Latin.
+    write_settings 1 <<'SETTINGS'
+
+[DORAL]
+AO=654321 \x417\x41d\x410\x41c\x42f
+SETTINGS
+}
+
+# The caller rings as soon as the busy subscriber has been called; a second try of that one would come too late.
+every_telegram_arrived()
+{
+    if [ -z "${called:-}" ] && grep -q '^result: 445566 busy' "$result/far-end.log"; then
+        echo "call 223344" >&3
+        called=yes
+    fi
+    grep -q '^down: 223344 ' "$result/far-end.log" && grep -q '^down: 112233 ' "$result/far-end.log"
+}
+
+# Beside the sent file stands the transcript of its connection.
+sent_files_left_the_queue()
+{
+    [ "$(find "$data/out" -mindepth 2 -type f | wc -l)" = 2 ]
+}
+
+# queued NUMBER RECORD: the file waits with a record that matches.
+queued()
+{
+    local record=$data/out/$(date +%Y%m%d)u00$1.dat
+    if grep -q "$2" "$record"; then
+        echo "waiting  the file of the busy subscriber: $(cat "$record")"
+    else
+        echo "MISSING  the record of the busy subscriber"
+        return 1
+    fi
+}
+
+check_end()
+{
+    local status=0
+    whole ИСХ1 "$data"/out/*/*u001.000 || status=1
+    whole ВХ1 "$data"/inp/*/*_000 || status=1
+    queued 2 '|2|N|Абонент занят$' || status=1
+    told "the text at its subscriber" \
+        'got: 112233 ЗЦЗЦ МОСКВА ИВАНОВУ=\\r\\nПОЗДРАВЛЯЮ С НАЧАЛОМ РАБОТЫ=\\r\\nНННН' || status=1
+    told "a connection of either way" 'figures: connections 2' || status=1
+    ! grep '^violation: ' "$result/far-end.log" || status=1
+    return "$status"
+}
