@@ -1,6 +1,6 @@
 # shellcheck shell=bash
 # The demonstration of a switched-channel network: a file goes to a subscriber over a call with answerbacks, another
-# subscriber is busy, and somebody calls the workstation to leave a telegram.
+# subscriber is busy, somebody calls the workstation to leave a telegram, and somebody to be written to by hand.
 # shellcheck disable=SC2154
 
 # queue NUMBER SUBSCRIBER TEXT: a file of the queue with its record.
@@ -22,7 +22,7 @@ prepare_data()
 
 start_far_end()
 {
-    far_end_listens switch --listen 0 --window-pause 50 --point АБ-123456 --terminal-ao '654321 ЗНАМЯ' \
+    far_end_listens switch --listen 0 --store "$kept" --window-pause 50 --point АБ-123456 --terminal-ao '654321 ЗНАМЯ' \
         --telegram '007 КАЗАНЬ ПЕТРОВУ=\r\nВАМ ЗВОНЯТ=\r\n' --subscriber '112233:112233 |ЗАРЯ' \
         --subscriber '445566:445566 |ГРАНИТ:busy' --subscriber '223344:223344 |ВЕГА'
     # The answerback is "654321 ЗНАМЯ"; the settings file escapes what is not Latin.
@@ -49,6 +49,13 @@ sent_files_left_the_queue()
     [ "$(find "$data/out" -mindepth 2 -type f | wc -l)" = 2 ]
 }
 
+# Typing needs a connection: somebody calls once more, and hangs up when he has been written to.
+before_typing()
+{
+    echo "call 667788 hang@text+5" >&3
+    until_true 20 grep -q '^up: from 667788' "$result/far-end.log"
+}
+
 # queued NUMBER RECORD: the file waits with a record that matches.
 queued()
 {
@@ -69,7 +76,8 @@ check_end()
     queued 2 '|2|N|Абонент занят$' || status=1
     told "the text at its subscriber" \
         'got: 112233 ЗЦЗЦ МОСКВА ИВАНОВУ=\\r\\nПОЗДРАВЛЯЮ С НАЧАЛОМ РАБОТЫ=\\r\\nНННН' || status=1
-    told "a connection of either way" 'figures: connections 2' || status=1
+    told "the operator's text at the one who called" 'got: 667788 HELLO' || status=1
+    told "three connections" 'figures: connections 3' || status=1
     ! grep '^violation: ' "$result/far-end.log" || status=1
     return "$status"
 }

@@ -11,7 +11,7 @@ constexpr qint64 SilenceMs = 3000; ///< after which an unended form is what it i
 
 ChannelSwitch::ChannelSwitch(const ChannelSwitchOptions &options, EventLog &log)
     : m_options(options), m_log(log), m_tcp(options.tcp, log), m_link(options.link, log),
-      m_line(options.line, log), m_reader(options.terminalAnswerback)
+      m_line(options.line, log), m_reader(options.terminalAnswerback), m_store(options.storeDirectory, log)
 {
     connect(&m_tcp, &TcpEnd::connected, this, &ChannelSwitch::takeConnection);
     connect(&m_tcp, &TcpEnd::disconnected, this, [this] {
@@ -19,7 +19,11 @@ ChannelSwitch::ChannelSwitch(const ChannelSwitchOptions &options, EventLog &log)
         m_line.lineLost();
         m_reader.forget();
     });
-    connect(&m_tcp, &TcpEnd::received, &m_link, &LinkEnd::take);
+    connect(&m_tcp, &TcpEnd::received, this, [this](const QByteArray &bytes) {
+        if (!m_options.storeDirectory.isEmpty())
+            m_store.takeBytes(bytes);
+        m_link.take(bytes);
+    });
     connect(&m_link, &LinkEnd::write, &m_tcp, &TcpEnd::write);
     connect(&m_link, &LinkEnd::text, this, &ChannelSwitch::takeText);
     connect(&m_line, &SwitchedLine::send, &m_link, &LinkEnd::sendText);
@@ -50,6 +54,8 @@ void ChannelSwitch::takeText(const QString &text)
 {
     m_lastText = QDateTime::currentMSecsSinceEpoch();
     m_line.setTime(QDateTime::currentDateTime());
+    if (!m_options.storeDirectory.isEmpty())
+        (void)m_store.takeText(text);
     m_reader.take(text);
     while (const std::optional<SwitchItem> item = m_reader.next())
         m_line.take(*item);

@@ -4,6 +4,7 @@
 #include "tools/linesim/far_end_options.h"
 #include "tools/linesim/scenario.h"
 #include "tools/linesim/switched_line.h"
+#include "tools/linesim/telegram_store.h"
 
 #include <QObject>
 #include <QTimer>
@@ -15,6 +16,7 @@ struct ChannelSwitchOptions : FarEndOptions {
     SwitchedLine::Settings line;
     QString terminalAnswerback; ///< the text of the terminal's own answerback
     QString channelName;        ///< told on each connection of the link; empty tells nothing
+    QString storeDirectory;     ///< what the terminal says, see TelegramStore; empty keeps nothing
     QString scenario;           ///< a file of timed commands; empty is none
 };
 /// Reads \a arguments, the first being the subcommand's name. Empty, with the reason on standard error, if
@@ -70,6 +72,7 @@ private:
     LinkEnd m_link;
     SwitchedLine m_line;
     SwitchReader m_reader;
+    TelegramStore m_store;
     Scenario m_scenario;
     QTimer m_timer;
     qint64 m_lastText = 0; // ms since the epoch

@@ -18,6 +18,7 @@ const FarEndOption table[] = {
     {"line-first", nullptr, "the centre's answerbacks begin with the line end"},
     {"telegram", "TEXT", "what a party sends, with \\r and \\n for line ends"},
     {"patience", "S", "seconds for what the workstation owes (30)"},
+    {"store", "DIR", "keep what comes: 001.txt and on, stream.txt, stream.bin"},
     {"scenario", "FILE", "commands at their times: \"12:30 hang\", \"+10 call NUMBER\""},
 };
 
@@ -76,6 +77,7 @@ std::optional<ChannelSwitchOptions> readChannelSwitchOptions(const QStringList &
         return std::nullopt;
     options.terminalAnswerback = parser.value(QStringLiteral("terminal-ao"));
     options.channelName = parser.value(QStringLiteral("point"));
+    options.storeDirectory = parser.value(QStringLiteral("store"));
     options.scenario = parser.value(QStringLiteral("scenario"));
     return options;
 }
