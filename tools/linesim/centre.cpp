@@ -104,7 +104,9 @@ void Centre::tick()
     }
     for (const QString &command : m_scenario.due(now))
         run(command);
-    if (m_reader.isInside() && now.toMSecsSinceEpoch() - m_lastText > SilenceMs)
+    // A message may pause as long as an answer may take.
+    if (m_reader.isInside() &&
+        now.toMSecsSinceEpoch() - m_lastText > qMax(SilenceMs, qint64(m_options.link.answerMs)))
         if (const std::optional<TerminalMessage> broken = m_reader.giveUp())
             m_desk.take(*broken);
     feed();
