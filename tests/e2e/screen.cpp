@@ -4,6 +4,8 @@
 
 namespace
 {
+constexpr int SettleMs = 1500; // from the manager's sign of life to its care for new windows
+
 QString xdotool(const QString &display, const QStringList &arguments)
 {
     QProcess tool;
@@ -60,6 +62,7 @@ Screen::Screen()
     m_windowManager.start(QStringLiteral("openbox"), QStringList());
     if (!m_windowManager.waitForStarted() || !QTest::qWaitFor([this] { return isManaged(display); }, 30000))
         qFatal("openbox does not start");
+    QTest::qWait(SettleMs);
 }
 
 Screen::~Screen()

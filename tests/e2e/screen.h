@@ -15,7 +15,7 @@ public:
     Screen &operator=(const Screen &) = delete;
 
     /// Whether a window of that title is shown within some seconds.
-    [[nodiscard]] bool waitForWindow(const QString &title, int seconds = 20) const;
+    [[nodiscard]] bool waitForWindow(const QString &title, int seconds = 60) const;
     [[nodiscard]] bool hasWindow(const QString &title) const;
     /// Presses a key, as "Return" or "alt+x", in the window of that title.
     void press(const QString &title, const QString &key) const;
