@@ -6,7 +6,8 @@
 # queue NUMBER SUBSCRIBER TEXT: a file of the queue with its record.
 queue()
 {
-    local name=$data/out/$(date +%Y%m%d)u00$1
+    local name
+    name=$data/out/$(date +%Y%m%d)u00$1
     printf 'ЗЦЗЦ %s\r\nНННН  \r\n' "$3" > "$name"
     printf '%s|S|01.01.2020 00:00|u|3|N|' "$2" > "$name.dat"
 }
@@ -59,7 +60,8 @@ before_typing()
 # queued NUMBER RECORD: the file waits with a record that matches.
 queued()
 {
-    local record=$data/out/$(date +%Y%m%d)u00$1.dat
+    local record
+    record=$data/out/$(date +%Y%m%d)u00$1.dat
     if grep -q "$2" "$record"; then
         echo "waiting  the file of the busy subscriber: $(cat "$record")"
     else

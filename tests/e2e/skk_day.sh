@@ -63,6 +63,7 @@ TcpMode=true
 %U0410%U0434%U0440%U0435%U0441=127.0.0.1
 %U041F%U043E%U0440%U0442=$1
 TimeOut=60
+$(sed -n 's/^connect //p' "$table")
 
 [PATH]
 scanDirsTimeout=10
@@ -211,11 +212,11 @@ compare_transcripts()
     (cd "$data" && find "inp/$stamp" "out/$stamp" -name 's[0-9]*' -printf '%f %p\n' | sort | cut -d ' ' -f 2) \
         > "$day/transcripts"
     while read -r direction number; do
-        if [ "$direction" = to ]; then echo "out @N$number@"; else echo "inp @E"; fi
+        if [ "$direction" = to ]; then echo "out (@N$number@|#$number)"; else echo "inp @E"; fi
     done < "$day/connections" > "$day/transcripts.expected"
     paste -d ' ' "$day/connections" "$day/transcripts" | while read -r direction number file; do
-        [ "$direction" = to ] && number=@N$number@ || number=@E
-        if grep -qF "$number" "$data/$file"; then echo "${file%%/*} $number"; else echo "$file lacks $number"; fi
+        [ "$direction" = to ] && number="(@N$number@|#$number)" || number=@E
+        if grep -qE "$number" "$data/$file"; then echo "${file%%/*} $number"; else echo "$file lacks $number"; fi
     done > "$day/transcripts.found"
     same "connections with their transcripts" "$day/transcripts.expected" "$day/transcripts.found"
 }
