@@ -86,6 +86,7 @@ start_virtual_display()
     display_processes=($! "${display_processes[@]}") # the server ends last
     # A window that shows itself while the manager is starting may never appear.
     until_true 10 sh -c 'xprop -root _NET_SUPPORTING_WM_CHECK | grep -q "window id"'
+    sleep 1
 }
 
 # until_true SECONDS COMMAND...: repeats the command until it succeeds; fails when the time is over.
