@@ -17,6 +17,8 @@ public:
         Log.lines = QStringList(QString());
     }
 
+    ~CksDesk() { (void)readPrinted(); } // a print job must not outlive its desk
+
     /// The service lines since the start; the empty line that follows the last one is left out.
     [[nodiscard]] QStringList noted() const
     {

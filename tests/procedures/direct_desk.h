@@ -23,6 +23,8 @@ public:
         Log.lines = QStringList{QString()};
     }
 
+    ~DirectDesk() { (void)readPrinted(); } // a job must not outlive its desk
+
     /// The journal without the empty line that waits for the next text.
     [[nodiscard]] QStringList notes() const
     {

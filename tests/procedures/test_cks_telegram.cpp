@@ -174,7 +174,7 @@ void TestCksTelegram::printsEvenWhatCouldNotBeSaved()
     Options.PrinterRawLFCount = 0;
     Options.PrinterRaw = desk.path("paper");
     ProcessCKS.ProcessTlg(1, "ТЕКСТ ", "ЗЦЗЦ 001 ", "НННН  ");
-    QCOMPARE(QString::fromUtf8(desk.read("paper")), QStringLiteral("ЗЦЗЦ 001 ТЕКСТ НННН  "));
+    QCOMPARE(QString::fromUtf8(desk.readPrinted("paper")), QStringLiteral("ЗЦЗЦ 001 ТЕКСТ НННН  "));
     QCOMPARE(desk.noted(),
              QStringList({"312:00:00 Не получилось сохранить файл:inp/20260731/20260731u000.001",
                           "312:00:00 Печать файла"}));
@@ -201,7 +201,7 @@ void TestCksTelegram::printing()
     Options.PrinterRawLFCount = 0;
     Options.PrinterRaw = desk.path("paper");
     ProcessCKS.ProcessTlg(1, "|ТЕКСТ#12 ", "ЗЦЗЦ 001 ", "НННН  ");
-    QCOMPARE(QString::fromUtf8(desk.read("paper")),
+    QCOMPARE(QString::fromUtf8(desk.readPrinted("paper")),
              printed ? QStringLiteral("ЗЦЗЦ 001 ТЕКСТ12 НННН  ") : QString());
 }
 

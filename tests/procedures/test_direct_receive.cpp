@@ -253,7 +253,7 @@ void TestDirectReceive::printing()
     if (printed)
         notes << "312:00:00 Печать файла";
     QCOMPARE(desk.notes(), notes);
-    QCOMPARE(QString::fromUtf8(desk.read("printed")), printed ? "ЗЦЗЦ А1\r\nНННН  " : "");
+    QCOMPARE(QString::fromUtf8(desk.readPrinted()), printed ? "ЗЦЗЦ А1\r\nНННН  " : "");
 }
 
 void TestDirectReceive::registersAreRemovedIfWanted()
@@ -290,7 +290,7 @@ void TestDirectReceive::unwritableDirectoryFails()
 
     QCOMPARE(desk.notes(),
              (QStringList{"312:00:00 Не получилось сохранить файл:" + Name, "312:00:00 Печать файла"}));
-    QCOMPARE(desk.read("printed"), Telegram.toUtf8());
+    QCOMPARE(desk.readPrinted(), Telegram.toUtf8());
     QCOMPARE(State.PK_in, 0);
     QCOMPARE(ProcessDirect.receiveBuffer, "ДАЛЬШЕ");
     QVERIFY(!ProcessDirect.saveText(Telegram));

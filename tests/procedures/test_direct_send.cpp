@@ -289,7 +289,7 @@ void TestDirectSend::printing()
         notes << "312:00:00 Печать файла";
     notes << movingNote(Plain);
     QCOMPARE(desk.notes(), notes);
-    QCOMPARE(QString::fromUtf8(desk.read("printed")), printed ? "текст\r\n12" : "");
+    QCOMPARE(QString::fromUtf8(desk.readPrinted()), printed ? "текст\r\n12" : "");
 }
 
 void TestDirectSend::printedTextEndsAtTheFirstNul()
@@ -298,7 +298,7 @@ void TestDirectSend::printedTextEndsAtTheFirstNul()
     Options.autoPrintMode = 2;
     desk.send(Plain, QByteArray("AB\0CD", 5));
     QVERIFY(ProcessDirect.fileSended());
-    QCOMPARE(desk.read("printed"), QByteArray("AB"));
+    QCOMPARE(desk.readPrinted(), QByteArray("AB"));
 }
 
 void TestDirectSend::vanishedFileIsNotPrinted()

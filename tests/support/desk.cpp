@@ -9,6 +9,7 @@
 #include "procedures/process_skk.h"
 #include "records/protocol.h"
 #include "text/mtk2.h"
+#include "ui/print_queue.h"
 
 #include <QDir>
 #include <QFile>
@@ -76,7 +77,8 @@ QByteArray Desk::read(const QString &name) const
 
 QStringList Desk::names(const QString &directoryName, const QString &mask) const
 {
-    return QDir(path(directoryName)).entryList({mask}, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
+    return QDir(path(directoryName))
+        .entryList({mask}, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
 }
 
 QStringList Desk::journal() const
@@ -94,4 +96,11 @@ QStringList Desk::journal() const
 QString Desk::sent() const
 {
     return TlgThread.sendBuffer.mTake();
+}
+
+QByteArray Desk::readPrinted(const QString &name) const
+{
+    if (!CPrintQueue::instance().waitForIdle(30000))
+        qFatal("the printer hangs");
+    return read(name);
 }

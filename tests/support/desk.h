@@ -20,7 +20,10 @@ public:
     [[nodiscard]] QString path(const QString &name = QString()) const; ///< absolute path in the directory
     void write(const QString &name, const QByteArray &content) const;  ///< makes a file, and its directories
     [[nodiscard]] QByteArray read(const QString &name) const;          ///< empty if there is none
-    [[nodiscard]] QStringList names(const QString &directory, const QString &mask = QStringLiteral("*")) const;
+    /// What has been printed to the file \a name, once no print job is open: on a busy machine one goes on.
+    [[nodiscard]] QByteArray readPrinted(const QString &name = QStringLiteral("printed")) const;
+    [[nodiscard]] QStringList names(const QString &directory,
+                                    const QString &mask = QStringLiteral("*")) const;
     /// Today's journal with the type marks shown as digits, "3" + "12:00:00 Запуск".
     [[nodiscard]] QStringList journal() const;
     /// Takes what a procedure put on the line.
