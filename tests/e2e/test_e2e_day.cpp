@@ -1,9 +1,21 @@
 #include "tests/e2e/far_end.h"
 #include "tests/e2e/station.h"
 
+#include <QRegularExpression>
 #include <QtTest>
 
 // The change of day in the running program, at speed.
+namespace
+{
+/// The lines with a stamp of the first seconds of the day as of its first: at speed a busy machine's tick is
+/// late.
+QStringList atMidnight(QStringList lines)
+{
+    return lines.replaceInStrings(QRegularExpression(QStringLiteral("^00:00:0[0-9] ")),
+                                  QStringLiteral("00:00:00 "));
+}
+} // namespace
+
 class TestE2eDay : public QObject
 {
     Q_OBJECT
@@ -35,10 +47,11 @@ void TestE2eDay::midnightClosesOneDayAndOpensTheNext()
         10000);
     const QStringList oldDay = station.journalOf(QStringLiteral("20260731"));
     const QStringList newDay = station.journalOf(QStringLiteral("20260801"));
-    QCOMPARE(oldDay.filter(QStringLiteral("Смена суток")).last(), QStringLiteral("00:00:00 Смена суток"));
+    QCOMPARE(atMidnight(oldDay.filter(QStringLiteral("Смена суток"))).last(),
+             QStringLiteral("00:00:00 Смена суток"));
     QVERIFY(oldDay.filter(QStringLiteral("Отправка файла: 20260731u001")).size() == 1);
     QVERIFY(oldDay.filter(QStringLiteral("260801_000004")).isEmpty());
-    QCOMPARE(newDay.first(), QStringLiteral("00:00:00 Протокол открыт"));
+    QCOMPARE(atMidnight(newDay).first(), QStringLiteral("00:00:00 Протокол открыт"));
     QVERIFY(newDay.filter(QStringLiteral("Отправка файла: 20260801u001")).size() == 1);
     QVERIFY(station.names(QStringLiteral("inp")).contains(QStringLiteral("20260801")));
     QCOMPARE(station.state(QStringLiteral("YYYYMMDD")), QStringLiteral("20260801"));
@@ -69,7 +82,7 @@ void TestE2eDay::midnightAppliesRetention()
                                   QStringLiteral("00:00:00 Удаление каталога inp/20251204"),
                                   QStringLiteral("00:00:00 Удаление каталога out/20251204"),
                                   QStringLiteral("00:00:00 Удаление 20251203.prt")};
-    QCOMPARE(QStringList(newDay.mid(0, 4)), expected);
+    QCOMPARE(atMidnight(newDay.mid(0, 4)), expected);
     QVERIFY(station.end());
 }
 
@@ -140,7 +153,7 @@ void TestE2eDay::offsetMovesMidnight()
     station.write(QStringLiteral("velda_state.ini"), "[STATE]\nYYYYMMDD=20260731\n");
     station.start();
     QTRY_COMPARE_WITH_TIMEOUT(
-        station.journalOf(QStringLiteral("20260731")).filter(QStringLiteral("Смена суток")),
+        atMidnight(station.journalOf(QStringLiteral("20260731")).filter(QStringLiteral("Смена суток"))),
         QStringList(QStringLiteral("00:00:00 Смена суток")), 20000);
     QVERIFY(station.journalOf(QStringLiteral("20260731")).first().startsWith(QStringLiteral("23:59:5")));
     QVERIFY(station.end());
