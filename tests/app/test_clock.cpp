@@ -131,14 +131,14 @@ void TestClock::updateTakesTheSystemClock()
 void TestClock::offset0GivesLocalTime()
 {
     const Desk desk;
-    setZone("XXX-5");
+    setZone("TST-5");
     QCOMPARE(shownAt(2026, 7, 30, 19, 30, 0), QStringLiteral("20260731 003000"));
 }
 
 void TestClock::negativeOffsetAddsHours()
 {
     const Desk desk;
-    setZone("XXX-5");
+    setZone("TST-5");
     Options.TZ = -2;
     QCOMPARE(shownAt(2026, 7, 30, 16, 59, 59), QStringLiteral("20260730 235959"));
     QCOMPARE(shownAt(2026, 7, 30, 17, 0, 0), QStringLiteral("20260731 000000"));
@@ -147,7 +147,7 @@ void TestClock::negativeOffsetAddsHours()
 void TestClock::atAnOffsetOf3TheDayChangesAt3LocalTime()
 {
     const Desk desk;
-    setZone("XXX-5");
+    setZone("TST-5");
     Options.TZ = 3;
     QCOMPARE(shownAt(2026, 7, 30, 21, 59, 59), QStringLiteral("20260730 235959")); // 02:59:59 local
     QCOMPARE(shownAt(2026, 7, 30, 22, 0, 0), QStringLiteral("20260731 000000"));   // 03:00:00 local
