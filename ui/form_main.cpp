@@ -105,7 +105,8 @@ void FormMain::connectState()
     connect(&ProcessCKS, &CProcessCKS::confirmationDue, this, &FormMain::slotConfirmR);
     connect(&ProcessCKS, &CProcessCKS::categoryAnnounced, this, &FormMain::slotConfirmCategory);
     connect(protocolWidget, &CProtocolWidget::KeyPressed, this, &FormMain::ProtocolKeyPressed);
-    connect(protocolWidget, &QWidget::customContextMenuRequested, this, &FormMain::slotProtocolContextMenuEvent);
+    connect(protocolWidget, &QWidget::customContextMenuRequested, this,
+            &FormMain::slotProtocolContextMenuEvent);
     connect(&trayIcon, &QSystemTrayIcon::activated, this, &FormMain::iconActivated);
     connect(tabWidget, &QTabWidget::currentChanged, this, &FormMain::changedTabWidget);
 }

@@ -210,7 +210,7 @@ public:
     bool sendMenuOpen = false; ///< the context menu of the send list is up: its rows must not move
     bool dispatching = false;  ///< a queue row is being handed over further down the stack
     bool closeQuestionOpen = false;
-    QString lastCallNumber;        ///< dialled last by hand
+    QString lastCallNumber;     ///< dialled last by hand
     bool moreToReceive = false; ///< received text waits for the next round of the event loop
     QString receivedBlock;      ///< text taken from the link thread and not yet cut apart
 

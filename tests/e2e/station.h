@@ -20,7 +20,7 @@ public:
     void useKey(const QString &hex); ///< cipher, procedure 0
     /// Another clock of libfaketime: "@2026-07-31 23:59:50 x10" is a start and a speed.
     void fakeTime(const QString &setting);
-    void realTime(); ///< the machine's own clock
+    void realTime();                     ///< the machine's own clock
     void showOn(const QString &display); ///< a window on a real or virtual display
 
     /// Starts the program. Settings are written if there are none yet; a second start finds the former.

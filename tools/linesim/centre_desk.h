@@ -115,9 +115,9 @@ private:
     bool m_receiptOwed = false; // a telegram has come and no receipt has gone
     bool m_renumberDue = false; // the day has turned, the terminal does not know yet
     bool m_talks = false;
-    bool m_quiet = false;       // around midnight
-    bool m_lost = false;        // the line went while the channel was not closed
-    int m_awaitedFigure = -1;   // of the answer to a renumbering; -1 none
+    bool m_quiet = false;     // around midnight
+    bool m_lost = false;      // the line went while the channel was not closed
+    int m_awaitedFigure = -1; // of the answer to a renumbering; -1 none
     int m_confirmNumber = -1;
     QHash<int, int> m_askedFor; // number of a telegram to confirm, how often that was asked
     QStringList m_toDistort;    // forms of the message

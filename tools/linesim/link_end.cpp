@@ -130,7 +130,8 @@ void LinkEnd::takeKeepAlive()
         m_ledger.fenceAnswered();
         m_log.event(QStringLiteral("keep-alive"), QStringLiteral("answered"));
     } else if (!m_settings.silent && !m_rulesSuspended) {
-        // After raw bytes this may be the answer to one among them: two ends would answer each other for ever.
+        // After raw bytes this may be the answer to one among them: two ends would answer each other for
+        // ever.
         m_log.event(QStringLiteral("keep-alive"), QStringLiteral("came"));
         put(QByteArray(1, char(KeepAlive)));
     }
