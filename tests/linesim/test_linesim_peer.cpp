@@ -32,7 +32,7 @@ struct Line {
     {
         if (!peer.start())
             qFatal("the peer cannot listen");
-        workstation.connectToHost(QHostAddress::LocalHost, peer.listeningPort());
+        workstation.connectToHost(QHostAddress::LocalHost, peer.place().toUShort());
         QObject::connect(&workstation, &QTcpSocket::readyRead, [this] { received += workstation.readAll(); });
     }
 
@@ -146,7 +146,7 @@ void TestLinesimPeer::fileCutOffBeginsAgain()
     line.peer.run(QStringLiteral("drop"));
     QTRY_COMPARE(line.workstation.state(), QAbstractSocket::UnconnectedState);
     line.received.clear();
-    line.workstation.connectToHost(QHostAddress::LocalHost, line.peer.listeningPort());
+    line.workstation.connectToHost(QHostAddress::LocalHost, line.peer.place().toUShort());
     QTRY_COMPARE(line.received, "\x16\xBF" + QByteArray(100, 'A') + "END");
 }
 
@@ -158,7 +158,7 @@ void TestLinesimPeer::telegramCutOffIsForgotten()
     QTRY_VERIFY(line.has("text: 12 ZCZC 1\\r\\nHALF"));
     line.peer.run(QStringLiteral("drop"));
     QTRY_COMPARE(line.workstation.state(), QAbstractSocket::UnconnectedState);
-    line.workstation.connectToHost(QHostAddress::LocalHost, line.peer.listeningPort());
+    line.workstation.connectToHost(QHostAddress::LocalHost, line.peer.place().toUShort());
     QVERIFY(line.workstation.waitForConnected());
     line.workstation.write("ZCZC 1\r\nWHOLE\r\nNNNN  ");
     QTRY_VERIFY(line.has("telegram: 001.txt 21"));
@@ -222,7 +222,7 @@ void TestLinesimPeer::secondCallerIsRefused()
     Line line;
     QTRY_COMPARE(line.received.toHex(), QByteArray("16bf"));
     QTcpSocket second;
-    second.connectToHost(QHostAddress::LocalHost, line.peer.listeningPort());
+    second.connectToHost(QHostAddress::LocalHost, line.peer.place().toUShort());
     QTRY_VERIFY(line.has("refused: a second connection"));
     QTRY_COMPARE(second.state(), QAbstractSocket::UnconnectedState);
     QCOMPARE(line.workstation.state(), QAbstractSocket::ConnectedState);

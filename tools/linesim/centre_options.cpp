@@ -8,8 +8,6 @@ namespace
 const FarEndOption table[] = {
     {"send", "DIR", "send the files of a directory, by name, while the channel is open"},
     {"pause", "MS", "between two of them (5000)"},
-    {"store", "DIR", "keep what comes: 001.txt and on, stream.txt, stream.bin"},
-    {"scenario", "FILE", "commands at their times: \"12:30 open\", \"+10 send TEXT\""},
     {"channel", "NAME", "name of the channel (АБВ123/4)"},
     {"stay-closed", nullptr, "ask to open on command only"},
     {"no-stamps", nullptr, "no time behind the end marks"},
@@ -20,18 +18,18 @@ const FarEndOption table[] = {
 };
 } // namespace
 
-std::optional<CentreOptions> readCentreOptions(const QStringList &arguments)
+std::optional<CentreOptions> readCentreOptions(const QStringList &arguments,
+                                               const std::optional<AdapterLine::Settings> &adapter)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("A message switching centre over TCP."));
+    parser.setApplicationDescription(QStringLiteral("A message switching centre."));
     addOptions(parser, table);
-    addFarEndOptions(parser);
     CentreOptions options;
+    options.adapter = adapter;
+    addFarEndOptions(parser, options);
     if (!parseFarEnd(parser, arguments) || !readFarEnd(parser, options))
         return std::nullopt;
     options.sendDirectory = parser.value(QStringLiteral("send"));
-    options.storeDirectory = parser.value(QStringLiteral("store"));
-    options.scenario = parser.value(QStringLiteral("scenario"));
     if (parser.isSet(QStringLiteral("channel")))
         options.desk.channelName = parser.value(QStringLiteral("channel"));
     options.desk.opensByItself = !parser.isSet(QStringLiteral("stay-closed"));

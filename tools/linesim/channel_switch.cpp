@@ -1,95 +1,72 @@
 #include "tools/linesim/channel_switch.h"
 
-#include "tools/linesim/command_reader.h"
-
-#include <QCoreApplication>
+#include "tools/linesim/run_until_quit.h"
 
 namespace
 {
 constexpr qint64 SilenceMs = 3000; ///< after which an unended form is what it is
+constexpr int DigitPauseMs = 1000;
+
+SwitchedLine::Settings onLine(SwitchedLine::Settings settings, const FarLine &line)
+{
+    if (line.comesInPieces())
+        settings.digitPauseMs = DigitPauseMs;
+    return settings;
+}
+
+/// The text of the terminal's answerback, behind its opening.
+QString answerbackOn(const FarLine &line, const QString &text)
+{
+    const QString opening = QStringLiteral("#\r\n");
+    return line.asHeard(opening + text).mid(opening.size());
+}
 } // namespace
 
 ChannelSwitch::ChannelSwitch(const ChannelSwitchOptions &options, EventLog &log)
-    : m_options(options), m_log(log), m_tcp(options.tcp, log), m_link(options.link, log),
-      m_line(options.line, log), m_reader(options.terminalAnswerback), m_store(options.storeDirectory, log)
+    : FarEnd(options, log), m_channelName(options.channelName), m_stores(!options.storeDirectory.isEmpty()),
+      m_exchange(onLine(options.line, *m_line), log),
+      m_reader(answerbackOn(*m_line, options.terminalAnswerback))
 {
-    connect(&m_tcp, &TcpEnd::connected, this, &ChannelSwitch::takeConnection);
-    connect(&m_tcp, &TcpEnd::disconnected, this, [this] {
-        m_link.close();
-        m_line.lineLost();
-        m_reader.forget();
-    });
-    connect(&m_tcp, &TcpEnd::received, this, [this](const QByteArray &bytes) {
-        if (!m_options.storeDirectory.isEmpty())
-            m_store.takeBytes(bytes);
-        m_link.take(bytes);
-    });
-    connect(&m_link, &LinkEnd::write, &m_tcp, &TcpEnd::write);
-    connect(&m_link, &LinkEnd::text, this, &ChannelSwitch::takeText);
-    connect(&m_line, &SwitchedLine::send, &m_link, &LinkEnd::sendText);
-    connect(&m_timer, &QTimer::timeout, this, &ChannelSwitch::tick);
-    m_timer.setTimerType(Qt::PreciseTimer);
-    m_timer.start(LinkEnd::TickMs);
-}
-
-bool ChannelSwitch::start()
-{
-    if (!m_options.scenario.isEmpty() && !m_scenario.load(m_options.scenario)) {
-        m_log.event(QStringLiteral("error"), QStringLiteral("scenario ") + m_options.scenario);
-        return false;
-    }
-    return m_tcp.start();
+    connect(&m_exchange, &SwitchedLine::send, m_line.get(), &FarLine::sendText);
 }
 
 void ChannelSwitch::takeConnection()
 {
-    m_told = m_options.channelName.isEmpty();
-    m_link.open();
-    m_line.setTime(QDateTime::currentDateTime());
-    for (const QPair<int, QString> &timed : qAsConst(m_options.timed))
-        QTimer::singleShot(timed.first, this, [this, command = timed.second] { run(command); });
+    m_told = m_channelName.isEmpty();
+    m_exchange.setTime(QDateTime::currentDateTime());
+}
+
+void ChannelSwitch::takeLoss()
+{
+    m_exchange.lineLost();
+    m_reader.forget();
 }
 
 void ChannelSwitch::takeText(const QString &text)
 {
     m_lastText = QDateTime::currentMSecsSinceEpoch();
-    m_line.setTime(QDateTime::currentDateTime());
-    if (!m_options.storeDirectory.isEmpty())
+    m_exchange.setTime(QDateTime::currentDateTime());
+    if (m_stores)
         (void)m_store.takeText(text);
     m_reader.take(text);
     while (const std::optional<SwitchItem> item = m_reader.next())
-        m_line.take(*item);
+        m_exchange.take(*item);
 }
 
-void ChannelSwitch::tick()
+void ChannelSwitch::tick(const QDateTime &now)
 {
-    m_link.tick();
-    const QDateTime now = QDateTime::currentDateTime();
-    for (const QString &command : m_scenario.due(now))
-        run(command);
-    m_line.setTime(now);
+    m_exchange.setTime(now);
     if (m_reader.isInside() && now.toMSecsSinceEpoch() - m_lastText > SilenceMs)
         while (const std::optional<SwitchItem> rest = m_reader.giveUp())
-            m_line.take(*rest);
-    if (!m_link.isReady())
+            m_exchange.take(*rest);
+    if (!m_line->isReady())
         return;
     if (!m_told)
-        doPoint(m_options.channelName);
-    m_line.tick();
+        doPoint(m_channelName);
+    m_exchange.tick();
 }
 
-int runChannelSwitch(const QStringList &arguments)
+int runChannelSwitch(const QStringList &arguments, const std::optional<AdapterLine::Settings> &adapter)
 {
-    const std::optional<ChannelSwitchOptions> options = readChannelSwitchOptions(arguments);
-    if (!options)
-        return 2;
-    EventLog log;
-    ChannelSwitch network(*options, log);
-    CommandReader reader;
-    QObject::connect(&reader, &CommandReader::command, &network, &ChannelSwitch::run);
-    QObject::connect(&network, &ChannelSwitch::quit, qApp, &QCoreApplication::quit, Qt::QueuedConnection);
-    if (!network.start())
-        return 2;
-    QCoreApplication::exec();
-    return log.violations > 0 ? 1 : 0;
+    return runEnd<ChannelSwitch>(readChannelSwitchOptions(arguments, adapter));
 }

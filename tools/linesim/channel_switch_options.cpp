@@ -18,8 +18,6 @@ const FarEndOption table[] = {
     {"line-first", nullptr, "the centre's answerbacks begin with the line end"},
     {"telegram", "TEXT", "what a party sends, with \\r and \\n for line ends"},
     {"patience", "S", "seconds for what the workstation owes (30)"},
-    {"store", "DIR", "keep what comes: 001.txt and on, stream.txt, stream.bin"},
-    {"scenario", "FILE", "commands at their times: \"12:30 hang\", \"+10 call NUMBER\""},
 };
 
 bool refuse(const QString &what)
@@ -65,19 +63,19 @@ bool readLine(const QCommandLineParser &parser, SwitchedLine::Settings &line)
 }
 } // namespace
 
-std::optional<ChannelSwitchOptions> readChannelSwitchOptions(const QStringList &arguments)
+std::optional<ChannelSwitchOptions>
+readChannelSwitchOptions(const QStringList &arguments, const std::optional<AdapterLine::Settings> &adapter)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("A switched-channel network over TCP."));
+    parser.setApplicationDescription(QStringLiteral("A switched-channel network."));
     addOptions(parser, table);
-    addFarEndOptions(parser);
     ChannelSwitchOptions options;
+    options.adapter = adapter;
+    addFarEndOptions(parser, options);
     if (!parseFarEnd(parser, arguments) || !readFarEnd(parser, options) ||
         !readSubscribers(parser, options.line.subscribers) || !readLine(parser, options.line))
         return std::nullopt;
     options.terminalAnswerback = parser.value(QStringLiteral("terminal-ao"));
     options.channelName = parser.value(QStringLiteral("point"));
-    options.storeDirectory = parser.value(QStringLiteral("store"));
-    options.scenario = parser.value(QStringLiteral("scenario"));
     return options;
 }

@@ -1,10 +1,12 @@
 #include "tools/linesim/far_end_options.h"
 
+#include "tools/linesim/tcp_line.h"
+
 #include <cstdio>
 
 namespace
 {
-const FarEndOption table[] = {
+const FarEndOption tcpTable[] = {
     {"listen", "PORT", "wait for the workstation to call; 0 takes any port, which is printed"},
     {"connect", "HOST:PORT", "call the workstation, again and again"},
     {"address", "HOST", "listen on this address (127.0.0.1)"},
@@ -18,8 +20,13 @@ const FarEndOption table[] = {
     {"answer", "MS", "how long an answer may take (3000)"},
     {"no-windows", nullptr, "give no window by itself"},
     {"silent", nullptr, "say nothing by itself and answer nothing"},
+};
+
+const FarEndOption table[] = {
     {"do", "COMMAND", "run a command on each connection"},
     {"after", "MS:COMMAND", "run a command so long after each connection"},
+    {"scenario", "FILE", "commands at their times: \"12:30 COMMAND\", \"+10 COMMAND\""},
+    {"store", "DIR", "keep what comes: 001.txt and on, stream.txt, stream.bin"},
 };
 
 bool readPort(const QString &text, quint16 &port)
@@ -75,8 +82,10 @@ bool readTimed(const QCommandLineParser &parser, QVector<QPair<int, QString>> &t
 }
 } // namespace
 
-void addFarEndOptions(QCommandLineParser &parser)
+void addFarEndOptions(QCommandLineParser &parser, const FarEndOptions &options)
 {
+    if (!options.adapter)
+        addOptions(parser, tcpTable);
     addOptions(parser, table);
     parser.addHelpOption();
 }
@@ -94,11 +103,22 @@ bool parseFarEnd(QCommandLineParser &parser, const QStringList &arguments)
 
 bool readFarEnd(const QCommandLineParser &parser, FarEndOptions &options)
 {
-    if (readTcp(parser, options.tcp) && readLink(parser, options.link) && readTimed(parser, options.timed) &&
-        parser.positionalArguments().isEmpty())
+    options.scenario = parser.value(QStringLiteral("scenario"));
+    options.storeDirectory = parser.value(QStringLiteral("store"));
+    const bool line = options.adapter || (readTcp(parser, options.tcp) && readLink(parser, options.link));
+    if (line && readTimed(parser, options.timed) && parser.positionalArguments().isEmpty())
         return true;
-    std::fputs("the options are not understood; one of --listen and --connect is needed\n", stderr);
+    std::fputs(options.adapter ? "the options are not understood\n"
+                               : "the options are not understood; one of --listen and --connect is needed\n",
+               stderr);
     return false;
+}
+
+std::unique_ptr<FarLine> makeLine(const FarEndOptions &options, EventLog &log)
+{
+    if (options.adapter)
+        return std::make_unique<AdapterLine>(*options.adapter, log);
+    return std::make_unique<TcpLine>(options.tcp, options.link, log);
 }
 
 bool readNumber(const QCommandLineParser &parser, const char *name, int &number, int base)

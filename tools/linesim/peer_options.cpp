@@ -13,7 +13,6 @@ const FarEndOption table[] = {
     {"end-mark", "TEXT", "the end mark of --wrap"},
     {"speed", "N", "characters a second (500); 0 sends each file at once"},
     {"pause", "MS", "behind each file (2000)"},
-    {"store", "DIR", "keep what comes: 001.txt and on, stream.txt, stream.bin"},
     {"confirm", nullptr, "confirm each telegram"},
 };
 
@@ -28,17 +27,18 @@ bool readFeed(const QCommandLineParser &parser, TelegramFeed::Settings &feed)
 }
 } // namespace
 
-std::optional<PeerOptions> readPeerOptions(const QStringList &arguments)
+std::optional<PeerOptions> readPeerOptions(const QStringList &arguments,
+                                           const std::optional<AdapterLine::Settings> &adapter)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("The other end of a direct link over TCP."));
+    parser.setApplicationDescription(QStringLiteral("The other end of a direct link."));
     addOptions(parser, table);
-    addFarEndOptions(parser);
     PeerOptions options;
+    options.adapter = adapter;
+    addFarEndOptions(parser, options);
     if (!parseFarEnd(parser, arguments) || !readFarEnd(parser, options))
         return std::nullopt;
     options.sendDirectory = parser.value(QStringLiteral("send"));
-    options.storeDirectory = parser.value(QStringLiteral("store"));
     options.confirm = parser.isSet(QStringLiteral("confirm"));
     if (readFeed(parser, options.feed))
         return options;

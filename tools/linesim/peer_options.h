@@ -10,11 +10,13 @@
 /// How "linesim peer" is to behave.
 struct PeerOptions : FarEndOptions {
     TelegramFeed::Settings feed;
-    QString sendDirectory;  ///< empty sends nothing by itself
-    QString storeDirectory; ///< empty keeps nothing
-    bool confirm = false;   ///< answer each telegram with the confirmation line
+    QString sendDirectory; ///< empty sends nothing by itself
+    bool confirm = false;  ///< answer each telegram with the confirmation line
 };
 
-/// Reads \a arguments, the first being the subcommand's name. Empty, with the reason on standard error, if
-/// they are not understood; "--help" prints the options and ends the process.
-[[nodiscard]] std::optional<PeerOptions> readPeerOptions(const QStringList &arguments);
+/// Reads \a arguments for a far end over TCP or behind \a adapter, the first being the subcommand's name.
+/// Empty, with the reason on standard error, if they are not understood; "--help" prints the options and ends
+/// the process.
+[[nodiscard]] std::optional<PeerOptions>
+readPeerOptions(const QStringList &arguments,
+                const std::optional<AdapterLine::Settings> &adapter = std::nullopt);

@@ -1,8 +1,11 @@
 #include "tools/linesim/subcommands.h"
 
+#include "tools/linesim/adapter_options.h"
 #include "tools/linesim/centre.h"
 #include "tools/linesim/channel_switch.h"
+#include "tools/linesim/loader.h"
 #include "tools/linesim/peer.h"
+#include "tools/linesim/perforator.h"
 
 #include <cstdio>
 
@@ -14,28 +17,64 @@ struct Subcommand {
     int (*run)(const QStringList &arguments);
 };
 
-const Subcommand subcommands[] = {
-    {"peer", "the other end of a direct link over TCP", &runPeer},
-    {"centre", "a message switching centre over TCP", &runCentre},
-    {"switch", "a switched-channel network over TCP", &runChannelSwitch},
+const Subcommand devices[] = {
+    {"adapter", "a line adapter on a serial port, with a far end behind it", &runAdapter},
+    {"perforator", "a paper-tape punch and reader on a serial port", &runPerforator},
+    {"loader", "an adapter's boot loader on a serial port", &runLoader},
 };
+
+/// What stands at the end of a line, over TCP or behind an adapter.
+struct FarEndSubcommand {
+    const char *name;
+    const char *plays;
+    int (*run)(const QStringList &arguments, const std::optional<AdapterLine::Settings> &adapter);
+};
+
+const FarEndSubcommand farEnds[] = {
+    {"peer", "the other end of a direct link", &runPeer},
+    {"centre", "a message switching centre", &runCentre},
+    {"switch", "a switched-channel network", &runChannelSwitch},
+};
+
+template <class Table> const auto *find(const Table &table, const QString &name)
+{
+    for (const auto &known : table)
+        if (name == QLatin1String(known.name))
+            return &known;
+    return static_cast<decltype(&table[0])>(nullptr);
+}
+
+template <class Table> QString told(const Table &table)
+{
+    QString text;
+    for (const auto &known : table)
+        text += QStringLiteral("  %1 %2\n").arg(QLatin1String(known.name), QLatin1String(known.plays));
+    return text;
+}
+
+int refuse()
+{
+    std::fputs(qPrintable(usage()), stderr);
+    return 2;
+}
 } // namespace
 
 QString usage()
 {
-    QString text = QStringLiteral("usage: linesim SUBCOMMAND OPTION...\n");
-    for (const Subcommand &subcommand : subcommands)
-        text +=
-            QStringLiteral("  %1 %2\n").arg(QLatin1String(subcommand.name), QLatin1String(subcommand.plays));
-    return text + QStringLiteral("\"linesim SUBCOMMAND --help\" tells the options.\n");
+    return QStringLiteral("usage: linesim SUBCOMMAND OPTION...\n") + told(farEnds) + told(devices) +
+           QStringLiteral("\"linesim SUBCOMMAND --help\" tells the options.\n");
 }
 
 int runSubcommand(const QStringList &arguments)
 {
-    const QString name = arguments.value(1);
-    for (const Subcommand &subcommand : subcommands)
-        if (name == QLatin1String(subcommand.name))
-            return subcommand.run(arguments.mid(1));
-    std::fputs(qPrintable(usage()), stderr);
-    return 2;
+    const QStringList own = arguments.mid(1);
+    if (const Subcommand *device = find(devices, own.value(0)))
+        return device->run(own);
+    return runFarEndNamed(own, std::nullopt);
+}
+
+int runFarEndNamed(const QStringList &arguments, const std::optional<AdapterLine::Settings> &adapter)
+{
+    const FarEndSubcommand *farEnd = find(farEnds, arguments.value(0));
+    return farEnd ? farEnd->run(arguments, adapter) : refuse();
 }

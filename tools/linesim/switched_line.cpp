@@ -43,6 +43,7 @@ void SwitchedLine::enter(State state)
     m_state = state;
     m_since = m_lastSound = m_now.toMSecsSinceEpoch();
     m_dueAt = -1;
+    m_digits.clear();
 }
 
 void SwitchedLine::after(double seconds, void (SwitchedLine::*act)())
@@ -202,8 +203,22 @@ void SwitchedLine::ring(const Caller &caller)
     emit send(m_settings.textSignals ? QStringLiteral("!>ВЫЗОВ\r\n") : QStringLiteral("@C"));
 }
 
+/// A number that comes digit by digit is complete after a pause.
+void SwitchedLine::takeDigits()
+{
+    if (m_digits.isEmpty() || m_now.toMSecsSinceEpoch() - m_lastSound <= m_settings.digitPauseMs)
+        return;
+    const QString number = m_digits.remove(QLatin1Char('#'));
+    takeNumber(number);
+}
+
 void SwitchedLine::takeSpeech(const SwitchItem &item)
 {
+    if (m_state == Seized && m_byProgram && m_settings.digitPauseMs > 0) {
+        m_digits += item.text;
+        m_lastSound = m_now.toMSecsSinceEpoch();
+        return;
+    }
     if (m_state == Seized && m_byProgram && item.text.startsWith(QLatin1Char('#')))
         return takeNumber(item.text.mid(1));
     if (m_state == Up) {
@@ -257,6 +272,7 @@ void SwitchedLine::tick()
         m_dueAt = -1;
         (this->*m_due)();
     }
+    takeDigits();
     if (m_state == Up)
         m_party.tick();
     if (m_state == Idle && !m_callers.isEmpty() && m_now.toMSecsSinceEpoch() - m_since > IdleBeforeCall)

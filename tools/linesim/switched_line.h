@@ -30,6 +30,7 @@ public:
         int patience = 30;         ///< seconds for what the terminal owes
         int idleSeconds = 120;     ///< the longest silence in a connection
         int noResultSeconds = 100; ///< the longest wait for a result
+        int digitPauseMs = 0;      ///< ends a number that comes digit by digit; 0 takes it as it comes
     };
 
     SwitchedLine(const Settings &settings, EventLog &log);
@@ -66,6 +67,7 @@ private:
     void takeSeizure();
     void takeHangUp();
     void takeSpeech(const SwitchItem &item);
+    void takeDigits();
     void sayGoAhead();
     void sayAccepted();
     void giveResult();
@@ -87,6 +89,7 @@ private:
     qint64 m_dueAt = -1;    // ms, of m_due; -1 never
     void (SwitchedLine::*m_due)() = nullptr;
     bool m_byProgram = false;  // the number comes as text behind the go-ahead
+    QString m_digits;          // of it, so far
     bool m_glare = false;      // the terminal dialled while it was called: its dialling is void
     QVector<Caller> m_callers; // who wait for a free line
     Subscriber m_called;

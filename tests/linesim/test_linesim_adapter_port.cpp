@@ -1,0 +1,428 @@
+// The adapter at its serial port, with the serial port class of the workstation at the other end and a far
+// end behind it.
+
+#include "tools/linesim/adapter_options.h"
+#include "tools/linesim/centre.h"
+#include "tools/linesim/channel_switch.h"
+#include "tools/linesim/peer.h"
+#include "tools/linesim/subcommands.h"
+
+#include <QSerialPort>
+#include <QTemporaryDir>
+#include <QtTest>
+
+class TestLinesimAdapterPort : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void portIsAnnounced();
+    void farEndIsConnectedOnceTheProgramListens();
+    void telegramsPassBothWays();
+    void echoFollowsEachCode();
+    void centreReadsTheRequestOfAFiveBitLine();
+    void switchTakesADialledCall();
+    void switchTakesANumberDialledAsText();
+    void goodbyeEndsTheConnection();
+    void closeWithoutGoodbyeIsABreach();
+    void unpluggedPortComesBackUnderItsName();
+    void droppedLineComesBackByItself();
+    void closedLineGoesOnceAllIsSent();
+    void silenceOfTheAdapterEnds();
+    void faultsAreCommands_data();
+    void faultsAreCommands();
+    void textWithoutAProgramIsNotSent();
+    void portThatCannotBeMadeEndsIt();
+    void optionsAreRead();
+    void firmwareIsRead_data();
+    void firmwareIsRead();
+    void modeFollowsTheFarEnd_data();
+    void modeFollowsTheFarEnd();
+    void optionsThatAreNotUnderstood_data();
+    void optionsThatAreNotUnderstood();
+};
+
+namespace
+{
+QByteArray hex(const char *digits)
+{
+    return QByteArray::fromHex(digits);
+}
+
+/// A far end behind an adapter with a program's serial port.
+template <class End> struct Line {
+    template <class Options>
+    Line(const AdapterOptions &adapter,
+         Options (*read)(const QStringList &, const std::optional<AdapterLine::Settings> &))
+        : log([this](const QString &line) { lines << line; }), end(*read(adapter.farEnd, adapter.line), log)
+    {
+        if (!end.start())
+            qFatal("there is no port");
+        QObject::connect(&port, &QSerialPort::readyRead, [this] { received += port.readAll(); });
+    }
+
+    void open()
+    {
+        port.setPortName(end.place());
+        port.setBaudRate(QSerialPort::Baud9600);
+        if (!port.open(QIODevice::ReadWrite))
+            qFatal("the port does not open");
+    }
+    /// Opens the port and comes to answer statuses, by \a mode.
+    void talk(const char *mode = "67")
+    {
+        open();
+        QTRY_VERIFY(!received.isEmpty());
+        port.write(hex(mode));
+        QTRY_VERIFY(received.count('\x3f') > 1);
+        port.write(hex(mode));
+        QTRY_VERIFY(has("ready:"));
+        received.clear();
+    }
+    [[nodiscard]] bool has(const char *line) const { return lines.contains(QString::fromUtf8(line)); }
+    [[nodiscard]] QStringList breaches() const { return lines.filter(QStringLiteral("violation: ")); }
+    /// What came over the line: codes and calls, without statuses and echoes.
+    [[nodiscard]] QByteArray fromTheLine() const
+    {
+        QByteArray line;
+        for (const char byte : received)
+            if ((quint8(byte) & 0xE0) != 0x20 && quint8(byte) < 0x80)
+                line += byte;
+        return line.toHex();
+    }
+
+    QStringList lines;
+    EventLog log;
+    End end;
+    QSerialPort port;
+    QByteArray received;
+};
+
+AdapterOptions options(const QStringList &arguments)
+{
+    const auto read = readAdapterOptions(QStringList{QStringLiteral("adapter"), QStringLiteral("--status"),
+                                                     QStringLiteral("40"), QStringLiteral("--answer"),
+                                                     QStringLiteral("60000")} +
+                                         arguments);
+    if (!read)
+        qFatal("the options are not understood");
+    return *read;
+}
+
+struct PeerLine : Line<Peer> {
+    explicit PeerLine(const QStringList &adapter = {}, const QStringList &peer = {})
+        : Line(options(adapter + QStringList("peer") + peer), &readPeerOptions)
+    {
+    }
+};
+} // namespace
+
+void TestLinesimAdapterPort::portIsAnnounced()
+{
+    const QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("port"));
+    const PeerLine line({"--port", path, "--serial", "30000007"});
+    QCOMPARE(line.lines, QStringList("port: 30000007=" + path));
+    QCOMPARE(line.end.place(), path);
+}
+
+void TestLinesimAdapterPort::farEndIsConnectedOnceTheProgramListens()
+{
+    PeerLine line({}, {"--do", "text Б"});
+    line.open();
+    QTRY_VERIFY(!line.lines.filter(QStringLiteral("connected: ")).isEmpty());
+    QTRY_VERIFY(line.received.contains('\x3f'));
+    line.port.write(hex("67"));
+    QTRY_VERIFY(line.has("mode: 67 200 baud"));
+    line.port.write(hex("5b"));
+    QTRY_VERIFY(line.received.contains(hex("170b0b")));
+    QVERIFY(!line.has("ready:"));
+    line.received.clear();
+    line.port.write(hex("67"));
+    QTRY_VERIFY(line.has("ready:"));
+    QTRY_COMPARE(line.fromTheLine(), QByteArray("0019"));
+    QVERIFY(line.breaches().isEmpty());
+}
+
+void TestLinesimAdapterPort::telegramsPassBothWays()
+{
+    const QTemporaryDir sent, kept;
+    QFile file(sent.filePath(QStringLiteral("a")));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("Б1\n") > 0);
+    file.close();
+    PeerLine line({}, {"--send", sent.path(), "--store", kept.path()});
+    line.talk();
+    QTRY_COMPARE(line.fromTheLine(), QByteArray("00191b170802"));
+    line.port.write(hex("00110e110e04")); // ЗЦЗЦ
+    line.port.write(hex("190802"));       // Б and a line end
+    line.port.write(hex("0c0c0c0c0404")); // НННН
+    QTRY_VERIFY(line.has("telegram: 001.txt 14"));
+    QFile telegram(QDir(kept.path()).filePath(QStringLiteral("001.txt")));
+    QVERIFY(telegram.open(QIODevice::ReadOnly));
+    QCOMPARE(QString::fromUtf8(telegram.readAll()), QStringLiteral("ЗЦЗЦ Б\r\nНННН  "));
+    QFile stream(QDir(kept.path()).filePath(QStringLiteral("stream.bin")));
+    QVERIFY(stream.open(QIODevice::ReadOnly));
+    QCOMPARE(stream.readAll().toHex(), QByteArray("00110e110e041908020c0c0c0c0404"));
+    QVERIFY(line.breaches().isEmpty());
+}
+
+void TestLinesimAdapterPort::echoFollowsEachCode()
+{
+    PeerLine line;
+    line.talk();
+    line.port.write(hex("00191b17"));
+    QByteArray echoes;
+    QTRY_VERIFY(line.received.contains('\x97'));
+    for (const char byte : qAsConst(line.received))
+        if (quint8(byte) >= 0x80)
+            echoes += byte;
+    QCOMPARE(echoes.toHex(), QByteArray("80999b97"));
+}
+
+void TestLinesimAdapterPort::centreReadsTheRequestOfAFiveBitLine()
+{
+    Line<Centre> line(options({"centre"}), &readCentreOptions);
+    line.talk();
+    line.port.write(hex("00111104")); // "|ЗЗ "
+    QTRY_VERIFY(line.has("request:"));
+    QTRY_VERIFY(line.fromTheLine().size() >= 44);
+    // "\r\nЗЦЗЦ ВАШ 000 ": line end, letters, ЗЦЗЦ, blank, ВА, figures, Ш, blank, 000, blank
+    QVERIFY(line.fromTheLine().startsWith("080200110e110e0413031b1a0416161604"));
+    QVERIFY(line.breaches().isEmpty());
+}
+
+void TestLinesimAdapterPort::switchTakesADialledCall()
+{
+    Line<ChannelSwitch> line(options({"switch", "--subscriber", "12:12 |ЗАРЯ"}), &readChannelSwitchOptions);
+    line.talk("69");
+    line.port.write(hex("435d42010240")); // "@C@N12@"
+    QTRY_VERIFY(line.has("dialled: 12"));
+    QTRY_VERIFY(line.fromTheLine().startsWith("44")); // "@E"
+    QTRY_VERIFY(line.has("up: to 12"));
+    line.port.write(hex("1b09")); // "#*"
+    QTRY_VERIFY(line.has("question: 12"));
+    line.port.write(hex("41"));
+    QTRY_VERIFY(line.has("down: 12 by the terminal"));
+    QTRY_VERIFY(line.fromTheLine().endsWith("41"));
+    QVERIFY(line.breaches().isEmpty());
+}
+
+void TestLinesimAdapterPort::switchTakesANumberDialledAsText()
+{
+    Line<ChannelSwitch> line(options({"switch", "--subscriber", "123:123 |ЗАРЯ"}), &readChannelSwitchOptions);
+    line.talk("69");
+    line.port.write(hex("44"));                                     // "@E"
+    QTRY_COMPARE(line.fromTheLine(), QByteArray("08021f1a03041b")); // "\r\n&GA #", & in place already
+    line.port.write(hex("1b171301"));                               // "#123"
+    QTRY_VERIFY(line.has("dialled: 123"));
+    QTRY_VERIFY(line.has("up: to 123"));
+    QVERIFY(line.breaches().isEmpty());
+}
+
+void TestLinesimAdapterPort::goodbyeEndsTheConnection()
+{
+    PeerLine line;
+    line.talk();
+    line.port.write(hex("60"));
+    line.port.flush();
+    line.port.close();
+    QTRY_VERIFY(line.has("closed: by the program"));
+    QVERIFY(line.has("goodbye:"));
+    QVERIFY(line.breaches().isEmpty());
+    line.lines.clear();
+    line.talk(); // and the next one begins
+    QVERIFY(line.breaches().isEmpty());
+}
+
+void TestLinesimAdapterPort::closeWithoutGoodbyeIsABreach()
+{
+    PeerLine line;
+    line.talk();
+    line.port.close();
+    QTRY_COMPARE(line.breaches(), QStringList("violation: closed without a goodbye"));
+    line.end.run(QStringLiteral("allow-kill"));
+    line.lines.clear();
+    line.talk();
+    line.port.close();
+    QTRY_VERIFY(line.has("closed: by the program"));
+    QVERIFY(line.breaches().isEmpty());
+}
+
+void TestLinesimAdapterPort::unpluggedPortComesBackUnderItsName()
+{
+    const QTemporaryDir directory;
+    const QString path = directory.filePath(QStringLiteral("port"));
+    PeerLine line({"--port", path});
+    line.talk();
+    line.end.run(QStringLiteral("unplug"));
+    QVERIFY(line.has("closed: unplugged"));
+    QVERIFY(!QFile::exists(path));
+    QTRY_VERIFY(line.port.error() != QSerialPort::NoError);
+    line.port.close();
+    line.end.run(QStringLiteral("plug"));
+    QCOMPARE(line.end.place(), path);
+    line.lines.clear();
+    line.talk();
+    line.port.write(hex("5b"));
+    QTRY_COMPARE(line.breaches(), QStringList("violation: version asked when it was not due"));
+}
+
+void TestLinesimAdapterPort::droppedLineComesBackByItself()
+{
+    PeerLine line;
+    line.talk();
+    line.end.run(QStringLiteral("drop"));
+    QVERIFY(line.has("closed: unplugged"));
+    QCOMPARE(line.lines.filter(QStringLiteral("port: ")).size(), 1);
+    QTRY_COMPARE(line.lines.filter(QStringLiteral("port: ")).size(), 2);
+}
+
+void TestLinesimAdapterPort::closedLineGoesOnceAllIsSent()
+{
+    PeerLine line;
+    line.talk();
+    line.end.run(QStringLiteral("text ББББ"));
+    line.end.run(QStringLiteral("close"));
+    QVERIFY(!line.has("closed: unplugged"));
+    QTRY_VERIFY(line.has("closed: unplugged"));
+    QCOMPARE(line.fromTheLine(), QByteArray("0019191919"));
+}
+
+void TestLinesimAdapterPort::silenceOfTheAdapterEnds()
+{
+    PeerLine line({"--silent"});
+    line.open();
+    QTRY_VERIFY(!line.lines.filter(QStringLiteral("connected: ")).isEmpty());
+    QVERIFY(line.received.isEmpty());
+    line.end.run(QStringLiteral("speak"));
+    QTRY_VERIFY(line.received.contains('\x3f'));
+}
+
+void TestLinesimAdapterPort::faultsAreCommands_data()
+{
+    QTest::addColumn<QString>("event");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("break") << "broken:" << QByteArray("4f");
+    QTest::newRow("mend") << "mended:" << QByteArray();
+    QTest::newRow("no-signal") << "no signal:" << QByteArray("5e");
+    QTest::newRow("signal") << "signal:" << QByteArray();
+    QTest::newRow("silence") << "silent:" << QByteArray();
+    QTest::newRow("lose-echo 3") << "echoes to lose: 3" << QByteArray();
+    QTest::newRow("no-credit 900") << "no credit: 900" << QByteArray("30");
+    QTest::newRow("garbage 9 1") << "garbage: 9" << QByteArray();
+    QTest::newRow("allow-version") << "version allowed:" << QByteArray();
+    QTest::newRow("raw c3") << "" << QByteArray("c3");
+    QTest::newRow("dance") << "error: no command dance" << QByteArray();
+    QTest::newRow("windows on") << "error: no command windows on" << QByteArray();
+}
+
+void TestLinesimAdapterPort::faultsAreCommands()
+{
+    QFETCH(QString, event);
+    QFETCH(QByteArray, bytes);
+    PeerLine line;
+    line.talk();
+    line.end.run(QString::fromLatin1(QTest::currentDataTag()));
+    QVERIFY(event.isEmpty() || line.lines.contains(event));
+    line.port.write(hex("67"));
+    QTRY_VERIFY(line.received.contains(QByteArray::fromHex(bytes)));
+}
+
+void TestLinesimAdapterPort::textWithoutAProgramIsNotSent()
+{
+    PeerLine line;
+    line.end.run(QStringLiteral("text А\\r\\n"));
+    QVERIFY(line.has("not sent: А\\r\\n"));
+}
+
+void TestLinesimAdapterPort::portThatCannotBeMadeEndsIt()
+{
+    const AdapterOptions adapter = options({"--port", "/nonexistent/port", "peer"});
+    QStringList lines;
+    EventLog log([&lines](const QString &line) { lines << line; });
+    Peer peer(*readPeerOptions(adapter.farEnd, adapter.line), log);
+    QVERIFY(!peer.start());
+    QCOMPARE(lines, QStringList("error: no port /nonexistent/port"));
+}
+
+void TestLinesimAdapterPort::optionsAreRead()
+{
+    const auto read =
+        readAdapterOptions({"adapter", "--port", "/p", "--serial", "7", "--baud", "50", "--room", "32",
+                            "--status", "200", "--answer", "3000", "--silent", "peer", "--send", "d"});
+    QVERIFY(read);
+    QCOMPARE(read->line.port, QStringLiteral("/p"));
+    QCOMPARE(read->line.serial, QStringLiteral("7"));
+    QCOMPARE(read->line.adapter.baud, 50);
+    QCOMPARE(read->line.adapter.roomCodes, 32);
+    QCOMPARE(read->line.adapter.statusMs, 200);
+    QCOMPARE(read->line.adapter.answerMs, 3000);
+    QVERIFY(read->line.adapter.silent);
+    QCOMPARE(read->farEnd, QStringList({"peer", "--send", "d"}));
+    const auto plain = readAdapterOptions({"adapter", "centre"});
+    QCOMPARE(plain->line.serial, QStringLiteral("10000001"));
+    QCOMPARE(plain->line.adapter.baud, 200);
+    QCOMPARE(plain->line.adapter.version, 20231111);
+}
+
+void TestLinesimAdapterPort::firmwareIsRead_data()
+{
+    QTest::addColumn<int>("version");
+    QTest::newRow("new") << 20231111;
+    QTest::newRow("old") << 20231110;
+    QTest::newRow("none") << 0;
+    QTest::newRow("240229") << 20240229;
+}
+
+void TestLinesimAdapterPort::firmwareIsRead()
+{
+    const auto read = readAdapterOptions({"adapter", "--firmware", QTest::currentDataTag(), "peer"});
+    QTEST(read->line.adapter.version, "version");
+}
+
+void TestLinesimAdapterPort::modeFollowsTheFarEnd_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<int>("mode");
+    QTest::newRow("peer") << QStringList{"peer"} << 0x67;
+    QTest::newRow("centre at 50 baud") << QStringList{"--baud", "50", "centre"} << 0x65;
+    QTest::newRow("100 baud") << QStringList{"--baud", "100", "peer"} << 0x66;
+    QTest::newRow("switch") << QStringList{"--baud", "50", "switch"} << 0x69;
+    QTest::newRow("told") << QStringList{"--mode", "50", "peer"} << 0x65;
+    QTest::newRow("none") << QStringList{"--mode", "none", "peer"} << 0x64;
+    QTest::newRow("switched") << QStringList{"--mode", "switched", "peer"} << 0x69;
+    QTest::newRow("any") << QStringList{"--mode", "any", "switch"} << -1;
+}
+
+void TestLinesimAdapterPort::modeFollowsTheFarEnd()
+{
+    QFETCH(QStringList, arguments);
+    QTEST(readAdapterOptions(QStringList("adapter") + arguments)->line.adapter.expectedMode, "mode");
+}
+
+void TestLinesimAdapterPort::optionsThatAreNotUnderstood_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("no far end") << QStringList{};
+    QTest::newRow("unknown far end") << QStringList{"perforator"};
+    QTest::newRow("adapter behind an adapter") << QStringList{"adapter", "peer"};
+    QTest::newRow("baud") << QStringList{"--baud", "300", "peer"};
+    QTest::newRow("room") << QStringList{"--room", "3", "peer"};
+    QTest::newRow("status") << QStringList{"--status", "0", "peer"};
+    QTest::newRow("firmware") << QStringList{"--firmware", "latest", "peer"};
+    QTest::newRow("firmware of no month") << QStringList{"--firmware", "241301", "peer"};
+    QTest::newRow("mode") << QStringList{"--mode", "75", "peer"};
+    QTest::newRow("listen") << QStringList{"peer", "--listen", "0"};
+    QTest::newRow("connect") << QStringList{"centre", "--connect", "127.0.0.1:1"};
+    QTest::newRow("windows") << QStringList{"switch", "--no-windows"};
+    QTest::newRow("option of the adapter behind the far end") << QStringList{"peer", "--baud", "50"};
+}
+
+void TestLinesimAdapterPort::optionsThatAreNotUnderstood()
+{
+    QFETCH(QStringList, arguments);
+    QCOMPARE(runSubcommand(QStringList{"linesim", "adapter"} + arguments), 2);
+}
+
+QTEST_GUILESS_MAIN(TestLinesimAdapterPort)
+#include "test_linesim_adapter_port.moc"
