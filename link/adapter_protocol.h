@@ -13,6 +13,7 @@ constexpr char Mode100 = 0x66;
 constexpr char Mode200 = 0x67;
 constexpr char ModeSwitched = 0x69; ///< switched channel, whatever the speed
 constexpr char AskVersion = 0x5B;   ///< answered with three codes: year, month, day
+constexpr char Lock = 0x5A;         ///< lock the adapter
 constexpr char Closing = 0x60;      ///< the program closes the port
 constexpr char SeizeLine = 0x43;    ///< "@C"
 constexpr char Answer = 0x44;       ///< "@E"

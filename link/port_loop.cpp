@@ -8,6 +8,8 @@
 #include <QMutexLocker>
 #include <QSerialPort>
 
+#include <cerrno>
+
 using namespace AdapterProtocol;
 
 namespace
@@ -35,7 +37,7 @@ void CPortLoop::run()
     if (!greet())
         return;
     int version = 0;
-    if (m_thread.needVersion) {
+    if (m_thread.needVersion && running()) { // one that ends before it could ask leaves that to the next
         m_thread.needVersion = false;
         version = askVersion();
     }
@@ -156,13 +158,14 @@ bool CPortLoop::read(CAdapterStream &stream)
         return true;
     }
     m_port.clearError();
+    errno = EIO; // what the port takes for its error when it ends under the read, as an unplugged one does
     if (m_port.waitForReadyRead(ReadMs) || m_port.bytesAvailable() > 0) {
         stream.take(m_port.readAll());
         m_silentSeconds = 0;
         return true;
     }
     if (m_port.error() == QSerialPort::TimeoutError) {
-        QThread::usleep(10);
+        // The wait was rest enough: a sleep on top of it would wake the processor twice as often.
         if (m_silentSeconds < SilenceLimit)
             return true;
         lost(m_prefix + SilentText, SilentPause);

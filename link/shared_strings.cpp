@@ -32,7 +32,7 @@ bool CMutexString::mIsEmpty() const
 void CMutexString::mAppend(const QString &more)
 {
     const QMutexLocker lock(&mutex);
-    text += more;
+    text.append(more.constData(), more.size()); // a copy, even into an empty text
 }
 
 QString CTlgString::getDataAndClear(int n)
@@ -49,7 +49,7 @@ QString CTlgString::getDataAndClear(int n)
 void CTlgString::mAppend(const QString &more)
 {
     const QMutexLocker lock(&mutex);
-    text += more;
+    text.append(more.constData(), more.size()); // a copy, even into an empty text
 }
 
 QString CTlgString::mTake()

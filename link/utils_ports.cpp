@@ -2,6 +2,7 @@
 
 #include "text/utils.h"
 
+#include <QMutexLocker>
 #include <QSerialPortInfo>
 #include <QStringList>
 
@@ -35,6 +36,8 @@ QList<SerialPort> serialPortsFromList(const QString &list)
 
 QList<SerialPort> serialPorts()
 {
+    static QMutex oneAtATime; // the system's list has state of its own, and three threads ask for it
+    const QMutexLocker lock(&oneAtATime);
     QList<SerialPort> ports;
     for (const QSerialPortInfo &info : QSerialPortInfo::availablePorts())
         ports.append({info.serialNumber(), info.portName()});

@@ -25,8 +25,8 @@ public:
     void once(LinkFunction function);
     void connectOnce(quint16 port);                                    ///< as client to 127.0.0.1
     void listenOnce(quint16 port, const char *admitted = "127.0.0.1"); ///< as server
-    /// Whether that connection has ended; its results may then be read.
-    [[nodiscard]] bool ended() const { return m_runnerEnd->ended(); }
+    /// Whether that connection, if one was run so, has ended; its results may then be read.
+    [[nodiscard]] bool ended() const { return m_runnerEnd && m_runnerEnd->ended(); }
     /// One second passes for the link; true when the link has taken note of it.
     [[nodiscard]] bool second();
     [[nodiscard]] QStringList states() const;

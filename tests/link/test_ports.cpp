@@ -19,6 +19,8 @@ private slots:
     void portsOfTheSystemComeFirst();
     void serialFindsItsPort_data();
     void serialFindsItsPort();
+    void serialOfWrongLengthMatchesNoPort_data();
+    void serialOfWrongLengthMatchesNoPort();
     void automaticSearchAdoptsAnAdapterOfTheClass_data();
     void automaticSearchAdoptsAnAdapterOfTheClass();
     void ethernetAdapterIsToldByItsSerial_data();
@@ -104,6 +106,34 @@ void TestPorts::serialFindsItsPort()
     QString asked = serial;
     QCOMPARE(CUtils::getPortNameBySN(asked, 0), name);
     QCOMPARE(asked, serial);
+}
+
+void TestPorts::serialOfWrongLengthMatchesNoPort_data()
+{
+    QTest::addColumn<QString>("serial");
+    for (int length = 0; length <= 20; ++length)
+        if (length != 8)
+            QTest::addRow("%d characters", length) << qs("10000001ABCDEFGHIJKL").left(length);
+}
+
+// Neither a device with that very serial nor one that begins with it.
+void TestPorts::serialOfWrongLengthMatchesNoPort()
+{
+    QFETCH(QString, serial);
+    qputenv("VELDA_PORTS",
+            (serial + qs("=/dev/same;10000001ABCDEFGHIJKL=/dev/long;=/dev/none")).toLocal8Bit());
+    QCOMPARE(CUtils::getPortNameBySN(serial), QString());
+    QString asked = serial;
+    QCOMPARE(CUtils::getPortNameBySN(asked, 0), QString());
+    QCOMPARE(asked, serial);
+    QCOMPARE(CUtils::getPortNameBySN(asked, 3), QString());
+    QCOMPARE(asked, serial);
+    CTlgThread thread;
+    thread.paused = true;
+    qputenv("VELDA_PORTS", serial.size() < 8 ? (serial + qs("=/dev/same")).toLocal8Bit() : QByteArray());
+    QVERIFY(!thread.setTrelo(serial, 100, false));
+    QVERIFY(thread.paused);
+    QVERIFY(!thread.restartRequested);
 }
 
 void TestPorts::automaticSearchAdoptsAnAdapterOfTheClass_data()
