@@ -148,6 +148,8 @@ public slots:
     void slotProtocolCopy();
     void slotProtocolCopyRcv();
     void slotProtocolCopySnd();
+    void slotProtocolRcvToPerforator();
+    void slotProtocolSndToPerforator();
     void slotProtocolSendClipboard();
 
 protected:

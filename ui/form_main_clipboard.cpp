@@ -1,9 +1,11 @@
 // Chapter of FormMain: the context menu of the roll, and its clipboard.
 
 #include "app/ask.h"
+#include "app/options.h"
 #include "app/state.h"
 #include "text/filters.h"
 #include "ui/form_main.h"
+#include "ui/perforator_out_dialog.h"
 #include "ui/protocol_widget.h"
 
 #include <QApplication>
@@ -22,6 +24,11 @@ void FormMain::slotProtocolContextMenuEvent(const QPoint &point)
     menu.addAction(QStringLiteral("Копировать"), this, &FormMain::slotProtocolCopy);
     menu.addAction(QStringLiteral("Копировать прием"), this, &FormMain::slotProtocolCopyRcv);
     menu.addAction(QStringLiteral("Копировать передачу"), this, &FormMain::slotProtocolCopySnd);
+    if (Options.usePrf && protocolWidget->hasSelection()) {
+        menu.addAction(QStringLiteral("Прием на перфоратор"), this, &FormMain::slotProtocolRcvToPerforator);
+        menu.addAction(QStringLiteral("Передачу на перфоратор"), this,
+                       &FormMain::slotProtocolSndToPerforator);
+    }
     if (State.manualMode && !QApplication::clipboard()->text().isEmpty())
         menu.addAction(QStringLiteral("Буфер обмена выдать на передачу"), this,
                        &FormMain::slotProtocolSendClipboard);
@@ -41,6 +48,16 @@ void FormMain::slotProtocolCopyRcv()
 void FormMain::slotProtocolCopySnd()
 {
     protocolWidget->copyToClipboard(SentText);
+}
+
+void FormMain::slotProtocolRcvToPerforator()
+{
+    CPerforatorOutDialog(this).Print(protocolWidget->getSelect(ReceivedText));
+}
+
+void FormMain::slotProtocolSndToPerforator()
+{
+    CPerforatorOutDialog(this).Print(protocolWidget->getSelect(SentText));
 }
 
 // A ">" tells that the text was copied from the roll: its line ends are in the line's form already.

@@ -1,0 +1,128 @@
+#pragma once
+
+#include "app/options.h"
+#include "link/prf_thread.h"
+#include "tests/support/desk.h"
+#include "tools/linesim/perforator.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QFile>
+#include <QPushButton>
+#include <QTimer>
+#include <QtTest>
+
+#include <functional>
+
+/// A room with a simulated perforator at its port, and with the workstation's thread for it, which rests.
+class PunchRoom
+{
+public:
+    explicit PunchRoom(const std::function<void(PerforatorOptions &)> &prepare = {})
+        : perforator(options(prepare), log)
+    {
+        if (!perforator.start())
+            qFatal("no perforator");
+        qputenv("VELDA_PORTS", "20000001=" + perforator.portName().toLocal8Bit());
+        startThread();
+    }
+    ~PunchRoom()
+    {
+        stopThread();
+        qunsetenv("VELDA_PORTS");
+    }
+    PunchRoom(const PunchRoom &) = delete;
+    PunchRoom &operator=(const PunchRoom &) = delete;
+
+    static void startThread()
+    {
+        PrfThread.clearSend();
+        PrfThread.clearSent();
+        (void)PrfThread.getAndClearReceive();
+        PrfThread.commandBytes.clear();
+        PrfThread.stateText.clear();
+        PrfThread.adapterFound = false;
+        PrfThread.reportFailure = true;
+        (void)PrfThread.setSorel(QStringLiteral("20000001"), 0, false);
+        PrfThread.Deactivate();
+        PrfThread.start();
+    }
+    static void stopThread()
+    {
+        PrfThread.stopThread();
+        PrfThread.wait();
+    }
+    [[nodiscard]] bool saw(const QString &line) const { return lines.contains(line); }
+    [[nodiscard]] QStringList breaches() const { return lines.filter(QStringLiteral("violation: ")); }
+    /// What has come out of the punch.
+    [[nodiscard]] QByteArray codes() const { return desk.read(QStringLiteral("punched")); }
+
+    Desk desk;
+    QStringList lines;
+    EventLog log{[this](const QString &line) { lines << line; }};
+    Perforator perforator;
+
+private:
+    PerforatorOptions options(const std::function<void(PerforatorOptions &)> &prepare) const
+    {
+        PerforatorOptions options;
+        options.punchFile = desk.path(QStringLiteral("punched"));
+        options.speed = 2000;
+        options.statusMs = 20;
+        if (prepare)
+            prepare(options);
+        return options;
+    }
+};
+
+namespace Dialog
+{
+inline QPushButton *button(const QDialog &dialog, const char *name)
+{
+    return dialog.findChild<QPushButton *>(QString::fromLatin1(name));
+}
+
+inline bool enabled(const QDialog &dialog, const char *name)
+{
+    return button(dialog, name)->isEnabled();
+}
+
+inline void press(const QDialog &dialog, const char *name)
+{
+    QTest::mouseClick(button(dialog, name), Qt::LeftButton);
+}
+
+inline QStringList buttonTexts(const QDialog &dialog)
+{
+    QStringList texts;
+    for (const QPushButton *one : dialog.findChildren<QPushButton *>())
+        texts << one->text();
+    return texts;
+}
+
+/// Names of those among \a names whose button may be pressed.
+inline QByteArrayList enabledOf(const QDialog &dialog, const QByteArrayList &names)
+{
+    QByteArrayList result;
+    for (const QByteArray &name : names)
+        if (enabled(dialog, name.constData()))
+            result << name;
+    return result;
+}
+
+/// Runs \a run, which opens \a dialog, and \a act inside it, once the adapter is connected.
+template <class Run> void inside(QDialog &dialog, Run run, const std::function<void()> &act)
+{
+    bool acted = false;
+    QTimer::singleShot(0, &dialog, [&] {
+        if (QTest::qWaitFor([&] { return enabled(dialog, "start"); })) {
+            act();
+            acted = true;
+        }
+        if (dialog.isVisible())
+            dialog.close();
+    });
+    run();
+    QVERIFY2(acted, "not connected");
+}
+} // namespace Dialog

@@ -1,0 +1,342 @@
+// The dialog that reads tape, over a simulated perforator.
+
+#include "tests/ui/punch_room.h"
+#include "ui/perforator_in_dialog.h"
+#include "ui/perforator_out_dialog.h"
+
+#include <QTextEdit>
+
+class TestPerforatorIn : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void textsAreTheOperators();
+    void onlyTheStartWaitsForTheAdapter();
+    void tapeIsRead();
+    void tapeReadIsTheTapePunched();
+    void readingLeavesOnlyTheStop();
+    void stopWhileReadingKeepsWhatWasRead();
+    void secondReadingIsAddedToTheFirst();
+    void clearForgetsTheText();
+    void clearForgetsWhatTheThreadStillHolds();
+    void applyGivesTheText();
+    void applyTakesTheLastOfIt();
+    void otherEndGivesNothing_data();
+    void otherEndGivesNothing();
+    void closingStopsTheTape();
+    void tapeThatNobodyAskedForIsDropped();
+    void lineEndsAreShownAsLines();
+    void geometryIsKept_data();
+    void geometryIsKept();
+    void geometryIsRestored();
+};
+
+namespace
+{
+const QByteArrayList controls{"start", "stop", "clear", "apply"};
+
+QString qs(const char *text)
+{
+    return QString::fromUtf8(text);
+}
+
+/// Runs \a act in the dialog; the dialog's result.
+int read(CPerforatorInDialog &dialog, const std::function<void()> &act)
+{
+    int result = -1;
+    Dialog::inside(
+        dialog, [&] { result = dialog.exec(); }, act);
+    return result;
+}
+
+QString shown(const QDialog &dialog)
+{
+    return dialog.findChild<QTextEdit *>()->toPlainText();
+}
+
+/// A perforator with \a text on the tape in its reader.
+std::unique_ptr<PunchRoom> roomWithTape(const QString &text, int speed = 2000)
+{
+    auto room = std::make_unique<PunchRoom>([speed](PerforatorOptions &options) { options.speed = speed; });
+    room->desk.write(qs("tape"), text.toUtf8());
+    room->perforator.run(qs("tape ") + room->desk.path(qs("tape")));
+    return room;
+}
+} // namespace
+
+void TestPerforatorIn::textsAreTheOperators()
+{
+    const PunchRoom room;
+    const CPerforatorInDialog dialog;
+    QCOMPARE(dialog.windowTitle(), qs("Ввод \x63 перфоратора")); // with a Latin letter
+    QStringList texts = Dialog::buttonTexts(dialog);
+    texts.sort();
+    QCOMPARE(texts, QStringList({qs("Закрыть"), qs("Очистить"), qs("Принять"), qs("Старт"), qs("Стоп")}));
+}
+
+void TestPerforatorIn::onlyTheStartWaitsForTheAdapter()
+{
+    PunchRoom room;
+    room.perforator.run(qs("unplug"));
+    qunsetenv("VELDA_PORTS");
+    const CPerforatorInDialog dialog;
+    QTRY_COMPARE(PrfThread.state(), qs("Sorel (20000001):  Нет устройства"));
+    QCOMPARE(Dialog::enabledOf(dialog, controls), QByteArrayList());
+    room.perforator.run(qs("plug"));
+    qputenv("VELDA_PORTS", "20000001=" + room.perforator.portName().toLocal8Bit());
+    PrfThread.Activate();
+    QTRY_COMPARE(Dialog::enabledOf(dialog, controls), QByteArrayList({"start"}));
+}
+
+void TestPerforatorIn::tapeIsRead()
+{
+    const auto room = roomWithTape(qs("ПРИВЕТ 12, АБ"));
+    CPerforatorInDialog dialog;
+    read(dialog, [&] {
+        QTest::keyClick(&dialog, Qt::Key_Return);
+        QTRY_COMPARE(dialog.getData(), qs("|ПРИВЕТ #12, |АБ"));
+        QCOMPARE(shown(dialog), qs("|ПРИВЕТ #12, |АБ"));
+    });
+    QCOMPARE(room->breaches(), QStringList());
+}
+
+void TestPerforatorIn::tapeReadIsTheTapePunched()
+{
+    QString telegram = qs("|ЗЦЗЦ #001& LONDON |МОСКВЕ#-5:\r\nТЕКСТ (НОМЕР 12/34) = ЩЮШЭ.<>");
+    telegram = telegram.repeated(8) + qs("|НННН  ");
+    PunchRoom room;
+    CPerforatorOutDialog out;
+    Dialog::inside(
+        out, [&] { out.Print(telegram); },
+        [&] {
+            Dialog::press(out, "start");
+            QTRY_VERIFY(Dialog::enabled(out, "start"));
+        });
+    QTRY_COMPARE(room.lines.last(), qs("closed:"));
+    const QByteArray punched = room.codes();
+    QVERIFY(punched.size() > telegram.size());
+
+    QVERIFY(QFile::copy(room.desk.path(qs("punched")), room.desk.path(qs("tape"))));
+    room.perforator.run(qs("tape-codes ") + room.desk.path(qs("tape")));
+    CPerforatorInDialog in;
+    read(in, [&] {
+        Dialog::press(in, "start");
+        QTRY_VERIFY(room.saw(qs("tape ended:")));
+        const auto codesRead = [&in] {
+            Mtk2::Register state = Mtk2::Latin;
+            return Mtk2::encoded(in.getData(), state);
+        };
+        QTRY_COMPARE(codesRead(), punched);
+    });
+    QCOMPARE(room.breaches(), QStringList());
+}
+
+void TestPerforatorIn::readingLeavesOnlyTheStop()
+{
+    const auto room = roomWithTape(qs("АБ"));
+    CPerforatorInDialog dialog;
+    read(dialog, [&] {
+        Dialog::press(dialog, "start");
+        QCOMPARE(Dialog::enabledOf(dialog, controls), QByteArrayList({"stop"}));
+        QVERIFY(Dialog::button(dialog, "stop")->hasFocus());
+        QTRY_COMPARE(dialog.getData(), qs("|АБ"));
+        QCOMPARE(Dialog::enabledOf(dialog, controls), QByteArrayList({"stop"}));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+        QCOMPARE(Dialog::enabledOf(dialog, controls), QByteArrayList({"start", "clear", "apply"}));
+        QTRY_VERIFY(room->saw(qs("stopped: 3")));
+    });
+}
+
+void TestPerforatorIn::stopWhileReadingKeepsWhatWasRead()
+{
+    const auto room = roomWithTape(QString(2000, QLatin1Char('A')), 200);
+    CPerforatorInDialog dialog;
+    read(dialog, [&] {
+        Dialog::press(dialog, "start");
+        QTRY_VERIFY(!dialog.getData().isEmpty());
+        Dialog::press(dialog, "stop");
+        QVERIFY(!dialog.getData().isEmpty());
+        QTRY_VERIFY(room->lines.last().startsWith(qs("stopped: ")));
+        const int passed = room->lines.last().section(QLatin1Char(' '), 1).toInt();
+        QVERIFY(passed < 2000);
+        QTRY_COMPARE(dialog.getData(), QString(passed, QLatin1Char('A')));
+        QCOMPARE(shown(dialog), dialog.getData());
+        QVERIFY(Dialog::enabled(dialog, "apply"));
+    });
+}
+
+void TestPerforatorIn::secondReadingIsAddedToTheFirst()
+{
+    const auto room = roomWithTape(qs("|А"));
+    CPerforatorInDialog dialog;
+    read(dialog, [&] {
+        Dialog::press(dialog, "start");
+        QTRY_COMPARE(dialog.getData(), qs("|А"));
+        Dialog::press(dialog, "stop");
+        room->perforator.run(qs("rewind"));
+        Dialog::press(dialog, "start");
+        QTRY_COMPARE(dialog.getData(), qs("|А|А"));
+        QCOMPARE(shown(dialog), qs("|А|А"));
+    });
+}
+
+void TestPerforatorIn::clearForgetsTheText()
+{
+    const auto room = roomWithTape(qs("|А"));
+    CPerforatorInDialog dialog;
+    QCOMPARE(read(dialog,
+                  [&] {
+                      Dialog::press(dialog, "start");
+                      QTRY_COMPARE(dialog.getData(), qs("|А"));
+                      Dialog::press(dialog, "stop");
+                      Dialog::press(dialog, "clear");
+                      QCOMPARE(dialog.getData(), QString());
+                      QCOMPARE(shown(dialog), QString());
+                      QCOMPARE(Dialog::enabledOf(dialog, controls), QByteArrayList({"start"}));
+                      room->perforator.run(qs("rewind"));
+                      Dialog::press(dialog, "start");
+                      QTRY_COMPARE(shown(dialog), qs("|А"));
+                  }),
+             0);
+}
+
+void TestPerforatorIn::clearForgetsWhatTheThreadStillHolds()
+{
+    const PunchRoom room;
+    CPerforatorInDialog dialog;
+    PrfThread.receivedText = qs("ОСТАТОК");
+    dialog.slotClear();
+    dialog.slotOnReceived();
+    QCOMPARE(dialog.getData(), QString());
+}
+
+void TestPerforatorIn::applyGivesTheText()
+{
+    const auto room = roomWithTape(qs("|АБВ"));
+    CPerforatorInDialog dialog;
+    QCOMPARE(read(dialog,
+                  [&] {
+                      Dialog::press(dialog, "start");
+                      QTRY_COMPARE(dialog.getData(), qs("|АБВ"));
+                      Dialog::press(dialog, "stop");
+                      Dialog::press(dialog, "apply");
+                      QVERIFY(!dialog.isVisible());
+                  }),
+             1);
+    QCOMPARE(dialog.getData(), qs("|АБВ"));
+    QTRY_COMPARE(room->lines.last(), qs("closed:"));
+}
+
+void TestPerforatorIn::applyTakesTheLastOfIt()
+{
+    const PunchRoom room;
+    CPerforatorInDialog dialog;
+    dialog.data = qs("НАЧАЛО ");
+    PrfThread.receivedText = qs("КОНЕЦ");
+    dialog.slotApply();
+    QCOMPARE(dialog.result(), 1);
+    QCOMPARE(dialog.getData(), qs("НАЧАЛО КОНЕЦ"));
+}
+
+void TestPerforatorIn::otherEndGivesNothing_data()
+{
+    QTest::addColumn<QString>("way");
+    for (const char *way : {"close", "cross", "Esc"})
+        QTest::newRow(way) << qs(way);
+}
+
+void TestPerforatorIn::otherEndGivesNothing()
+{
+    QFETCH(const QString, way);
+    const auto room = roomWithTape(qs("|АБВ"));
+    CPerforatorInDialog dialog;
+    QCOMPARE(read(dialog,
+                  [&] {
+                      Dialog::press(dialog, "start");
+                      QTRY_COMPARE(dialog.getData(), qs("|АБВ"));
+                      Dialog::press(dialog, "stop");
+                      if (way == qs("close"))
+                          Dialog::press(dialog, "close");
+                      else if (way == qs("Esc"))
+                          QTest::keyClick(&dialog, Qt::Key_Escape);
+                      else
+                          dialog.close();
+                      QVERIFY(!dialog.isVisible());
+                  }),
+             0);
+    QVERIFY(PrfThread.paused);
+    QTRY_COMPARE(room->lines.last(), qs("closed:"));
+}
+
+void TestPerforatorIn::closingStopsTheTape()
+{
+    const auto room = roomWithTape(QString(2000, QLatin1Char('A')), 200);
+    CPerforatorInDialog dialog;
+    read(dialog, [&] {
+        Dialog::press(dialog, "start");
+        QTRY_VERIFY(!dialog.getData().isEmpty());
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    QTRY_COMPARE(room->lines.last(), qs("closed:"));
+    QVERIFY(room->lines.at(room->lines.size() - 2).startsWith(qs("stopped: ")));
+}
+
+void TestPerforatorIn::tapeThatNobodyAskedForIsDropped()
+{
+    const PunchRoom room;
+    PrfThread.receivedText = qs("СТАРОЕ");
+    CPerforatorInDialog dialog;
+    dialog.slotOnReceived();
+    QCOMPARE(dialog.getData(), QString());
+}
+
+void TestPerforatorIn::lineEndsAreShownAsLines()
+{
+    const PunchRoom room;
+    CPerforatorInDialog dialog;
+    for (const char *piece : {"РАЗ\r", "\nДВА\r\n", "ТРИ"}) {
+        PrfThread.receivedText = qs(piece);
+        dialog.slotOnReceived();
+    }
+    QCOMPARE(shown(dialog), qs("РАЗ\nДВА\nТРИ"));
+    QCOMPARE(dialog.getData(), qs("РАЗ\r\nДВА\r\nТРИ"));
+}
+
+void TestPerforatorIn::geometryIsKept_data()
+{
+    QTest::addColumn<QString>("way");
+    for (const char *way : {"close", "cross", "Esc", "apply"})
+        QTest::newRow(way) << qs(way);
+}
+
+void TestPerforatorIn::geometryIsKept()
+{
+    QFETCH(const QString, way);
+    const PunchRoom room;
+    CPerforatorInDialog dialog;
+    read(dialog, [&] {
+        dialog.setGeometry(30, 50, 700, 500);
+        if (way == qs("close"))
+            Dialog::press(dialog, "close");
+        else if (way == qs("Esc"))
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+        else if (way == qs("apply"))
+            dialog.slotApply();
+        else
+            dialog.close();
+    });
+    QCOMPARE(Options.geometryPerforatorIn, QRect(30, 50, 700, 500));
+    QVERIFY(Options.geometryPerforatorOut.isEmpty());
+}
+
+void TestPerforatorIn::geometryIsRestored()
+{
+    const PunchRoom room;
+    Options.geometryPerforatorIn = QRect(40, 60, 710, 510);
+    CPerforatorInDialog dialog;
+    read(dialog, [&] { QCOMPARE(dialog.geometry(), QRect(40, 60, 710, 510)); });
+}
+
+QTEST_MAIN(TestPerforatorIn)
+#include "test_perforator_in.moc"

@@ -1,0 +1,118 @@
+// The way from the roll to the punch.
+
+#include "tests/ui/seat.h"
+#include "ui/perforator_out_dialog.h"
+
+#include <QClipboard>
+#include <QMenu>
+#include <QTextEdit>
+#include <QTimer>
+
+namespace
+{
+const QString receivedEntry("Прием на перфоратор");
+const QString sentEntry("Передачу на перфоратор");
+
+/// The visible entries of the roll's context menu; \a pressed is then pressed, if it is there.
+QStringList menuEntries(const Seat &seat, const QString &pressed = QString())
+{
+    QStringList entries;
+    QTimer::singleShot(0, seat.window.get(), [&] {
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        if (menu == nullptr)
+            return;
+        QAction *chosen = nullptr;
+        for (QAction *action : menu->actions()) {
+            if (action->isVisible())
+                entries << action->text();
+            if (action->text() == pressed)
+                chosen = action;
+        }
+        menu->close();
+        if (chosen != nullptr)
+            chosen->trigger();
+    });
+    QContextMenuEvent event(QContextMenuEvent::Mouse, seat.view()->textArea().center());
+    QApplication::sendEvent(seat.view(), &event);
+    return entries;
+}
+
+/// A seat whose roll has received and sent text in one line.
+void fill(const Seat &seat)
+{
+    Log.lines = QStringList{QChar(1) + QString("ПРИНЯТО<>") + QChar(2) + "ПЕРЕДАНО<>"};
+    seat.view()->setDate(Time.date);
+}
+
+/// What the punching dialog shows that \a open opens; it is then closed.
+QString punchedBy(const std::function<void()> &open)
+{
+    QString text("no dialog");
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+        auto *dialog = qobject_cast<CPerforatorOutDialog *>(QApplication::activeModalWidget());
+        if (dialog == nullptr)
+            return;
+        text = dialog->text;
+        dialog->close();
+    });
+    timer.start(10);
+    open();
+    return text;
+}
+} // namespace
+
+class TestPerforatorMenu : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void entriesNeedAPerforatorAndASelection_data()
+    {
+        QTest::addColumn<bool>("used");
+        QTest::addColumn<bool>("selected");
+        QTest::newRow("neither") << false << false;
+        QTest::newRow("a selection alone") << false << true;
+        QTest::newRow("a perforator alone") << true << false;
+        QTest::newRow("both") << true << true;
+    }
+    void entriesNeedAPerforatorAndASelection()
+    {
+        QFETCH(const bool, used);
+        QFETCH(const bool, selected);
+        const Seat seat(Seat::Direct);
+        Options.usePrf = used;
+        fill(seat);
+        if (selected)
+            seat.view()->selectAndShowLine(0);
+        const QStringList entries = menuEntries(seat);
+        QVERIFY(entries.contains("Копировать"));
+        for (const QString &entry : {receivedEntry, sentEntry})
+            QCOMPARE(entries.contains(entry), used && selected);
+    }
+
+    void entriesStandBetweenCopyAndClipboard()
+    {
+        const Seat seat(Seat::Direct);
+        Options.usePrf = true;
+        QApplication::clipboard()->setText("ТЕКСТ");
+        fill(seat);
+        seat.view()->selectAndShowLine(0);
+        QCOMPARE(menuEntries(seat),
+                 (QStringList{"Копировать", "Копировать прием", "Копировать передачу", receivedEntry,
+                              sentEntry, "Буфер обмена выдать на передачу"}));
+    }
+
+    void entriesPunchTheSelectionOfTheirKind()
+    {
+        const Seat seat(Seat::Direct);
+        Options.usePrf = true;
+        fill(seat);
+        seat.view()->selectAndShowLine(0);
+        QCOMPARE(punchedBy([&] { menuEntries(seat, receivedEntry); }), QString("ПРИНЯТО<>"));
+        QCOMPARE(punchedBy([&] { menuEntries(seat, sentEntry); }), QString("ПЕРЕДАНО<>"));
+    }
+};
+
+QTEST_MAIN(TestPerforatorMenu)
+#include "test_perforator_menu.moc"
