@@ -13,6 +13,7 @@ packages="
     librsvg2-bin icoutils sox
     fonts-dejavu
     python3 poppler-utils procps
+    arduino-core-avr avr-libc avrdude gcc-avr libsimavr-dev
 "
 
 is_installed()

@@ -1,0 +1,178 @@
+// The program's own loader against the STK500 boot loader of a real family of boards, on the processor it is
+// made for, in simulation.
+
+#include "link/fw_update.h"
+#include "tests/firmware/board.h"
+#include "tests/support/desk.h"
+
+#include <QCryptographicHash>
+#include <QtTest>
+
+#include <memory>
+
+class TestFwBoard : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { m_desk = std::make_unique<Desk>(); }
+    void cleanup();
+    void testImageIsLoadedAndBlinks();
+    void suppliedImageIsLoaded_data();
+    void suppliedImageIsLoaded();
+    void imageOfTheEthernetAdapterGoesInBlocksOf256();
+
+private:
+    std::unique_ptr<Desk> m_desk;
+};
+
+namespace
+{
+constexpr int LoaderAt = 0x7800; // the boot loader's section, the flash's last 2048 bytes
+constexpr int PageSize = 128;
+
+QByteArray contents(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString sum(const QByteArray &bytes)
+{
+    return QString::fromLatin1(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex());
+}
+
+/// The flash as another program reads it through the boot loader.
+QByteArray readBack(const Board &board, const QString &path)
+{
+    QProcess reader;
+    reader.setProcessChannelMode(QProcess::MergedChannels);
+    reader.start(QStringLiteral("avrdude"),
+                 {QStringLiteral("-c"), QStringLiteral("arduino"), QStringLiteral("-p"),
+                  QStringLiteral("m328p"), QStringLiteral("-P"), board.portName(), QStringLiteral("-b"),
+                  QStringLiteral("115200"), QStringLiteral("-U"), QStringLiteral("flash:r:%1:r").arg(path)});
+    if (!QTest::qWaitFor([&] { return reader.state() == QProcess::NotRunning; }, 60000) ||
+        reader.exitCode() != 0)
+        qWarning("%s", reader.readAll().constData());
+    return contents(path);
+}
+
+/// Says what of the flash an image makes up.
+void report(const char *name, const QByteArray &image, const QByteArray &flash)
+{
+    qInfo("%s: %d bytes compared, SHA-256 of the image %s, of the flash %s", name, image.size(),
+          qPrintable(sum(image)), qPrintable(sum(flash.left(image.size()))));
+}
+} // namespace
+
+void TestFwBoard::cleanup()
+{
+    qunsetenv("VELDA_PORTS");
+    m_desk.reset();
+}
+
+void TestFwBoard::testImageIsLoadedAndBlinks()
+{
+    Board board;
+    const QByteArray before = board.flash();
+    QCOMPARE(before.size(), 32768);
+    QCOMPARE(before.left(LoaderAt), QByteArray(LoaderAt, '\xff'));
+    QVERIFY(CFWUpdateThread::testUpdate(board.portName()));
+    QCOMPARE(board.openings(), 1);
+
+    const QByteArray image(reinterpret_cast<const char *>(FW_BLINK_DATA), int(FW_BLINK.size));
+    QCOMPARE(image.size(), 1070);
+    const QByteArray flash = board.flash();
+    report("FW_BLINK", image, flash);
+    QCOMPARE(flash.left(1070), image);
+    QCOMPARE(flash.mid(9 * PageSize), before.mid(9 * PageSize)); // behind the last page nothing has changed
+    QCOMPARE(m_desk->journal(),
+             (QStringList{QStringLiteral("312:00:00 Подготовка к записи firmware ver: 0 size: 1070"),
+                          QStringLiteral("312:00:00 Программирование завершено"), QString()}));
+
+    QVERIFY(board.waitForLine("closed:"));
+    board.tell(QStringLiteral("reset"));
+    // Pin PB5 changes each quarter of a second: 4000000 cycles and the few of the loop round them.
+    const auto blinks = [&board] {
+        int count = 0;
+        for (const QString &cycles : board.details("pin"))
+            count += cycles.toInt() > 4000000 && cycles.toInt() < 4000020 ? 1 : 0;
+        return count;
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(blinks() >= 4, 60000);
+    QVERIFY(!board.lines.contains(QStringLiteral("crashed:")));
+
+    const QByteArray read = readBack(board, m_desk->path(QStringLiteral("read")));
+    QCOMPARE(read.left(1070), image);
+}
+
+void TestFwBoard::suppliedImageIsLoaded_data()
+{
+    QTest::addColumn<QString>("serial");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("size");
+    QTest::addColumn<QString>("begins");
+    QTest::newRow("line adapter") << QStringLiteral("10000001") << QStringLiteral("trelo") << 7244
+                                  << QStringLiteral(
+                                         "312:00:00 Подготовка к записи firmware ver: 250124 size: 7244");
+    QTest::newRow("perforator") << QStringLiteral("20000001") << QStringLiteral("sorel") << 5938
+                                << QStringLiteral(
+                                       "312:00:00 Подготовка к записи firmware ver: 231218 size: 5938");
+}
+
+void TestFwBoard::suppliedImageIsLoaded()
+{
+    QFETCH(QString, serial);
+    QFETCH(QString, name);
+    QFETCH(int, size);
+    QFETCH(QString, begins);
+    Board board;
+    const QByteArray before = board.flash();
+    qputenv("VELDA_PORTS", (serial + QLatin1Char('=') + board.portName()).toLocal8Bit());
+    QVERIFY(CFWUpdateThread::update(serial));
+
+    const QByteArray image = contents(QStringLiteral(IMAGES "/%1.raw").arg(name));
+    QCOMPARE(image.size(), size);
+    const QByteArray flash = board.flash();
+    report(qPrintable(name), image, flash);
+    QCOMPARE(flash.left(size), image);
+    const int pages = (size + PageSize - 1) / PageSize * PageSize;
+    QCOMPARE(flash.mid(pages), before.mid(pages));
+    QCOMPARE(m_desk->journal(),
+             (QStringList{begins, QStringLiteral("312:00:00 Программирование завершено"), QString()}));
+}
+
+/// It is made for a larger processor than the board has, so it goes to a simulated loader.
+void TestFwBoard::imageOfTheEthernetAdapterGoesInBlocksOf256()
+{
+    Device loader(LINESIM_PROGRAM,
+                  {QStringLiteral("loader"), QStringLiteral("--serial"), QStringLiteral("30000001")});
+    qputenv("VELDA_PORTS", loader.details("port").value(0).toLocal8Bit());
+    QVERIFY(CFWUpdateThread::update(QStringLiteral("30000001")));
+    QVERIFY(loader.waitForLine("closed:"));
+    QCOMPARE(loader.count("violation"), 0);
+
+    QByteArray loaded;
+    QList<int> counts;
+    QString lastAddress;
+    for (const QString &command : loader.details("command")) {
+        const QByteArray bytes = QByteArray::fromHex(command.toLatin1());
+        if (bytes.startsWith('\x55'))
+            lastAddress = command;
+        if (!bytes.startsWith('\x64'))
+            continue;
+        loaded += bytes.mid(4, bytes.size() - 5);
+        counts << bytes.size() - 5;
+    }
+    QCOMPARE(loaded, contents(QStringLiteral(IMAGES "/treloe.raw")));
+    QCOMPARE(counts.size(), 221);
+    QCOMPARE(counts.count(256), 220);
+    QCOMPARE(counts.last(), 216);
+    QCOMPARE(lastAddress, QStringLiteral("55 00 6e 20"));
+    QCOMPARE(m_desk->journal(),
+             (QStringList{QStringLiteral("312:00:00 Подготовка к записи firmware ver: 260601 size: 56536"),
+                          QStringLiteral("312:00:00 Программирование завершено"), QString()}));
+}
+
+QTEST_MAIN(TestFwBoard)
+#include "test_fw_board.moc"
