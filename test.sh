@@ -29,7 +29,7 @@ if [ -n "${day:-}" ]; then
     exec ctest --test-dir "build/$preset" --output-on-failure -L day "$@"
 fi
 if [ -z "${bench:-}" ]; then
-    exec ctest --test-dir "build/$preset" --output-on-failure -j2 -LE "bench|day" "$@"
+    exec ctest --test-dir "build/$preset" --output-on-failure -j3 -LE "bench|day" "$@"
 fi
 
 log=build/bench.log

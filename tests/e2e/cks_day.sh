@@ -3,14 +3,16 @@
 # under one false clock, telegrams in both directions, category and Р telegrams, midnight with its
 # renumbering. At the end every telegram must have come through exactly once, in order, under its name, and
 # the figures of both sides must agree.
-#   cks_day.sh BIN START MINUTES COUNT SPEED
-# BIN holds the programs; COUNT telegrams go each way within MINUTES from START ("2026-07-31 23:20:00").
+#   cks_day.sh BIN START MINUTES COUNT SPEED [FIRMWARE]
+# BIN holds the programs; COUNT telegrams go each way within MINUTES from START ("2026-07-31 23:20:00"), by TCP
+# or, with FIRMWARE (old, new), through a line adapter of that generation at 200 baud.
 set -euo pipefail
 
-bin=$1 start=$2 minutes=$3 count=$4 speed=$5
+bin=$1 start=$2 minutes=$3 count=$4 speed=$5 firmware=${6:-}
 day=$(mktemp -d)
 data=$day/data
 trap 'kill $(jobs -p) 2> /dev/null || true; rm -rf "$day"' EXIT
+. "$(dirname "$(readlink -f "$0")")/../../scripts/carrier.sh"
 export QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8 TZ=UTC
 # The false clock's library comes before that of the sanitizer.
 export ASAN_OPTIONS="verify_asan_link_order=0${ASAN_OPTIONS:+:$ASAN_OPTIONS}"
@@ -68,18 +70,16 @@ prepare()
     done > "$day/scenario"
 }
 
-write_settings() # for port $1
+write_settings()
 {
     cat > "$data/velda.ini" <<SETTINGS
 [CONNECT]
 processMode=0
-TcpMode=true
-%U0410%U0434%U0440%U0435%U0441=127.0.0.1
-%U041F%U043E%U0440%U0442=$1
-TimeOut=600
+$(line_settings "$day/centre.log" "$firmware" 600)
 
 [PATH]
 scanDirsTimeout=10
+$(stored_settings "$firmware")
 
 [CORVA]
 autoConfirmRTimeOut=5
@@ -113,12 +113,13 @@ live()
 {
     local i each=$((minutes * 60 / count)) name
     mkfifo "$day/commands"
-    launch "$bin/linesim" centre --listen 0 --store "$day/kept" --scenario "$day/scenario" --pause 10000 \
-        --keep-alive 60000 --answer $((speed * 3000)) < "$day/commands" >> "$day/centre.log" 2>&1 &
+    # shellcheck disable=SC2046
+    launch "$bin/linesim" $(far_end centre "$firmware" "$day" $((speed * 3000)) "--keep-alive 60000") \
+        --store "$day/kept" --scenario "$day/scenario" --pause 10000 < "$day/commands" >> "$day/centre.log" 2>&1 &
     centre=$!
     exec 3> "$day/commands"
-    until grep -q '^listening: ' "$day/centre.log"; do sleep 1; done
-    write_settings "$(sed -n 's/^listening: //p' "$day/centre.log")"
+    until far_end_is_there "$day/centre.log"; do kill -0 "$centre" && sleep 1; done
+    write_settings
     launch "$bin/velda" "-d=$data" 2> "$day/velda.log" &
     velda=$!
     for ((i = 1; i <= count; ++i)); do
@@ -181,8 +182,10 @@ compare()
 }
 
 prepare
-export -f live now launch write_settings outgoing all_through
-export bin day data minutes count speed
+export -f far_end far_end_is_there line_settings stored_settings live now launch write_settings outgoing all_through
+export bin day data minutes count speed firmware
+. "$(dirname "$(readlink -f "$0")")/false_clock.sh"
+forget_dead_clocks
 faketime -f "@$start x$speed" bash -euo pipefail -c live
 failed=0
 grep '^violation: ' "$day/centre.log" && failed=1

@@ -179,6 +179,8 @@ export -f outgoing incoming write_settings
 : > "$day/deaths"
 : > "$day/faults"
 status=0
+. "$here/false_clock.sh"
+forget_dead_clocks
 faketime -f "@$start x$speed" bash -euo pipefail "$here/cks_faults_live.sh" || status=1
 failed=0
 grep '^violation: ' "$day/centre.log" && failed=1

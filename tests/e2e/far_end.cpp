@@ -1,5 +1,7 @@
 #include "tests/e2e/far_end.h"
 
+#include "tests/e2e/false_clock.h"
+
 #include <QDir>
 #include <QFile>
 #include <QtTest>
@@ -17,24 +19,42 @@ QByteArray contentOf(const QString &path)
 
 FarEnd::FarEnd(const QStringList &more)
 {
-    const QString listening = QStringLiteral("listening: ");
-    start(QStringList{QStringLiteral("--listen"), QStringLiteral("0")} + more);
-    if (!QTest::qWaitFor([&] { return !lines.filter(listening).isEmpty(); }, StartMs))
-        qFatal("linesim does not listen: %s", qPrintable(lines.join(QLatin1Char('\n'))));
-    port = lines.filter(listening).first().mid(listening.size()).toUShort();
+    start({QStringLiteral("peer")}, QStringList{QStringLiteral("--listen"), QStringLiteral("0")} + more);
+    port = waitFor(QStringLiteral("listening: ")).toUShort();
 }
 
 FarEnd::FarEnd(quint16 stationPort, const QStringList &more)
 {
-    start(QStringList{QStringLiteral("--connect"), QStringLiteral("127.0.0.1:%1").arg(stationPort)} + more);
+    start({QStringLiteral("peer")},
+          QStringList{QStringLiteral("--connect"), QStringLiteral("127.0.0.1:%1").arg(stationPort)} + more);
 }
 
-void FarEnd::start(const QStringList &arguments)
+FarEnd::FarEnd(const QStringList &more, const Adapter &adapter)
+{
+    if (!adapter.clock.isEmpty())
+        process.setProcessEnvironment(underClock(adapter.clock));
+    start(QStringList{QStringLiteral("adapter"), QStringLiteral("--port"),
+                      m_kept.filePath(QStringLiteral("adapter")), QStringLiteral("--firmware"),
+                      adapter.firmware, QStringLiteral("--baud"), QStringLiteral("200")} +
+              adapter.options + QStringList{adapter.kind},
+          more);
+    ports = waitFor(QStringLiteral("port: "));
+}
+
+void FarEnd::start(const QStringList &kind, const QStringList &arguments)
 {
     process.start(QStringLiteral(LINESIM_PROGRAM),
-                  QStringList{QStringLiteral("peer"), QStringLiteral("--store"), m_kept.path()} + arguments);
+                  kind + QStringList{QStringLiteral("--store"), m_kept.path()} + arguments);
     if (!process.waitForStarted())
         qFatal("linesim does not start");
+}
+
+/// The rest of the first line that begins with \a event.
+QString FarEnd::waitFor(const QString &event)
+{
+    if (!QTest::qWaitFor([&] { return !lines.filter(event).isEmpty(); }, StartMs))
+        qFatal("linesim does not start: %s", qPrintable(lines.join(QLatin1Char('\n'))));
+    return lines.filter(event).first().mid(event.size());
 }
 
 void FarEnd::command(const QString &line)

@@ -59,10 +59,19 @@ Screen::Screen()
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("DISPLAY"), display);
     m_windowManager.setProcessEnvironment(environment);
-    m_windowManager.start(QStringLiteral("openbox"), QStringList());
-    if (!m_windowManager.waitForStarted() || !QTest::qWaitFor([this] { return isManaged(display); }, 30000))
-        qFatal("openbox does not start");
+    m_windowManager.setProgram(QStringLiteral("openbox"));
+    if (!QTest::qWaitFor([this] { return beginManaging(); }, 60000))
+        qFatal("openbox does not start: %s", m_windowManager.readAllStandardError().constData());
     QTest::qWait(SettleMs);
+}
+
+/// Whether a window manager is at work. One that came before the screen was ready has ended, and is started
+/// again.
+bool Screen::beginManaging()
+{
+    if (m_windowManager.state() == QProcess::NotRunning)
+        m_windowManager.start();
+    return isManaged(display);
 }
 
 Screen::~Screen()

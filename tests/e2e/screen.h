@@ -23,6 +23,8 @@ public:
     QString display; ///< as ":99"
 
 private:
+    [[nodiscard]] bool beginManaging();
+
     QProcess m_server;
     QProcess m_windowManager;
 };

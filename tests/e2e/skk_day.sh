@@ -3,15 +3,17 @@
 # under one false clock, a queue of files to subscribers and to the exit to a centre, with the results and the
 # faults that a table tells. At the end each file is sent under its number, or in the queue with the tries, the
 # time and the text of its outcome; every connection has its transcript.
-#   skk_day.sh BIN TABLE SPEED
-# BIN holds the programs; TABLE is one of skk_days/.
+#   skk_day.sh BIN TABLE SPEED [FIRMWARE SIGNALLING]
+# BIN holds the programs; TABLE is one of skk_days/. The calls go by TCP or, with FIRMWARE (old, new), through a
+# line adapter of that generation at 200 baud by the SIGNALLING 0 to 2.
 set -euo pipefail
 
-bin=$1 table=$2 speed=$3
+bin=$1 table=$2 speed=$3 firmware=${4:-} signalling=${5:-}
 day=$(mktemp -d)
 data=$day/data
 stamp=20260731
 trap 'kill $(jobs -p) 2> /dev/null || true; rm -rf "$day"' EXIT
+. "$(dirname "$(readlink -f "$0")")/../../scripts/carrier.sh"
 export QT_QPA_PLATFORM=offscreen LC_ALL=C.UTF-8 TZ=UTC
 # The false clock's library comes before that of the sanitizer.
 export ASAN_OPTIONS="verify_asan_link_order=0${ASAN_OPTIONS:+:$ASAN_OPTIONS}"
@@ -53,20 +55,19 @@ prepare()
     sed -n 's/^calls //p' "$table" > "$day/scenario"
 }
 
-write_settings() # for port $1
+write_settings()
 {
     # The answerback is "654321 ЗНАМЯ"; the settings file escapes what is not Latin.
     cat > "$data/velda.ini" <<SETTINGS
 [CONNECT]
 processMode=1
-TcpMode=true
-%U0410%U0434%U0440%U0435%U0441=127.0.0.1
-%U041F%U043E%U0440%U0442=$1
-TimeOut=60
+$(line_settings "$day/switch.log" "$firmware" 60)
 $(sed -n 's/^connect //p' "$table")
+${signalling:+tlgSig=$signalling}
 
 [PATH]
 scanDirsTimeout=10
+$(stored_settings "$firmware")
 
 [DORAL]
 AO=654321 \\x417\\x41d\\x410\\x41c\\x42f
@@ -80,13 +81,14 @@ live()
     local i options=()
     read -r -a options < <(sed -n 's/^switch //p' "$table") || true
     mkfifo "$day/commands"
-    "$bin/linesim" switch --listen 0 --subscribers "$day/subscribers" --terminal-ao "654321 ЗНАМЯ" \
-        --scenario "$day/scenario" --subscriber "112233:112233 |ЗАРЯ" --answer 60000 --patience 60 \
+    # shellcheck disable=SC2046
+    "$bin/linesim" $(far_end switch "$firmware" "$day" $((speed * 2000))) --subscribers "$day/subscribers" --terminal-ao "654321 ЗНАМЯ" \
+        --scenario "$day/scenario" --subscriber "112233:112233 |ЗАРЯ" --patience 60 \
         "${options[@]//_/ }" < "$day/commands" > "$day/switch.log" 2>&1 &
     network=$!
     exec 3> "$day/commands"
-    until grep -q '^listening: ' "$day/switch.log"; do sleep 1; done
-    write_settings "$(sed -n 's/^listening: //p' "$day/switch.log")"
+    until far_end_is_there "$day/switch.log"; do kill -0 "$network" && sleep 1; done
+    write_settings
     "$bin/velda" "-d=$data" 2> "$day/velda.log" &
     velda=$!
     for ((i = 0; i < 240; ++i)); do
@@ -212,18 +214,20 @@ compare_transcripts()
     (cd "$data" && find "inp/$stamp" "out/$stamp" -name 's[0-9]*' -printf '%f %p\n' | sort | cut -d ' ' -f 2) \
         > "$day/transcripts"
     while read -r direction number; do
-        if [ "$direction" = to ]; then echo "out (@N$number@|#$number)"; else echo "inp @E"; fi
+        if [ "$direction" = to ]; then echo "out (@N$number@|[# ]$number)"; else echo "inp @E"; fi
     done < "$day/connections" > "$day/transcripts.expected"
     paste -d ' ' "$day/connections" "$day/transcripts" | while read -r direction number file; do
-        [ "$direction" = to ] && number="(@N$number@|#$number)" || number=@E
+        [ "$direction" = to ] && number="(@N$number@|[# ]$number)" || number=@E
         if grep -qE "$number" "$data/$file"; then echo "${file%%/*} $number"; else echo "$file lacks $number"; fi
     done > "$day/transcripts.found"
     same "connections with their transcripts" "$day/transcripts.expected" "$day/transcripts.found"
 }
 
 prepare
-export -f live write_settings rows all_settled
-export bin day data table
+export -f far_end far_end_is_there line_settings stored_settings live write_settings rows all_settled
+export bin day data table speed firmware signalling
+. "$(dirname "$(readlink -f "$0")")/false_clock.sh"
+forget_dead_clocks
 faketime -f "@2026-07-31 12:00:00 x$speed" bash -euo pipefail -c live
 failed=0
 grep '^violation: ' "$day/switch.log" && failed=1

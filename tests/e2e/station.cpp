@@ -1,5 +1,6 @@
 #include "tests/e2e/station.h"
 
+#include "tests/e2e/false_clock.h"
 #include "tests/e2e/process_memory.h"
 #include "tests/e2e/screen.h"
 
@@ -58,6 +59,15 @@ void Station::listenOn(quint16 port)
     set(QStringLiteral("CONNECT/AsTspSrv"), QStringLiteral("true"));
 }
 
+void Station::useAdapter(const QString &ports)
+{
+    set(QStringLiteral("CONNECT/TcpMode"), QStringLiteral("false"));
+    set(QStringLiteral("CONNECT/TRELO_SN"), ports.section(QLatin1Char('='), 0, 0));
+    set(QStringLiteral("CONNECT/tlgBaud"), QStringLiteral("200"));
+    set(QStringLiteral("PATH/removeRegisterInInputFiles"), QStringLiteral("true")); // TCP carries none
+    m_environment.insert(QStringLiteral("VELDA_PORTS"), ports);
+}
+
 void Station::useKey(const QString &hex)
 {
     set(QStringLiteral("CONNECT/processMode"), QStringLiteral("0"));
@@ -66,16 +76,9 @@ void Station::useKey(const QString &hex)
 
 void Station::fakeTime(const QString &setting)
 {
-    m_environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(FAKETIME_LIBRARY));
-    m_environment.insert(QStringLiteral("FAKETIME"), setting);
-    // Its own library would have to stand first; asking it to look away is enough.
-    addSanitizerOption(QStringLiteral("verify_asan_link_order=0"));
-}
-
-void Station::addSanitizerOption(const QString &option)
-{
-    const QString name = QStringLiteral("ASAN_OPTIONS");
-    m_environment.insert(name, m_environment.value(name) + QLatin1Char(':') + option);
+    const QProcessEnvironment clock = underClock(setting);
+    for (const char *name : {"LD_PRELOAD", "FAKETIME", "ASAN_OPTIONS"})
+        m_environment.insert(QLatin1String(name), clock.value(QLatin1String(name)));
 }
 
 void Station::realTime()

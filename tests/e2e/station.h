@@ -18,6 +18,8 @@ public:
     void callTo(quint16 port);       ///< be a client
     void listenOn(quint16 port);     ///< be a server that admits 127.0.0.1
     void useKey(const QString &hex); ///< cipher, procedure 0
+    /// Reach the line by the first adapter of \a ports, at 200 baud.
+    void useAdapter(const QString &ports);
     /// Another clock of libfaketime: "@2026-07-31 23:59:50 x10" is a start and a speed.
     void fakeTime(const QString &setting);
     void realTime();                     ///< the machine's own clock
@@ -52,7 +54,6 @@ public:
 
 private:
     void writeSettings() const;
-    void addSanitizerOption(const QString &option);
 
     QTemporaryDir m_directory;
     QString m_path; // of the data directory, mostly m_directory

@@ -1,16 +1,13 @@
 #include "tests/e2e/switch_end.h"
 
+#include "tests/e2e/false_clock.h"
+
 #include <QtTest>
 
 SwitchEnd::SwitchEnd(const QString &clock, const QStringList &more)
 {
     const QString listening = QStringLiteral("listening: ");
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(FAKETIME_LIBRARY));
-    environment.insert(QStringLiteral("FAKETIME"), clock);
-    environment.insert(QStringLiteral("ASAN_OPTIONS"),
-                       qEnvironmentVariable("ASAN_OPTIONS") + QStringLiteral(":verify_asan_link_order=0"));
-    process.setProcessEnvironment(environment);
+    process.setProcessEnvironment(underClock(clock));
     process.start(QStringLiteral(LINESIM_PROGRAM),
                   QStringList{QStringLiteral("switch"), QStringLiteral("--listen"), QStringLiteral("0"),
                               QStringLiteral("--terminal-ao"), QStringLiteral("654321 ЗНАМЯ"),

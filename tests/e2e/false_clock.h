@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QProcessEnvironment>
+
+/// The environment of a program under a clock of libfaketime: "@2026-07-31 23:59:50 x10" is a start and a
+/// speed.
+[[nodiscard]] QProcessEnvironment underClock(const QString &setting);
