@@ -25,7 +25,7 @@ incoming()
 prepare_data()
 {
     mkdir -p "$data"/{inp,out,prt} "$expected" "$demo"/{incoming,stored}
-    outgoing 1 $'МОСКВА ИВАНОВУ=\r\nПОЗДРАВЛЯЮ С НАЧАЛОМ РАБОТЫ=\r\n.'
+    outgoing 1 $'МОСКВА ИВАНОВУ=\r\nПОЗДРАВЛЯЮ С ДНЕМ СВЯЗИ=\r\n.'
     outgoing 2 "$(long_text 40 'КАНАЛЕ ЦЕНТРА'; printf .)"
     outgoing 3 $'КАЗАНЬ ПЕТРОВУ=\r\nЭТА ТЕЛЕГРАММА ПОСЛЕДНЯЯ=\r\n.'
     incoming 1 $'П01 311200 12\r\nКАНАЛ ОТКРЫТ=\r\n.'
@@ -42,7 +42,7 @@ line()
 
 start_far_end()
 {
-    far_end_listens centre --listen 0 --store "$kept" --pause 3000 --window-pause 20
+    far_end_starts centre "--window-pause 20" --store "$kept" --pause 3000
     for number in 1 2; do
         echo "send-file $demo/incoming/ВХ$number" >&3
     done

@@ -1,6 +1,7 @@
 # shellcheck shell=bash
 # The steps of run.sh that all demonstrations share. They use its variables: bin, the programs; demo, a fresh
-# directory; result, where the screenshot and the logs stay. Each demonstration beside this file gives
+# directory; result, where the screenshot and the logs stay; firmware, the generation of the line adapter, empty
+# for TCP; patience, seconds in which all telegrams must have come. Each demonstration beside this file gives
 # prepare_data, start_far_end, every_telegram_arrived and check_end.
 # shellcheck disable=SC2154
 
@@ -9,7 +10,6 @@ expected=$demo/expected # each telegram from mark to mark, as it must arrive: И
 kept=$demo/far-end      # what the far end stores
 workstation=
 far_end=
-port=
 display_processes=()
 
 # long_text LINES WHERE: that many lines of telegram text, on the channel that WHERE names.
@@ -21,22 +21,19 @@ long_text()
     done
 }
 
-# write_settings PROCEDURE < REST: the settings of a workstation that calls the far end by that procedure, and
-# the REST. The address and the port stand under Cyrillic keys, which the settings file escapes.
+# write_settings PROCEDURE < REST: the settings of a workstation that reaches the far end by that procedure, and
+# the REST.
 write_settings()
 {
     {
         cat <<SETTINGS
 [CONNECT]
-TcpMode=true
-%U0410%U0434%U0440%U0435%U0441=127.0.0.1
-%U041F%U043E%U0440%U0442=$port
-AsTspSrv=false
-TimeOut=30
 processMode=$1
+$(line_settings "$result/far-end.log" "$firmware" 30)
 
 [PATH]
 scanDirsTimeout=2
+$(stored_settings "$firmware")
 
 [WINDOW]
 geometryMainForm=@Rect(40 40 1000 700)
@@ -52,15 +49,15 @@ SETTINGS
     } > "$data/velda.ini"
 }
 
-# far_end_listens COMMAND...: starts the far end, which takes commands by descriptor 3; port becomes its port.
-far_end_listens()
+# far_end_starts KIND TCP_OPTIONS OPTION...: starts the far end, which takes commands by descriptor 3.
+far_end_starts()
 {
     mkfifo "$demo/commands"
-    "$bin/linesim" "$@" < "$demo/commands" > "$result/far-end.log" &
+    # shellcheck disable=SC2046
+    "$bin/linesim" $(far_end "$1" "$firmware" "$demo" 3000 "$2") "${@:3}" < "$demo/commands" > "$result/far-end.log" &
     far_end=$!
     exec 3> "$demo/commands"
-    until_true 10 grep -q '^listening: ' "$result/far-end.log"
-    port=$(sed -n 's/^listening: //p' "$result/far-end.log")
+    until_true 10 far_end_is_there "$result/far-end.log"
 }
 
 start_workstation()
@@ -118,7 +115,7 @@ sent_files_left_the_queue()
 
 wait_for_telegrams()
 {
-    until_true 90 every_telegram_arrived && until_true 10 sent_files_left_the_queue && sleep 2
+    until_true "$patience" every_telegram_arrived && until_true 10 sent_files_left_the_queue && sleep 2
 }
 
 # What the far end must know before it hears free text; a demonstration may have something to tell it.

@@ -20,12 +20,12 @@ queue()
 prepare_data()
 {
     mkdir -p "$data"/{inp,out,prt} "$expected" "$demo/incoming"
-    telegram ИСХ1 $'МОСКВА ИВАНОВУ=\r\nПОЗДРАВЛЯЮ С НАЧАЛОМ РАБОТЫ=\r\n'
+    telegram ИСХ1 $'МОСКВА ИВАНОВУ=\r\nПОЗДРАВЛЯЮ С ДНЕМ СВЯЗИ=\r\n'
     telegram ИСХ2 "$(long_text 40 'ПРЯМОМ КАНАЛЕ'; printf .)"
     telegram ИСХ3 $'КАЗАНЬ ПЕТРОВУ=\r\nЭТА ТЕЛЕГРАММА ЖДАЛА СВОЕГО ВРЕМЕНИ=\r\n'
     telegram ВХ1 $'РАБОТАЕТ ЛИ КАНАЛ=\r\nОТВЕТЬТЕ=\r\n'
     telegram ВХ2 "$(long_text 36 'ПРЯМОМ КАНАЛЕ'; printf .)"
-    telegram ВХ3 $'ZCZC НЕ НАЧАЛО, А ТЕКСТ\r\nКОНЕЦ=\r\n'
+    telegram ВХ3 $'ZCZC НЕ ЗНАК, А ТЕКСТ\r\nКОНЕЦ=\r\n'
     queue 1 -60
     queue 2 -30
     queue 3 15
@@ -34,7 +34,7 @@ prepare_data()
 
 start_far_end()
 {
-    far_end_listens peer --listen 0 --send "$demo/incoming" --store "$kept" --confirm --window-pause 50 --speed 800
+    far_end_starts peer "--window-pause 50 --speed 800" --send "$demo/incoming" --store "$kept" --confirm
     write_settings 2 <<SETTINGS
 
 [Direct]

@@ -15,7 +15,7 @@ queue()
 prepare_data()
 {
     mkdir -p "$data"/{inp,out,prt} "$expected"
-    queue 1 112233 $'МОСКВА ИВАНОВУ=\r\nПОЗДРАВЛЯЮ С НАЧАЛОМ РАБОТЫ='
+    queue 1 112233 $'МОСКВА ИВАНОВУ=\r\nПОЗДРАВЛЯЮ С ДНЕМ СВЯЗИ='
     queue 2 445566 $'ТВЕРЬ СИДОРОВУ=\r\nЭТОТ АБОНЕНТ ЗАНЯТ='
     cp "$data/out/$(date +%Y%m%d)u001" "$expected/ИСХ1"
     printf 'ЗЦЗЦ 007 КАЗАНЬ ПЕТРОВУ=\r\nВАМ ЗВОНЯТ=\r\nНННН  ' > "$expected/ВХ1"
@@ -23,7 +23,7 @@ prepare_data()
 
 start_far_end()
 {
-    far_end_listens switch --listen 0 --store "$kept" --window-pause 50 --point АБ-123456 --terminal-ao '654321 ЗНАМЯ' \
+    far_end_starts switch "--window-pause 50" --store "$kept" --point АБ-123456 --terminal-ao '654321 ЗНАМЯ' \
         --telegram '007 КАЗАНЬ ПЕТРОВУ=\r\nВАМ ЗВОНЯТ=\r\n' --subscriber '112233:112233 |ЗАРЯ' \
         --subscriber '445566:445566 |ГРАНИТ:busy' --subscriber '223344:223344 |ВЕГА'
     # The answerback is "654321 ЗНАМЯ"; the settings file escapes what is not Latin.
@@ -77,7 +77,7 @@ check_end()
     whole ВХ1 "$data"/inp/*/*_000 || status=1
     queued 2 '|2|N|Абонент занят$' || status=1
     told "the text at its subscriber" \
-        'got: 112233 ЗЦЗЦ МОСКВА ИВАНОВУ=\\r\\nПОЗДРАВЛЯЮ С НАЧАЛОМ РАБОТЫ=\\r\\nНННН' || status=1
+        'got: 112233 ЗЦЗЦ МОСКВА ИВАНОВУ=\\r\\nПОЗДРАВЛЯЮ С ДНЕМ СВЯЗИ=\\r\\nНННН' || status=1
     told "the operator's text at the one who called" 'got: 667788 HELLO' || status=1
     told "three connections" 'figures: connections 3' || status=1
     ! grep '^violation: ' "$result/far-end.log" || status=1
