@@ -17,6 +17,8 @@ private slots:
     void pulledOutInTheMiddleOfReceiving();
     void pulledOutOnTheWayToACentre_data() { generations(); }
     void pulledOutOnTheWayToACentre();
+    void pulledOutInTheMiddleOfACall_data() { generations(); }
+    void pulledOutInTheMiddleOfACall();
     void withoutInputSignalTheQueueWaits();
     void brokenLineStopsNeitherEnd();
     void silentAdapterIsTriedAgain();
@@ -207,6 +209,54 @@ void TestE2eAdapter::pulledOutOnTheWayToACentre()
     const QRegularExpression taken(QStringLiteral("^telegram: [0-9]+ П")); // by the centre
     QCOMPARE(farEnd.lines.filter(taken), QStringList());
     QCOMPARE(farEnd.lines.filter(QStringLiteral("broken: |ЗЦЗЦ 001 П654321")).size(), 1);
+}
+
+// The connection ends with the adapter and is kept as far as it came. The file has lost a try and nothing
+// else: the next call delivers it.
+void TestE2eAdapter::pulledOutInTheMiddleOfACall()
+{
+    QFETCH(QString, firmware);
+    FarEnd::Adapter adapter = adapterOf(firmware);
+    adapter.kind = QStringLiteral("switch");
+    FarEnd farEnd({QStringLiteral("--terminal-ao"), QStringLiteral("654321 ЗНАМЯ"),
+                   QStringLiteral("--subscriber"), QStringLiteral("112233:112233 |ЗАРЯ:"),
+                   QStringLiteral("--patience"), QStringLiteral("90")},
+                  adapter);
+    AdapterStation station(farEnd);
+    station.set(QStringLiteral("CONNECT/processMode"), QStringLiteral("1"));
+    station.set(QStringLiteral("DORAL/AO"), QStringLiteral("654321 ЗНАМЯ"));
+    const QString name = QStringLiteral("20260731u001");
+    const QString out = QStringLiteral("out/") + name;
+    const QByteArray text =
+        "ЗЦЗЦ П001\r\n" + QByteArray("СТРОКА ДЛЯ ОДНОГО АБОНЕНТА=\r\n").repeated(12) + "НННН  \r\n";
+    station.write(out, text);
+    station.write(out + QStringLiteral(".dat"), "112233|S|01.01.2020 00:00|u|3|N|");
+    station.start();
+    QTRY_VERIFY_WITH_TIMEOUT(farEnd.lines.filter(QStringLiteral("СТРОКА ДЛЯ")).size() >= 2, 60000);
+    farEnd.command(QStringLiteral("unplug"));
+    QTRY_VERIFY_WITH_TIMEOUT(station.logged(noPortText), 20000);
+    QCOMPARE(station.read(out), text);
+    QCOMPARE(station.read(out + QStringLiteral(".dat")), QByteArray("112233|S|01.01.2020 00:00|u|2|N|"));
+    const QStringList kept = station.names(QStringLiteral("out/20260731"));
+    QCOMPARE(kept.size(), 1);
+    QVERIFY2(kept.first().startsWith(QLatin1Char('s')), qPrintable(kept.first()));
+    const QString transcript =
+        QString::fromUtf8(station.read(QStringLiteral("out/20260731/") + kept.first()));
+    QVERIFY2(transcript.contains(QStringLiteral("ЗЦЗЦ П001")), qPrintable(transcript));
+    QVERIFY2(!transcript.contains(QStringLiteral("НННН")), qPrintable(transcript));
+
+    farEnd.command(QStringLiteral("plug"));
+    QTRY_COMPARE_WITH_TIMEOUT(station.read(QStringLiteral("out/20260731/") + name + QStringLiteral(".000")),
+                              text, 90000);
+    QVERIFY(!QFile::exists(station.path(out)));
+    QVERIFY(!QFile::exists(station.path(out + QStringLiteral(".dat"))));
+    QCOMPARE(farEnd.lines.filter(QStringLiteral("dialled: ")).size(), 2);
+    QCOMPARE(farEnd.lines.filter(QRegularExpression(QStringLiteral("^got: 112233 ЗЦЗЦ П001.*НННН"))).size(),
+             1);
+    QVERIFY(!farEnd.lines.filter(QStringLiteral("remains: ")).isEmpty());
+    QTRY_COMPARE_WITH_TIMEOUT(station.names(QStringLiteral("out/20260731"), QStringLiteral("s*")).size(), 2,
+                              60000);
+    verifyOrderlyEnd(station, farEnd);
 }
 
 void TestE2eAdapter::withoutInputSignalTheQueueWaits()

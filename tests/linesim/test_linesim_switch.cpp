@@ -36,6 +36,7 @@ private slots:
     void silenceIsABreach();
     void textUnderWayAsTheNetworkHangsUpIsNone();
     void lostLinkEndsTheConnection();
+    void remainsOfALostConnectionAreNoBreach();
 };
 
 namespace
@@ -493,6 +494,22 @@ void TestLinesimSwitch::lostLinkEndsTheConnection()
     exchange.line.lineLost();
     QCOMPARE(int(exchange.line.state()), int(SwitchedLine::Idle));
     QVERIFY(exchange.lines.contains(QStringLiteral("down: 112233 by loss of the link")));
+}
+
+// What waits as the link is lost goes out on the next one, up to the hang-up behind it and no further.
+void TestLinesimSwitch::remainsOfALostConnectionAreNoBreach()
+{
+    Exchange exchange(zarya);
+    exchange.connectTo(QStringLiteral("112233"));
+    exchange.line.lineLost();
+    exchange.line.lineLost();
+    exchange.hear(QStringLiteral("ПРИВЕТ"));
+    QCOMPARE(exchange.violations(), QStringList());
+    QVERIFY(exchange.lines.contains(QStringLiteral("remains: ПРИВЕТ")));
+    exchange.hear(QStringLiteral("@H"));
+    exchange.hear(QStringLiteral("ПРИВЕТ"));
+    QCOMPARE(exchange.violations(),
+             QStringList(QStringLiteral("violation: text without a connection: ПРИВЕТ")));
 }
 
 QTEST_GUILESS_MAIN(TestLinesimSwitch)

@@ -54,6 +54,7 @@ void SwitchedLine::after(double seconds, void (SwitchedLine::*act)())
 
 void SwitchedLine::lineLost()
 {
+    m_remains = m_remains || m_state == Up;
     if (m_state == Up)
         disconnectParty(QStringLiteral("loss of the link"));
     enter(Idle);
@@ -225,6 +226,8 @@ void SwitchedLine::takeSpeech(const SwitchItem &item)
         m_lastSound = m_now.toMSecsSinceEpoch();
         return m_party.hear(item);
     }
+    if (m_state == Idle && m_remains)
+        return m_log.event(QStringLiteral("remains"), escaped(item.text));
     if (m_state != Releasing) // what was under way as this end hung up is no breach
         m_log.violation(QStringLiteral("text without a connection: ") + escaped(item.text));
 }
@@ -232,6 +235,7 @@ void SwitchedLine::takeSpeech(const SwitchItem &item)
 void SwitchedLine::takeHangUp()
 {
     const State was = m_state;
+    m_remains = false;
     if (was == Idle)
         return m_log.event(QStringLiteral("hang-up"), QStringLiteral("again"));
     if (was == Up)

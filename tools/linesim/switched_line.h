@@ -90,6 +90,7 @@ private:
     void (SwitchedLine::*m_due)() = nullptr;
     bool m_byProgram = false;  // the number comes as text behind the go-ahead
     QString m_digits;          // of it, so far
+    bool m_remains = false;    // text of the connection that was lost with the link may still come
     bool m_glare = false;      // the terminal dialled while it was called: its dialling is void
     QVector<Caller> m_callers; // who wait for a free line
     Subscriber m_called;
