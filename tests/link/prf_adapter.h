@@ -72,6 +72,13 @@ public:
 class PrfRun
 {
 public:
+    /// Connected, with the mode byte of the connection taken.
+    explicit PrfRun(PrfAdapter &adapter) : PrfRun()
+    {
+        start();
+        QVERIFY(QTest::qWaitFor([&] { return adapter.terminal.isOpen(); }));
+        QCOMPARE(adapter.take(1), QByteArray("61"));
+    }
     PrfRun()
     {
         const auto keep = [this](auto take) {
@@ -101,13 +108,8 @@ public:
         (void)thread.setSorel(QStringLiteral("20000001"), 0, false);
         thread.start(QThread::InheritPriority);
     }
-    /// Starts and waits for the mode byte of the connection.
-    [[nodiscard]] bool connectTo(PrfAdapter &adapter)
-    {
-        start();
-        return QTest::qWaitFor([&] { return adapter.terminal.isOpen(); }) && adapter.take(1) == "61";
-    }
-    [[nodiscard]] bool join() { return m_end.join(5000); }
+    /// False if the thread has not ended in the given time.
+    [[nodiscard]] bool join(unsigned long ms = 5000) { return m_end.join(ms); }
     [[nodiscard]] QStringList states() const { return copy(m_states); }
     [[nodiscard]] QVector<int> sent() const { return copy(m_sent); } ///< length of the log, each time
     [[nodiscard]] QStringList read() const { return copy(m_read); }  ///< what was new, each time

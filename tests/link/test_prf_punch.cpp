@@ -28,6 +28,7 @@ private slots:
     void answerRepeatsTheModeByte();
     void commandsGoAheadOfText();
     void commandGoesAheadOfTextThatMayGo();
+    void bytesLeftInThePortHoldTheTextBack();
     void stoppedReadingReachesTheAdapterBeforeTheClose();
 };
 
@@ -57,9 +58,8 @@ void TestPrfPunch::modeByteNamesTheSpeed()
 void TestPrfPunch::nothingGoesBeforeTheFirstStatus()
 {
     PrfAdapter adapter;
-    PrfRun run;
+    PrfRun run(adapter);
     run.thread.Send(QStringLiteral("ABCD"));
-    QVERIFY(run.connectTo(adapter));
     QCOMPARE(adapter.settled(), QByteArray());
     QCOMPARE(run.thread.waitingLength(), 4);
     adapter.send("30");
@@ -70,8 +70,7 @@ void TestPrfPunch::nothingGoesBeforeTheFirstStatus()
 void TestPrfPunch::roomOfFourLetsNothingGo()
 {
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     run.thread.Send(QStringLiteral("ABCD"));
     adapter.send("24");
     QCOMPARE(adapter.take(1), QByteArray("61"));
@@ -83,8 +82,7 @@ void TestPrfPunch::roomOfFourLetsNothingGo()
 void TestPrfPunch::roomOfFiveLetsFourCharactersGo()
 {
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     run.thread.Send(QStringLiteral("ABCDE"));
     adapter.send("25");
     QCOMPARE(adapter.take(5), QByteArray("6103190e09"));
@@ -96,8 +94,7 @@ void TestPrfPunch::roomOfFiveLetsFourCharactersGo()
 void TestPrfPunch::sixCharactersGoAsFourThenTwo()
 {
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     run.thread.Send(QStringLiteral("ABCDEF"));
     adapter.send("34");
     QCOMPARE(adapter.take(7), QByteArray("61"
@@ -110,8 +107,7 @@ void TestPrfPunch::sixCharactersGoAsFourThenTwo()
 void TestPrfPunch::changesOfRegisterCountAgainstTheRoom()
 {
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     run.thread.Send(QStringLiteral("А1А1А1А1"));
     adapter.send("2c"); // 12, of which the first piece takes eight
     QCOMPARE(adapter.take(9), QByteArray("61"
@@ -123,8 +119,7 @@ void TestPrfPunch::changesOfRegisterCountAgainstTheRoom()
 void TestPrfPunch::roomThatIsOverdrawnIsNone()
 {
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     run.thread.Send(QStringLiteral("А1А1АБВГ"));
     adapter.send("25");
     QCOMPARE(adapter.take(9), QByteArray("6100031b1700031b17"));
@@ -137,8 +132,7 @@ void TestPrfPunch::roomThatIsOverdrawnIsNone()
 void TestPrfPunch::lastStatusOfABatchIsTheRoom()
 {
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     run.thread.Send(QStringLiteral("ABCD"));
     adapter.send("3f24");
     QCOMPARE(adapter.take(1), QByteArray("61"));
@@ -150,8 +144,7 @@ void TestPrfPunch::lastStatusOfABatchIsTheRoom()
 void TestPrfPunch::status3FGivesRoomOf31()
 {
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     run.thread.Send(QString(40, QLatin1Char('A')));
     adapter.send("3f");
     // 31, 27, ... 7: seven pieces, and a room of 3 is left
@@ -163,8 +156,7 @@ void TestPrfPunch::status3FGivesRoomOf31()
 void TestPrfPunch::charactersWithoutACodeCountAsPunched()
 {
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     run.thread.Send(QStringLiteral("^№^№A"));
     adapter.send("25");
     QCOMPARE(adapter.take(2), QByteArray("6103"));
@@ -174,8 +166,7 @@ void TestPrfPunch::charactersWithoutACodeCountAsPunched()
 void TestPrfPunch::lineEndsAndCheGoAsTheCodeHasThem()
 {
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     run.thread.Send(QStringLiteral("ч<>\r\nА"));
     adapter.send("3f");
     QCOMPARE(adapter.take(9), QByteArray("61"
@@ -186,8 +177,7 @@ void TestPrfPunch::lineEndsAndCheGoAsTheCodeHasThem()
 void TestPrfPunch::registerStaysFromPieceToPiece()
 {
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     run.thread.Send(QStringLiteral("АБВГА"));
     adapter.send("34");
     QCOMPARE(adapter.take(7), QByteArray("61"
@@ -198,8 +188,7 @@ void TestPrfPunch::registerStaysFromPieceToPiece()
 void TestPrfPunch::clearSendStopsAtTheNextPiece()
 {
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     run.thread.Send(QStringLiteral("ABCDEFGH"));
     adapter.send("25");
     QCOMPARE(adapter.take(5), QByteArray("6103190e09"));
@@ -215,8 +204,7 @@ void TestPrfPunch::clearSendStopsAtTheNextPiece()
 void TestPrfPunch::textIsPunchedInTheOrderOfItsSending()
 {
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     run.thread.Send(QStringLiteral("A"));
     run.thread.Send(QStringLiteral("B"));
     run.thread.Send(QStringLiteral("||||||||||"));
@@ -229,8 +217,7 @@ void TestPrfPunch::textIsPunchedInTheOrderOfItsSending()
 void TestPrfPunch::logOfSentTextIsKeptUntilCleared()
 {
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     adapter.send("3f");
     run.thread.Send(QStringLiteral("ABCD"));
     QTRY_COMPARE(run.thread.sentLength(), 4);
@@ -258,8 +245,7 @@ void TestPrfPunch::eachBatchWithAStatusIsAnsweredOnce()
     QFETCH(const QByteArray, batch);
     QFETCH(const int, answers);
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     adapter.send(batch);
     QCOMPARE(adapter.take(answers), QByteArray("61").repeated(answers));
     QCOMPARE(adapter.settled(), QByteArray());
@@ -298,8 +284,7 @@ void TestPrfPunch::commandsGoAheadOfText()
 void TestPrfPunch::commandGoesAheadOfTextThatMayGo()
 {
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     for (int i = 0; i < 10; ++i) {
         {
             const QMutexLocker lock(&run.thread.commandMutex);
@@ -315,12 +300,38 @@ void TestPrfPunch::commandGoesAheadOfTextThatMayGo()
     }
 }
 
+// Nothing is read at the other end until the events are processed again.
+void TestPrfPunch::bytesLeftInThePortHoldTheTextBack()
+{
+    PrfAdapter adapter;
+    PrfRun run(adapter);
+    const auto codeIsRead = [&](const char *hex) {
+        const int before = run.read().size();
+        adapter.send(hex);
+        for (int ms = 0; run.read().size() == before && ms < 5000; ++ms)
+            QThread::msleep(1);
+        return run.read().size() > before;
+    };
+    const QByteArray commands(200000, 0x51); // far more than the system takes in
+    {
+        const QMutexLocker lock(&run.thread.commandMutex);
+        run.thread.commandBytes = commands;
+    }
+    QVERIFY(codeIsRead("03")); // the commands are written, or are in this pass
+    QVERIFY(codeIsRead("03"));
+    run.thread.Send(QStringLiteral("ABCD"));
+    QVERIFY(codeIsRead("3f03"));
+    QVERIFY(codeIsRead("03")); // the pass with the room is over
+    QCOMPARE(run.thread.waitingLength(), 4);
+    QCOMPARE(adapter.take(commands.size() + 5).right(10), QByteArray("6103190e09"));
+    QCOMPARE(run.thread.waitingLength(), 0);
+}
+
 // The dialog stops the tape and closes while the thread is on its way round.
 void TestPrfPunch::stoppedReadingReachesTheAdapterBeforeTheClose()
 {
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     connect(
         &run.thread, &CPrfThread::signalOnSended, &run.thread,
         [&run] {

@@ -27,8 +27,7 @@ QString qs(const char *text)
 void TestPrfRead::codesBecomeTextWithItsMarks()
 {
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     adapter.send("00110e110e1b17131f0308020400");
     QTRY_COMPARE(run.read().join(QString()), qs("|ЗЦЗЦ#12&A\r\n |"));
 }
@@ -36,8 +35,7 @@ void TestPrfRead::codesBecomeTextWithItsMarks()
 void TestPrfRead::registerStaysFromBatchToBatch()
 {
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     adapter.send("00");
     QTRY_COMPARE(run.read(), QStringList(qs("|")));
     adapter.send("0319");
@@ -51,8 +49,7 @@ void TestPrfRead::registerStaysFromBatchToBatch()
 void TestPrfRead::registerStartsAtLatinOnEachConnection()
 {
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     adapter.send("030003");
     QTRY_COMPARE(run.read().join(QString()), qs("A|А"));
     run.thread.Send(qs("А"));
@@ -73,8 +70,7 @@ void TestPrfRead::registerStartsAtLatinOnEachConnection()
 void TestPrfRead::otherBytesLeaveNoText()
 {
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     QByteArray bytes;
     for (int value = 0x20; value < 0x100; ++value)
         bytes += char(value);
@@ -115,8 +111,7 @@ void TestPrfRead::unfetchedTextIsBounded()
 void TestPrfRead::readingAndPunchingGoTogether()
 {
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     run.thread.Send(qs("ABCD"));
     adapter.send("0003"
                  "2a"

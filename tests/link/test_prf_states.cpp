@@ -3,7 +3,9 @@
 #include "tests/link/prf_adapter.h"
 
 #include <QDir>
-#include <QTemporaryDir>
+
+#include <atomic>
+#include <termios.h>
 
 class TestPrfStates : public QObject
 {
@@ -16,6 +18,10 @@ private slots:
     void pauseIsEnded();
     void connectionIsGivenUp_data();
     void connectionIsGivenUp();
+    void connectionIsOverWhenItsEndIsTold();
+    void pauseThatMeetsAConnectingIsNotLost();
+    void portRunsAt9600Baud();
+    void autodetectionNamesTheAdapterThatItTook();
     void restartTakesThePortAnew();
     void restartTakesTheNewSpeed();
     void deactivateKeepsThePortUntilTheTextIsGone();
@@ -23,20 +29,6 @@ private slots:
     void clearedTextLetsADeactivatedPortGo();
     void stopDoesNotWaitForText();
     void stopEndsAWaitingThread();
-    void absentAdapterIsReportedOnce();
-    void waitEndsByTime();
-    void restartThatMeetsAFailureIsNotLost();
-    void portThatDoesNotOpenIsReportedOnce();
-    void nextOutageIsReportedAgain();
-    void secondProgramDoesNotGetThePort();
-    void unpluggedWhilePaused();
-    void unpluggedWhileWaiting();
-    void unpluggedWhileConnected();
-    void unpluggedWhilePunching();
-    void unpluggedWhileReading();
-    void serialOfAWrongLengthFindsNoPort_data();
-    void serialOfAWrongLengthFindsNoPort();
-    void autodetectionNamesTheAdapterThatItTook();
 };
 
 namespace
@@ -48,9 +40,13 @@ QString qs(const char *text)
     return QString::fromUtf8(text);
 }
 
-bool found(const PrfRun &run)
+/// Gets \a settings of the port, by the descriptor with which this process has it open.
+bool settingsOf(const QString &port, termios &settings)
 {
-    return run.thread.adapterFound;
+    for (const QFileInfo &one : QDir(qs("/proc/self/fd")).entryInfoList(QDir::AllEntries | QDir::System))
+        if (one.symLinkTarget() == port)
+            return ::tcgetattr(one.fileName().toInt(), &settings) == 0;
+    return false;
 }
 } // namespace
 Q_DECLARE_METATYPE(Call)
@@ -79,8 +75,7 @@ void TestPrfStates::pauseIsEnded()
 {
     QFETCH(const Call, call);
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     run.thread.Deactivate();
     QTRY_COMPARE(run.states(), QStringList({PrfState::Connected, PrfState::Waiting}));
     QTRY_VERIFY(!adapter.terminal.isOpen());
@@ -105,21 +100,56 @@ void TestPrfStates::connectionIsGivenUp()
 {
     QFETCH(const Call, call);
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
-    QVERIFY(run.thread.connected && found(run));
+    PrfRun run(adapter);
+    QVERIFY(run.thread.connected && run.thread.adapterFound);
     (run.thread.*call)();
     QTRY_COMPARE(adapter.closings, 1);
     QTRY_COMPARE(run.states(), QStringList({PrfState::Connected, PrfState::Waiting}));
-    QVERIFY(!run.thread.connected && found(run));
+    QVERIFY(!run.thread.connected && run.thread.adapterFound);
     QCOMPARE(adapter.openings, 1);
+}
+
+// Who is told looks at the flag.
+void TestPrfStates::connectionIsOverWhenItsEndIsTold()
+{
+    PrfAdapter adapter;
+    PrfRun run(adapter);
+    std::atomic<int> told = -1;
+    connect(
+        &run.thread, &CPrfThread::signalOnState, &run.thread, [&] { told = run.thread.connected ? 1 : 0; },
+        Qt::DirectConnection);
+    run.thread.Deactivate();
+    QTRY_COMPARE(told.load(), 0);
+    run.thread.Activate();
+    QTRY_COMPARE(told.load(), 1);
+}
+
+// The thread may forget the restart that comes with a pause just behind the operator's asking for it.
+void TestPrfStates::pauseThatMeetsAConnectingIsNotLost()
+{
+    PrfAdapter adapter;
+    PrfRun run(adapter);
+    run.thread.paused = true;
+    QTRY_COMPARE(adapter.closings, 1);
+    QTRY_COMPARE(run.states(), QStringList({PrfState::Connected, PrfState::Waiting}));
+}
+
+void TestPrfStates::portRunsAt9600Baud()
+{
+    PrfAdapter adapter;
+    const PrfRun run(adapter);
+    termios settings = {};
+    QVERIFY(settingsOf(adapter.terminal.portName(), settings));
+    QCOMPARE(::cfgetispeed(&settings), speed_t(B9600));
+    QCOMPARE(::cfgetospeed(&settings), speed_t(B9600));
+    QCOMPARE(settings.c_cflag & (CSIZE | PARENB | CSTOPB | CRTSCTS), tcflag_t(CS8));
+    QCOMPARE(settings.c_iflag & (IXON | IXOFF), tcflag_t(0));
 }
 
 void TestPrfStates::restartTakesThePortAnew()
 {
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     run.thread.restartThread();
     QCOMPARE(adapter.take(1), QByteArray("61"));
     QTRY_COMPARE(run.states(), QStringList({PrfState::Connected, PrfState::Waiting, PrfState::Connected}));
@@ -128,8 +158,7 @@ void TestPrfStates::restartTakesThePortAnew()
 void TestPrfStates::restartTakesTheNewSpeed()
 {
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     QVERIFY(run.thread.setSorel(qs("20000001"), 4, false));
     QCOMPARE(adapter.take(1), QByteArray("65"));
 }
@@ -137,8 +166,7 @@ void TestPrfStates::restartTakesTheNewSpeed()
 void TestPrfStates::deactivateKeepsThePortUntilTheTextIsGone()
 {
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     run.thread.Send(qs("ABCDEF"));
     run.thread.Deactivate();
     QCOMPARE(adapter.settled(), QByteArray());
@@ -157,8 +185,7 @@ void TestPrfStates::deactivateKeepsThePortUntilTheTextIsGone()
 void TestPrfStates::restartWaitsUntilTheTextIsGone()
 {
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     run.thread.Send(qs("ABCD"));
     run.thread.restartThread();
     QCOMPARE(adapter.settled(), QByteArray());
@@ -172,8 +199,7 @@ void TestPrfStates::restartWaitsUntilTheTextIsGone()
 void TestPrfStates::clearedTextLetsADeactivatedPortGo()
 {
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     run.thread.Send(qs("ABCD"));
     run.thread.Deactivate();
     QCOMPARE(adapter.settled(), QByteArray());
@@ -186,8 +212,7 @@ void TestPrfStates::clearedTextLetsADeactivatedPortGo()
 void TestPrfStates::stopDoesNotWaitForText()
 {
     PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
+    PrfRun run(adapter);
     run.thread.Send(qs("ABCD"));
     run.thread.stopThread();
     QVERIFY(run.join());
@@ -204,200 +229,6 @@ void TestPrfStates::stopEndsAWaitingThread()
     QTRY_VERIFY(run.thread.reconnectDelay >= 59);
     run.thread.stopThread();
     QVERIFY(run.join());
-}
-
-void TestPrfStates::absentAdapterIsReportedOnce()
-{
-    PrfRun run;
-    run.start();
-    run.thread.Activate();
-    QTRY_VERIFY(run.thread.reconnectDelay >= 59);
-    QVERIFY(!run.thread.reportFailure && !found(run) && !run.thread.connected);
-    run.thread.Activate();
-    QTRY_VERIFY(!run.thread.restartRequested);
-    QTRY_VERIFY(run.thread.reconnectDelay >= 59);
-    QCOMPARE(run.states(), QStringList(PrfState::NoDevice));
-}
-
-void TestPrfStates::waitEndsByTime()
-{
-    PrfRun run;
-    run.start();
-    run.thread.Activate();
-    QTRY_VERIFY(run.thread.reconnectDelay >= 59);
-    PrfAdapter adapter;
-    run.thread.reconnectDelay = 2;
-    QCOMPARE(adapter.take(1), QByteArray("61"));
-    QTRY_COMPARE(run.states(), QStringList({PrfState::NoDevice, PrfState::Connected}));
-    QVERIFY(run.thread.reportFailure && found(run));
-}
-
-// The thread may set the delay of a failure just behind the operator's clearing it.
-void TestPrfStates::restartThatMeetsAFailureIsNotLost()
-{
-    PrfRun run;
-    run.start();
-    run.thread.Activate();
-    QTRY_VERIFY(run.thread.reconnectDelay >= 59);
-    PrfAdapter adapter;
-    run.thread.restartRequested = true;
-    QCOMPARE(adapter.take(1), QByteArray("61"));
-    QCOMPARE(run.thread.reconnectDelay.load(), 0);
-}
-
-void TestPrfStates::portThatDoesNotOpenIsReportedOnce()
-{
-    const QTemporaryDir directory;
-    qputenv("VELDA_PORTS", "20000001=" + directory.filePath(qs("absent")).toLocal8Bit());
-    PrfRun run;
-    run.start();
-    QTRY_VERIFY(run.thread.reconnectDelay >= 59);
-    QVERIFY(!run.thread.reportFailure && !found(run) && !run.thread.connected);
-    const QStringList states = run.states();
-    QCOMPARE(states.size(), 1);
-    QVERIFY(states[0].startsWith(qs("Sorel (20000001): ")));
-    QVERIFY(!states[0].endsWith(qs(": ")));
-    QVERIFY(states[0] != PrfState::Connected);
-    run.thread.Activate();
-    QTRY_VERIFY(!run.thread.restartRequested);
-    QTRY_VERIFY(run.thread.reconnectDelay >= 59);
-    QCOMPARE(run.states().size(), 1);
-}
-
-void TestPrfStates::nextOutageIsReportedAgain()
-{
-    PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
-    adapter.unplug();
-    run.thread.restartThread();
-    QTRY_COMPARE(run.states(), QStringList({PrfState::Connected, PrfState::Waiting, PrfState::NoDevice}));
-    QVERIFY(!found(run));
-}
-
-void TestPrfStates::secondProgramDoesNotGetThePort()
-{
-    PrfAdapter adapter;
-    PrfRun first;
-    QVERIFY(first.connectTo(adapter));
-    PrfRun second;
-    second.start();
-    QTRY_VERIFY(second.thread.reconnectDelay >= 59);
-    QVERIFY(!second.thread.connected && !found(second));
-    QCOMPARE(second.states().size(), 1);
-    QVERIFY(second.states()[0] != PrfState::Connected);
-    QCOMPARE(adapter.settled(), QByteArray()); // and disturbs nobody
-    first.thread.Deactivate();
-    QTRY_COMPARE(adapter.closings, 1);
-    second.thread.Activate();
-    QCOMPARE(adapter.take(1), QByteArray("61"));
-}
-
-void TestPrfStates::unpluggedWhilePaused()
-{
-    PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
-    run.thread.Deactivate();
-    QTRY_COMPARE(run.states().size(), 2);
-    adapter.unplug();
-    run.thread.Activate();
-    QTRY_COMPARE(run.states().mid(2), QStringList(PrfState::NoDevice));
-    adapter.plug();
-    run.thread.Activate();
-    QCOMPARE(adapter.take(1), QByteArray("61"));
-    QTRY_COMPARE(run.states().mid(3), QStringList(PrfState::Connected));
-}
-
-void TestPrfStates::unpluggedWhileWaiting()
-{
-    PrfAdapter adapter;
-    adapter.unplug();
-    PrfRun run;
-    run.start();
-    run.thread.Activate();
-    QTRY_COMPARE(run.states(), QStringList(PrfState::NoDevice));
-    adapter.plug();
-    adapter.unplug();
-    QTRY_VERIFY(run.thread.reconnectDelay >= 59);
-    run.thread.reconnectDelay = 1;
-    QTRY_VERIFY(run.thread.reconnectDelay >= 59); // it has looked again
-    QCOMPARE(run.states(), QStringList(PrfState::NoDevice));
-}
-
-// Nothing shows that the adapter is gone, until the port is to be taken anew.
-void TestPrfStates::unpluggedWhileConnected()
-{
-    PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
-    adapter.unplug();
-    adapter.plug();
-    QVERIFY(run.thread.connected);
-    run.thread.Deactivate();
-    QTRY_COMPARE(run.states(), QStringList({PrfState::Connected, PrfState::Waiting}));
-    run.thread.Activate();
-    QCOMPARE(adapter.take(1), QByteArray("61"));
-    QTRY_COMPARE(run.states().mid(2), QStringList(PrfState::Connected));
-}
-
-void TestPrfStates::unpluggedWhilePunching()
-{
-    PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
-    run.thread.Send(QString(100, QLatin1Char('A')));
-    adapter.send("25");
-    QCOMPARE(adapter.take(5), QByteArray("6103030303"));
-    adapter.unplug();
-    adapter.plug();
-    run.thread.Deactivate();
-    QCOMPARE(adapter.openings, 1);
-    QCOMPARE(run.thread.waitingLength(), 96); // this is how it shows
-    QVERIFY(run.thread.connected);
-    run.thread.clearSend();
-    QTRY_VERIFY(!run.thread.connected);
-    run.thread.Activate();
-    QCOMPARE(adapter.take(1), QByteArray("61"));
-}
-
-void TestPrfStates::unpluggedWhileReading()
-{
-    PrfAdapter adapter;
-    PrfRun run;
-    QVERIFY(run.connectTo(adapter));
-    run.thread.startRead();
-    QCOMPARE(adapter.take(1), QByteArray("51"));
-    adapter.send("0003");
-    QTRY_COMPARE(run.read().join(QString()), qs("|А"));
-    adapter.unplug();
-    run.thread.stopRead();
-    run.thread.Deactivate();
-    QTRY_VERIFY(!run.thread.connected);
-    QCOMPARE(run.read().join(QString()), qs("|А"));
-}
-
-void TestPrfStates::serialOfAWrongLengthFindsNoPort_data()
-{
-    QTest::addColumn<QString>("serial");
-    QTest::newRow("empty") << QString();
-    QTest::newRow("1") << qs("2");
-    QTest::newRow("7") << qs("2000000");
-    QTest::newRow("9") << qs("200000011");
-    QTest::newRow("100") << QString(100, QLatin1Char('2'));
-}
-
-void TestPrfStates::serialOfAWrongLengthFindsNoPort()
-{
-    QFETCH(const QString, serial);
-    PrfAdapter adapter;
-    qputenv("VELDA_PORTS", "2=/dev/a;2000000=/dev/b;200000011=/dev/c;" + qgetenv("VELDA_PORTS"));
-    PrfRun run;
-    QVERIFY(!run.thread.setSorel(serial, 0, false));
-    run.thread.start();
-    run.thread.Activate();
-    QTRY_COMPARE(run.states(), QStringList(qs("Sorel (%1):  Нет устройства").arg(serial)));
-    QCOMPARE(adapter.openings, 0);
 }
 
 void TestPrfStates::autodetectionNamesTheAdapterThatItTook()

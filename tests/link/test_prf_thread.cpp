@@ -1,9 +1,6 @@
-#include "link/prf_thread.h"
-#include "tests/link/thread_end.h"
-#include "tests/support/desk.h"
+// The perforator's thread as the main thread sees it.
 
-#include <QMutex>
-#include <QtTest>
+#include "tests/link/prf_adapter.h"
 
 class TestPrfThread : public QObject
 {
@@ -14,7 +11,6 @@ private slots:
     void absentAdapterChangesNoFlag();
     void presentAdapterStartsTheThread();
     void callsSetTheirFlags();
-    void activationSaysOnceThatThereIsNoDevice();
     void pausedThreadIdlesAndStops();
     void stoppedThreadStartsAgain();
 };
@@ -25,37 +21,6 @@ QString qs(const char *text)
 {
     return QString::fromUtf8(text);
 }
-
-/// The thread with the state texts that it showed.
-struct Perforator {
-    Perforator()
-    {
-        QObject::connect(
-            &thread, &CPrfThread::signalOnState, &thread,
-            [this] {
-                const QString text = thread.state();
-                const QMutexLocker lock(&mutex);
-                shown << text;
-            },
-            Qt::DirectConnection);
-    }
-    ~Perforator()
-    {
-        thread.stopThread();
-        end.join();
-    }
-    QStringList states() const
-    {
-        const QMutexLocker lock(&mutex);
-        return shown;
-    }
-    CPrfThread thread;
-    ThreadEnd end{thread};
-
-private:
-    mutable QMutex mutex;
-    QStringList shown;
-};
 } // namespace
 
 void TestPrfThread::absentAdapterChangesNoFlag()
@@ -106,45 +71,33 @@ void TestPrfThread::callsSetTheirFlags()
     QVERIFY(thread.stopRequested);
 }
 
-void TestPrfThread::activationSaysOnceThatThereIsNoDevice()
-{
-    Perforator perforator;
-    QVERIFY(!perforator.thread.setSorel(qs("20000001"), 0, false));
-    perforator.thread.start(QThread::InheritPriority);
-    perforator.thread.Activate();
-    QTRY_COMPARE(perforator.states(), QStringList(qs("Sorel (20000001):  Нет устройства")));
-    QTRY_VERIFY(perforator.thread.reconnectDelay >= 59);
-    QVERIFY(!perforator.thread.connected);
-    perforator.thread.Activate(); // cuts the wait; the outage is known
-    QTRY_VERIFY(!perforator.thread.restartRequested);
-    QTRY_VERIFY(perforator.thread.reconnectDelay >= 59);
-    QCOMPARE(perforator.states().size(), 1);
-    QVERIFY(!perforator.thread.reportFailure);
-}
-
 void TestPrfThread::pausedThreadIdlesAndStops()
 {
-    Perforator perforator;
-    perforator.thread.start(QThread::InheritPriority);
-    perforator.thread.Activate();
-    perforator.thread.Deactivate();
-    QVERIFY(!perforator.end.join(1200));
-    QVERIFY(perforator.states().size() <= 1);
-    perforator.thread.stopThread();
-    QVERIFY(perforator.end.join(2000));
+    PrfRun run;
+    run.thread.reconnectDelay = 7;
+    run.thread.start(QThread::InheritPriority);
+    QVERIFY(!run.join(1200));
+    QCOMPARE(run.thread.reconnectDelay.load(), 7); // only a wanted connection is waited for
+    QCOMPARE(run.states(), QStringList());
+    run.thread.Activate();
+    run.thread.Deactivate();
+    QVERIFY(!run.join(200));
+    QVERIFY(run.states().size() <= 1);
+    run.thread.stopThread();
+    QVERIFY(run.join(2000));
 }
 
 void TestPrfThread::stoppedThreadStartsAgain()
 {
-    Perforator perforator;
-    perforator.thread.Activate();
-    for (int run = 1; run <= 2; ++run) {
-        perforator.thread.reportFailure = true;
-        perforator.thread.reconnectDelay = 0;
-        perforator.thread.start(QThread::InheritPriority);
-        QTRY_COMPARE(perforator.states().size(), run);
-        perforator.thread.stopThread();
-        QVERIFY(perforator.end.join(2000));
+    PrfRun run;
+    run.thread.Activate();
+    for (int time = 1; time <= 2; ++time) {
+        run.thread.reportFailure = true;
+        run.thread.reconnectDelay = 0;
+        run.thread.start(QThread::InheritPriority);
+        QTRY_COMPARE(run.states().size(), time);
+        run.thread.stopThread();
+        QVERIFY(run.join(2000));
     }
 }
 
