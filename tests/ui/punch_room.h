@@ -8,10 +8,13 @@
 #include <QApplication>
 #include <QDialog>
 #include <QFile>
+#include <QLabel>
+#include <QLayout>
 #include <QPushButton>
 #include <QTimer>
 #include <QtTest>
 
+#include <algorithm>
 #include <functional>
 
 /// A room with a simulated perforator at its port, and with the workstation's thread for it, which rests.
@@ -23,7 +26,7 @@ public:
     {
         if (!perforator.start())
             qFatal("no perforator");
-        qputenv("VELDA_PORTS", "20000001=" + perforator.portName().toLocal8Bit());
+        announce();
         startThread();
     }
     ~PunchRoom()
@@ -54,6 +57,17 @@ public:
     }
     [[nodiscard]] bool saw(const QString &line) const { return lines.contains(line); }
     [[nodiscard]] QStringList breaches() const { return lines.filter(QStringLiteral("violation: ")); }
+    /// Takes the perforator off its port, or puts it back.
+    void unplug()
+    {
+        perforator.run(QStringLiteral("unplug"));
+        qunsetenv("VELDA_PORTS");
+    }
+    void plug()
+    {
+        perforator.run(QStringLiteral("plug"));
+        announce();
+    }
     /// What has come out of the punch.
     [[nodiscard]] QByteArray codes() const { return desk.read(QStringLiteral("punched")); }
 
@@ -63,6 +77,7 @@ public:
     Perforator perforator;
 
 private:
+    void announce() const { qputenv("VELDA_PORTS", "20000001=" + perforator.portName().toLocal8Bit()); }
     PerforatorOptions options(const std::function<void(PerforatorOptions &)> &prepare) const
     {
         PerforatorOptions options;
@@ -92,12 +107,26 @@ inline void press(const QDialog &dialog, const char *name)
     QTest::mouseClick(button(dialog, name), Qt::LeftButton);
 }
 
-inline QStringList buttonTexts(const QDialog &dialog)
+/// Texts of the buttons from left to right, each with its tooltip behind it, if it has one.
+inline QStringList buttonTexts(QDialog &dialog)
 {
+    dialog.ensurePolished();
+    dialog.layout()->activate();
+    QList<QPushButton *> buttons = dialog.findChildren<QPushButton *>();
+    std::sort(buttons.begin(), buttons.end(),
+              [](const QWidget *one, const QWidget *other) { return one->x() < other->x(); });
     QStringList texts;
-    for (const QPushButton *one : dialog.findChildren<QPushButton *>())
+    for (const QPushButton *one : buttons) {
         texts << one->text();
+        if (!one->toolTip().isEmpty())
+            texts << one->toolTip();
+    }
     return texts;
+}
+
+inline QString state(const QDialog &dialog)
+{
+    return dialog.findChild<QLabel *>(QStringLiteral("state"))->text();
 }
 
 /// Names of those among \a names whose button may be pressed.
@@ -108,6 +137,25 @@ inline QByteArrayList enabledOf(const QDialog &dialog, const QByteArrayList &nam
         if (enabled(dialog, name.constData()))
             result << name;
     return result;
+}
+
+/// The ways to close a dialog without a result, as rows of a test.
+inline void addWaysToClose()
+{
+    QTest::addColumn<QString>("way");
+    for (const char *way : {"close", "cross", "Esc"})
+        QTest::newRow(way) << QString::fromLatin1(way);
+}
+
+inline void closeBy(const QString &way, QDialog &dialog)
+{
+    if (way == QLatin1String("close"))
+        press(dialog, "close");
+    else if (way == QLatin1String("Esc"))
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    else
+        dialog.close();
+    QVERIFY(!dialog.isVisible());
 }
 
 /// Runs \a run, which opens \a dialog, and \a act inside it, once the adapter is connected.

@@ -17,6 +17,8 @@ private slots:
     void tapeReadIsTheTapePunched();
     void readingLeavesOnlyTheStop();
     void stopWhileReadingKeepsWhatWasRead();
+    void stopTakesTheLastOfIt();
+    void stopWithNothingReadOffersOnlyTheStart();
     void secondReadingIsAddedToTheFirst();
     void clearForgetsTheText();
     void clearForgetsWhatTheThreadStillHolds();
@@ -27,6 +29,7 @@ private slots:
     void closingStopsTheTape();
     void tapeThatNobodyAskedForIsDropped();
     void lineEndsAreShownAsLines();
+    void viewStaysAtTheEndOfTheTape();
     void geometryIsKept_data();
     void geometryIsKept();
     void geometryIsRestored();
@@ -68,25 +71,25 @@ std::unique_ptr<PunchRoom> roomWithTape(const QString &text, int speed = 2000)
 void TestPerforatorIn::textsAreTheOperators()
 {
     const PunchRoom room;
-    const CPerforatorInDialog dialog;
+    CPerforatorInDialog dialog;
     QCOMPARE(dialog.windowTitle(), qs("Ввод \x63 перфоратора")); // with a Latin letter
-    QStringList texts = Dialog::buttonTexts(dialog);
-    texts.sort();
-    QCOMPARE(texts, QStringList({qs("Закрыть"), qs("Очистить"), qs("Принять"), qs("Старт"), qs("Стоп")}));
+    QCOMPARE(Dialog::buttonTexts(dialog),
+             QStringList({qs("Старт"), qs("Читать ленту; прочитанное добавляется к тексту"), qs("Стоп"),
+                          qs("Очистить"), qs("Принять"), qs("Взять прочитанный текст"), qs("Закрыть")}));
 }
 
 void TestPerforatorIn::onlyTheStartWaitsForTheAdapter()
 {
     PunchRoom room;
-    room.perforator.run(qs("unplug"));
-    qunsetenv("VELDA_PORTS");
+    room.unplug();
     const CPerforatorInDialog dialog;
-    QTRY_COMPARE(PrfThread.state(), qs("Sorel (20000001):  Нет устройства"));
+    QTRY_COMPARE(Dialog::state(dialog), qs("Sorel (20000001):  Нет устройства"));
     QCOMPARE(Dialog::enabledOf(dialog, controls), QByteArrayList());
-    room.perforator.run(qs("plug"));
-    qputenv("VELDA_PORTS", "20000001=" + room.perforator.portName().toLocal8Bit());
+    QVERIFY(Dialog::enabled(dialog, "close"));
+    room.plug();
     PrfThread.Activate();
     QTRY_COMPARE(Dialog::enabledOf(dialog, controls), QByteArrayList({"start"}));
+    QCOMPARE(Dialog::state(dialog), qs("Sorel (20000001): Соединено "));
 }
 
 void TestPerforatorIn::tapeIsRead()
@@ -166,6 +169,29 @@ void TestPerforatorIn::stopWhileReadingKeepsWhatWasRead()
     });
 }
 
+void TestPerforatorIn::stopTakesTheLastOfIt()
+{
+    const PunchRoom room;
+    CPerforatorInDialog dialog;
+    dialog.slotStart();
+    PrfThread.receivedText = qs("КОНЕЦ");
+    dialog.slotStop();
+    QCOMPARE(dialog.getData(), qs("КОНЕЦ"));
+    QCOMPARE(shown(dialog), qs("КОНЕЦ"));
+}
+
+void TestPerforatorIn::stopWithNothingReadOffersOnlyTheStart()
+{
+    const PunchRoom room;
+    CPerforatorInDialog dialog;
+    read(dialog, [&] {
+        Dialog::press(dialog, "start");
+        Dialog::press(dialog, "stop");
+        QCOMPARE(Dialog::enabledOf(dialog, controls), QByteArrayList({"start"}));
+        QVERIFY(Dialog::button(dialog, "start")->hasFocus());
+    });
+}
+
 void TestPerforatorIn::secondReadingIsAddedToTheFirst()
 {
     const auto room = roomWithTape(qs("|А"));
@@ -241,9 +267,7 @@ void TestPerforatorIn::applyTakesTheLastOfIt()
 
 void TestPerforatorIn::otherEndGivesNothing_data()
 {
-    QTest::addColumn<QString>("way");
-    for (const char *way : {"close", "cross", "Esc"})
-        QTest::newRow(way) << qs(way);
+    Dialog::addWaysToClose();
 }
 
 void TestPerforatorIn::otherEndGivesNothing()
@@ -256,13 +280,7 @@ void TestPerforatorIn::otherEndGivesNothing()
                       Dialog::press(dialog, "start");
                       QTRY_COMPARE(dialog.getData(), qs("|АБВ"));
                       Dialog::press(dialog, "stop");
-                      if (way == qs("close"))
-                          Dialog::press(dialog, "close");
-                      else if (way == qs("Esc"))
-                          QTest::keyClick(&dialog, Qt::Key_Escape);
-                      else
-                          dialog.close();
-                      QVERIFY(!dialog.isVisible());
+                      Dialog::closeBy(way, dialog);
                   }),
              0);
     QVERIFY(PrfThread.paused);
@@ -303,11 +321,32 @@ void TestPerforatorIn::lineEndsAreShownAsLines()
     QCOMPARE(dialog.getData(), qs("РАЗ\r\nДВА\r\nТРИ"));
 }
 
+void TestPerforatorIn::viewStaysAtTheEndOfTheTape()
+{
+    const PunchRoom room;
+    CPerforatorInDialog dialog;
+    read(dialog, [&] {
+        PrfThread.receivedText = qs("СТРОКА\n").repeated(50);
+        dialog.slotOnReceived();
+        auto *edit = dialog.findChild<QTextEdit *>();
+        const auto endIsSeen = [edit] {
+            QTextCursor end(edit->document());
+            end.movePosition(QTextCursor::End);
+            return edit->viewport()->rect().contains(edit->cursorRect(end));
+        };
+        edit->moveCursor(QTextCursor::Start); // as a click does
+        QVERIFY(!endIsSeen());
+        PrfThread.receivedText = qs("КОНЕЦ");
+        dialog.slotOnReceived();
+        QVERIFY(shown(dialog).endsWith(qs("СТРОКА\nКОНЕЦ")));
+        QVERIFY(endIsSeen());
+    });
+}
+
 void TestPerforatorIn::geometryIsKept_data()
 {
-    QTest::addColumn<QString>("way");
-    for (const char *way : {"close", "cross", "Esc", "apply"})
-        QTest::newRow(way) << qs(way);
+    Dialog::addWaysToClose();
+    QTest::newRow("apply") << qs("apply");
 }
 
 void TestPerforatorIn::geometryIsKept()
@@ -317,14 +356,10 @@ void TestPerforatorIn::geometryIsKept()
     CPerforatorInDialog dialog;
     read(dialog, [&] {
         dialog.setGeometry(30, 50, 700, 500);
-        if (way == qs("close"))
-            Dialog::press(dialog, "close");
-        else if (way == qs("Esc"))
-            QTest::keyClick(&dialog, Qt::Key_Escape);
-        else if (way == qs("apply"))
+        if (way == qs("apply"))
             dialog.slotApply();
         else
-            dialog.close();
+            Dialog::closeBy(way, dialog);
     });
     QCOMPARE(Options.geometryPerforatorIn, QRect(30, 50, 700, 500));
     QVERIFY(Options.geometryPerforatorOut.isEmpty());

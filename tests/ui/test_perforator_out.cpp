@@ -3,7 +3,6 @@
 #include "tests/ui/punch_room.h"
 #include "ui/perforator_out_dialog.h"
 
-#include <QLabel>
 #include <QProgressBar>
 #include <QTextEdit>
 
@@ -14,7 +13,6 @@ class TestPerforatorOut : public QObject
 private slots:
     void textsAreTheOperators();
     void buttonsWaitForTheAdapter();
-    void stateIsShown();
     void telegramIsPunched();
     void enterStarts();
     void progressFollowsThePunch();
@@ -22,6 +20,8 @@ private slots:
     void skip10PunchesExactlyTen();
     void stopHalfWayLeavesTheRest();
     void stoppedTextIsPunchedAgainFromItsBeginning();
+    void startSetsTheProgressBack();
+    void progressEndsFullBehindBlankTape();
     void textCannotBeStartedTwice();
     void emptyTextLeavesTheSkips();
     void eachRunHasItsOwnText();
@@ -63,37 +63,27 @@ void slowPunch(PerforatorOptions &options)
 void TestPerforatorOut::textsAreTheOperators()
 {
     const PunchRoom room;
-    const CPerforatorOutDialog dialog;
+    CPerforatorOutDialog dialog;
     QCOMPARE(dialog.windowTitle(), qs("Вывод на перфоратор"));
-    const QStringList texts = Dialog::buttonTexts(dialog);
-    QCOMPARE(texts.size(), 5);
-    for (const char *text : {"Пуск", "Стоп", "Закрыть"})
-        QCOMPARE(texts.count(qs(text)), 1);
+    QCOMPARE(
+        Dialog::buttonTexts(dialog),
+        QStringList({qs("Пуск"), qs("Пробить текст на ленте"), qs("Стоп"), qs("Не пробивать остаток текста"),
+                     qs("Пропуск 1"), qs("Продвинуть ленту на один знак «|»"), qs("Пропуск 10"),
+                     qs("Продвинуть ленту на десять знаков «|»"), qs("Закрыть")}));
 }
 
 void TestPerforatorOut::buttonsWaitForTheAdapter()
 {
     PunchRoom room;
-    room.perforator.run(qs("unplug"));
-    qunsetenv("VELDA_PORTS");
+    room.unplug();
     const CPerforatorOutDialog dialog;
-    QTRY_COMPARE(PrfThread.state(), qs("Sorel (20000001):  Нет устройства"));
-    QTRY_COMPARE(dialog.findChild<QLabel *>(qs("state"))->text(), PrfThread.state());
+    QTRY_COMPARE(Dialog::state(dialog), qs("Sorel (20000001):  Нет устройства"));
     QCOMPARE(Dialog::enabledOf(dialog, controls), QByteArrayList());
     QVERIFY(Dialog::enabled(dialog, "close"));
-    room.perforator.run(qs("plug"));
-    qputenv("VELDA_PORTS", "20000001=" + room.perforator.portName().toLocal8Bit());
+    room.plug();
     PrfThread.Activate();
     QTRY_COMPARE(Dialog::enabledOf(dialog, controls), controls);
-}
-
-void TestPerforatorOut::stateIsShown()
-{
-    const PunchRoom room;
-    CPerforatorOutDialog dialog;
-    print(dialog, qs("А"), [&] {
-        QCOMPARE(dialog.findChild<QLabel *>(qs("state"))->text(), qs("Sorel (20000001): Соединено "));
-    });
+    QCOMPARE(Dialog::state(dialog), qs("Sorel (20000001): Соединено "));
 }
 
 void TestPerforatorOut::telegramIsPunched()
@@ -135,6 +125,7 @@ void TestPerforatorOut::progressFollowsThePunch()
         QCOMPARE(bar->minimum(), 0);
         QCOMPARE(bar->maximum(), 60);
         QCOMPARE(bar->value(), 0);
+        QCOMPARE(bar->text(), qs("0 из 60"));
         QVector<int> shown;
         QObject::connect(bar, &QProgressBar::valueChanged, bar, [&](int value) { shown << value; });
         Dialog::press(dialog, "start");
@@ -209,6 +200,34 @@ void TestPerforatorOut::stoppedTextIsPunchedAgainFromItsBeginning()
     });
 }
 
+void TestPerforatorOut::startSetsTheProgressBack()
+{
+    PunchRoom room;
+    CPerforatorOutDialog dialog;
+    print(dialog, qs("ABC"), [&] {
+        Dialog::press(dialog, "start");
+        QTRY_COMPARE(progress(dialog), 3);
+        Dialog::press(dialog, "start");
+        QCOMPARE(progress(dialog), 0);
+        QTRY_COMPARE(progress(dialog), 3);
+    });
+}
+
+void TestPerforatorOut::progressEndsFullBehindBlankTape()
+{
+    PunchRoom room;
+    room.perforator.run(qs("jam"));
+    CPerforatorOutDialog dialog;
+    print(dialog, qs("ABCDE"), [&] {
+        Dialog::press(dialog, "skip10");
+        Dialog::press(dialog, "start");
+        room.perforator.run(qs("unjam"));
+        QTRY_COMPARE(PrfThread.waitingLength(), 0);
+        QTRY_COMPARE(progress(dialog), 5);
+        QTRY_COMPARE(room.codes().toHex(), QByteArray("00").repeated(10) + "1f03190e0901");
+    });
+}
+
 void TestPerforatorOut::textCannotBeStartedTwice()
 {
     PunchRoom room;
@@ -256,9 +275,7 @@ void TestPerforatorOut::eachRunHasItsOwnText()
 
 void TestPerforatorOut::portIsHeldWhileTheDialogIsOpen_data()
 {
-    QTest::addColumn<QString>("way");
-    for (const char *way : {"close", "cross", "Esc"})
-        QTest::newRow(way) << qs(way);
+    Dialog::addWaysToClose();
 }
 
 void TestPerforatorOut::portIsHeldWhileTheDialogIsOpen()
@@ -269,13 +286,7 @@ void TestPerforatorOut::portIsHeldWhileTheDialogIsOpen()
     CPerforatorOutDialog dialog;
     print(dialog, qs("A"), [&] {
         QVERIFY(room.saw(qs("opened:")));
-        if (way == qs("close"))
-            Dialog::press(dialog, "close");
-        else if (way == qs("Esc"))
-            QTest::keyClick(&dialog, Qt::Key_Escape);
-        else
-            dialog.close();
-        QVERIFY(!dialog.isVisible());
+        Dialog::closeBy(way, dialog);
         QVERIFY(PrfThread.paused);
     });
     QTRY_COMPARE(room.lines.last(), qs("closed:"));
@@ -311,7 +322,7 @@ void TestPerforatorOut::unpluggedAdapterLeavesTheDialogUsable()
 
 void TestPerforatorOut::geometryIsKept_data()
 {
-    portIsHeldWhileTheDialogIsOpen_data();
+    Dialog::addWaysToClose();
 }
 
 void TestPerforatorOut::geometryIsKept()
@@ -321,12 +332,7 @@ void TestPerforatorOut::geometryIsKept()
     CPerforatorOutDialog dialog;
     print(dialog, qs("A"), [&] {
         dialog.setGeometry(30, 50, 700, 500);
-        if (way == qs("close"))
-            Dialog::press(dialog, "close");
-        else if (way == qs("Esc"))
-            QTest::keyClick(&dialog, Qt::Key_Escape);
-        else
-            dialog.close();
+        Dialog::closeBy(way, dialog);
     });
     QCOMPARE(Options.geometryPerforatorOut, QRect(30, 50, 700, 500));
     QVERIFY(Options.geometryPerforatorIn.isEmpty());
