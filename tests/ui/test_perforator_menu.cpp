@@ -1,10 +1,9 @@
 // The way from the roll to the punch.
 
-#include "tests/ui/seat.h"
+#include "tests/ui/roll_menu.h"
 #include "ui/perforator_out_dialog.h"
 
 #include <QClipboard>
-#include <QMenu>
 #include <QTextEdit>
 #include <QTimer>
 
@@ -12,30 +11,6 @@ namespace
 {
 const QString receivedEntry("Прием на перфоратор");
 const QString sentEntry("Передачу на перфоратор");
-
-/// The visible entries of the roll's context menu; \a pressed is then pressed, if it is there.
-QStringList menuEntries(const Seat &seat, const QString &pressed = QString())
-{
-    QStringList entries;
-    QTimer::singleShot(0, seat.window.get(), [&] {
-        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-        if (menu == nullptr)
-            return;
-        QAction *chosen = nullptr;
-        for (QAction *action : menu->actions()) {
-            if (action->isVisible())
-                entries << action->text();
-            if (action->text() == pressed)
-                chosen = action;
-        }
-        menu->close();
-        if (chosen != nullptr)
-            chosen->trigger();
-    });
-    QContextMenuEvent event(QContextMenuEvent::Mouse, seat.view()->textArea().center());
-    QApplication::sendEvent(seat.view(), &event);
-    return entries;
-}
 
 /// A seat whose roll has received and sent text in one line.
 void fill(const Seat &seat)
@@ -85,7 +60,7 @@ private slots:
         fill(seat);
         if (selected)
             seat.view()->selectAndShowLine(0);
-        const QStringList entries = menuEntries(seat);
+        const QStringList entries = rollMenuEntries(seat);
         QVERIFY(entries.contains("Копировать"));
         for (const QString &entry : {receivedEntry, sentEntry})
             QCOMPARE(entries.contains(entry), used && selected);
@@ -98,7 +73,7 @@ private slots:
         QApplication::clipboard()->setText("ТЕКСТ");
         fill(seat);
         seat.view()->selectAndShowLine(0);
-        QCOMPARE(menuEntries(seat),
+        QCOMPARE(rollMenuEntries(seat),
                  (QStringList{"Копировать", "Копировать прием", "Копировать передачу", receivedEntry,
                               sentEntry, "Буфер обмена выдать на передачу"}));
     }
@@ -109,8 +84,8 @@ private slots:
         Options.usePrf = true;
         fill(seat);
         seat.view()->selectAndShowLine(0);
-        QCOMPARE(punchedBy([&] { menuEntries(seat, receivedEntry); }), QString("ПРИНЯТО<>"));
-        QCOMPARE(punchedBy([&] { menuEntries(seat, sentEntry); }), QString("ПЕРЕДАНО<>"));
+        QCOMPARE(punchedBy([&] { rollMenuEntries(seat, receivedEntry); }), QString("ПРИНЯТО<>"));
+        QCOMPARE(punchedBy([&] { rollMenuEntries(seat, sentEntry); }), QString("ПЕРЕДАНО<>"));
     }
 };
 

@@ -1,9 +1,7 @@
 #include "app/ask.h"
-#include "tests/ui/seat.h"
+#include "tests/ui/roll_menu.h"
 
 #include <QClipboard>
-#include <QMenu>
-#include <QTimer>
 
 namespace
 {
@@ -25,28 +23,6 @@ public:
 private:
     std::function<int(QWidget *, const QString &, const QString &)> m_former;
 };
-
-/// The entries of the context menu at this moment; \a pressed is then pressed, if it is there.
-QStringList menuEntries(const Seat &seat, const QString &pressed = QString())
-{
-    QStringList entries;
-    QTimer::singleShot(0, seat.window.get(), [&] {
-        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
-        if (menu == nullptr)
-            return;
-        for (QAction *action : menu->actions()) {
-            if (!action->isVisible())
-                continue;
-            entries << action->text();
-            if (action->text() == pressed)
-                action->trigger();
-        }
-        menu->close();
-    });
-    QContextMenuEvent event(QContextMenuEvent::Mouse, seat.view()->textArea().center());
-    QApplication::sendEvent(seat.view(), &event);
-    return entries;
-}
 
 const QStringList copyEntries{"Копировать", "Копировать прием", "Копировать передачу"};
 const QString sendEntry("Буфер обмена выдать на передачу");
@@ -154,14 +130,14 @@ private slots:
     {
         const Seat seat(Seat::Direct);
         QApplication::clipboard()->setText("ТЕКСТ");
-        QCOMPARE(menuEntries(seat), copyEntries + QStringList{sendEntry});
+        QCOMPARE(rollMenuEntries(seat), copyEntries + QStringList{sendEntry});
     }
 
     void emptyClipboardIsNotOffered()
     {
         const Seat seat(Seat::Direct);
         QApplication::clipboard()->clear();
-        QCOMPARE(menuEntries(seat), copyEntries);
+        QCOMPARE(rollMenuEntries(seat), copyEntries);
     }
 
     void clipboardIsNotOfferedInAutomaticMode()
@@ -169,7 +145,7 @@ private slots:
         const Seat seat(Seat::Direct);
         QApplication::clipboard()->setText("ТЕКСТ");
         State.setAutomatic(true);
-        QCOMPARE(menuEntries(seat), copyEntries);
+        QCOMPARE(rollMenuEntries(seat), copyEntries);
     }
 
     void entriesDoWhatTheySay()
@@ -180,11 +156,11 @@ private slots:
         seat.view()->selectAndShowLine(0);
         const QStringList expected{"AB<>", "A", "B<>"};
         for (int i = 0; i < expected.size(); ++i) {
-            menuEntries(seat, copyEntries[i]);
+            rollMenuEntries(seat, copyEntries[i]);
             QCOMPARE(QApplication::clipboard()->text(), expected[i]);
         }
         QApplication::clipboard()->setText("ТЕКСТ");
-        menuEntries(seat, sendEntry);
+        rollMenuEntries(seat, sendEntry);
         QCOMPARE(seat.sent(), QString("ТЕКСТ"));
     }
 };
