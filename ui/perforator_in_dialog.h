@@ -1,15 +1,9 @@
 #pragma once
 
-#include <QDialog>
-#include <QString>
+#include "ui/perforator_dialog.h"
 
-class QLabel;
-class QPushButton;
-class QTextEdit;
-
-/// Reads paper tape into a text; exec() gives 1 if the operator takes it. The perforator's port is held from
-/// the construction to the closing.
-class CPerforatorInDialog : public QDialog
+/// Reads paper tape into a text; exec() gives 1 if the operator takes it.
+class CPerforatorInDialog : public CPerforatorDialog
 {
     Q_OBJECT
 
@@ -17,7 +11,6 @@ public:
     explicit CPerforatorInDialog(QWidget *parent = nullptr);
 
     [[nodiscard]] QString getData() const { return data; }
-    void done(int result) override;
 
     QString data; ///< what was read, with its register marks; several readings follow one another
 
@@ -30,15 +23,11 @@ public slots:
     void slotOnState();
 
 protected:
-    void closeEvent(QCloseEvent *event) override;
+    void leave() override;
 
 private:
-    void placeRows();
     void updateButtons();
-    void leave();
 
-    QLabel *m_state;
-    QTextEdit *m_text;
-    QPushButton *m_start, *m_stop, *m_clear, *m_apply, *m_close;
+    QPushButton *m_start, *m_stop, *m_clear, *m_apply;
     bool m_reading = false;
 };

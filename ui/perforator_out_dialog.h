@@ -1,16 +1,11 @@
 #pragma once
 
-#include <QDialog>
-#include <QString>
+#include "ui/perforator_dialog.h"
 
-class QLabel;
 class QProgressBar;
-class QPushButton;
-class QTextEdit;
 
-/// Punches a text on paper tape. The perforator's port is held from the construction to the closing, and then
-/// until what waits is punched.
-class CPerforatorOutDialog : public QDialog
+/// Punches a text on paper tape. What waits when the dialog closes is punched all the same.
+class CPerforatorOutDialog : public CPerforatorDialog
 {
     Q_OBJECT
 
@@ -19,7 +14,6 @@ public:
 
     /// Runs the dialog for \a toPunch.
     void Print(const QString &toPunch);
-    void done(int result) override;
 
     QString text; ///< what is punched, whole, each time
 
@@ -31,16 +25,9 @@ public slots:
     void slotOnSended();
     void slotOnState();
 
-protected:
-    void closeEvent(QCloseEvent *event) override;
-
 private:
-    void placeRows();
     void updateStart();
-    void leave();
 
-    QLabel *m_state;
-    QTextEdit *m_text;
     QProgressBar *m_progress;
-    QPushButton *m_start, *m_stop, *m_skip, *m_skip10, *m_close;
+    QPushButton *m_start, *m_stop, *m_skip, *m_skip10;
 };

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QDialog>
+#include <QList>
+#include <QRect>
+#include <QString>
+
+class COptions;
+class QLabel;
+class QPushButton;
+class QTextEdit;
+
+/// What the two dialogs of the perforator have in common: the adapter's state, the text of a tape, and the
+/// port, which is held from the construction to the closing.
+class CPerforatorDialog : public QDialog
+{
+    Q_OBJECT
+
+public:
+    void done(int result) override;
+
+protected:
+    /// \a geometry is the option that keeps the dialog's place.
+    CPerforatorDialog(const QString &title, QRect COptions::*geometry, QWidget *parent);
+    void closeEvent(QCloseEvent *event) override;
+    /// Keeps the place and gives the port up; may come twice.
+    virtual void leave();
+
+    /// A button that Enter presses only while it is the default one.
+    [[nodiscard]] static QPushButton *newButton(const char *name, const QString &text,
+                                                const QString &toolTip = QString());
+    /// Places \a rows one below the other over a line of buttons, \a right ones at its end; then takes the
+    /// place that was kept.
+    void placeRows(const QList<QWidget *> &rows, const QList<QWidget *> &left, const QList<QWidget *> &right);
+
+    QLabel *m_state;
+    QTextEdit *m_text; ///< cannot be edited
+    QPushButton *m_close;
+
+private:
+    void takeRoomySize();
+
+    QRect COptions::*const m_geometry;
+};
