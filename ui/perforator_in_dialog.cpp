@@ -41,6 +41,7 @@ void CPerforatorInDialog::slotStop()
     m_reading = false;
     PrfThread.stopRead();
     slotOnReceived();
+    m_start->setEnabled(true); // what could be stopped may be started, whatever the state
     m_start->setFocus();
 }
 

@@ -19,6 +19,7 @@ private slots:
     void stopWhileReadingKeepsWhatWasRead();
     void stopTakesTheLastOfIt();
     void stopWithNothingReadOffersOnlyTheStart();
+    void stopOffersTheStartWithoutAnAdapterToo();
     void secondReadingIsAddedToTheFirst();
     void clearForgetsTheText();
     void clearForgetsWhatTheThreadStillHolds();
@@ -190,6 +191,18 @@ void TestPerforatorIn::stopWithNothingReadOffersOnlyTheStart()
         QCOMPARE(Dialog::enabledOf(dialog, controls), QByteArrayList({"start"}));
         QVERIFY(Dialog::button(dialog, "start")->hasFocus());
     });
+}
+
+void TestPerforatorIn::stopOffersTheStartWithoutAnAdapterToo()
+{
+    PunchRoom room;
+    room.unplug();
+    CPerforatorInDialog dialog;
+    QTRY_COMPARE(Dialog::state(dialog), qs("Sorel (20000001):  Нет устройства"));
+    dialog.slotStart();
+    QCOMPARE(Dialog::enabledOf(dialog, controls), QByteArrayList({"stop"}));
+    dialog.slotStop();
+    QCOMPARE(Dialog::enabledOf(dialog, controls), QByteArrayList({"start"}));
 }
 
 void TestPerforatorIn::secondReadingIsAddedToTheFirst()
