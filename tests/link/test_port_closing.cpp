@@ -3,6 +3,7 @@
 #include "app/options.h"
 #include "tests/link/adapter_port.h"
 
+#include <QElapsedTimer>
 #include <QtTest>
 
 class TestPortClosing : public QObject
@@ -12,8 +13,10 @@ class TestPortClosing : public QObject
 private slots:
     void restartClosesTheRunningLink();
     void stopClosesWithoutAState();
+    void farewellHasATenthOfASecondBeforeTheClose();
     void closingInTheFirstTwoSeconds();
     void whatWaitedAtTheCloseIsStillReported();
+    void registersBeginAnewWithEachConnection();
     void restartedThreadComesUpAgain();
     void pausedThreadStaysDown();
     void settingsAppliedAnewAskForTheVersionAgain();
@@ -40,6 +43,7 @@ void TestPortClosing::restartClosesTheRunningLink()
     QTRY_VERIFY(!link.adapter.isOpen());
     QCOMPARE(link.states().mid(3), QStringList(qs(": Порт закрыт")));
     QVERIFY(!link.thread.connected);
+    QVERIFY(link.thread.reportFailure);
     QCOMPARE(link.thread.reconnectDelay.load(), 0);
     QCOMPARE(link.thread.sendBuffer.mGet(), qs("EA"));
 }
@@ -54,6 +58,19 @@ void TestPortClosing::stopClosesWithoutAState()
     QTRY_VERIFY(!link.adapter.isOpen());
     QCOMPARE(link.states().size(), 4);
     QVERIFY(!link.thread.connected);
+}
+
+// The adapter has the byte before the port is gone.
+void TestPortClosing::farewellHasATenthOfASecondBeforeTheClose()
+{
+    AdapterLink link;
+    QVERIFY(link.open());
+    QElapsedTimer timer;
+    timer.start();
+    link.stop();
+    QVERIFY(link.ended());
+    QVERIFY2(timer.elapsed() >= 100 && timer.elapsed() < 1500, qPrintable(QString::number(timer.elapsed())));
+    QTRY_COMPARE(link.adapter.got(), QByteArray("60"));
 }
 
 void TestPortClosing::closingInTheFirstTwoSeconds()
@@ -82,6 +99,25 @@ void TestPortClosing::whatWaitedAtTheCloseIsStillReported()
     link.stop();
     QVERIFY(link.ended());
     QTRY_COMPARE(received, 1);
+}
+
+void TestPortClosing::registersBeginAnewWithEachConnection()
+{
+    AdapterLink link;
+    for (int connection = 0; connection < 2; ++connection) {
+        QVERIFY(link.open("170b0b"));
+        link.adapter.send("838003"); // an echo and a code: each in Latin, then in national letters
+        QTRY_COMPARE(link.thread.sentLog.mGet(), qs("A|"));
+        link.adapter.send("0003");
+        QTRY_COMPARE(link.thread.recvBuffer.mGet(), qs("A|А"));
+        (void)link.received();
+        (void)link.thread.sentLog.mTake();
+        link.line.send(qs("AБ"));
+        link.adapter.send("22");
+        QTRY_COMPARE(link.adapter.got(), QByteArray("66030019"));
+        link.stop();
+        QVERIFY(link.ended());
+    }
 }
 
 void TestPortClosing::restartedThreadComesUpAgain()
@@ -202,10 +238,13 @@ void TestPortClosing::statesOfAnOutageWalked()
         QVERIFY(link.line.second());
     QTRY_COMPARE(link.thread.reconnectDelay.load(), 5); // silent while running
     QTRY_COMPARE(link.thread.reconnectDelay.load(), 4);
+    QTRY_COMPARE(link.thread.reconnectDelay.load(), 1);
+    QVERIFY(!link.adapter.isOpen());
     QCOMPARE(link.states(), QStringList({qs(": Подключение"), qs(":  Нет устройства"), qs(": Подключение"),
                                          qs(": Адаптер не отвечает"), qs(": Подключение"), connected,
                                          connected, qs(":Input/output error"), qs(": Подключение"), connected,
                                          connected, qs(": Адаптер не отвечает")}));
+    QTRY_VERIFY(link.adapter.isOpen()); // the pause is over
 }
 
 QTEST_GUILESS_MAIN(TestPortClosing)

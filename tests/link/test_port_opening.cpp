@@ -3,12 +3,13 @@
 #include "app/options.h"
 #include "tests/link/adapter_port.h"
 
-#include <QFile>
-#include <QSerialPort>
+#include <QElapsedTimer>
 #include <QtTest>
 
-#include <memory>
-#include <vector>
+#include <cstdlib>
+#include <fcntl.h>
+#include <termios.h>
+#include <unistd.h>
 
 class TestPortOpening : public QObject
 {
@@ -17,6 +18,7 @@ class TestPortOpening : public QObject
 private slots:
     void connectingIsTold_data();
     void connectingIsTold();
+    void portRunsAt9600BaudWithEightBitsWithoutParity();
     void anAdapterPluggedLaterIsFound();
     void anotherAdapterOfTheClassIsAdopted();
     void anotherAdapterIsLeftAloneWithoutAutomaticDetection();
@@ -25,6 +27,7 @@ private slots:
     void firstBytesAreThrownAway();
     void bytesOfTheFirstTwoSecondsAreThrownAway();
     void errorsOfTheFormerConnectionAreForgotten();
+    void firstByteIsAwaitedForFiveSeconds();
     void silentAdapterIsToldEachTime();
     void restartInTheWaitForTheFirstByteCloses();
     void stopInTheWaitForTheFirstByteCloses();
@@ -71,6 +74,27 @@ void TestPortOpening::connectingIsTold()
     QVERIFY(link.thread.connected);
     QVERIFY(link.thread.reportFailure);
     QCOMPARE(link.thread.portName, link.adapter.name());
+}
+
+void TestPortOpening::portRunsAt9600BaudWithEightBitsWithoutParity()
+{
+    const Desk desk;
+    const int master = ::posix_openpt(O_RDWR | O_NOCTTY);
+    QVERIFY(master >= 0 && ::grantpt(master) == 0 && ::unlockpt(master) == 0);
+    qputenv("VELDA_PORTS", "10000001=" + QByteArray(::ptsname(master)));
+    Line line;
+    QVERIFY(line.thread.setTrelo(qs("10000001"), 50, false)); // not the speed of the cable
+    line.once(&CTlgThread::PortThread);
+    termios settings = {};
+    const auto set = [&] { return ::tcgetattr(master, &settings) == 0 && ::cfgetospeed(&settings) == B9600; };
+    QTRY_VERIFY(set());
+    QCOMPARE(::cfgetispeed(&settings), speed_t(B9600));
+    QCOMPARE(settings.c_cflag & (CSIZE | PARENB | CSTOPB | CRTSCTS), tcflag_t(CS8));
+    QCOMPARE(settings.c_iflag & (IXON | IXOFF), tcflag_t(0));
+    line.thread.stopThread();
+    QTRY_VERIFY(line.ended());
+    ::close(master);
+    qunsetenv("VELDA_PORTS");
 }
 
 void TestPortOpening::anAdapterPluggedLaterIsFound()
@@ -179,12 +203,17 @@ void TestPortOpening::bytesOfTheFirstTwoSecondsAreThrownAway()
     link.line.send(qs("EA"));
     link.begin();
     link.adapter.send("30");
-    for (int piece = 0; piece < 10; ++piece) {
-        QTRY_COMPARE(link.adapter.got(), QByteArray("69"));
+    QTRY_COMPARE(link.adapter.got(), QByteArray("69"));
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < 1600) {
         link.adapter.send("01034f5e43833f");
         QTest::qWait(50);
     }
+    QCOMPARE(link.states().size(), 2);
     QVERIFY(link.shows(3));
+    QVERIFY2(timer.elapsed() > 1900 && timer.elapsed() < 4000, qPrintable(QString::number(timer.elapsed())));
+    QCOMPARE(link.adapter.got(), QByteArray("69"));
     QCOMPARE(link.received(), QString());
     QCOMPARE(link.thread.lineError.load(), 0);
     QCOMPARE(link.thread.txCredit.load(), 0);
@@ -211,6 +240,24 @@ void TestPortOpening::errorsOfTheFormerConnectionAreForgotten()
     QVERIFY(link.adapter.got().isEmpty()); // no answer is owed for the former status
 }
 
+void TestPortOpening::firstByteIsAwaitedForFiveSeconds()
+{
+    AdapterLink late, silent(2, 100, "10000002");
+    QElapsedTimer timer;
+    timer.start();
+    late.begin();
+    silent.begin();
+    QTRY_VERIFY(late.adapter.isOpen() && silent.adapter.isOpen());
+    QTest::qWait(4500 - int(timer.elapsed()));
+    QVERIFY(!silent.line.ended());
+    QCOMPARE(late.states().size() + silent.states().size(), 2);
+    late.adapter.send("ff"); // any byte will do
+    QTRY_VERIFY(late.thread.connected);
+    QVERIFY(silent.ended());
+    QVERIFY2(timer.elapsed() >= 5000 && timer.elapsed() < 7000, qPrintable(QString::number(timer.elapsed())));
+    QTRY_COMPARE(late.adapter.got(), QByteArray("66"));
+}
+
 void TestPortOpening::silentAdapterIsToldEachTime()
 {
     AdapterLink first, second(2, 100, "10000002");
@@ -225,6 +272,7 @@ void TestPortOpening::silentAdapterIsToldEachTime()
         QCOMPARE(link->thread.reconnectDelay.load(), 30);
         QVERIFY(!link->thread.connected);
         QVERIFY(link->thread.needVersion);
+        QCOMPARE(link->thread.reportFailure.load(), link == &first); // as it was
         QCOMPARE(link->adapter.got(), QByteArray());
     }
     QTRY_VERIFY(!first.adapter.isOpen());

@@ -10,6 +10,7 @@ class TestPortSending : public QObject
     Q_OBJECT
 
 private slots:
+    void everyCodeOfTheProgram_data();
     void everyCodeOfTheProgram();
     void twelveCharactersAndCreditFive();
     void creditIsUsedUpByOneChunk();
@@ -36,25 +37,45 @@ QString qs(const char *text)
 }
 } // namespace
 
+void TestPortSending::everyCodeOfTheProgram_data()
+{
+    QTest::addColumn<int>("processMode");
+    QTest::addColumn<QByteArray>("version");
+    QTest::addColumn<QByteArray>("mode");
+    for (const int processMode : {0, 1, 2}) {
+        const QByteArray mode = processMode == 1 ? "69" : "66";
+        QTest::addRow("procedure %d, old firmware", processMode)
+            << processMode << QByteArray("170b0a") << mode;
+        QTest::addRow("procedure %d, new firmware", processMode)
+            << processMode << QByteArray("170b0b") << mode;
+    }
+}
+
 void TestPortSending::everyCodeOfTheProgram()
 {
-    AdapterLink link;
-    QVERIFY(link.open());
+    QFETCH(int, processMode);
+    QFETCH(QByteArray, version);
+    QFETCH(QByteArray, mode);
+    AdapterLink link(processMode);
+    QVERIFY(link.open(version.constData()));
     const QString text = qs("|ЕАСИУДРЙНФЦКТЗ") + qs("ЛВХЫПЯОБГ \r\n#1/") + qs("&EXV");
     link.line.send(text);
     link.adapter.send("2f");
-    QTRY_COMPARE(link.adapter.got(), QByteArray("66"
-                                                "00010305060709"
-                                                "0a0b0c0d0e0f1011"));
+    QTRY_COMPARE(link.adapter.got(), mode + "00010305060709"
+                                            "0a0b0c0d0e0f1011");
     link.adapter.send("2f");
-    QTRY_COMPARE(link.adapter.got().mid(32), QByteArray("66"
-                                                        "1213141516171819"
-                                                        "1a0408021b171d"));
+    QTRY_COMPARE(link.adapter.got().mid(32), mode + "1213141516171819"
+                                                    "1a0408021b171d");
     link.adapter.send("2f");
-    QTRY_COMPARE(link.adapter.got().mid(64), QByteArray("66"
-                                                        "1f011d1e"));
+    QTRY_COMPARE(link.adapter.got().mid(64), mode + "1f011d1e");
     QVERIFY(link.thread.sendBuffer.mIsEmpty());
-    QCOMPARE(link.thread.sentLog.mGet(), text);
+    const bool echoes = version == "170b0b";
+    QCOMPARE(link.thread.sentLog.mGet(), echoes ? QString() : text);
+    QCOMPARE(link.thread.pendingEcho.mGet(), echoes ? text : QString());
+    link.stop();
+    QVERIFY(link.ended());
+    QTRY_COMPARE(link.adapter.got().mid(64), mode + "1f011d1e"
+                                                    "60");
 }
 
 void TestPortSending::twelveCharactersAndCreditFive()

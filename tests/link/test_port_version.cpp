@@ -2,6 +2,7 @@
 
 #include "tests/link/adapter_port.h"
 
+#include <QElapsedTimer>
 #include <QtTest>
 
 class TestPortVersion : public QObject
@@ -14,6 +15,8 @@ private slots:
     void reply();
     void withoutAnUsableReplyTheOldRulesHold_data();
     void withoutAnUsableReplyTheOldRulesHold();
+    void replyIsAwaitedForFourSeconds();
+    void passesWithDataDoNotCount();
     void bytesAmongTheReplyAreThrownAway();
     void askedOnceAndNotAfterALoss();
     void restartBeforeTheQuestionLeavesItDue();
@@ -133,6 +136,44 @@ void TestPortVersion::withoutAnUsableReplyTheOldRulesHold()
     QCOMPARE(link.states(), QStringList({qs(": Подключение"), connected, connected}));
     QVERIFY(link.received().isEmpty());
     QVERIFY(echoIsIgnored(link));
+}
+
+// Twenty passes without data, each of 100 ms of waiting and as much of sleep.
+void TestPortVersion::replyIsAwaitedForFourSeconds()
+{
+    AdapterLink late, silent(2, 100, "10000002");
+    late.begin(true);
+    silent.begin(true);
+    late.adapter.send("30");
+    silent.adapter.send("30");
+    QTRY_COMPARE(late.adapter.got(), QByteArray("665b"));
+    QTRY_COMPARE(silent.adapter.got(), QByteArray("665b"));
+    QElapsedTimer timer;
+    timer.start();
+    QTest::qWait(3400);
+    QCOMPARE(silent.states().size(), 2);
+    late.adapter.send("170b0b");
+    QVERIFY(late.shows(3));
+    QCOMPARE(late.states().value(2), qs(": %1 (V 20231111)").arg(late.adapter.name()));
+    QVERIFY(silent.shows(3));
+    QVERIFY2(timer.elapsed() > 3900 && timer.elapsed() < 6000, qPrintable(QString::number(timer.elapsed())));
+}
+
+void TestPortVersion::passesWithDataDoNotCount()
+{
+    AdapterLink link;
+    QVERIFY(askedFor(link));
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < 5000) { // longer than twenty passes take
+        link.adapter.send("3f");
+        QTest::qWait(20);
+    }
+    QCOMPARE(link.states().size(), 2);
+    link.adapter.send("170b0b");
+    QVERIFY(link.shows(4));
+    QCOMPARE(link.states().last(), qs(": %1 (V 20231111)").arg(link.adapter.name()));
+    QCOMPARE(link.adapter.got(), QByteArray("665b"));
 }
 
 void TestPortVersion::bytesAmongTheReplyAreThrownAway()
