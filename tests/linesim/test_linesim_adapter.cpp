@@ -21,6 +21,9 @@ private slots:
     void obedientProgramNeverOverrunsIt_data();
     void obedientProgramNeverOverrunsIt();
     void charactersBeyondTheCreditAreABreach();
+    void textBeforeTheModeIsABreach();
+    void programWithoutAModeIsABreach();
+    void anotherModeIsABreach();
     void registerCodesAreFree();
     void farEndIsHeardAtTheSpeedOfTheLine();
     void whatHasNoCodeIsNotCarried();
@@ -205,6 +208,35 @@ void TestLinesimAdapter::charactersBeyondTheCreditAreABreach()
     QVERIFY(desk.breaches().isEmpty());
     desk.program("0303");
     QCOMPARE(desk.breaches(), QStringList("violation: 2 characters more than granted"));
+}
+
+void TestLinesimAdapter::textBeforeTheModeIsABreach()
+{
+    AdapterDesk desk;
+    desk.adapter.opened(0);
+    desk.adapter.advance(0); // a status grants room, but nothing has answered it
+    desk.program("0367");
+    QCOMPARE(desk.breaches(), QStringList("violation: 1 characters more than granted"));
+}
+
+void TestLinesimAdapter::programWithoutAModeIsABreach()
+{
+    AdapterDesk desk;
+    desk.adapter.opened(0);
+    desk.pass(1000);
+    QVERIFY(desk.breaches().isEmpty());
+    desk.pass(1);
+    QCOMPARE(desk.breaches(), QStringList("violation: status not answered in 1000 ms"));
+}
+
+void TestLinesimAdapter::anotherModeIsABreach()
+{
+    AdapterDesk desk(with([](LineAdapter::Settings &settings) { settings.expectedMode = 0x67; }));
+    desk.connect("67");
+    desk.program("67");
+    QVERIFY(desk.breaches().isEmpty());
+    desk.program("69"); // it has changed
+    QCOMPARE(desk.breaches(), QStringList("violation: mode 69 switched instead of 67 200 baud"));
 }
 
 void TestLinesimAdapter::registerCodesAreFree()

@@ -5,7 +5,6 @@
 #include "tools/linesim/centre.h"
 #include "tools/linesim/channel_switch.h"
 #include "tools/linesim/peer.h"
-#include "tools/linesim/subcommands.h"
 
 #include <QSerialPort>
 #include <QTemporaryDir>
@@ -25,21 +24,20 @@ private slots:
     void switchTakesANumberDialledAsText();
     void goodbyeEndsTheConnection();
     void closeWithoutGoodbyeIsABreach();
+    void brokenRuleIsTold_data();
+    void brokenRuleIsTold();
     void unpluggedPortComesBackUnderItsName();
+    void versionIsDueBehindALossIfAllowed();
     void droppedLineComesBackByItself();
     void closedLineGoesOnceAllIsSent();
     void silenceOfTheAdapterEnds();
     void faultsAreCommands_data();
     void faultsAreCommands();
+    void silencedAdapterSaysNothing();
+    void lostEchoesAreCounted();
+    void garbageIsRepeatedByItsSeed();
     void textWithoutAProgramIsNotSent();
     void portThatCannotBeMadeEndsIt();
-    void optionsAreRead();
-    void firmwareIsRead_data();
-    void firmwareIsRead();
-    void modeFollowsTheFarEnd_data();
-    void modeFollowsTheFarEnd();
-    void optionsThatAreNotUnderstood_data();
-    void optionsThatAreNotUnderstood();
 };
 
 namespace
@@ -248,6 +246,33 @@ void TestLinesimAdapterPort::closeWithoutGoodbyeIsABreach()
     QVERIFY(line.breaches().isEmpty());
 }
 
+void TestLinesimAdapterPort::brokenRuleIsTold_data()
+{
+    QTest::addColumn<QByteArray>("mode");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<QString>("breach");
+    QTest::newRow("status without an answer")
+        << QByteArray("67") << QByteArray() << "status not answered in 300 ms";
+    QTest::newRow("sixteen characters of fifteen")
+        << QByteArray("67") << QByteArray("03").repeated(16) << "1 characters more than granted";
+    QTest::newRow("another mode") << QByteArray("66") << QByteArray()
+                                  << "mode 66 100 baud instead of 67 200 baud";
+    QTest::newRow("version") << QByteArray("67") << QByteArray("5b") << "version asked when it was not due";
+    QTest::newRow("goodbye") << QByteArray("67") << QByteArray("6067") << "goodbye without a close";
+}
+
+void TestLinesimAdapterPort::brokenRuleIsTold()
+{
+    QFETCH(QByteArray, mode);
+    QFETCH(QByteArray, bytes);
+    QFETCH(QString, breach);
+    PeerLine line({"--answer", "300"});
+    line.talk(mode.constData());
+    line.port.write(QByteArray::fromHex(bytes));
+    QTRY_VERIFY(line.breaches().contains(QStringLiteral("violation: ") + breach));
+    QVERIFY(line.log.violations > 0);
+}
+
 void TestLinesimAdapterPort::unpluggedPortComesBackUnderItsName()
 {
     const QTemporaryDir directory;
@@ -265,6 +290,21 @@ void TestLinesimAdapterPort::unpluggedPortComesBackUnderItsName()
     line.talk();
     line.port.write(hex("5b"));
     QTRY_COMPARE(line.breaches(), QStringList("violation: version asked when it was not due"));
+}
+
+void TestLinesimAdapterPort::versionIsDueBehindALossIfAllowed()
+{
+    PeerLine line;
+    line.talk();
+    line.end.run(QStringLiteral("unplug"));
+    line.port.close();
+    line.end.run(QStringLiteral("allow-version"));
+    line.end.run(QStringLiteral("plug"));
+    line.open();
+    QTRY_VERIFY(line.received.contains('\x3f'));
+    line.port.write(hex("675b"));
+    QTRY_VERIFY(line.received.contains(hex("170b0b")));
+    QVERIFY(line.breaches().isEmpty());
 }
 
 void TestLinesimAdapterPort::droppedLineComesBackByItself()
@@ -328,6 +368,44 @@ void TestLinesimAdapterPort::faultsAreCommands()
     QTRY_VERIFY(line.received.contains(QByteArray::fromHex(bytes)));
 }
 
+void TestLinesimAdapterPort::silencedAdapterSaysNothing()
+{
+    PeerLine line;
+    line.talk();
+    line.end.run(QStringLiteral("silence"));
+    QTest::qWait(50); // what is under way
+    line.received.clear();
+    line.port.write(hex("6703")); // neither an echo nor a status
+    line.end.run(QStringLiteral("text Б"));
+    QTest::qWait(300);
+    QCOMPARE(line.received.toHex(), QByteArray());
+    line.end.run(QStringLiteral("speak"));
+    QTRY_VERIFY(line.received.contains('\x3f'));
+}
+
+void TestLinesimAdapterPort::lostEchoesAreCounted()
+{
+    PeerLine line;
+    line.talk();
+    line.end.run(QStringLiteral("lose-echo 3"));
+    line.port.write(hex("00191b17"));
+    QTRY_VERIFY(line.received.contains('\x97'));
+    for (const char lost : {'\x80', '\x99', '\x9b'})
+        QVERIFY(!line.received.contains(lost));
+}
+
+void TestLinesimAdapterPort::garbageIsRepeatedByItsSeed()
+{
+    PeerLine line;
+    line.talk();
+    QTRY_COMPARE(line.received.size(), 1); // a status; the next one waits for its answer
+    for (const char *command : {"garbage 9 1", "garbage 9 1", "garbage 9 2"})
+        line.end.run(QString::fromLatin1(command));
+    QTRY_COMPARE(line.received.size(), 28);
+    QCOMPARE(line.received.mid(1, 9), line.received.mid(10, 9));
+    QVERIFY(line.received.mid(10, 9) != line.received.mid(19, 9));
+}
+
 void TestLinesimAdapterPort::textWithoutAProgramIsNotSent()
 {
     PeerLine line;
@@ -343,85 +421,6 @@ void TestLinesimAdapterPort::portThatCannotBeMadeEndsIt()
     Peer peer(*readPeerOptions(adapter.farEnd, adapter.line), log);
     QVERIFY(!peer.start());
     QCOMPARE(lines, QStringList("error: no port /nonexistent/port"));
-}
-
-void TestLinesimAdapterPort::optionsAreRead()
-{
-    const auto read =
-        readAdapterOptions({"adapter", "--port", "/p", "--serial", "7", "--baud", "50", "--room", "32",
-                            "--status", "200", "--answer", "3000", "--silent", "peer", "--send", "d"});
-    QVERIFY(read);
-    QCOMPARE(read->line.port, QStringLiteral("/p"));
-    QCOMPARE(read->line.serial, QStringLiteral("7"));
-    QCOMPARE(read->line.adapter.baud, 50);
-    QCOMPARE(read->line.adapter.roomCodes, 32);
-    QCOMPARE(read->line.adapter.statusMs, 200);
-    QCOMPARE(read->line.adapter.answerMs, 3000);
-    QVERIFY(read->line.adapter.silent);
-    QCOMPARE(read->farEnd, QStringList({"peer", "--send", "d"}));
-    const auto plain = readAdapterOptions({"adapter", "centre"});
-    QCOMPARE(plain->line.serial, QStringLiteral("10000001"));
-    QCOMPARE(plain->line.adapter.baud, 200);
-    QCOMPARE(plain->line.adapter.version, 20231111);
-}
-
-void TestLinesimAdapterPort::firmwareIsRead_data()
-{
-    QTest::addColumn<int>("version");
-    QTest::newRow("new") << 20231111;
-    QTest::newRow("old") << 20231110;
-    QTest::newRow("none") << 0;
-    QTest::newRow("240229") << 20240229;
-}
-
-void TestLinesimAdapterPort::firmwareIsRead()
-{
-    const auto read = readAdapterOptions({"adapter", "--firmware", QTest::currentDataTag(), "peer"});
-    QTEST(read->line.adapter.version, "version");
-}
-
-void TestLinesimAdapterPort::modeFollowsTheFarEnd_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<int>("mode");
-    QTest::newRow("peer") << QStringList{"peer"} << 0x67;
-    QTest::newRow("centre at 50 baud") << QStringList{"--baud", "50", "centre"} << 0x65;
-    QTest::newRow("100 baud") << QStringList{"--baud", "100", "peer"} << 0x66;
-    QTest::newRow("switch") << QStringList{"--baud", "50", "switch"} << 0x69;
-    QTest::newRow("told") << QStringList{"--mode", "50", "peer"} << 0x65;
-    QTest::newRow("none") << QStringList{"--mode", "none", "peer"} << 0x64;
-    QTest::newRow("switched") << QStringList{"--mode", "switched", "peer"} << 0x69;
-    QTest::newRow("any") << QStringList{"--mode", "any", "switch"} << -1;
-}
-
-void TestLinesimAdapterPort::modeFollowsTheFarEnd()
-{
-    QFETCH(QStringList, arguments);
-    QTEST(readAdapterOptions(QStringList("adapter") + arguments)->line.adapter.expectedMode, "mode");
-}
-
-void TestLinesimAdapterPort::optionsThatAreNotUnderstood_data()
-{
-    QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("no far end") << QStringList{};
-    QTest::newRow("unknown far end") << QStringList{"perforator"};
-    QTest::newRow("adapter behind an adapter") << QStringList{"adapter", "peer"};
-    QTest::newRow("baud") << QStringList{"--baud", "300", "peer"};
-    QTest::newRow("room") << QStringList{"--room", "3", "peer"};
-    QTest::newRow("status") << QStringList{"--status", "0", "peer"};
-    QTest::newRow("firmware") << QStringList{"--firmware", "latest", "peer"};
-    QTest::newRow("firmware of no month") << QStringList{"--firmware", "241301", "peer"};
-    QTest::newRow("mode") << QStringList{"--mode", "75", "peer"};
-    QTest::newRow("listen") << QStringList{"peer", "--listen", "0"};
-    QTest::newRow("connect") << QStringList{"centre", "--connect", "127.0.0.1:1"};
-    QTest::newRow("windows") << QStringList{"switch", "--no-windows"};
-    QTest::newRow("option of the adapter behind the far end") << QStringList{"peer", "--baud", "50"};
-}
-
-void TestLinesimAdapterPort::optionsThatAreNotUnderstood()
-{
-    QFETCH(QStringList, arguments);
-    QCOMPARE(runSubcommand(QStringList{"linesim", "adapter"} + arguments), 2);
 }
 
 QTEST_GUILESS_MAIN(TestLinesimAdapterPort)

@@ -40,6 +40,8 @@ private slots:
     void versionThatWasNotAskedIsDueNoMore();
     void versionBehindASilentStartIsDue();
     void closeWithoutGoodbyeIsABreach();
+    void goodbyeWithoutACloseIsABreach();
+    void goodbyeExcusesNoAnswer();
     void closeByASilentAdapterIsNone_data();
     void closeByASilentAdapterIsNone();
     void killIsNoBreachIfAllowed();
@@ -385,6 +387,33 @@ void TestLinesimAdapterWire::closeWithoutGoodbyeIsABreach()
     r.connect();
     r.rules.closed(Second);
     QCOMPARE(r.breaches(), QStringList("violation: closed without a goodbye"));
+}
+
+void TestLinesimAdapterWire::goodbyeWithoutACloseIsABreach()
+{
+    Rules r;
+    r.connect();
+    r.rules.tookByte();
+    r.rules.tookGoodbye();
+    QVERIFY(r.breaches().isEmpty());
+    r.rules.tookByte();
+    r.rules.tookByte();
+    QCOMPARE(r.breaches(), QStringList("violation: goodbye without a close")); // once
+    r.rules.closed(Second);
+    r.connect(2 * Second);
+    r.rules.tookByte();
+    QCOMPARE(r.breaches().size(), 1);
+}
+
+void TestLinesimAdapterWire::goodbyeExcusesNoAnswer()
+{
+    Rules r;
+    r.connect();
+    r.rules.tookGoodbye();
+    r.rules.checkAnswer(Second, Second);
+    QVERIFY(r.breaches().isEmpty());
+    r.rules.checkAnswer(Second + 1, Second + 1);
+    QCOMPARE(r.breaches(), QStringList("violation: status not answered in 1000 ms"));
 }
 
 void TestLinesimAdapterWire::closeByASilentAdapterIsNone_data()

@@ -20,6 +20,8 @@ void LineAdapter::takeFromProgram(const QByteArray &bytes, qint64 nowUs)
 
 void LineAdapter::takeByte(quint8 byte, qint64 nowUs)
 {
+    if (byte != Goodbye)
+        m_rules.tookByte();
     if (takeDialling(byte, nowUs))
         return;
     if (byte <= LastCode)

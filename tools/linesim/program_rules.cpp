@@ -3,6 +3,8 @@
 #include "tools/linesim/adapter_bytes.h"
 #include "tools/linesim/event_log.h"
 
+#include <utility>
+
 using namespace AdapterBytes;
 
 namespace
@@ -47,7 +49,7 @@ void ProgramRules::opened(qint64 nowUs)
 {
     m_phase = Opened;
     m_mode = 0;
-    m_goodbye = m_blamed = false;
+    m_goodbye = m_talkedOn = m_blamed = false;
     m_openedUs = nowUs;
     m_spokeUs = -1;
     m_longestSilenceUs = 0;
@@ -82,6 +84,12 @@ void ProgramRules::lost()
     m_phase = Closed;
 }
 
+void ProgramRules::tookByte()
+{
+    if (m_goodbye && !std::exchange(m_talkedOn, true))
+        m_log.violation(QStringLiteral("goodbye without a close"));
+}
+
 void ProgramRules::tookMode(quint8 mode)
 {
     m_blamed = false;
@@ -113,7 +121,7 @@ void ProgramRules::checkAnswer(qint64 waitedUs, qint64 nowUs)
     // A program that settles reads statuses without an answer, but not for ever.
     const qint64 limit = m_phase == Settling ? qMax(SettledUs, m_answerUs) : m_answerUs;
     const qint64 waited = m_phase == Settling ? nowUs - m_openedUs : waitedUs;
-    if (m_phase == Closed || m_blamed || m_goodbye || waited <= limit)
+    if (m_phase == Closed || m_blamed || waited <= limit)
         return;
     m_blamed = true;
     m_log.violation(QStringLiteral("status not answered in %1 ms").arg(limit / 1000));

@@ -24,6 +24,8 @@ public:
     void spoke(qint64 nowUs);  ///< the adapter has sent something
     void tookMode(quint8 mode);
     void tookVersionRequest();
+    /// A byte that is no goodbye; there is none behind one, as the port is to be closed then.
+    void tookByte();
     void tookGoodbye() { m_goodbye = true; }
     /// Judges a status that has waited so long for its answer.
     void checkAnswer(qint64 waitedUs, qint64 nowUs);
@@ -48,6 +50,7 @@ private:
     quint8 m_mode = 0;
     bool m_versionDue = true;
     bool m_goodbye = false;
+    bool m_talkedOn = false; // behind the goodbye
     bool m_killAllowed = false;
     bool m_blamed = false; // for the answer that is missing now
     qint64 m_openedUs = 0;
