@@ -186,6 +186,7 @@ void TestPorts::absentAdapterLeavesThePauseAsItWas()
     for (const bool paused : {true, false}) {
         CTlgThread thread;
         thread.paused = paused;
+        thread.reportFailure = false;
         thread.linkType = CTlgThread::TcpClient;
         QVERIFY(!thread.setTrelo(qs("10000001"), 100, true));
         QCOMPARE(thread.paused.load(), paused);
@@ -194,7 +195,7 @@ void TestPorts::absentAdapterLeavesThePauseAsItWas()
         QCOMPARE(thread.adapterSN, qs("10000001"));
         QVERIFY(thread.adapterArg);
         QVERIFY(thread.portName.isEmpty());
-        QVERIFY(!thread.restartRequested && !thread.needVersion);
+        QVERIFY(!thread.restartRequested && !thread.needVersion && !thread.reportFailure);
         QCOMPARE(thread.tlgBaud.load(), 100);
     }
 }
