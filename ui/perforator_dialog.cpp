@@ -56,7 +56,6 @@ QPushButton *CPerforatorDialog::newButton(const char *name, const QString &text,
     auto *button = new QPushButton(text);
     button->setObjectName(QString::fromLatin1(name));
     button->setToolTip(toolTip);
-    button->setAutoDefault(false);
     return button;
 }
 

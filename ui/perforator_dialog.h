@@ -26,7 +26,6 @@ protected:
     /// Keeps the place and gives the port up; may come twice.
     virtual void leave();
 
-    /// A button that Enter presses only while it is the default one.
     [[nodiscard]] static QPushButton *newButton(const char *name, const QString &text,
                                                 const QString &toolTip = QString());
     /// Places \a rows one below the other over a line of buttons, \a right ones at its end; then takes the

@@ -50,6 +50,7 @@ void CPerforatorInDialog::slotClear()
     (void)PrfThread.getAndClearReceive();
     data.clear();
     m_text->clear();
+    m_start->setFocus(); // Enter shall not meet the next one that is enabled, which closes
     updateButtons();
 }
 

@@ -47,6 +47,7 @@ void CPerforatorOutDialog::slotStart()
     m_progress->setValue(0);
     PrfThread.clearSent();
     PrfThread.Send(text);
+    m_text->setFocus(); // another Enter shall not meet the stop
     updateStart();
 }
 

@@ -16,6 +16,7 @@ private slots:
     void tapeIsRead();
     void tapeReadIsTheTapePunched();
     void readingLeavesOnlyTheStop();
+    void enterStartsAndStops();
     void stopWhileReadingKeepsWhatWasRead();
     void stopTakesTheLastOfIt();
     void stopWithNothingReadOffersOnlyTheStart();
@@ -158,6 +159,24 @@ void TestPerforatorIn::readingLeavesOnlyTheStop()
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
         QCOMPARE(Dialog::enabledOf(dialog, controls), QByteArrayList({"start", "clear", "apply"}));
         QTRY_VERIFY(room->saw(qs("stopped: 3")));
+    });
+}
+
+void TestPerforatorIn::enterStartsAndStops()
+{
+    const auto room = roomWithTape(qs("|А"));
+    CPerforatorInDialog dialog;
+    const auto pressEnter = [] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return); };
+    read(dialog, [&] {
+        pressEnter();
+        QTRY_COMPARE(dialog.getData(), qs("|А"));
+        pressEnter();
+        QCOMPARE(Dialog::enabledOf(dialog, controls), QByteArrayList({"start", "clear", "apply"}));
+        Dialog::button(dialog, "clear")->setFocus();
+        pressEnter();
+        QCOMPARE(dialog.getData(), QString());
+        pressEnter();
+        QCOMPARE(Dialog::enabledOf(dialog, controls), QByteArrayList({"stop"}));
     });
 }
 
@@ -350,9 +369,9 @@ void TestPerforatorIn::viewStaysAtTheEndOfTheTape()
         };
         edit->moveCursor(QTextCursor::Start); // as a click does
         QVERIFY(!endIsSeen());
-        PrfThread.receivedText = qs("КОНЕЦ");
+        PrfThread.receivedText = qs("ЕЩЕ\n").repeated(50) + qs("КОНЕЦ");
         dialog.slotOnReceived();
-        QVERIFY(shown(dialog).endsWith(qs("СТРОКА\nКОНЕЦ")));
+        QVERIFY(shown(dialog).startsWith(qs("СТРОКА\n")) && shown(dialog).endsWith(qs("ЕЩЕ\nКОНЕЦ")));
         QVERIFY(endIsSeen());
     });
 }

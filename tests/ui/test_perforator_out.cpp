@@ -15,6 +15,8 @@ private slots:
     void buttonsWaitForTheAdapter();
     void telegramIsPunched();
     void enterStarts();
+    void enterPressesTheButtonInFocus();
+    void enterBehindTheStartDoesNotStop();
     void progressFollowsThePunch();
     void skipPunchesOneBlank();
     void skip10PunchesExactlyTen();
@@ -112,6 +114,39 @@ void TestPerforatorOut::enterStarts()
     CPerforatorOutDialog dialog;
     print(dialog, qs("ABC"), [&] {
         QTest::keyClick(&dialog, Qt::Key_Return);
+        QTRY_COMPARE(room.codes().toHex(), QByteArray("03190e"));
+    });
+}
+
+void TestPerforatorOut::enterPressesTheButtonInFocus()
+{
+    const PunchRoom room;
+    CPerforatorOutDialog dialog;
+    print(dialog, qs("ABC"), [&] {
+        Dialog::button(dialog, "skip")->setFocus();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTRY_COMPARE(room.codes().toHex(), QByteArray("00"));
+        Dialog::button(dialog, "close")->setFocus();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QVERIFY(!dialog.isVisible());
+    });
+    QTRY_VERIFY(room.saw(qs("closed:")));
+    QCOMPARE(room.codes().toHex(), QByteArray("00"));
+}
+
+void TestPerforatorOut::enterBehindTheStartDoesNotStop()
+{
+    PunchRoom room;
+    room.perforator.run(qs("jam"));
+    CPerforatorOutDialog dialog;
+    print(dialog, qs("ABC"), [&] {
+        Dialog::button(dialog, "start")->setFocus();
+        for (int i = 0; i < 2; ++i)
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QCOMPARE(PrfThread.waitingLength(), 3);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QVERIFY(Dialog::button(dialog, "stop")->hasFocus());
+        room.perforator.run(qs("unjam"));
         QTRY_COMPARE(room.codes().toHex(), QByteArray("03190e"));
     });
 }
