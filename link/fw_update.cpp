@@ -27,7 +27,8 @@ void pause(int ms)
     const QDeadlineTimer deadline(ms);
     do {
         QCoreApplication::processEvents();
-        QThread::msleep(quint64(qBound<qint64>(0, deadline.remainingTime(), BlockPauseMs)));
+        const qint64 left = qBound<qint64>(0, deadline.remainingTime(), BlockPauseMs);
+        QThread::msleep(static_cast<unsigned long>(left));
     } while (!deadline.hasExpired());
     QCoreApplication::processEvents();
 }
