@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QEvent>
 #include <QProgressBar>
 #include <QProgressDialog>
@@ -18,6 +19,7 @@ public:
     bool modal = false, closesItself = true;
     QPair<int, int> range;
     QList<int> values;     ///< the first as it was when shown
+    QList<qint64> times;   ///< of the values, in ms since the first
     int pressAtValue = -1; ///< -1: never
     bool pressAtOnce = false;
 
@@ -39,12 +41,17 @@ private:
         closesItself = dialog->autoClose() || dialog->autoReset();
         range = {dialog->minimum(), dialog->maximum()};
         values = {dialog->value()};
+        times = {0};
+        m_clock.start();
         if (pressAtOnce)
             QTimer::singleShot(0, dialog->findChild<QPushButton *>(), &QPushButton::click);
         connect(dialog->findChild<QProgressBar *>(), &QProgressBar::valueChanged, this, [=](int value) {
             values << value;
+            times << m_clock.elapsed();
             if (value == pressAtValue)
                 dialog->findChild<QPushButton *>()->click();
         });
     }
+
+    QElapsedTimer m_clock;
 };

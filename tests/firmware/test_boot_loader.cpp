@@ -23,6 +23,8 @@ private slots:
     void syncInAdvanceDropsWhatComes();
     void answerDecides_data();
     void answerDecides();
+    void answerInTimeCounts_data();
+    void answerInTimeCounts();
     void whatStandsBehindTheAnswerIsLeftForTheNext();
     void replyHoldsTheAnswer();
     void endlessRubbishFails();
@@ -49,6 +51,12 @@ struct Cable {
     PseudoTerminal terminal;
     QByteArray received;
     QSerialPort port;
+};
+
+/// Bytes that come so long after the former ones.
+struct Piece {
+    unsigned long afterMs;
+    QByteArray bytes;
 };
 
 QByteArray bytes(const char *hex)
@@ -80,6 +88,7 @@ bool page(QSerialPort &port, const QByteArray &data)
 
 using Command = std::function<bool(QSerialPort &)>;
 Q_DECLARE_METATYPE(Command)
+Q_DECLARE_METATYPE(Piece)
 
 void TestBootLoader::eachCommandHasItsBytes_data()
 {
@@ -163,6 +172,39 @@ void TestBootLoader::answerDecides()
     cable.terminal.write(answer);
     QCOMPARE(exchange(cable), good);
     QTRY_COMPARE(cable.received, bytes("3020"));
+}
+
+void TestBootLoader::answerInTimeCounts_data()
+{
+    using Bytes = QVector<Piece>;
+    QTest::addColumn<Bytes>("pieces");
+    QTest::addColumn<bool>("good");
+    QTest::newRow("first byte after 90 ms") << Bytes{{90, bytes("1410")}} << true;
+    QTest::newRow("first byte after 300 ms") << Bytes{{300, bytes("1410")}} << false;
+    QTest::newRow("each byte that is skipped is waited for anew")
+        << Bytes{{60, bytes("99")}, {60, bytes("99")}, {60, bytes("1410")}} << true;
+    QTest::newRow("second byte 10 ms after the first") << Bytes{{0, bytes("14")}, {10, bytes("10")}} << true;
+    QTest::newRow("second byte 90 ms after the first") << Bytes{{0, bytes("14")}, {90, bytes("10")}} << false;
+}
+
+/// A busy machine may hold up either end, so one round of a few must come out as in quiet.
+void TestBootLoader::answerInTimeCounts()
+{
+    QFETCH(QVector<Piece>, pieces);
+    QFETCH(bool, good);
+    bool seen = false;
+    for (int round = 0; round < 10 && !seen; ++round) {
+        Cable cable;
+        std::thread far([&] {
+            for (const Piece &piece : qAsConst(pieces)) {
+                QThread::msleep(piece.afterMs);
+                cable.terminal.write(piece.bytes);
+            }
+        });
+        seen = exchange(cable) == good;
+        far.join();
+    }
+    QVERIFY(seen);
 }
 
 void TestBootLoader::whatStandsBehindTheAnswerIsLeftForTheNext()
