@@ -2,6 +2,7 @@
 
 #include "tools/linesim/perforator.h"
 
+#include <QElapsedTimer>
 #include <QFile>
 #include <QSerialPort>
 #include <QSignalSpy>
@@ -15,6 +16,7 @@ class TestLinesimPerforator : public QObject
 private slots:
     void portIsAnnounced();
     void roomIsTold();
+    void roomIsToldUpTo31();
     void statusIsToldOnceTheLastOneIsAnswered();
     void codesArePunchedIntoFiles();
     void roomShrinksByWhatWaits();
@@ -22,11 +24,15 @@ private slots:
     void registerCodesOfOnePieceAreNoBreach();
     void missingAnswerIsABreach();
     void otherModeIsABreach();
+    void modeWithoutAStatusMayBeAnother();
+    void modeIsWantedAtEachOpening();
     void firstByteThatIsNoModeIsABreach_data();
     void firstByteThatIsNoModeIsABreach();
     void byteWithoutAMeaningIsABreach_data();
     void byteWithoutAMeaningIsABreach();
     void tapeIsReadBetweenItsCommands();
+    void tapeRunsAtItsSpeed();
+    void closedPortStopsTheTape();
     void tapeOfCodesIsReadAsItIs();
     void anotherTapeIsMounted();
     void jamLeavesNoRoom();
@@ -130,6 +136,12 @@ void TestLinesimPerforator::roomIsTold()
     QTRY_COMPARE(bench->lines.last(), QStringLiteral("mode: 0x61"));
 }
 
+void TestLinesimPerforator::roomIsToldUpTo31()
+{
+    const std::unique_ptr<Bench> bench(benchWithOneStatus(40));
+    QTRY_COMPARE(bench->got.toHex(), QByteArray("3f"));
+}
+
 void TestLinesimPerforator::statusIsToldOnceTheLastOneIsAnswered()
 {
     Bench bench;
@@ -220,6 +232,30 @@ void TestLinesimPerforator::otherModeIsABreach()
     QTRY_COMPARE(bench.breaches(), QStringList(QStringLiteral("violation: mode 0x62 after 0x61")));
 }
 
+void TestLinesimPerforator::modeWithoutAStatusMayBeAnother()
+{
+    PerforatorOptions options = quick();
+    options.statusMs = 0;
+    Bench bench(options);
+    bench.write("616f");
+    QTRY_COMPARE(bench.lines.last(), QStringLiteral("mode: 0x6f"));
+    QVERIFY(bench.saw(QStringLiteral("mode: 0x61")));
+    QCOMPARE(bench.breaches(), QStringList());
+}
+
+void TestLinesimPerforator::modeIsWantedAtEachOpening()
+{
+    Bench bench;
+    bench.write("61");
+    QTRY_VERIFY(bench.saw(QStringLiteral("mode: 0x61")));
+    bench.port.close();
+    QTRY_VERIFY(bench.saw(QStringLiteral("closed:")));
+    bench.lines.clear();
+    bench.open();
+    bench.write("03");
+    QTRY_COMPARE(bench.breaches(), QStringList(QStringLiteral("violation: a code ahead of the mode")));
+}
+
 void TestLinesimPerforator::firstByteThatIsNoModeIsABreach_data()
 {
     QTest::addColumn<QByteArray>("first");
@@ -277,6 +313,40 @@ void TestLinesimPerforator::tapeIsReadBetweenItsCommands()
     QTRY_COMPARE(bench.got.toHex(), QByteArray("0003191b17").repeated(20));
 }
 
+void TestLinesimPerforator::tapeRunsAtItsSpeed()
+{
+    const QTemporaryDir directory;
+    PerforatorOptions options = quick();
+    options.speed = 100;
+    options.statusMs = 0;
+    options.tapeFile = makeFile(directory, "tape", QByteArray(50, 'A'));
+    Bench bench(options);
+    QElapsedTimer passed;
+    passed.start();
+    bench.write("6151");
+    QTRY_COMPARE(bench.got.size(), 50);
+    QVERIFY(passed.elapsed() >= 300); // 500, less what the machine may have slept just before
+}
+
+void TestLinesimPerforator::closedPortStopsTheTape()
+{
+    const QTemporaryDir directory;
+    PerforatorOptions options = quick();
+    options.speed = 200;
+    options.statusMs = 0;
+    options.tapeFile = makeFile(directory, "tape", QByteArray(2000, 'A'));
+    Bench bench(options);
+    bench.write("6151");
+    QTRY_VERIFY(!bench.got.isEmpty());
+    bench.port.close();
+    QTRY_VERIFY(bench.saw(QStringLiteral("closed:")));
+    bench.lines.clear();
+    bench.got.clear();
+    bench.open();
+    QTest::qWait(50);
+    QCOMPARE(bench.got.size(), 0);
+}
+
 void TestLinesimPerforator::tapeOfCodesIsReadAsItIs()
 {
     const QTemporaryDir directory;
@@ -289,9 +359,11 @@ void TestLinesimPerforator::tapeOfCodesIsReadAsItIs()
     bench.perforator.run(QStringLiteral("rewind"));
     bench.write("51");
     QTRY_COMPARE(bench.got.toHex(), QByteArray("00031903030003190303"));
-    bench.perforator.run(QStringLiteral("tape-codes ") + makeFile(directory, "other", "\x07"));
+    bench.perforator.run(QStringLiteral("tape-codes ") + makeFile(directory, "other", "\xe7"));
     bench.write("51");
     QTRY_COMPARE(bench.got.toHex(), QByteArray("0003190303000319030307"));
+    QTest::qWait(20);
+    QCOMPARE(bench.lines.count(QStringLiteral("tape ended:")), 3);
 }
 
 void TestLinesimPerforator::anotherTapeIsMounted()
@@ -315,6 +387,7 @@ void TestLinesimPerforator::jamLeavesNoRoom()
     bench->write("61");
     bench->write("03030303");
     QTRY_COMPARE(bench->breaches().size(), 1);
+    QTest::qWait(20);
     QVERIFY(bench->lines.filter(QStringLiteral("punched")).isEmpty());
     bench->perforator.run(QStringLiteral("unjam"));
     QTRY_VERIFY(bench->saw(QStringLiteral("punched: AAAA")));
