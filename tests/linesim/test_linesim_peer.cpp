@@ -55,6 +55,7 @@ private slots:
     void telegramsAreCutAndStored();
     void confirmationIsNoTelegram();
     void telegramIsConfirmed();
+    void confirmationWaitsForTheFileOnItsWay();
     void filesAreSentByName();
     void filesAreWrappedInMarks();
     void fileCutOffBeginsAgain();
@@ -113,6 +114,24 @@ void TestLinesimPeer::telegramIsConfirmed()
     QTRY_VERIFY(
         line.received.contains(QByteArray::fromHex("0d0a87968796"
                                                    "20918e8e819985 8d8885208f90888d9f928e208d8d8d8d2020")));
+}
+
+void TestLinesimPeer::confirmationWaitsForTheFileOnItsWay()
+{
+    const QTemporaryDir directory;
+    const QByteArray file(200, 'A');
+    write(directory.filePath(QStringLiteral("a")), file + "END");
+    Line line({QStringLiteral("--confirm"), QStringLiteral("--send"), directory.path(),
+               QStringLiteral("--speed"), QStringLiteral("100")});
+    QTRY_VERIFY(line.received.contains("AAA"));
+    line.workstation.write("ZCZC 1\r\nONE\r\nNNNN  ZCZC 2\r\nTWO\r\nNNNN  ");
+    QTRY_VERIFY(line.has("confirmed: 2"));
+    QVERIFY(line.lines.indexOf(QStringLiteral("telegram: 002.txt 19")) <
+            line.lines.indexOf(QStringLiteral("sent: a")));
+    QVERIFY(line.lines.indexOf(QStringLiteral("sent: a")) <
+            line.lines.indexOf(QStringLiteral("confirmed: 1")));
+    QTRY_COMPARE(line.received.count(QByteArray::fromHex("0d0a8796879620918e8e81")), 2);
+    QVERIFY(line.received.contains(file + "END" + QByteArray::fromHex("0d0a87968796")));
 }
 
 void TestLinesimPeer::filesAreSentByName()

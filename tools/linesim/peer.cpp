@@ -20,15 +20,26 @@ void Peer::takeConnection()
 void Peer::takeText(const QString &text)
 {
     const int completed = m_store.takeText(text);
-    for (int i = 0; i < completed && m_confirms; ++i)
-        confirm();
+    if (!m_confirms)
+        return;
+    m_unconfirmed += completed;
+    confirmWhatWaits();
 }
 
-void Peer::confirm()
+/// Behind the telegram that is on its way, if there is one: within it the end mark would end both.
+void Peer::confirmWhatWaits()
+{
+    if (m_feed.isInTheMiddle())
+        return;
+    for (; m_unconfirmed > 0; --m_unconfirmed)
+        confirm(m_store.count - m_unconfirmed + 1);
+}
+
+void Peer::confirm(int number)
 {
     m_line->sendText(QStringLiteral("\r\nЗЦЗЦ СООБЩЕНИЕ ПРИНЯТО НННН  ") +
                      QTime::currentTime().toString(QStringLiteral("hhmm")) + QStringLiteral("\r\n"));
-    m_log.event(QStringLiteral("confirmed"), QString::number(m_store.count));
+    m_log.event(QStringLiteral("confirmed"), QString::number(number));
 }
 
 void Peer::tick(const QDateTime &)
@@ -38,6 +49,7 @@ void Peer::tick(const QDateTime &)
     const QString text = m_feed.tick(FarLine::TickMs);
     if (!text.isEmpty())
         m_line->sendText(text);
+    confirmWhatWaits();
 }
 
 int runPeer(const QStringList &arguments, const std::optional<AdapterLine::Settings> &adapter)

@@ -17,7 +17,8 @@ private:
     void takeConnection() override;
     void takeText(const QString &text) override;
     void tick(const QDateTime &now) override;
-    void confirm();
+    void confirmWhatWaits();
+    void confirm(int number);
 
     void doSend(const QString &path);
     void doText(const QString &text);
@@ -28,6 +29,7 @@ private:
     void doHalfCommand(const QString &);
 
     bool m_confirms;
+    int m_unconfirmed = 0; // telegrams whose confirmation waits
     TelegramFeed m_feed;
 };
 

@@ -33,7 +33,7 @@ void Peer::doRaw(const QString &hex)
 
 void Peer::doConfirm(const QString &)
 {
-    confirm();
+    confirm(m_store.count);
 }
 
 void Peer::doFlood(const QString &characters)

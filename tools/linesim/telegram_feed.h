@@ -26,6 +26,7 @@ public:
     [[nodiscard]] QString tick(int ms);
     void restart(); ///< a file cut off in the middle begins again
     [[nodiscard]] bool isEmpty() const { return m_files.isEmpty(); }
+    [[nodiscard]] bool isInTheMiddle() const { return m_gone > 0; } ///< of a file
 
 private:
     struct File {
