@@ -1,7 +1,6 @@
 // The exchange of the switched-channel network in dialogue with a terminal.
 
-#include "tools/linesim/event_log.h"
-#include "tools/linesim/switched_line.h"
+#include "tests/linesim/exchange_desk.h"
 
 #include <QtTest>
 
@@ -30,70 +29,10 @@ private slots:
     void dialledNumberIsVoidInACollision();
     void textIsToldWhole();
     void mutedTerminalOwesNoAnswerback();
-    void breaches_data();
-    void breaches();
-    void silenceIsABreach_data();
-    void silenceIsABreach();
-    void textUnderWayAsTheNetworkHangsUpIsNone();
-    void lostLinkEndsTheConnection();
-    void remainsOfALostConnectionAreNoBreach();
 };
 
 namespace
 {
-/// An exchange with what it says and notes; the subscribers' lines are given.
-struct Exchange {
-    explicit Exchange(const QString &subscribers, SwitchedLine::Settings settings = {})
-        : line(with(subscribers, settings), log)
-    {
-        QObject::connect(&line, &SwitchedLine::send, &line, [this](const QString &text) { said << text; });
-        line.setTime(now);
-    }
-    static SwitchedLine::Settings with(const QString &subscribers, SwitchedLine::Settings settings)
-    {
-        QString wrong;
-        settings.subscribers = *parseSubscribers(subscribers, wrong);
-        return settings;
-    }
-    void hear(const QString &text)
-    {
-        reader.take(text);
-        while (const auto item = reader.next())
-            line.take(*item);
-    }
-    void pass(int seconds)
-    {
-        for (int i = 0; i < seconds * 2; ++i) {
-            now = now.addMSecs(500);
-            line.setTime(now);
-            line.tick();
-        }
-    }
-    /// What has been said since the last call.
-    QString speech()
-    {
-        const QString all = said.join(QString());
-        said.clear();
-        return all;
-    }
-    void connectTo(const QString &number)
-    {
-        hear(QStringLiteral("@C@N") + number + QLatin1Char('@'));
-        pass(3);
-        QCOMPARE(int(line.state()), int(SwitchedLine::Up));
-        said.clear();
-    }
-    QStringList violations() const { return lines.filter(QStringLiteral("violation: ")); }
-
-    QDateTime now{QDate(2026, 7, 31), QTime(12, 34)};
-    QStringList said, lines;
-    EventLog log{[this](const QString &row) { lines << row; }};
-    SwitchedLine line;
-    SwitchReader reader{QStringLiteral("654321 ЗНАМЯ")};
-};
-
-const QString own = QStringLiteral("#\r\n654321 ЗНАМЯ");
-const QString zarya = QStringLiteral("112233:112233 |ЗАРЯ:");
 const QString zaryaAnswers = QStringLiteral("#\r\n112233 |ЗАРЯ     ");
 } // namespace
 
@@ -384,132 +323,6 @@ void TestLinesimSwitch::mutedTerminalOwesNoAnswerback()
     exchange.hear(own);
     exchange.pass(40);
     QCOMPARE(exchange.violations(), QStringList());
-}
-
-void TestLinesimSwitch::breaches_data()
-{
-    QTest::addColumn<QString>("before"); // a number dialled before, empty for an idle line
-    QTest::addColumn<QString>("line");
-    QTest::addColumn<QString>("breach");
-    QTest::newRow("text without a connection") << ""
-                                               << "ПРИВЕТ"
-                                               << "text without a connection: ПРИВЕТ";
-    QTest::newRow("question without a connection") << ""
-                                                   << "#*"
-                                                   << "text without a connection: #*";
-    QTest::newRow("answerback without a connection")
-        << "" << own << "text without a connection: #\\r\\n654321 ЗНАМЯ";
-    QTest::newRow("text before the result") << ""
-                                            << "@C@N112233@ПРИВЕТ"
-                                            << "text without a connection: ПРИВЕТ";
-    QTest::newRow("dialling while connected") << "112233"
-                                              << "@C@N112233@"
-                                              << "dialling while connected";
-    QTest::newRow("dialling behind a refusal") << "222222"
-                                               << "@C@N112233@"
-                                               << "dialling without a hang-up";
-    QTest::newRow("text behind a refusal") << "222222"
-                                           << "ПРИВЕТ"
-                                           << "text without a connection: ПРИВЕТ";
-    QTest::newRow("seizure while connected") << "112233"
-                                             << "@E"
-                                             << "seizure of a busy line";
-    QTest::newRow("no number") << ""
-                               << "@C@N@"
-                               << "no number";
-    QTest::newRow("unknown command") << ""
-                                     << "@S"
-                                     << "no command @S";
-}
-
-void TestLinesimSwitch::breaches()
-{
-    QFETCH(QString, before);
-    QFETCH(QString, line);
-    QFETCH(QString, breach);
-    Exchange exchange(zarya + QStringLiteral("\n222222:А:busy"));
-    if (!before.isEmpty()) {
-        exchange.hear(QStringLiteral("@C@N") + before + QLatin1Char('@'));
-        exchange.pass(3);
-    }
-    exchange.hear(line);
-    QCOMPARE(exchange.violations(), QStringList(QStringLiteral("violation: ") + breach));
-    QCOMPARE(exchange.log.violations, 1);
-}
-
-void TestLinesimSwitch::silenceIsABreach_data()
-{
-    QTest::addColumn<QString>("line");
-    QTest::addColumn<int>("seconds"); // that are still allowed
-    QTest::addColumn<QString>("breach");
-    QTest::newRow("no number") << "@C" << 30 << "no hang-up in a call";
-    QTest::newRow("no hang-up without a result") << "@C@N333333@" << 100 << "no hang-up in a call";
-    QTest::newRow("silent connection") << "@C@N112233@" << 123 << "no hang-up in a silent connection";
-    QTest::newRow("call not accepted") << "ring" << 30 << "call not accepted";
-    QTest::newRow("no hang-up behind the network's") << "release" << 30 << "no hang-up";
-    QTest::newRow("no answerback") << "asked" << 30 << "no answerback in 30 s";
-}
-
-void TestLinesimSwitch::silenceIsABreach()
-{
-    QFETCH(QString, line);
-    QFETCH(int, seconds);
-    QFETCH(QString, breach);
-    Exchange exchange(zarya + QStringLiteral("\n333333:А:nothing\n444444:А:ask@connect+1"));
-    exchange.pass(4);
-    if (line == QStringLiteral("ring")) {
-        exchange.line.call(QStringLiteral("112233"), Habits());
-        exchange.pass(1);
-    } else if (line == QStringLiteral("release")) {
-        exchange.connectTo(QStringLiteral("112233"));
-        exchange.line.hangUp();
-    } else if (line == QStringLiteral("asked")) {
-        exchange.connectTo(QStringLiteral("444444"));
-        exchange.pass(1);
-    } else {
-        exchange.hear(line);
-    }
-    exchange.pass(seconds - 1);
-    QCOMPARE(exchange.violations(), QStringList());
-    exchange.pass(2);
-    QCOMPARE(exchange.violations(), QStringList(QStringLiteral("violation: ") + breach));
-}
-
-void TestLinesimSwitch::textUnderWayAsTheNetworkHangsUpIsNone()
-{
-    Exchange exchange(zarya + QStringLiteral("hang@connect+1"));
-    exchange.connectTo(QStringLiteral("112233"));
-    exchange.pass(1);
-    QCOMPARE(exchange.speech(), QStringLiteral("@H"));
-    exchange.hear(QStringLiteral("ПРИВЕТ#*"));
-    exchange.hear(QStringLiteral("@H"));
-    QCOMPARE(int(exchange.line.state()), int(SwitchedLine::Idle));
-    QCOMPARE(exchange.violations(), QStringList());
-}
-
-void TestLinesimSwitch::lostLinkEndsTheConnection()
-{
-    Exchange exchange(zarya);
-    exchange.connectTo(QStringLiteral("112233"));
-    exchange.line.lineLost();
-    QCOMPARE(int(exchange.line.state()), int(SwitchedLine::Idle));
-    QVERIFY(exchange.lines.contains(QStringLiteral("down: 112233 by loss of the link")));
-}
-
-// What waits as the link is lost goes out on the next one, up to the hang-up behind it and no further.
-void TestLinesimSwitch::remainsOfALostConnectionAreNoBreach()
-{
-    Exchange exchange(zarya);
-    exchange.connectTo(QStringLiteral("112233"));
-    exchange.line.lineLost();
-    exchange.line.lineLost();
-    exchange.hear(QStringLiteral("ПРИВЕТ"));
-    QCOMPARE(exchange.violations(), QStringList());
-    QVERIFY(exchange.lines.contains(QStringLiteral("remains: ПРИВЕТ")));
-    exchange.hear(QStringLiteral("@H"));
-    exchange.hear(QStringLiteral("ПРИВЕТ"));
-    QCOMPARE(exchange.violations(),
-             QStringList(QStringLiteral("violation: text without a connection: ПРИВЕТ")));
 }
 
 QTEST_GUILESS_MAIN(TestLinesimSwitch)
