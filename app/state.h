@@ -14,6 +14,8 @@ class CState : public QObject
     Q_OBJECT
 
 public:
+    static constexpr int MostModeSeconds = 86400; ///< a day
+
     CState();
 
     /// Sets the mode by a word of the centre ("РБ", "ОТКРЫТА", ...); an unknown word gives mode 0.
@@ -57,7 +59,7 @@ public:
     bool restartAfterExit = false;
     bool manualMode = false;
     int tlgMode = 0;
-    int tlgModeSeconds = 0;    ///< seconds since the last setTlgMode, stops at 86400
+    int tlgModeSeconds = 0;    ///< seconds since the last setTlgMode, stops at MostModeSeconds
     QString YYYYMMDD;          ///< the date that the counters belong to
     int PK_in = 0, PK_out = 0; ///< telegrams received and sent today, 0..999
     int prevPK_in = 0, prevPK_out = 0;

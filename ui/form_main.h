@@ -209,6 +209,7 @@ public:
     int iconPhase = 0;         ///< phase of the traffic animation, 0..4
     int flushPhase = 0;        ///< ticks since the journal was last asked to flush
     int stopFilePhase = 0;     ///< phase of the test for a stop request, 0..4
+    int modeOvertime = 0;      ///< ticks since State.tlgModeSeconds stopped, modulo a day; else 0
     bool sendMenuOpen = false; ///< the context menu of the send list is up: its rows must not move
     bool dispatching = false;  ///< a queue row is being handed over further down the stack
     bool closeQuestionOpen = false;
@@ -256,6 +257,7 @@ private:
     void countDownToScan();
     void countIdle();
     void hangUpIdle();
+    void countModeAge();
 
     // Dispatch
     void dispatch();
@@ -263,6 +265,7 @@ private:
     void dispatchCKS();
     void dispatchSKK();
     void dispatchDirect();
+    [[nodiscard]] bool isDueEach(int period) const;
 
     // Keyboard at the line; true if the key needs no further handling
     bool sendTypedText(const QKeyEvent &event);

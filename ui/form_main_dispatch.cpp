@@ -64,13 +64,20 @@ void FormMain::dispatchAutomatic()
         dispatchDirect();
 }
 
+/// The age of the mode is a multiple of \a period. Where State has stopped counting it, the window goes on.
+bool FormMain::isDueEach(int period) const
+{
+    const int past = State.tlgModeSeconds < CState::MostModeSeconds ? 0 : modeOvertime;
+    return (State.tlgModeSeconds + past) % period == 0;
+}
+
 void FormMain::dispatchCKS()
 {
     if (State.dayChangeQuiet)
         return ProcessCKS.checkQuietTime();
-    if (State.tlgMode == 2 && State.tlgModeSeconds % ReceiptPeriod == 0)
+    if (State.tlgMode == 2 && isDueEach(ReceiptPeriod))
         State.sendReceiptCountdown = 1;
-    if (State.tlgMode == 0 && State.tlgModeSeconds % RequestPeriod == 0)
+    if (State.tlgMode == 0 && isDueEach(RequestPeriod))
         State.askReceiptCountdown = 1;
     if (State.tlgMode == 3 && State.secondsSinceRx > QuietBeforeSending && modelSend.rowCount() > 0 &&
         !State.fileInProgress && modelSend.at(0).number.isEmpty())

@@ -23,7 +23,6 @@ constexpr int FirstReceiptRequest = 5; ///< ticks from the start to the first re
 constexpr int StopFilePhases = 5;      ///< ticks from one test for a stop request to the next
 constexpr int StopByFile = 5;          ///< ticks until the close that a stop request asks for
 constexpr int TrafficPhases = 5;       ///< pictures of the traffic animation
-constexpr int SecondsPerDay = 86400;   ///< where tlgModeSeconds stops
 } // namespace
 
 void FormMain::slot_on_1sec()
@@ -43,8 +42,7 @@ void FormMain::slot_on_1sec()
     runProcedureTimers();
     countDownToScan();
     countIdle();
-    if (State.tlgModeSeconds < SecondsPerDay)
-        ++State.tlgModeSeconds;
+    countModeAge();
     dispatch();
 }
 
@@ -186,6 +184,16 @@ void FormMain::countIdle()
     if (State.callDirection != 0)
         hangUpIdle();
     State.idleSeconds = 0;
+}
+
+void FormMain::countModeAge()
+{
+    if (State.tlgModeSeconds < CState::MostModeSeconds) {
+        ++State.tlgModeSeconds;
+        modeOvertime = 0;
+    } else {
+        modeOvertime = (modeOvertime + 1) % CState::MostModeSeconds;
+    }
 }
 
 void FormMain::hangUpIdle()

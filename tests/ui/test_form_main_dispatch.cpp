@@ -35,6 +35,9 @@ private slots:
     void receiptIsDueEachThirtiethSecondInModeBA();
     void requestIsDueEachSixtiethSecondInModeNone_data();
     void requestIsDueEachSixtiethSecondInModeNone();
+    void silentDayLeavesThePeriodAsItIs_data();
+    void silentDayLeavesThePeriodAsItIs();
+    void newModeEndsThePeriodOfTheOld();
     void periodicTrafficNeedsAutomaticModeAndLink();
     void periodicTrafficRestsInTheQuietTime();
 };
@@ -321,6 +324,64 @@ void TestFormMainDispatch::requestIsDueEachSixtiethSecondInModeNone()
     QFETCH(bool, due);
     QCOMPARE(State.askReceiptCountdown, due ? 1 : 0);
     QCOMPARE(State.sendReceiptCountdown, 0);
+}
+
+void TestFormMainDispatch::silentDayLeavesThePeriodAsItIs_data()
+{
+    QTest::addColumn<int>("tlgMode");
+    QTest::addColumn<int>("period");
+    QTest::addColumn<QString>("asked");
+    QTest::newRow("no mode") << 0 << 60 << "|ЗЗ ";
+    QTest::newRow("mode BA") << 2 << 30 << "|ЗЦЗЦ КС ВАШ 000=000 НННН  ";
+    QTest::newRow("mode BD") << 1 << 0 << "";
+}
+
+/// From five minutes before the age of the mode stands still to five minutes behind.
+void TestFormMainDispatch::silentDayLeavesThePeriodAsItIs()
+{
+    QFETCH(int, period);
+    QFETCH(QString, asked);
+    Station station(CKS);
+    station.setLinkUp(true);
+    QFETCH(int, tlgMode);
+    State.tlgMode = tlgMode;
+    State.tlgModeSeconds = 86400 - 301;
+    State.scanCountdown = 1000;
+    State.secondsSinceRx = 86400;
+    (void)station.news();
+    station.tick();
+    QString line;
+    for (int age = 86400 - 299; age <= 86400 + 300; ++age) {
+        station.tick();
+        const QString sent = station.desk.sent();
+        // Due at the full period, on the line with the next tick.
+        const bool due = period != 0 && age % period == 1;
+        QCOMPARE(sent, due ? asked : QString());
+        if (!sent.isEmpty())
+            station.reportSent(sent);
+        line += sent;
+        QCOMPARE(State.tlgModeSeconds, qMin(age, 86400));
+    }
+    QCOMPARE(line, asked.repeated(period == 0 ? 0 : 600 / period));
+    QCOMPARE(station.news(), line.isEmpty() ? QStringList() : QStringList{QLatin1Char('2') + line});
+}
+
+void TestFormMainDispatch::newModeEndsThePeriodOfTheOld()
+{
+    Station station(CKS);
+    station.setLinkUp(true);
+    State.scanCountdown = 1000;
+    State.secondsSinceRx = 86400;
+    State.tlgModeSeconds = 86400;
+    station.tick(47);
+    State.setTlgMode(2);
+    QString ticks;
+    for (int i = 1; i <= 62; ++i) {
+        station.tick();
+        if (!station.desk.sent().isEmpty())
+            ticks += QString::number(i) + QLatin1Char(' ');
+    }
+    QCOMPARE(ticks, QStringLiteral("31 61 "));
 }
 
 void TestFormMainDispatch::periodicTrafficNeedsAutomaticModeAndLink()
