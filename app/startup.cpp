@@ -4,6 +4,7 @@
 #include "app/clock.h"
 #include "app/options.h"
 #include "app/orderly_end.h"
+#include "app/russian.h"
 #include "app/state.h"
 #include "records/protocol.h"
 #include "ui/form_main.h"
@@ -106,7 +107,9 @@ int runVelda(int argc, char *argv[])
 {
     std::setlocale(LC_ALL, "ru_RU.utf-8");
     qInstallMessageHandler(Velda_MessageOutput);
+    QApplication::setAttribute(Qt::AA_DisableWindowContextHelpButton); // nothing answers its "?"
     QApplication application(argc, argv);
+    speakRussian();
     const QString program = programOf(argv[0]);
     if (!enterDataDirectory(
             dataDirectory(application.arguments().mid(1), QCoreApplication::applicationDirPath()))) {

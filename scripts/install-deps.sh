@@ -5,7 +5,7 @@ set -eu
 
 packages="
     g++ cmake ninja-build ccache pkg-config git ca-certificates
-    qtbase5-dev libqt5serialport5-dev qtmultimedia5-dev libqt5multimedia5-plugins
+    qtbase5-dev libqt5serialport5-dev qtmultimedia5-dev libqt5multimedia5-plugins qttranslations5-l10n
     libbenchmark-dev faketime libfaketime
     xvfb openbox xdotool imagemagick xauth x11-utils
     pulseaudio pulseaudio-utils libasound2-plugins

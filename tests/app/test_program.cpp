@@ -216,7 +216,7 @@ void TestProgram::operatorsCloseEndsIt()
     QTRY_VERIFY_WITH_TIMEOUT(isRunning(station), 20000);
     QVERIFY(screen.waitForWindow(MainTitle));
     QVERIFY(pressUntil(screen, MainTitle, "alt+x", [&] { return screen.hasWindow("Velda"); }));
-    QVERIFY(pressUntil(screen, "Velda", "alt+y", [&] { return station.waitForEnd(0); }));
+    QVERIFY(pressUntil(screen, "Velda", "Return", [&] { return station.waitForEnd(0); }));
     QVERIFY(station.endedWith(0));
     QVERIFY(station.logged("Выход"));
 }
@@ -255,7 +255,7 @@ void TestProgram::stopDialogueStartsTheNewInstanceOnceTheOldOneIsGone()
     second.showOn(screen.display);
     second.start(VELDA_PROGRAM, {"-d=" + first.path()}, first.path());
     QVERIFY(screen.waitForWindow("Velda"));
-    QVERIFY(pressUntil(screen, "Velda", "alt+y", [&] { return QFile::exists(first.path("velda.unlck")); }));
+    QVERIFY(pressUntil(screen, "Velda", "Return", [&] { return QFile::exists(first.path("velda.unlck")); }));
     QCOMPARE(first.count("Запуск"), 1);
     QVERIFY(first.end()); // by hand: the running instance does not see the request
 

@@ -77,12 +77,12 @@ void TestE2eInstances::unansweredStopRequestIsAskedAgain()
     second.start();
     QVERIFY(m_screen.waitForWindow(question));
     QVERIFY(!QFile::exists(first.path(request)));
-    m_screen.press(question, QStringLiteral("alt+y"));
+    m_screen.press(question, QStringLiteral("Return"));
     QTRY_VERIFY(QFile::exists(first.path(request)));
     QCOMPARE(first.read(request), QByteArray());
     QVERIFY(m_screen.waitForWindow(question));
     QVERIFY(!QFile::exists(first.path(request)));
-    m_screen.press(question, QStringLiteral("alt+n"));
+    m_screen.press(question, QStringLiteral("Escape"));
     QVERIFY(second.waitForEnd(10));
     QVERIFY(second.endedWith(1));
     QVERIFY(first.isRunning());
@@ -102,7 +102,7 @@ void TestE2eInstances::stopRequestEndsWithTheFirstInstance()
     second.showOn(m_screen.display);
     second.start();
     QVERIFY(m_screen.waitForWindow(question));
-    m_screen.press(question, QStringLiteral("alt+y"));
+    m_screen.press(question, QStringLiteral("Return"));
     QTRY_VERIFY(QFile::exists(first.path(request)));
     QVERIFY(first.end());
     QVERIFY(!QFile::exists(first.path(request)));
@@ -150,11 +150,11 @@ void TestE2eInstances::operatorLeavesWithAltX()
     QVERIFY(running(station));
     m_screen.press(window, QStringLiteral("alt+x"));
     QVERIFY(m_screen.waitForWindow(question));
-    m_screen.press(question, QStringLiteral("alt+n"));
+    m_screen.press(question, QStringLiteral("Escape"));
     QTRY_VERIFY_WITH_TIMEOUT(!m_screen.hasWindow(question), 10000);
     m_screen.press(window, QStringLiteral("alt+x"));
     QVERIFY(m_screen.waitForWindow(question));
-    m_screen.press(question, QStringLiteral("alt+y"));
+    m_screen.press(question, QStringLiteral("Return"));
     QVERIFY(station.waitForEnd(15));
     QVERIFY(station.endedWith(0));
     QVERIFY(station.logged(QStringLiteral(" Выход")));
