@@ -57,8 +57,7 @@ void CProtocol::add(QChar c, ProtocolTypes type)
 
 void CProtocol::beginLine(QChar c, ProtocolTypes type)
 {
-    lines << QString(QChar(type));
-    lines.last().append(c);
+    lines.append(QString(QChar(type)) + c);
 }
 
 void CProtocol::endLine()
@@ -67,7 +66,7 @@ void CProtocol::endLine()
         addServiceString(cachedText, cachedType);
         cachedType = ProtocolNone;
     } else {
-        lines << QString();
+        lines.append(QString());
         ++newLineCount;
     }
 }
@@ -75,11 +74,11 @@ void CProtocol::endLine()
 void CProtocol::addServiceString(const QString &text, ProtocolTypes type)
 {
     const QString line = QChar(type) + text;
-    if (!lines.isEmpty() && lines.constLast().isEmpty())
-        lines.last() = line;
+    if (!lines.isEmpty() && lines.last().isEmpty())
+        lines.extendLast(line);
     else
-        lines << line;
-    lines << QString(); // what comes next begins a line of its own
+        lines.append(line);
+    lines.append(QString()); // what comes next begins a line of its own
     newLineCount = 0;
     emit NewLine();
     Save();
@@ -92,7 +91,7 @@ void CProtocol::addCacheServiceString(const QString &text, ProtocolTypes type, b
         addServiceString(cachedText, cachedType);
         addServiceString(line, type);
         cachedType = ProtocolNone;
-    } else if (!cached || (!lines.isEmpty() && lines.constLast().isEmpty())) {
+    } else if (!cached || (!lines.isEmpty() && lines.last().isEmpty())) {
         addServiceString(line, type);
     } else {
         cachedText = line;
@@ -102,47 +101,26 @@ void CProtocol::addCacheServiceString(const QString &text, ProtocolTypes type, b
 
 void CProtocol::appendToLast(QChar c, ProtocolTypes type)
 {
-    const bool needsMark = tail().type != QChar(type);
-    QString &line = lines.last();
-    if (needsMark) {
-        line.append(QChar(type));
-        m_tail.take(QChar(type));
-    }
-    line.append(c);
-    m_tail.take(c);
-    m_tail.data = line.constData();
-}
-
-void CProtocol::Tail::take(QChar c)
-{
-    if (size == 0)
-        first = c;
-    last = c;
-    if (c.unicode() < MarkLimit) {
-        type = c;
-        typeAt = size;
-    }
-    ++size;
-    if (isText(c))
-        ++textCount;
-}
-
-bool CProtocol::Tail::fits(const QStringList &list) const
-{
-    const QString &line = list.constLast();
-    return lineCount == list.size() && size == line.size() && data == line.constData() &&
-           (size == 0 || (first == line.front() && last == line.back())) &&
-           (typeAt < 0 || type == line.at(typeAt));
+    if (tail().type != QChar(type))
+        lines.extendLast(QChar(type));
+    lines.extendLast(c);
 }
 
 const CProtocol::Tail &CProtocol::tail()
 {
-    if (!m_tail.fits(lines)) {
+    const int last = lines.size() - 1;
+    if (m_tail.line != last || !m_tail.chars.holds(lines)) {
         m_tail = Tail();
-        for (const QChar c : lines.constLast())
-            m_tail.take(c);
-        m_tail.lineCount = lines.size();
-        m_tail.data = lines.constLast().constData();
+        m_tail.line = last;
     }
+    const QString &line = lines.last();
+    for (int i = m_tail.chars.in(lines); i < line.size(); ++i) {
+        const QChar c = line.at(i);
+        if (c.unicode() < MarkLimit)
+            m_tail.type = c;
+        if (isText(c))
+            ++m_tail.textCount;
+    }
+    m_tail.chars.reach(lines, line.size());
     return m_tail;
 }

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "records/journal_lines.h"
+#include "text/scan_position.h"
+
 #include <QDate>
 #include <QDateTime>
 #include <QFile>
@@ -66,7 +69,7 @@ public:
     QFile file;                                       ///< the book while it is kept open
     bool rewriteAll = false;     ///< the next Save() looks at the whole file, then closes it
     bool flushRequested = false; ///< the next Save() flushes the book that is kept open
-    QStringList lines;           ///< today's; only the last one may grow. Nobody keeps a copy of it or of
+    CJournalLines lines;         ///< today's; only the last one may grow. Nobody keeps a copy of it or of
                                  ///< its last line: each character added would then copy it
     QString cachedText;          ///< a service line that waits for the end of the running line
     ProtocolTypes cachedType = ProtocolNone; ///< its type; ProtocolNone: nothing waits
@@ -76,27 +79,18 @@ public:
 private:
     /// What is known of the last line, so that a character costs the same in a long one.
     struct Tail {
-        int lineCount = 0; ///< of the list when it was looked at
-        int size = 0;      ///< characters looked at
-        const QChar *data = nullptr;
-        QChar first, last;
-        QChar type;        ///< of the text at its end
-        int typeAt = -1;   ///< where its mark stands; -1: nowhere
-        int textCount = 0; ///< characters that count for lineWidthLimit
-
-        [[nodiscard]] bool fits(const QStringList &list) const;
-        void take(QChar c);
+        int line = -1;       ///< which one it is
+        CScanPosition chars; ///< how much of it has been looked at
+        QChar type;          ///< of the text at its end
+        int textCount = 0;   ///< characters that count for lineWidthLimit
     };
     /// Where the file ends in the list.
     struct Written {
-        QString path;  ///< empty: nothing is known
-        int line = 0;  ///< the last line that the file holds
-        int chars = 0; ///< and how much of it
+        QString path;       ///< empty: nothing is known
+        CScanPosition line; ///< the last line that the file holds
+        int chars = 0;      ///< and how much of it
         qint64 bytes = 0;
-        QDateTime stamp;                  ///< the file's time of change when it was last closed
-        const QChar *firstLine = nullptr; ///< where its text stands in memory
-        QString priorEnd;                 ///< the end of the line before, in a copy
-        QString end;                      ///< and of what was written of the last one
+        QDateTime stamp; ///< the file's time of change when it was last closed
     };
 
     void beginLine(QChar c, ProtocolTypes type);
@@ -113,8 +107,6 @@ private:
     void closeFile();
     void noteWritten(qint64 bytes);
     void noteStamp();
-    [[nodiscard]] QStringRef endOf(int line, int chars) const;
-    [[nodiscard]] QStringRef priorEnd(int line) const;
 
     Tail m_tail;
     Written m_written;

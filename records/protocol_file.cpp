@@ -1,6 +1,6 @@
 // The journal's file. A day's list reaches megabytes while each Save() has a few characters to add, so what
-// the last Save() left is remembered and only the rest is written. Everything remembered is checked first,
-// against the file and against the list; in doubt the whole file is compared with the whole list.
+// the last Save() left is remembered and only the rest is written. If the list has done anything but grow, or
+// the file is not what was left, the whole file is compared with the whole list.
 
 #include "app/clock.h"
 #include "app/options.h"
@@ -13,7 +13,6 @@
 
 namespace
 {
-constexpr int SampleLength = 32; // characters
 constexpr QIODevice::OpenMode AtEnd = QIODevice::WriteOnly | QIODevice::Append;
 
 bool appendBytes(const QString &path, const QByteArray &bytes)
@@ -141,58 +140,34 @@ bool CProtocol::appendNew()
 
 QByteArray CProtocol::newBytes() const
 {
-    if (lines.isEmpty())
-        return {};
-    QByteArray bytes = lines.at(m_written.line).midRef(m_written.chars).toUtf8();
-    for (int line = m_written.line + 1; line < lines.size(); ++line)
+    if (lines.isEmpty() || !m_written.line.holds(lines))
+        return {}; // the whole file has just been compared
+    const int last = m_written.line.in(lines);
+    QByteArray bytes = lines.at(last).midRef(m_written.chars).toUtf8();
+    for (int line = last + 1; line < lines.size(); ++line)
         bytes += '\n' + lines.at(line).toUtf8();
     return bytes;
 }
 
 void CProtocol::noteWritten(qint64 bytes)
 {
-    const int line = qMax(0, lines.size() - 1);
-    if (m_written.path != fileName || m_written.line != line) {
-        m_written.path = fileName;
-        m_written.line = line;
-        m_written.firstLine = line > 0 ? lines.constFirst().constData() : nullptr;
-        m_written.priorEnd = priorEnd(line).toString();
-    }
+    m_written.path = fileName;
+    m_written.line.reach(lines, qMax(0, lines.size() - 1));
+    m_written.chars = lines.isEmpty() ? 0 : lines.last().size();
     m_written.bytes = bytes;
-    m_written.chars = lines.isEmpty() ? 0 : lines.constLast().size();
-    m_written.end.resize(0);
-    m_written.end.append(endOf(line, m_written.chars));
 }
 
-/// The end of the first \a chars characters of line \a line.
-QStringRef CProtocol::endOf(int line, int chars) const
-{
-    const int from = qMax(0, chars - SampleLength);
-    return line < lines.size() ? lines.at(line).midRef(from, chars - from) : QStringRef();
-}
-
-/// The end of the line before line \a line.
-QStringRef CProtocol::priorEnd(int line) const
-{
-    return line > 0 ? lines.at(line - 1).rightRef(SampleLength) : QStringRef();
-}
-
-/// Whether the list still begins with what was written of it. One that was exchanged or cut shows.
+/// Whether the list still begins with what was written of it.
 bool CProtocol::listAsWritten() const
 {
-    const Written &old = m_written;
-    if (old.path != fileName)
+    if (m_written.path != fileName || !m_written.line.holds(lines))
         return false;
     if (lines.isEmpty())
-        return old.bytes == 0;
-    if (lines.size() <= old.line || lines.at(old.line).size() < old.chars)
-        return false;
-    if (old.line > 0 && lines.constFirst().constData() != old.firstLine)
-        return false;
+        return true;
+    const QString &line = lines.at(m_written.line.in(lines));
+    const int chars = m_written.chars;
     // Half of a surrogate pair was written as a replacement.
-    const bool halved = old.chars > 0 && old.chars < lines.at(old.line).size() &&
-                        lines.at(old.line).at(old.chars - 1).isHighSurrogate();
-    return !halved && priorEnd(old.line) == old.priorEnd && endOf(old.line, old.chars) == old.end;
+    return chars == 0 || chars == line.size() || !line.at(chars - 1).isHighSurrogate();
 }
 
 /// Whether the file is what was left there. One that is kept open has no settled time of change.

@@ -12,7 +12,7 @@
 #include <QScrollBar>
 
 CProtocolWidget::CProtocolWidget(CProtocol *source, QWidget *parent)
-    : QWidget(parent), m_source(source), m_shown(&source->lines)
+    : QWidget(parent), m_source(source), m_shown(&source->lines.list())
 {
     setFocusPolicy(Qt::WheelFocus);
     setContextMenuPolicy(Qt::CustomContextMenu);

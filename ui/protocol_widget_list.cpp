@@ -8,7 +8,7 @@
 
 const QStringList &CProtocolWidget::source() const
 {
-    return isToday() ? m_source->lines : m_otherDay;
+    return isToday() ? m_source->lines.list() : m_otherDay;
 }
 
 // The journal's own list is shown as it stands, without a copy, unless something is left out or parted.

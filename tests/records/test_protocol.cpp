@@ -270,7 +270,7 @@ void TestProtocol::listReplacedByOneOfTheSameShapeIsReadAnew()
     Log.lines << QString("\2") + "AB"; // its text may stand where the former one stood
     Log.add(QString("X"), ProtocolReceived);
     QCOMPARE(Log.lines, list({"\2AB\1X"}));
-    Log.lines.last()[3] = QChar(2);
+    Log.lines.replace(0, "\2AB\2X");
     Log.add(QString("Y"), ProtocolReceived);
     QCOMPARE(Log.lines, list({"\2AB\2X\1Y"}));
 }

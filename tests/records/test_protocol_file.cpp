@@ -154,8 +154,7 @@ void TestProtocolFile::listThatWasExchangedIsWrittenWhole()
         Options.protocolFileNoClose = keepOpen;
         Log.lines = QStringList{"\1A", "\1BCD", "\1E"};
         Log.Save();
-        Log.lines.clear();
-        Log.lines += outside;
+        Log.lines = outside;
         saveAndFlush();
         QCOMPARE(desk.read(Today), outside.join('\n').toUtf8());
     }
@@ -251,7 +250,7 @@ void TestProtocolFile::rewriteAllMakesTheWholeFile()
     Options.protocolFileNoClose = keepOpen;
     Log.lines = QStringList{"\1A", "\1B", "\1C", "\1D"};
     saveAndFlush();
-    Log.lines[1][1] = 'X'; // no save looks at an earlier line by itself
+    Log.lines.replace(1, "\1X");
     Log.rewriteAll = true;
     Log.Save();
     QCOMPARE(desk.read(Today), QByteArray("\1A\n\1X\n\1C\n\1D"));

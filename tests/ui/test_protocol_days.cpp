@@ -66,7 +66,7 @@ private slots:
         days.view->toLastLine();
         days.view->move(1);
         QCOMPARE(days.view->date(), Today);
-        QVERIFY(&days.view->shownLines() == &Log.lines);
+        QVERIFY(&days.view->shownLines() == &Log.lines.list());
         QCOMPARE(days.top(), 0);
     }
 
@@ -152,7 +152,7 @@ private slots:
         days.desk.write("prt/20260731.prt", book("FILE", 3));
         days.view->setDate(Yesterday);
         days.view->setDate(Today);
-        QVERIFY(&days.view->shownLines() == &Log.lines);
+        QVERIFY(&days.view->shownLines() == &Log.lines.list());
         QCOMPARE(days.top(), days.bar()->maximum());
     }
 

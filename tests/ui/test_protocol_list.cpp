@@ -23,7 +23,7 @@ private slots:
     void listStandsAsItIsWithInformation()
     {
         Day day;
-        QVERIFY(&day.view->shownLines() == &Log.lines);
+        QVERIFY(&day.view->shownLines() == &Log.lines.list());
     }
 
     void informationOffLeavesItOut()
@@ -33,7 +33,7 @@ private slots:
         const QStringList expected{mark(1) + "ABCDEF<>", mark(2) + "GHI<>", mark(4) + "12:00:02 C"};
         QCOMPARE(day.view->shownLines(), expected);
         day.view->setShowInfo(true);
-        QVERIFY(&day.view->shownLines() == &Log.lines);
+        QVERIFY(&day.view->shownLines() == &Log.lines.list());
     }
 
     void splitShowsTheReceivedLines()
@@ -42,7 +42,7 @@ private slots:
         day.box("protocolSplit")->setChecked(true);
         QCOMPARE(day.view->shownLines(), QStringList{mark(1) + "ABCDEF<>"});
         day.box("protocolSplit")->setChecked(false);
-        QVERIFY(&day.view->shownLines() == &Log.lines);
+        QVERIFY(&day.view->shownLines() == &Log.lines.list());
     }
 
     void widthComesFromTheOptionIfItIsOn_data()

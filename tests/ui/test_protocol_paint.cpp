@@ -101,7 +101,7 @@ private slots:
     {
         Picture roll({});
         Roll::addLines(200);
-        Log.lines[50] = mark(4) + "WWWW";
+        Log.lines.replace(50, mark(4) + "WWWW");
         roll.bar()->setValue(50);
         QCOMPARE(roll.at(0, 0, 4), pen(Error));
         QCOMPARE(roll.at(1, 0, 4), pen(Received));
@@ -273,7 +273,7 @@ private slots:
         const QFontMetrics metrics(roll.view->font());
         const int letter = metrics.horizontalAdvance('W');
         const int letters = line * metrics.maxWidth() / letter;
-        Log.lines[0] = mark(2) + QString(letters, 'W');
+        Log.lines.replace(0, mark(2) + QString(letters, 'W'));
         roll.view->resize(metrics.maxWidth() * 130 + letter * 150, 200);
         QCoreApplication::processEvents();
         TlgThread.pendingEcho.text = QString(echo, 'W');

@@ -11,9 +11,9 @@ public:
     Search()
     {
         addLines(100);
-        Log.lines[10] = mark(1) + "|ПЕРВОЕ СЛОВО<>";
-        Log.lines[40] = mark(2) + "ВТОРОЕ #123|СЛОВО<>";
-        Log.lines[70] = mark(3) + "12:00:00 Третье СЛОВО";
+        Log.lines.replace(10, mark(1) + "|ПЕРВОЕ СЛОВО<>");
+        Log.lines.replace(40, mark(2) + "ВТОРОЕ #123|СЛОВО<>");
+        Log.lines.replace(70, mark(3) + "12:00:00 Третье СЛОВО");
         show();
         field = view->findChild<QLineEdit *>(QStringLiteral("protocolSearch"));
     }
@@ -151,7 +151,7 @@ private slots:
     {
         Search search;
         search.view->toFirstLine();
-        Log.lines[98] = mark(1) + "КОНЕЦ<>";
+        Log.lines.replace(98, mark(1) + "КОНЕЦ<>");
         search.field->setText("КОНЕЦ");
         QCOMPARE(search.selected(), 98);
         QCOMPARE(search.top(), search.bar()->maximum());

@@ -20,7 +20,7 @@ private slots:
     void todayIsShownWithoutACopy()
     {
         Roll roll;
-        QVERIFY(&roll.view->shownLines() == &Log.lines);
+        QVERIFY(&roll.view->shownLines() == &Log.lines.list());
     }
 
     void linesOnScreenComeFromTheHeight()
