@@ -37,13 +37,25 @@ void CMutexString::mAppend(const QString &more)
 
 QString CTlgString::getDataAndClear(int n)
 {
-    if (n >= text.size())
-        return std::exchange(text, QString());
     if (n <= 0)
         return QString();
+    m_held = qMax(0, m_held - n);
+    if (n >= text.size())
+        return std::exchange(text, QString());
     const QString head = text.left(n);
     text.remove(0, n);
     return head;
+}
+
+QString CTlgString::holdHead(int n)
+{
+    m_held = qBound(0, n, text.size());
+    return text.left(m_held);
+}
+
+void CTlgString::dropHeld()
+{
+    (void)getDataAndClear(m_held);
 }
 
 void CTlgString::mAppend(const QString &more)
@@ -55,7 +67,7 @@ void CTlgString::mAppend(const QString &more)
 QString CTlgString::mTake()
 {
     const QMutexLocker lock(&mutex);
-    return std::exchange(text, QString());
+    return getDataAndClear(text.size());
 }
 
 QString CTlgString::mGet() const

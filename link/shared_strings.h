@@ -27,10 +27,17 @@ struct CTlgString {
 
     /// Returns the first \a n characters (all if there are fewer) and removes them.
     [[nodiscard]] QString getDataAndClear(int n);
+    /// Returns the first \a n characters (all if there are fewer), which stay until dropHeld().
+    [[nodiscard]] QString holdHead(int n);
+    /// Removes what is still there of the characters that holdHead() returned.
+    void dropHeld();
     /// Appends under the mutex, which the caller must not hold.
     void mAppend(const QString &more);
     /// Takes the whole text under the mutex, which the caller must not hold.
     [[nodiscard]] QString mTake();
     [[nodiscard]] QString mGet() const;
     [[nodiscard]] bool mIsEmpty() const;
+
+private:
+    int m_held = 0; // characters at the head that holdHead() has returned and nobody has taken since
 };

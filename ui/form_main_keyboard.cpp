@@ -10,7 +10,6 @@
 #include "ui/protocol_widget.h"
 
 #include <QKeyEvent>
-#include <QMutexLocker>
 
 namespace
 {
@@ -110,9 +109,6 @@ void FormMain::cancelInProtocol()
         return protocolWidget->reset();
     if (!State.manualMode)
         return;
-    {
-        const QMutexLocker lock(&TlgThread.sendBuffer.mutex);
-        TlgThread.sendBuffer.text.clear();
-    }
+    (void)TlgThread.sendBuffer.mTake();
     protocolWidget->slotProtocolDataChanged();
 }

@@ -13,6 +13,9 @@ private slots:
     void moreThanThereIsTakesAll();
     void nothingAskedTakesNothing();
     void takingLeavesAnEmptyText();
+    void heldHeadStaysUntilItIsDropped();
+    void withdrawnHeadIsNotDroppedAgain();
+    void rowOfHoldsMovesThroughTheText();
 };
 
 void TestSharedStrings::storedTextOwnsItsData()
@@ -67,6 +70,52 @@ void TestSharedStrings::takingLeavesAnEmptyText()
     QCOMPARE(shared.mTake(), QStringLiteral("АБ"));
     QVERIFY(shared.mIsEmpty());
     QVERIFY(shared.mTake().isEmpty());
+}
+
+void TestSharedStrings::heldHeadStaysUntilItIsDropped()
+{
+    CTlgString buffer;
+    buffer.text = QStringLiteral("АБВГ");
+    QCOMPARE(buffer.holdHead(2), QStringLiteral("АБ"));
+    QCOMPARE(buffer.holdHead(3), QStringLiteral("АБВ"));
+    buffer.mAppend(QStringLiteral("Д"));
+    QCOMPARE(buffer.mGet(), QStringLiteral("АБВГД"));
+    buffer.dropHeld();
+    QCOMPARE(buffer.mGet(), QStringLiteral("ГД"));
+    buffer.dropHeld();
+    QCOMPARE(buffer.mGet(), QStringLiteral("ГД"));
+}
+
+// Whatever came into the text after the withdrawal was never held, even if it reads the same.
+void TestSharedStrings::withdrawnHeadIsNotDroppedAgain()
+{
+    CTlgString buffer;
+    buffer.text = QStringLiteral("АБВГ");
+    QCOMPARE(buffer.holdHead(2), QStringLiteral("АБ"));
+    QCOMPARE(buffer.mTake(), QStringLiteral("АБВГ"));
+    buffer.mAppend(QStringLiteral("АБ"));
+    buffer.dropHeld();
+    QCOMPARE(buffer.mGet(), QStringLiteral("АБ"));
+
+    QCOMPARE(buffer.holdHead(2), QStringLiteral("АБ"));
+    QCOMPARE(buffer.getDataAndClear(1), QStringLiteral("А"));
+    buffer.mAppend(QStringLiteral("В"));
+    buffer.dropHeld();
+    QCOMPARE(buffer.mGet(), QStringLiteral("В"));
+}
+
+void TestSharedStrings::rowOfHoldsMovesThroughTheText()
+{
+    CTlgString buffer;
+    buffer.text = QStringLiteral("АБВГД");
+    QString gone;
+    while (!buffer.mIsEmpty()) {
+        gone += buffer.holdHead(2);
+        buffer.dropHeld();
+    }
+    QCOMPARE(gone, QStringLiteral("АБВГД"));
+    QCOMPARE(buffer.holdHead(2), QString());
+    QCOMPARE(buffer.holdHead(-1), QString());
 }
 
 QTEST_GUILESS_MAIN(TestSharedStrings)
