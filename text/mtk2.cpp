@@ -61,9 +61,11 @@ QChar findQChar(unsigned char code, int reg)
 
 void QStringFromMTK2(const QByteArray &codes, QString &text, int &reg)
 {
+    const MTK2Lookup &lookup = MTK2Lookup::inForce();
     QString decoded(codes.size(), Qt::Uninitialized);
-    const auto *begin = reinterpret_cast<const uchar *>(codes.constData());
-    MTK2Lookup::inForce().decode(begin, codes.size(), decoded.data(), reg);
+    QChar *out = decoded.data();
+    for (const char code : codes)
+        *out++ = lookup.decode(static_cast<unsigned char>(code), reg);
     text = std::move(decoded);
 }
 
@@ -79,9 +81,12 @@ QString QStringFromMTK2(unsigned char code, int &reg)
 
 void MTK2FromQString(const QString &text, QByteArray &codes, int &reg)
 {
+    const MTK2Lookup &lookup = MTK2Lookup::inForce();
     QByteArray encoded(2 * text.size(), Qt::Uninitialized); // at most a register code before each code
     char *const begin = encoded.data();
-    const char *const end = MTK2Lookup::inForce().encode(text.constData(), text.size(), begin, reg);
+    char *end = begin;
+    for (const QChar c : text)
+        end = lookup.encode(c, end, reg);
     encoded.resize(int(end - begin));
     codes = std::move(encoded);
 }

@@ -1,9 +1,6 @@
 #include "text/mtk2_lookup.h"
 
-#include <QtEndian>
-
 #include <algorithm>
-#include <cstring>
 #include <string>
 
 namespace
@@ -44,38 +41,6 @@ char16_t carriedAs(char16_t c)
     }
 }
 
-/// One field of the steps: \a reg behind it and the codes that are written.
-quint64 packStep(unsigned stepBits, int reg, const QByteArray &codes)
-{
-    const quint64 first = codes.isEmpty() ? 0 : uchar(codes.at(0));
-    const quint64 second = codes.size() < 2 ? 0 : uchar(codes.at(1));
-    return quint64(reg) * stepBits | quint64(codes.size()) << 6 | first << 8 | second << 16;
-}
-
-quint64 makeStep(unsigned stepBits, MTKRows rows, char16_t c, int reg)
-{
-    const int selected = registerOfMark(c);
-    if (selected >= 0) // a redundant mark, too, is a code of the stream
-        return packStep(stepBits, selected, QByteArray(1, char(MTK2Registr(selected))));
-    for (int tries = 0; tries < 3; ++tries) {
-        const int row = (reg + tries) % 3;
-        const int code = codeInRow(c, rows[row]);
-        if (code == MTKNotFound)
-            continue;
-        const QByteArray change = row == reg ? QByteArray() : QByteArray(1, char(MTK2Registr(row)));
-        return packStep(stepBits, row, change + char(code));
-    }
-    return packStep(stepBits, reg, QByteArray());
-}
-
-quint64 makeSteps(unsigned stepBits, MTKRows rows, char16_t c)
-{
-    quint64 steps = 0;
-    for (int reg = 0; reg < 3; ++reg)
-        steps |= makeStep(stepBits, rows, c, reg) << (unsigned(reg) * stepBits);
-    return steps;
-}
-
 /// All characters of the cells, each once.
 std::u16string charactersOf(MTKRows rows)
 {
@@ -91,7 +56,6 @@ std::u16string charactersOf(MTKRows rows)
 MTK2Lookup::MTK2Lookup(MTKRows rows)
 {
     fillCells(rows);
-    fillPairs();
     fillCharacters(rows);
 }
 
@@ -118,44 +82,17 @@ bool MTK2Lookup::carries(QChar c) const
 
 QChar MTK2Lookup::decode(unsigned char code, int &reg) const
 {
-    if (m_selects[code] >= 0)
-        reg = m_selects[code];
-    return m_cells[reg][code];
+    const int cell = std::min<int>(code, Codes - 1);
+    if (m_selects[cell] >= 0)
+        reg = m_selects[cell];
+    return m_cells[reg][cell];
 }
 
-void MTK2Lookup::decode(const uchar *codes, int count, QChar *out, int &reg) const
+char *MTK2Lookup::encode(QChar c, char *out, int &reg) const
 {
-    constexpr quint64 BeyondFiveBits = 0xE0E0E0E0E0E0E0E0;
-    int i = 0;
-    auto row = unsigned(reg * Pairs);
-    for (; i + 8 <= count; i += 8) {
-        const auto eightCodes = qFromLittleEndian<quint64>(codes + i);
-        if ((eightCodes & BeyondFiveBits) != 0)
-            break;
-        quint64 pairs = (eightCodes & 0x001F001F001F001F) | (eightCodes >> 3 & 0x03E003E003E003E0);
-        for (int at = i; at < i + 8; at += 2, pairs >>= 16) {
-            const auto pair = unsigned(pairs & 0xFFFF);
-            std::memcpy(static_cast<void *>(out + at), &m_pairCells[row + pair], sizeof(Pair));
-            row = (row & m_pairKeeps[pair]) | m_pairSets[pair];
-        }
-    }
-    reg = int(row / Pairs);
-    for (; i < count; ++i) // the last few, or all behind a code that no line sends
-        out[i] = decode(codes[i], reg);
-}
-
-char *MTK2Lookup::encode(const QChar *text, int count, char *out, int &reg) const
-{
-    unsigned shift = unsigned(reg) * StepBits;
-    for (int i = 0; i < count; ++i) {
-        const quint64 step = m_steps[m_class[text[i].unicode()]] >> shift;
-        // Two codes are always stored, and the end moves past those that count.
-        qToLittleEndian(quint16(step >> 8 & 0x1FFF), out);
-        out += step >> 6 & 3;
-        shift = step & 63;
-    }
-    reg = int(shift / StepBits);
-    return out;
+    const Step &step = m_steps[m_class[c.unicode()]][reg];
+    reg = step.reg;
+    return std::copy_n(step.codes, step.length, out);
 }
 
 void MTK2Lookup::fillCells(MTKRows rows)
@@ -163,37 +100,39 @@ void MTK2Lookup::fillCells(MTKRows rows)
     std::fill(std::begin(m_selects), std::end(m_selects), -1);
     for (int reg = 0; reg < 3; ++reg) {
         m_selects[MTK2Registr(reg)] = reg;
-        for (int code = 0; code < Bytes; ++code)
-            m_cells[reg][code] = QChar(rows[reg][qMin(code, Cells)]);
+        for (int code = 0; code < Codes; ++code)
+            m_cells[reg][code] = QChar(rows[reg][code]);
     }
 }
 
-void MTK2Lookup::fillPairs()
+/// The first row from that of \a reg on, in their cycle, that holds the character decides.
+MTK2Lookup::Step MTK2Lookup::stepOf(MTKRows rows, char16_t c, int reg)
 {
-    for (int i = 0; i < 3 * Pairs; ++i) {
-        int reg = i / Pairs;
-        const QChar first = decode(uchar(i % Codes), reg);
-        m_pairCells[i] = {first, decode(uchar(i / Codes % Codes), reg)};
+    const int selected = registerOfMark(c);
+    if (selected >= 0) // a redundant mark, too, is a code of the stream
+        return {{char(MTK2Registr(selected))}, 1, qint8(selected)};
+    for (int tries = 0; tries < 3; ++tries) {
+        const int row = (reg + tries) % 3;
+        const int code = codeInRow(c, rows[row]);
+        if (code == MTKNotFound)
+            continue;
+        if (row == reg)
+            return {{char(code)}, 1, qint8(reg)};
+        return {{char(MTK2Registr(row)), char(code)}, 2, qint8(row)};
     }
-    for (int pair = 0; pair < Pairs; ++pair) {
-        const int first = m_selects[pair % Codes], second = m_selects[pair / Codes];
-        const int selected = second < 0 ? first : second;
-        m_pairKeeps[pair] = selected < 0 ? ~0U : 0U;
-        m_pairSets[pair] = selected < 0 ? 0U : unsigned(selected * Pairs);
-    }
+    return {{}, 0, qint8(reg)};
 }
 
 void MTK2Lookup::fillCharacters(MTKRows rows)
 {
-    const std::u16string cells = charactersOf(rows);
-    m_steps[0] = makeSteps(StepBits, rows, Dropped);
+    const std::u16string cells = Dropped + charactersOf(rows);
     for (size_t i = 0; i < cells.size(); ++i) {
-        m_character[i + 1] = QChar(cells[i]);
-        m_steps[i + 1] = makeSteps(StepBits, rows, cells[i]);
+        m_character[i] = QChar(cells[i]);
+        for (int reg = 0; reg < 3; ++reg)
+            m_steps[i][reg] = stepOf(rows, cells[i], reg);
     }
     for (unsigned c = 0; c <= 0xFFFF; ++c) {
-        const auto found = std::lower_bound(cells.begin(), cells.end(), carriedAs(char16_t(c)));
-        if (found != cells.end() && *found == carriedAs(char16_t(c)))
-            m_class[c] = quint8(found - cells.begin() + 1);
+        const size_t found = cells.find(carriedAs(char16_t(c)));
+        m_class[c] = found == std::u16string::npos ? 0 : quint8(found);
     }
 }

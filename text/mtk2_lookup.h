@@ -2,9 +2,8 @@
 
 #include "text/mtk2.h"
 
-/// One code table prepared for conversion: what a character or a code turns into, without a search and
-/// without branches, so that the speed does not depend on the mixture of registers. It is built once and
-/// never changes, so threads read it without a lock.
+/// One code table prepared for conversion: what a character or a code turns into, without a search. It is
+/// built once and never changes, so threads read it without a lock.
 class MTK2Lookup
 {
 public:
@@ -17,38 +16,27 @@ public:
     [[nodiscard]] bool carries(QChar c) const;
     /// Decodes one code and moves \a reg; a code that the line cannot carry gives the filler.
     [[nodiscard]] QChar decode(unsigned char code, int &reg) const;
-
-    /// Decodes \a count codes into as many characters at \a out and moves \a reg.
-    void decode(const uchar *codes, int count, QChar *out, int &reg) const;
-    /// Encodes \a count characters to \a out, which has room for twice as many codes. Returns the end of
-    /// what was written and moves \a reg.
-    char *encode(const QChar *text, int count, char *out, int &reg) const;
+    /// Encodes \a c to \a out, which has room for two codes. Returns the end of what was written and moves
+    /// \a reg.
+    [[nodiscard]] char *encode(QChar c, char *out, int &reg) const;
 
 private:
-    static constexpr int Codes = 32;
-    static constexpr int Bytes = 256;
-    static constexpr int Pairs = Codes * Codes;
+    static constexpr int Codes = 33; ///< with the filler behind the 32 of the line
 
-    /// What a character costs in each of the three registers, one field of 21 bits for each: six bits of
-    /// shift to the field of the register that follows, two of length, eight of the first code, five of
-    /// the second.
-    using Steps = quint64;
-    static constexpr unsigned StepBits = 21;
-
-    struct Pair {
-        QChar first, second;
+    /// What a character costs in one register.
+    struct Step {
+        char codes[2] = {};
+        qint8 length = 0; ///< codes that count, 0 to 2
+        qint8 reg = 0;    ///< register behind them
     };
 
+    [[nodiscard]] static Step stepOf(MTKRows rows, char16_t c, int reg);
     void fillCells(MTKRows rows);
-    void fillPairs();
     void fillCharacters(MTKRows rows);
 
-    quint8 m_class[0x10000] = {}; ///< class of each character; 0 is dropped
-    Steps m_steps[Bytes] = {};    ///< by class
-    QChar m_character[Bytes];     ///< the character of the cell that gave the class
-    QChar m_cells[3][Bytes];
-    int m_selects[Bytes];        ///< register by code, -1 if the code selects none
-    Pair m_pairCells[3 * Pairs]; ///< by register before them, then second code times 32 plus first
-    quint32 m_pairKeeps[Pairs];  ///< what stays of the row's offset behind a pair: all or nothing
-    quint32 m_pairSets[Pairs];   ///< what comes in its place
+    quint8 m_class[0x10000] = {}; ///< of each character, the place of its steps; that of 0 drops it
+    Step m_steps[256][3];         ///< by class and register
+    QChar m_character[256];       ///< the character of the cell that gave the class
+    QChar m_cells[3][Codes];      ///< by register and code
+    int m_selects[Codes];         ///< register by code, -1 if the code selects none
 };
