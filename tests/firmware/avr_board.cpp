@@ -8,9 +8,9 @@
 // program spends on moving DTR does not count: the loader, once it listens, stands still until a byte comes.
 
 #include "tests/firmware/avr_chip.h"
-#include "tools/linesim/command_reader.h"
-#include "tools/linesim/event_log.h"
-#include "tools/linesim/pseudo_terminal.h"
+#include "tools/linesim/console/command_reader.h"
+#include "tools/linesim/console/event_log.h"
+#include "tools/linesim/serial/pseudo_terminal.h"
 
 #include <QCoreApplication>
 #include <QFile>

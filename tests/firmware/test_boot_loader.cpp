@@ -1,7 +1,7 @@
 // The bytes between the program and a boot loader, on the serial port of a simulated device.
 
 #include "link/boot_loader.h"
-#include "tools/linesim/pseudo_terminal.h"
+#include "tools/linesim/serial/pseudo_terminal.h"
 
 #include <QSerialPort>
 #include <QtTest>

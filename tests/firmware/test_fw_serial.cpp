@@ -3,7 +3,7 @@
 
 #include "link/fw_update.h"
 #include "tests/support/desk.h"
-#include "tools/linesim/pseudo_terminal.h"
+#include "tools/linesim/serial/pseudo_terminal.h"
 
 #include <QSignalSpy>
 #include <QtTest>

@@ -6,7 +6,7 @@
 #include "tests/firmware/dtr_watch.h"
 #include "tests/firmware/progress_watch.h"
 #include "tests/support/desk.h"
-#include "tools/linesim/pseudo_terminal.h"
+#include "tools/linesim/serial/pseudo_terminal.h"
 
 #include <QtTest>
 

@@ -4,7 +4,7 @@
 #include "link/prf_thread.h"
 #include "link/tlg_thread.h"
 #include "tests/support/desk.h"
-#include "tools/linesim/pseudo_terminal.h"
+#include "tools/linesim/serial/pseudo_terminal.h"
 #include "ui/fw_update_dialog.h"
 
 #include <QComboBox>

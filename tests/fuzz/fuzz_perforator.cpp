@@ -3,8 +3,8 @@
 
 #include "link/prf_thread.h"
 #include "tests/fuzz/fuzz.h"
-#include "tools/linesim/mtk2_code.h"
-#include "tools/linesim/pseudo_terminal.h"
+#include "tools/linesim/serial/mtk2_code.h"
+#include "tools/linesim/serial/pseudo_terminal.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tools/linesim/event_log.h"
-#include "tools/linesim/switched_line.h"
+#include "tools/linesim/console/event_log.h"
+#include "tools/linesim/network/switched_line.h"
 
 #include <QtTest>
 

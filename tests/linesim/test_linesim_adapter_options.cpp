@@ -1,6 +1,6 @@
 // What the command line of an adapter before a far end is taken for.
 
-#include "tools/linesim/adapter_options.h"
+#include "tools/linesim/adapter/adapter_options.h"
 #include "tools/linesim/subcommands.h"
 
 #include <QtTest>

@@ -1,10 +1,10 @@
 // The adapter at its serial port, with the serial port class of the workstation at the other end and a far
 // end behind it.
 
-#include "tools/linesim/adapter_options.h"
-#include "tools/linesim/centre.h"
-#include "tools/linesim/channel_switch.h"
-#include "tools/linesim/peer.h"
+#include "tools/linesim/adapter/adapter_options.h"
+#include "tools/linesim/centre/centre.h"
+#include "tools/linesim/network/channel_switch.h"
+#include "tools/linesim/peer/peer.h"
 
 #include <QSerialPort>
 #include <QTemporaryDir>

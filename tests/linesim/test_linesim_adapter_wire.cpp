@@ -1,10 +1,10 @@
 // The pace of a line, the account of what an adapter grants, and what it expects of the program, with given
 // times.
 
-#include "tools/linesim/code_wire.h"
-#include "tools/linesim/credit_ledger.h"
-#include "tools/linesim/event_log.h"
-#include "tools/linesim/program_rules.h"
+#include "tools/linesim/adapter/code_wire.h"
+#include "tools/linesim/adapter/credit_ledger.h"
+#include "tools/linesim/adapter/program_rules.h"
+#include "tools/linesim/console/event_log.h"
 
 #include <QtTest>
 

@@ -1,6 +1,6 @@
-#include "tools/linesim/corva.h"
-#include "tools/linesim/event_log.h"
-#include "tools/linesim/stream_cipher.h"
+#include "tools/linesim/console/event_log.h"
+#include "tools/linesim/line/corva.h"
+#include "tools/linesim/line/stream_cipher.h"
 
 #include <QtTest>
 

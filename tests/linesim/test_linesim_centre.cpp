@@ -1,7 +1,7 @@
 // The switching centre: its strict reading of the terminal, its bookkeeping, its scenario.
 
 #include "tests/linesim/clerk.h"
-#include "tools/linesim/scenario.h"
+#include "tools/linesim/console/scenario.h"
 
 #include <QtTest>
 

@@ -2,7 +2,7 @@
 // every fault.
 
 #include "tests/linesim/clerk.h"
-#include "tools/linesim/centre_texts.h"
+#include "tools/linesim/centre/centre_texts.h"
 
 #include <QtTest>
 

@@ -1,6 +1,6 @@
 // The 5-bit code as it comes over a line, and as it goes.
 
-#include "tools/linesim/code_stream.h"
+#include "tools/linesim/adapter/code_stream.h"
 
 #include <QtTest>
 

@@ -1,5 +1,5 @@
-#include "tools/linesim/event_log.h"
-#include "tools/linesim/link_end.h"
+#include "tools/linesim/console/event_log.h"
+#include "tools/linesim/line/link_end.h"
 
 #include <QtTest>
 

@@ -1,6 +1,6 @@
 // The simulated boot loader, with the serial port class of the workstation at the other end of its cable.
 
-#include "tools/linesim/loader.h"
+#include "tools/linesim/loader/loader.h"
 #include "tools/linesim/subcommands.h"
 
 #include <QSerialPort>

@@ -1,6 +1,6 @@
 // The code as the far ends know it, against values worked out by hand.
 
-#include "tools/linesim/mtk2_code.h"
+#include "tools/linesim/serial/mtk2_code.h"
 
 #include <QTest>
 

@@ -1,4 +1,4 @@
-#include "tools/linesim/peer.h"
+#include "tools/linesim/peer/peer.h"
 #include "tools/linesim/subcommands.h"
 
 #include <QTcpServer>

@@ -1,6 +1,6 @@
 // The simulated perforator, with a workstation at its port that keeps the rules or breaks them.
 
-#include "tools/linesim/perforator.h"
+#include "tools/linesim/perforator/perforator.h"
 
 #include <QElapsedTimer>
 #include <QFile>

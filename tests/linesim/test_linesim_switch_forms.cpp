@@ -1,8 +1,8 @@
 // What the switched-channel network reads and says: items of the line, forms, habits of its subscribers.
 
-#include "tools/linesim/network_forms.h"
-#include "tools/linesim/subscriber.h"
-#include "tools/linesim/switch_reader.h"
+#include "tools/linesim/network/network_forms.h"
+#include "tools/linesim/network/subscriber.h"
+#include "tools/linesim/network/switch_reader.h"
 
 #include <QtTest>
 

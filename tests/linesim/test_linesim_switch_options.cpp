@@ -1,6 +1,6 @@
 // The switched-channel network as a program: its options, its commands.
 
-#include "tools/linesim/channel_switch.h"
+#include "tools/linesim/network/channel_switch.h"
 
 #include <QTemporaryFile>
 #include <QtTest>

@@ -1,6 +1,6 @@
 // The cable of the simulated adapters, with the serial port class of the workstation at its other end.
 
-#include "tools/linesim/pseudo_terminal.h"
+#include "tools/linesim/serial/pseudo_terminal.h"
 
 #include <QFile>
 #include <QSerialPort>

@@ -2,7 +2,7 @@
 
 #include "tests/link/line.h"
 #include "tests/support/desk.h"
-#include "tools/linesim/pseudo_terminal.h"
+#include "tools/linesim/serial/pseudo_terminal.h"
 
 #include <QTemporaryDir>
 

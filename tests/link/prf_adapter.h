@@ -2,7 +2,7 @@
 
 #include "link/prf_thread.h"
 #include "tests/link/thread_end.h"
-#include "tools/linesim/pseudo_terminal.h"
+#include "tools/linesim/serial/pseudo_terminal.h"
 
 #include <QMutex>
 #include <QMutexLocker>

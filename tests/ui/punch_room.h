@@ -3,7 +3,7 @@
 #include "app/options.h"
 #include "link/prf_thread.h"
 #include "tests/support/desk.h"
-#include "tools/linesim/perforator.h"
+#include "tools/linesim/perforator/perforator.h"
 
 #include <QApplication>
 #include <QDialog>

@@ -1,11 +1,11 @@
 #include "tools/linesim/subcommands.h"
 
-#include "tools/linesim/adapter_options.h"
-#include "tools/linesim/centre.h"
-#include "tools/linesim/channel_switch.h"
-#include "tools/linesim/loader.h"
-#include "tools/linesim/peer.h"
-#include "tools/linesim/perforator.h"
+#include "tools/linesim/adapter/adapter_options.h"
+#include "tools/linesim/centre/centre.h"
+#include "tools/linesim/loader/loader.h"
+#include "tools/linesim/network/channel_switch.h"
+#include "tools/linesim/peer/peer.h"
+#include "tools/linesim/perforator/perforator.h"
 
 #include <cstdio>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/linesim/adapter_line.h"
+#include "tools/linesim/adapter/adapter_line.h"
 
 #include <QStringList>
 

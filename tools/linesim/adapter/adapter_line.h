@@ -1,0 +1,71 @@
+#pragma once
+
+#include "tools/linesim/adapter/line_adapter.h"
+#include "tools/linesim/far_end/far_line.h"
+#include "tools/linesim/serial/pseudo_terminal.h"
+
+#include <QElapsedTimer>
+#include <QTimer>
+
+/// A line through an adapter, which is a serial port here. It is connected as soon as the program takes what
+/// comes.
+class AdapterLine : public FarLine
+{
+    Q_OBJECT
+
+public:
+    struct Settings {
+        QString serial = QStringLiteral("10000001"); ///< of the adapter
+        QString port;                                ///< its path at all times; empty takes what there is
+        LineAdapter::Settings adapter;
+    };
+
+    AdapterLine(const Settings &settings, EventLog &log);
+
+    [[nodiscard]] bool start() override;
+    void tick() override;
+    void finish() override;
+    [[nodiscard]] QString place() const override { return m_terminal.portName(); }
+    [[nodiscard]] bool isReady() const override { return m_adapter.isReady(); }
+    [[nodiscard]] bool comesInPieces() const override { return true; }
+    [[nodiscard]] QString asHeard(const QString &text) const override;
+    void sendText(const QString &text) override;
+    void sendRaw(const QByteArray &bytes) override;
+    void close() override;
+    void drop() override;
+    [[nodiscard]] int longestPauseMs() const override { return m_longestPauseMs; }
+    [[nodiscard]] bool run(const QString &name, const QString &argument) override;
+
+private:
+    void work();
+    void schedule();
+    void unplug();
+    [[nodiscard]] bool plug();
+    [[nodiscard]] qint64 nowUs() const { return m_clock.nsecsElapsed() / 1000; }
+
+    void doSilence(const QString &);
+    void doSpeak(const QString &);
+    void doBreak(const QString &);
+    void doMend(const QString &);
+    void doNoSignal(const QString &);
+    void doSignal(const QString &);
+    void doUnplug(const QString &);
+    void doPlug(const QString &);
+    void doGarbage(const QString &countAndSeed);
+    void doLoseEcho(const QString &count);
+    void doNoCredit(const QString &ms);
+    void doAllowKill(const QString &);
+    void doAllowVersion(const QString &);
+    void doClose(const QString &);
+    void doDrop(const QString &);
+
+    Settings m_settings;
+    EventLog &m_log;
+    LineAdapter m_adapter;
+    PseudoTerminal m_terminal;
+    QElapsedTimer m_clock;
+    QTimer m_timer;
+    int m_longestPauseMs = 0;
+    bool m_closing = false; // unplugs once all has gone
+    bool m_connected = false;
+};

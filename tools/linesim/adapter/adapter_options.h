@@ -1,0 +1,20 @@
+#pragma once
+
+#include "tools/linesim/adapter/adapter_line.h"
+
+#include <QStringList>
+
+#include <optional>
+
+/// How "linesim adapter" is to behave, and what stands behind it.
+struct AdapterOptions {
+    AdapterLine::Settings line;
+    QStringList farEnd; ///< its subcommand and options
+};
+
+/// Reads \a arguments, the first being the subcommand's name. Empty, with the reason on standard error, if
+/// they are not understood; "--help" prints the options and ends the process.
+[[nodiscard]] std::optional<AdapterOptions> readAdapterOptions(const QStringList &arguments);
+
+/// The subcommand "adapter"; see runSubcommand().
+[[nodiscard]] int runAdapter(const QStringList &arguments);

@@ -1,0 +1,55 @@
+#include "tools/linesim/far_end/far_end.h"
+
+#include <QCoreApplication>
+
+FarEnd::FarEnd(const FarEndOptions &options, EventLog &log)
+    : m_log(log), m_line(makeLine(options, log)), m_store(options.storeDirectory, log),
+      m_timed(options.timed), m_scenarioFile(options.scenario)
+{
+    connect(m_line.get(), &FarLine::connected, this, &FarEnd::onConnected);
+    connect(m_line.get(), &FarLine::disconnected, this, &FarEnd::takeLoss);
+    connect(m_line.get(), &FarLine::bytes, this,
+            [this](const QByteArray &bytes) { m_store.takeBytes(bytes); });
+    connect(m_line.get(), &FarLine::text, this, &FarEnd::takeText);
+    connect(&m_timer, &QTimer::timeout, this, &FarEnd::onTick);
+    m_timer.setTimerType(Qt::PreciseTimer);
+    m_timer.start(FarLine::TickMs);
+}
+
+bool FarEnd::start()
+{
+    if (!m_scenarioFile.isEmpty() && !m_scenario.load(m_scenarioFile)) {
+        m_log.event(QStringLiteral("error"), QStringLiteral("scenario ") + m_scenarioFile);
+        return false;
+    }
+    return m_line->start();
+}
+
+void FarEnd::run(const QString &command)
+{
+    const QString name = command.section(QLatin1Char(' '), 0, 0);
+    const QString argument = command.section(QLatin1Char(' '), 1);
+    if (name.isEmpty() || runOwn(name, argument) || m_line->run(name, argument))
+        return;
+    if (name != QLatin1String("quit"))
+        return m_log.event(QStringLiteral("error"), QStringLiteral("no command ") + command);
+    sayFigures();
+    m_line->finish();
+    emit quit();
+}
+
+void FarEnd::onConnected()
+{
+    takeConnection();
+    for (const QPair<int, QString> &timed : qAsConst(m_timed))
+        QTimer::singleShot(timed.first, this, [this, command = timed.second] { run(command); });
+}
+
+void FarEnd::onTick()
+{
+    m_line->tick();
+    const QDateTime now = QDateTime::currentDateTime();
+    tick(now);
+    for (const QString &command : m_scenario.due(now))
+        run(command);
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "tools/linesim/far_end/far_end.h"
+#include "tools/linesim/peer/peer_options.h"
+
+/// The other end of a direct link: it keeps the link alive, gives windows, sends what it has, keeps and
+/// confirms what comes. Commands turn it against the workstation.
+class Peer : public FarEnd
+{
+    Q_OBJECT
+
+public:
+    Peer(const PeerOptions &options, EventLog &log);
+
+private:
+    [[nodiscard]] bool runOwn(const QString &name, const QString &argument) override;
+    void takeConnection() override;
+    void takeText(const QString &text) override;
+    void tick(const QDateTime &now) override;
+    void confirmWhatWaits();
+    void confirm(int number);
+
+    void doSend(const QString &path);
+    void doText(const QString &text);
+    void doRaw(const QString &hex);
+    void doConfirm(const QString &);
+    void doFlood(const QString &characters);
+    void doNoise(const QString &countAndSeed);
+    void doHalfCommand(const QString &);
+
+    bool m_confirms;
+    int m_unconfirmed = 0; // telegrams whose confirmation waits
+    TelegramFeed m_feed;
+};
+
+/// The subcommand "peer"; see runSubcommand().
+[[nodiscard]] int runPeer(const QStringList &arguments, const std::optional<AdapterLine::Settings> &adapter);
