@@ -1,6 +1,7 @@
 // What a line adapter does when something is wrong with it or with its line, with given times.
 
 #include "tests/linesim/adapter_desk.h"
+#include "tools/linesim/console/noise.h"
 
 #include <QtTest>
 
@@ -88,9 +89,9 @@ void TestLinesimAdapterFaults::garbageIsRepeatedByItsSeed()
     AdapterDesk one, two, other;
     for (AdapterDesk *desk : {&one, &two, &other})
         desk->connect();
-    one.adapter.sendGarbage(300, 7, one.now);
-    two.adapter.sendGarbage(300, 7, two.now);
-    other.adapter.sendGarbage(300, 8, other.now);
+    one.adapter.sendRaw(noiseOf(QStringLiteral("300 7")), one.now);
+    two.adapter.sendRaw(noiseOf(QStringLiteral("300 7")), two.now);
+    other.adapter.sendRaw(noiseOf(QStringLiteral("300 8")), other.now);
     QCOMPARE(one.sent.size(), 300);
     QCOMPARE(one.sent, two.sent);
     QVERIFY(one.sent != other.sent);

@@ -11,28 +11,29 @@ constexpr int ReadMs = 500;
 } // namespace
 
 AdapterLine::AdapterLine(const Settings &settings, EventLog &log)
-    : m_settings(settings), m_log(log), m_adapter(settings.adapter, log), m_terminal(settings.port)
+    : m_settings(settings), m_log(log), m_adapter(settings.adapter, log),
+      m_port(settings.serial, settings.port, log)
 {
     m_clock.start();
     m_timer.setSingleShot(true);
     m_timer.setTimerType(Qt::PreciseTimer);
     connect(&m_timer, &QTimer::timeout, this, &AdapterLine::work);
-    connect(&m_terminal, &PseudoTerminal::opened, this, [this] {
-        m_log.event(QStringLiteral("connected"), m_terminal.portName());
+    connect(&m_port, &PseudoTerminal::opened, this, [this] {
+        m_log.event(QStringLiteral("connected"), m_port.portName());
         m_adapter.opened(nowUs());
         work();
     });
-    connect(&m_terminal, &PseudoTerminal::closed, this, [this] {
+    connect(&m_port, &PseudoTerminal::closed, this, [this] {
         m_adapter.closed(nowUs());
         m_log.event(QStringLiteral("closed"), QStringLiteral("by the program"));
         if (std::exchange(m_connected, false))
             emit disconnected();
     });
-    connect(&m_terminal, &PseudoTerminal::received, this, [this](const QByteArray &received) {
+    connect(&m_port, &PseudoTerminal::received, this, [this](const QByteArray &received) {
         m_adapter.takeFromProgram(received, nowUs());
         schedule();
     });
-    connect(&m_adapter, &LineAdapter::toProgram, &m_terminal, &PseudoTerminal::write);
+    connect(&m_adapter, &LineAdapter::toProgram, &m_port, &PseudoTerminal::write);
     connect(&m_adapter, &LineAdapter::ready, this, [this] {
         m_connected = true;
         emit connected();
@@ -47,18 +48,7 @@ AdapterLine::AdapterLine(const Settings &settings, EventLog &log)
 
 bool AdapterLine::start()
 {
-    if (plug())
-        return true;
-    m_log.event(QStringLiteral("error"), QStringLiteral("no port ") + m_settings.port);
-    return false;
-}
-
-bool AdapterLine::plug()
-{
-    if (!m_terminal.plug())
-        return false;
-    m_log.event(QStringLiteral("port"), m_settings.serial + QLatin1Char('=') + m_terminal.portName());
-    return true;
+    return m_port.plugIn();
 }
 
 void AdapterLine::tick()
@@ -115,10 +105,10 @@ void AdapterLine::sendRaw(const QByteArray &bytes)
 
 void AdapterLine::unplug()
 {
-    if (!m_terminal.isPlugged())
+    if (!m_port.isPlugged())
         return;
     m_closing = false;
-    m_terminal.unplug();
+    m_port.unplug();
     m_adapter.unplugged();
     m_timer.stop();
     m_log.event(QStringLiteral("closed"), QStringLiteral("unplugged"));
@@ -135,5 +125,5 @@ void AdapterLine::close()
 void AdapterLine::drop()
 {
     unplug();
-    QTimer::singleShot(ReplugMs, this, [this] { doPlug(QString()); });
+    QTimer::singleShot(ReplugMs, this, [this] { (void)m_port.plugIn(); });
 }

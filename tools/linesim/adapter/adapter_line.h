@@ -2,7 +2,7 @@
 
 #include "tools/linesim/adapter/line_adapter.h"
 #include "tools/linesim/far_end/far_line.h"
-#include "tools/linesim/serial/pseudo_terminal.h"
+#include "tools/linesim/serial/device_port.h"
 
 #include <QElapsedTimer>
 #include <QTimer>
@@ -25,7 +25,7 @@ public:
     [[nodiscard]] bool start() override;
     void tick() override;
     void finish() override;
-    [[nodiscard]] QString place() const override { return m_terminal.portName(); }
+    [[nodiscard]] QString place() const override { return m_port.portName(); }
     [[nodiscard]] bool isReady() const override { return m_adapter.isReady(); }
     [[nodiscard]] bool comesInPieces() const override { return true; }
     [[nodiscard]] QString asHeard(const QString &text) const override;
@@ -40,29 +40,17 @@ private:
     void work();
     void schedule();
     void unplug();
-    [[nodiscard]] bool plug();
     [[nodiscard]] qint64 nowUs() const { return m_clock.nsecsElapsed() / 1000; }
 
-    void doSilence(const QString &);
-    void doSpeak(const QString &);
-    void doBreak(const QString &);
-    void doMend(const QString &);
-    void doNoSignal(const QString &);
-    void doSignal(const QString &);
-    void doUnplug(const QString &);
-    void doPlug(const QString &);
-    void doGarbage(const QString &countAndSeed);
-    void doLoseEcho(const QString &count);
-    void doNoCredit(const QString &ms);
-    void doAllowKill(const QString &);
-    void doAllowVersion(const QString &);
-    void doClose(const QString &);
-    void doDrop(const QString &);
+    [[nodiscard]] LineAdapter &note(const QString &event);
+    void sendGarbage(const QString &countAndSeed);
+    void loseEchoes(const QString &count);
+    void withholdCredit(const QString &ms);
 
     Settings m_settings;
     EventLog &m_log;
     LineAdapter m_adapter;
-    PseudoTerminal m_terminal;
+    DevicePort m_port;
     QElapsedTimer m_clock;
     QTimer m_timer;
     int m_longestPauseMs = 0;

@@ -1,118 +1,68 @@
 #include "tools/linesim/adapter/adapter_line.h"
 #include "tools/linesim/console/command_table.h"
 #include "tools/linesim/console/event_log.h"
+#include "tools/linesim/console/noise.h"
 
 bool AdapterLine::run(const QString &name, const QString &argument)
 {
-    static const NamedCommand<AdapterLine> commands[] = {
-        {"silence", &AdapterLine::doSilence}, // nothing to the program
-        {"speak", &AdapterLine::doSpeak},
-        {"break", &AdapterLine::doBreak}, // the line is broken
-        {"mend", &AdapterLine::doMend},
-        {"no-signal", &AdapterLine::doNoSignal}, // no input signal
-        {"signal", &AdapterLine::doSignal},
-        {"unplug", &AdapterLine::doUnplug},
-        {"plug", &AdapterLine::doPlug},
-        {"garbage", &AdapterLine::doGarbage},    // so many random bytes; a seed repeats them
-        {"lose-echo", &AdapterLine::doLoseEcho}, // the next so many
-        {"no-credit", &AdapterLine::doNoCredit}, // for so many ms
-        {"allow-kill", &AdapterLine::doAllowKill},
-        {"allow-version", &AdapterLine::doAllowVersion}, // the settings are applied while there is no port
-        {"close", &AdapterLine::doClose},                // unplug once all has gone, and plug
-        {"drop", &AdapterLine::doDrop},                  // unplug, and plug
+    static const Command<AdapterLine> commands[] = {
+        // Nothing to the program, and the end of it
+        {"silence",
+         [](AdapterLine &l, const QString &) { l.note(QStringLiteral("silent")).setSilent(true); }},
+        {"speak",
+         [](AdapterLine &l, const QString &) { l.note(QStringLiteral("speaking")).setSilent(false); }},
+        // The line is broken; no input signal
+        {"break", [](AdapterLine &l, const QString &) { l.note(QStringLiteral("broken")).setBreak(true); }},
+        {"mend", [](AdapterLine &l, const QString &) { l.note(QStringLiteral("mended")).setBreak(false); }},
+        {"no-signal",
+         [](AdapterLine &l, const QString &) { l.note(QStringLiteral("no signal")).setNoSignal(true); }},
+        {"signal",
+         [](AdapterLine &l, const QString &) { l.note(QStringLiteral("signal")).setNoSignal(false); }},
+        {"unplug", [](AdapterLine &l, const QString &) { l.unplug(); }},
+        {"plug", [](AdapterLine &l, const QString &) { (void)l.m_port.plugIn(); }},
+        // So many random bytes; a seed repeats them
+        {"garbage", [](AdapterLine &l, const QString &countAndSeed) { l.sendGarbage(countAndSeed); }},
+        {"lose-echo", [](AdapterLine &l, const QString &count) { l.loseEchoes(count); }}, // the next so many
+        {"no-credit", [](AdapterLine &l, const QString &ms) { l.withholdCredit(ms); }},   // for so many ms
+        {"allow-kill",
+         [](AdapterLine &l, const QString &) { l.note(QStringLiteral("kill allowed")).rules().allowKill(); }},
+        // The settings are applied while there is no port
+        {"allow-version",
+         [](AdapterLine &l, const QString &) {
+             l.note(QStringLiteral("version allowed")).rules().allowVersion();
+         }},
+        {"close", [](AdapterLine &l, const QString &) { l.close(); }}, // unplug once all has gone, and plug
+        {"drop", [](AdapterLine &l, const QString &) { l.drop(); }},   // unplug, and plug
     };
-    return runFrom(commands, *this, name, argument);
-}
-
-void AdapterLine::doSilence(const QString &)
-{
-    m_adapter.setSilent(true);
-    m_log.event(QStringLiteral("silent"));
-}
-
-void AdapterLine::doSpeak(const QString &)
-{
-    m_adapter.setSilent(false);
-    m_log.event(QStringLiteral("speaking"));
-}
-
-void AdapterLine::doBreak(const QString &)
-{
-    m_adapter.setBreak(true);
-    m_log.event(QStringLiteral("broken"));
+    if (!runFrom(commands, *this, name, argument))
+        return false;
     work();
+    return true;
 }
 
-void AdapterLine::doMend(const QString &)
+/// The adapter, whose change of state the log tells as \a event.
+LineAdapter &AdapterLine::note(const QString &event)
 {
-    m_adapter.setBreak(false);
-    m_log.event(QStringLiteral("mended"));
+    m_log.event(event);
+    return m_adapter;
 }
 
-void AdapterLine::doNoSignal(const QString &)
+void AdapterLine::sendGarbage(const QString &countAndSeed)
 {
-    m_adapter.setNoSignal(true);
-    m_log.event(QStringLiteral("no signal"));
-    work();
+    const QByteArray bytes = noiseOf(countAndSeed);
+    m_adapter.sendRaw(bytes, nowUs());
+    m_log.event(QStringLiteral("garbage"), QString::number(bytes.size()));
 }
 
-void AdapterLine::doSignal(const QString &)
-{
-    m_adapter.setNoSignal(false);
-    m_log.event(QStringLiteral("signal"));
-    work();
-}
-
-void AdapterLine::doUnplug(const QString &)
-{
-    unplug();
-}
-
-void AdapterLine::doPlug(const QString &)
-{
-    if (!m_terminal.isPlugged() && !plug())
-        m_log.event(QStringLiteral("error"), QStringLiteral("no port ") + m_settings.port);
-}
-
-void AdapterLine::doGarbage(const QString &countAndSeed)
-{
-    const int count = countAndSeed.section(QLatin1Char(' '), 0, 0).toInt();
-    m_adapter.sendGarbage(count, countAndSeed.section(QLatin1Char(' '), 1).toUInt(), nowUs());
-    m_log.event(QStringLiteral("garbage"), QString::number(count));
-}
-
-void AdapterLine::doLoseEcho(const QString &count)
+void AdapterLine::loseEchoes(const QString &count)
 {
     m_adapter.loseEchoes(count.toInt());
     m_log.event(QStringLiteral("echoes to lose"), count);
 }
 
-void AdapterLine::doNoCredit(const QString &ms)
+void AdapterLine::withholdCredit(const QString &ms)
 {
     m_longestPauseMs = qMax(m_longestPauseMs, ms.toInt() + m_settings.adapter.answerMs);
     m_adapter.withholdCredit(ms.toInt(), nowUs());
     m_log.event(QStringLiteral("no credit"), ms);
-    schedule();
-}
-
-void AdapterLine::doAllowKill(const QString &)
-{
-    m_adapter.rules().allowKill();
-    m_log.event(QStringLiteral("kill allowed"));
-}
-
-void AdapterLine::doAllowVersion(const QString &)
-{
-    m_adapter.rules().allowVersion();
-    m_log.event(QStringLiteral("version allowed"));
-}
-
-void AdapterLine::doClose(const QString &)
-{
-    close();
-}
-
-void AdapterLine::doDrop(const QString &)
-{
-    drop();
 }

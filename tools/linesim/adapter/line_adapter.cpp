@@ -259,12 +259,3 @@ void LineAdapter::sendRaw(const QByteArray &bytes, qint64 nowUs)
             m_credit.granted(quint8(c) & RoomMask, nowUs);
     put(bytes, nowUs);
 }
-
-void LineAdapter::sendGarbage(int count, quint32 seed, qint64 nowUs)
-{
-    QRandomGenerator random(seed);
-    QByteArray bytes(count, Qt::Uninitialized);
-    for (char &byte : bytes)
-        byte = char(random.bounded(256));
-    sendRaw(bytes, nowUs);
-}

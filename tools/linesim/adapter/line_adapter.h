@@ -6,7 +6,6 @@
 #include "tools/linesim/adapter/program_rules.h"
 
 #include <QObject>
-#include <QRandomGenerator>
 
 class EventLog;
 
@@ -55,7 +54,6 @@ public:
     void setNoSignal(bool lost) { m_noSignal = lost; }
     void loseEchoes(int count) { m_echoesToLose += count; }
     void withholdCredit(int ms, qint64 nowUs) { m_noCreditUntilUs = nowUs + ms * 1000LL; }
-    void sendGarbage(int count, quint32 seed, qint64 nowUs);
     ProgramRules &rules() { return m_rules; }
 
 signals:

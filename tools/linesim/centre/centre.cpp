@@ -17,7 +17,7 @@ Centre::Centre(const CentreOptions &options, EventLog &log)
     const QDir directory(options.sendDirectory);
     if (!options.sendDirectory.isEmpty())
         for (const QString &name : directory.entryList(QDir::Files, QDir::Name))
-            doSendFile(directory.filePath(name));
+            addFile(directory.filePath(name));
 }
 
 void Centre::takeLoss()

@@ -26,7 +26,7 @@ public:
     Centre(const CentreOptions &options, EventLog &log);
 
 private:
-    [[nodiscard]] bool runOwn(const QString &name, const QString &argument) override;
+    [[nodiscard]] bool runHere(const QString &name, const QString &argument) override;
     void takeConnection() override { m_linkIsNew = true; }
     void takeLoss() override;
     void takeText(const QString &text) override;
@@ -36,15 +36,7 @@ private:
     void sendText(const QString &text);
     void feed();
 
-    void doSend(const QString &text);
-    void doSendFile(const QString &path);
-    void doCategory(const QString &text);
-    void doR(const QString &text);
-    void doRaw(const QString &text);
-    void doCutNext(const QString &);
-    void doCutSending(const QString &);
-    void doTalk(const QString &);
-    void doFigures(const QString &);
+    void addFile(const QString &path);
 
     /// A telegram that waits for the channel.
     struct Waiting {

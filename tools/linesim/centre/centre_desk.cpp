@@ -110,8 +110,6 @@ void CentreDesk::answerRequest()
     const QString name = QLatin1Char(' ') + settings.channelName;
     switch (m_channel) {
     case Closed:
-        if (!settings.opensByItself)
-            return giveReceipt(QStringLiteral("СВЯЗЬ ЗАКРЫТА") + name);
         setChannel(Asked);
         return giveReceipt(QStringLiteral("ОТКРОЙТЕ СВЯЗЬ") + name);
     case Asked: return giveReceipt(QStringLiteral("ОТКРОЙТЕ СВЯЗЬ") + name);

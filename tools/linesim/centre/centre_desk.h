@@ -23,12 +23,11 @@ public:
 
     struct Settings {
         QString channelName = QStringLiteral("АБВ123/4");
-        bool opensByItself = true; ///< asks to open at the first receipt request
-        bool stamps = true;        ///< the time behind each end mark
-        QString note;              ///< behind each telegram, "" for none
-        int header = 0;            ///< form put in front of each telegram, 1 to 3; 0 none, 4 in turn
-        bool registers = false;    ///< marks the changes of register, as a 5-bit line does
-        int clockOffMinutes = 0;   ///< how far the centre's clock is off
+        bool stamps = true;      ///< the time behind each end mark
+        QString note;            ///< behind each telegram, "" for none
+        int header = 0;          ///< form put in front of each telegram, 1 to 3; 0 none, 4 in turn
+        bool registers = false;  ///< marks the changes of register, as a 5-bit line does
+        int clockOffMinutes = 0; ///< how far the centre's clock is off
     };
 
     CentreDesk(const Settings &settings, EventLog &log);

@@ -2,15 +2,11 @@
 
 #include "tools/linesim/centre/centre_desk.h"
 #include "tools/linesim/centre/centre_texts.h"
+#include "tools/linesim/console/command_table.h"
 #include "tools/linesim/console/event_log.h"
 
 namespace
 {
-struct DeskCommand {
-    const char *name;
-    void (*act)(CentreDesk &desk, const QString &argument);
-};
-
 bool isOn(const QString &argument)
 {
     return argument != QLatin1String("off");
@@ -23,7 +19,7 @@ int headerForm(const QString &argument)
 }
 
 // One command for each message that a centre may send, those of telegrams aside.
-const DeskCommand messages[] = {
+const Command<CentreDesk> messages[] = {
     {"ask", [](CentreDesk &d, const QString &) { d.askForReceiptRequest(); }},
     {"announce-renumber",
      [](CentreDesk &d, const QString &) {
@@ -45,7 +41,7 @@ const DeskCommand messages[] = {
     {"kg", [](CentreDesk &d, const QString &text) { d.sendService(unescaped(text)); }},
 };
 
-const DeskCommand faults[] = {
+const Command<CentreDesk> faults[] = {
     {"lose-receipt", [](CentreDesk &d, const QString &) { d.loseReceipt(); }}, // no ear for the next request
     {"distort", [](CentreDesk &d, const QString &form) { d.distort(form); }},  // the terminal's next telegram
     {"refuse", [](CentreDesk &d, const QString &) { d.refuse(); }},            // likewise
@@ -54,31 +50,17 @@ const DeskCommand faults[] = {
     {"interrupt", [](CentreDesk &d, const QString &) { d.interrupt(); }}, // it breaks off and begins anew
 };
 
-const DeskCommand ways[] = {
+const Command<CentreDesk> ways[] = {
     {"header", [](CentreDesk &d, const QString &form) { d.settings.header = headerForm(form); }},
     {"stamps", [](CentreDesk &d, const QString &on) { d.settings.stamps = isOn(on); }},
     {"note", [](CentreDesk &d, const QString &note) { d.settings.note = centreNote(note); }},
     {"registers", [](CentreDesk &d, const QString &on) { d.settings.registers = isOn(on); }},
     {"clock", [](CentreDesk &d, const QString &minutes) { d.settings.clockOffMinutes = minutes.toInt(); }},
 };
-
-template <class Table> const DeskCommand *find(const Table &table, const QString &name)
-{
-    for (const DeskCommand &known : table)
-        if (name == QLatin1String(known.name))
-            return &known;
-    return nullptr;
-}
 } // namespace
 
 bool CentreDesk::run(const QString &name, const QString &argument)
 {
-    const DeskCommand *command = find(messages, name);
-    if (!command)
-        command = find(faults, name);
-    if (!command)
-        command = find(ways, name);
-    if (command)
-        command->act(*this, argument);
-    return command != nullptr;
+    return runFrom(messages, *this, name, argument) || runFrom(faults, *this, name, argument) ||
+           runFrom(ways, *this, name, argument);
 }

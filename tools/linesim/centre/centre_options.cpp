@@ -9,11 +9,8 @@ const FarEndOption table[] = {
     {"send", "DIR", "send the files of a directory, by name, while the channel is open"},
     {"pause", "MS", "between two of them (5000)"},
     {"channel", "NAME", "name of the channel (АБВ123/4)"},
-    {"stay-closed", nullptr, "ask to open on command only"},
-    {"no-stamps", nullptr, "no time behind the end marks"},
     {"note", "NOTE", "behind each telegram: long, long-marked, dashed, short, short-marked or a text"},
     {"header", "FORM", "in front of each telegram: 1, 2, 3 or turn"},
-    {"registers", nullptr, "mark figures and letters as a 5-bit line does"},
     {"clock-off", "MINUTES", "how far the centre's clock is off, also negative"},
 };
 } // namespace
@@ -32,10 +29,7 @@ std::optional<CentreOptions> readCentreOptions(const QStringList &arguments,
     options.sendDirectory = parser.value(QStringLiteral("send"));
     if (parser.isSet(QStringLiteral("channel")))
         options.desk.channelName = parser.value(QStringLiteral("channel"));
-    options.desk.opensByItself = !parser.isSet(QStringLiteral("stay-closed"));
-    options.desk.stamps = !parser.isSet(QStringLiteral("no-stamps"));
     options.desk.note = centreNote(parser.value(QStringLiteral("note")));
-    options.desk.registers = parser.isSet(QStringLiteral("registers"));
     const QString header = parser.value(QStringLiteral("header"));
     options.desk.header = header == QLatin1String("turn") ? 4 : header.toInt();
     bool ok = true;

@@ -2,20 +2,23 @@
 
 #include <QString>
 
-/// A command by its name, and what carries it out.
-template <class Actor> struct NamedCommand {
+#include <cstddef>
+
+/// A command by its name, and what carries it out. What is behind the name and a blank is its argument.
+template <class Actor> struct Command {
     const char *name;
-    void (Actor::*act)(const QString &argument);
+    void (*act)(Actor &actor, const QString &argument);
 };
 
 /// Runs the command of \a table that is called \a name; false if it has none.
-template <class Actor, class Table>
-[[nodiscard]] bool runFrom(const Table &table, Actor &actor, const QString &name, const QString &argument)
+template <class Actor, std::size_t N>
+[[nodiscard]] bool runFrom(const Command<Actor> (&table)[N], Actor &actor, const QString &name,
+                           const QString &argument)
 {
-    for (const NamedCommand<Actor> &known : table) {
+    for (const Command<Actor> &known : table) {
         if (name != QLatin1String(known.name))
             continue;
-        (actor.*known.act)(argument);
+        known.act(actor, argument);
         return true;
     }
     return false;

@@ -3,7 +3,7 @@
 #include <QCoreApplication>
 
 FarEnd::FarEnd(const FarEndOptions &options, EventLog &log)
-    : m_log(log), m_line(makeLine(options, log)), m_store(options.storeDirectory, log),
+    : Commanded(log), m_line(makeLine(options, log)), m_store(options.storeDirectory, log),
       m_timed(options.timed), m_scenarioFile(options.scenario)
 {
     connect(m_line.get(), &FarLine::connected, this, &FarEnd::onConnected);
@@ -25,17 +25,15 @@ bool FarEnd::start()
     return m_line->start();
 }
 
-void FarEnd::run(const QString &command)
+bool FarEnd::runOwn(const QString &name, const QString &argument)
 {
-    const QString name = command.section(QLatin1Char(' '), 0, 0);
-    const QString argument = command.section(QLatin1Char(' '), 1);
-    if (name.isEmpty() || runOwn(name, argument) || m_line->run(name, argument))
-        return;
-    if (name != QLatin1String("quit"))
-        return m_log.event(QStringLiteral("error"), QStringLiteral("no command ") + command);
+    return runHere(name, argument) || m_line->run(name, argument);
+}
+
+void FarEnd::finish()
+{
     sayFigures();
     m_line->finish();
-    emit quit();
 }
 
 void FarEnd::onConnected()

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tools/linesim/console/command_table.h"
-#include "tools/linesim/console/event_log.h"
+#include "tools/linesim/console/commanded.h"
 #include "tools/linesim/console/scenario.h"
 #include "tools/linesim/far_end/far_end_options.h"
 #include "tools/linesim/far_end/far_line.h"
@@ -14,31 +14,27 @@
 
 /// Who is at the far end of a line: what all of them do alike. It runs commands, each on its occasion, and
 /// keeps what comes.
-class FarEnd : public QObject
+class FarEnd : public Commanded
 {
     Q_OBJECT
 
 public:
     [[nodiscard]] bool start(); ///< false, with an event, if there is no line or no scenario
-    /// Runs one command; an unknown one is the event "error".
-    void run(const QString &command);
     [[nodiscard]] QString place() const { return m_line->place(); } ///< see FarLine
-
-signals:
-    void quit();
 
 protected:
     FarEnd(const FarEndOptions &options, EventLog &log);
 
-    /// Runs one of its own commands; false if it is none of them.
-    [[nodiscard]] virtual bool runOwn(const QString &name, const QString &argument) = 0;
+    /// Its own commands are those of the far end, runHere(), and of its line.
+    [[nodiscard]] bool runOwn(const QString &name, const QString &argument) final;
+    [[nodiscard]] virtual bool runHere(const QString &name, const QString &argument) = 0;
+    void finish() final;
     virtual void takeConnection() = 0;
     virtual void takeLoss() {}
     virtual void takeText(const QString &text) = 0;
     virtual void tick(const QDateTime &now) = 0;
     virtual void sayFigures() {} ///< the event at the end
 
-    EventLog &m_log;
     const std::unique_ptr<FarLine> m_line;
     TelegramStore m_store;
 

@@ -1,10 +1,10 @@
 #include "tools/linesim/line/link_end.h"
 
 #include "tools/linesim/console/event_log.h"
+#include "tools/linesim/console/noise.h"
 #include "tools/linesim/line/corva.h"
 #include "tools/linesim/line/stream_cipher.h"
 
-#include <QRandomGenerator>
 #include <QRegularExpression>
 
 namespace
@@ -54,8 +54,7 @@ void LinkEnd::tick()
             return;
         if (m_settings.key.size() < ShortestKey)
             return startTalking();
-        m_ownSeed =
-            m_settings.seed ? quint8(*m_settings.seed) : quint8(QRandomGenerator::global()->bounded(256));
+        m_ownSeed = m_settings.seed ? quint8(*m_settings.seed) : Noise::drawn().byte();
         m_phase = WaitingSeed;
         m_phaseMs = 0;
         put(QByteArray(1, char(m_ownSeed)));

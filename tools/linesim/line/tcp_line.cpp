@@ -26,57 +26,24 @@ TcpLine::TcpLine(const TcpEnd::Settings &tcp, const LinkEnd::Settings &link, Eve
 
 bool TcpLine::run(const QString &name, const QString &argument)
 {
-    static const NamedCommand<TcpLine> commands[] = {
-        {"grant", &TcpLine::doGrant},     // a window of so many characters
-        {"windows", &TcpLine::doWindows}, // "on" or "off": give them by itself
-        {"flow", &TcpLine::doFlow},       // "@nn*"
-        {"keep-alive", &TcpLine::doKeepAlive},
-        {"silence", &TcpLine::doSilence}, // neither answer nor send by itself
-        {"speak", &TcpLine::doSpeak},     // end the silence
-        {"close", &TcpLine::doClose},     // once all has gone
-        {"drop", &TcpLine::doDrop},       // at once
+    static const Command<TcpLine> commands[] = {
+        // A window of so many characters; "on" or "off": give them by itself
+        {"grant", [](TcpLine &l, const QString &count) { l.m_link.grant(count.toInt()); }},
+        {"windows",
+         [](TcpLine &l, const QString &onOff) { l.m_link.setGrants(onOff != QLatin1String("off")); }},
+        {"flow", [](TcpLine &l, const QString &count) { l.m_link.sendFlowReport(count.toInt()); }}, // "@nn*"
+        {"keep-alive", [](TcpLine &l, const QString &) { l.m_link.sendKeepAlive(); }},
+        // Neither answer nor send by itself, and the end of it
+        {"silence", [](TcpLine &l, const QString &) { l.setSilent(true); }},
+        {"speak", [](TcpLine &l, const QString &) { l.setSilent(false); }},
+        {"close", [](TcpLine &l, const QString &) { l.close(); }}, // once all has gone
+        {"drop", [](TcpLine &l, const QString &) { l.drop(); }},   // at once
     };
     return runFrom(commands, *this, name, argument);
 }
 
-void TcpLine::doGrant(const QString &characters)
+void TcpLine::setSilent(bool silent)
 {
-    m_link.grant(characters.toInt());
-}
-
-void TcpLine::doWindows(const QString &onOff)
-{
-    m_link.setGrants(onOff != QLatin1String("off"));
-}
-
-void TcpLine::doFlow(const QString &characters)
-{
-    m_link.sendFlowReport(characters.toInt());
-}
-
-void TcpLine::doKeepAlive(const QString &)
-{
-    m_link.sendKeepAlive();
-}
-
-void TcpLine::doSilence(const QString &)
-{
-    m_link.setSilent(true);
-    m_log.event(QStringLiteral("silent"));
-}
-
-void TcpLine::doSpeak(const QString &)
-{
-    m_link.setSilent(false);
-    m_log.event(QStringLiteral("speaking"));
-}
-
-void TcpLine::doClose(const QString &)
-{
-    close();
-}
-
-void TcpLine::doDrop(const QString &)
-{
-    drop();
+    m_link.setSilent(silent);
+    m_log.event(silent ? QStringLiteral("silent") : QStringLiteral("speaking"));
 }

@@ -24,14 +24,7 @@ public:
     [[nodiscard]] bool run(const QString &name, const QString &argument) override;
 
 private:
-    void doGrant(const QString &characters);
-    void doWindows(const QString &onOff);
-    void doFlow(const QString &characters);
-    void doKeepAlive(const QString &);
-    void doSilence(const QString &);
-    void doSpeak(const QString &);
-    void doClose(const QString &);
-    void doDrop(const QString &);
+    void setSilent(bool silent);
 
     EventLog &m_log;
     int m_answerMs;

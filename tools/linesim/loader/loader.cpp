@@ -1,5 +1,6 @@
 #include "tools/linesim/loader/loader.h"
 
+#include "tools/linesim/console/command_table.h"
 #include "tools/linesim/console/run_until_quit.h"
 
 #include <QTimer>
@@ -48,34 +49,25 @@ QString shown(const QByteArray &bytes)
 } // namespace
 
 Loader::Loader(const LoaderOptions &options, EventLog &log)
-    : m_options(options), m_log(log), m_terminal(options.port), m_random(unsigned(qMax(0, options.noise)))
+    : SerialDevice(options.serial, options.port, log), m_options(options),
+      m_noise(quint32(qMax(0, options.noise)))
 {
-    connect(&m_terminal, &PseudoTerminal::opened, this, &Loader::takeOpening);
-    connect(&m_terminal, &PseudoTerminal::closed, this, [this] { m_log.event(QStringLiteral("closed")); });
-    connect(&m_terminal, &PseudoTerminal::received, this, &Loader::takeBytes);
 }
 
-bool Loader::start()
+bool Loader::runOwn(const QString &name, const QString &argument)
 {
-    if (!m_terminal.plug())
-        return false;
-    m_log.event(QStringLiteral("port"), m_options.serial + QLatin1Char('=') + m_terminal.portName());
-    return true;
+    static const Command<Loader> commands[] = {
+        {"fault", [](Loader &loader, const QString &text) { loader.addFault(text); }}, // KIND:STEP[:N]
+    };
+    return runFrom(commands, *this, name, argument) || SerialDevice::runOwn(name, argument);
 }
 
-void Loader::run(const QString &command)
+void Loader::addFault(const QString &text)
 {
-    const std::optional<LoaderFault> fault = readLoaderFault(command.section(QLatin1Char(' '), 1));
-    if (command == QLatin1String("plug"))
-        (void)start();
-    else if (command == QLatin1String("unplug"))
-        unplug();
-    else if (command == QLatin1String("quit"))
-        emit quit();
-    else if (command.startsWith(QLatin1String("fault ")) && fault)
+    if (const std::optional<LoaderFault> fault = readLoaderFault(text))
         m_options.faults.append(*fault);
     else
-        m_log.event(QStringLiteral("error"), command);
+        m_log.event(QStringLiteral("error"), QStringLiteral("fault ") + text);
 }
 
 /// Whoever opens the port resets the device.
@@ -84,13 +76,12 @@ void Loader::takeOpening()
     m_buffer.clear();
     std::fill(std::begin(m_counts), std::end(m_counts), 0);
     m_entered = m_address = false;
-    m_log.event(QStringLiteral("opened"));
 }
 
 void Loader::takeBytes(const QByteArray &bytes)
 {
     m_buffer += bytes;
-    while (m_terminal.isPlugged()) {
+    while (m_port.isPlugged()) {
         const QByteArray command = takeCommand();
         if (command.isEmpty())
             return;
@@ -98,7 +89,7 @@ void Loader::takeBytes(const QByteArray &bytes)
         const Form *form = formOf(command);
         if (form == nullptr || !command.endsWith(EndMark)) {
             m_log.violation(QStringLiteral("no command"));
-            m_terminal.write(NotInStep);
+            m_port.write(NotInStep);
             continue;
         }
         examine(command, form->step);
@@ -146,30 +137,22 @@ void Loader::answer(Step step)
         if (fault.step != step || (fault.nth >= 0 && fault.nth != nth))
             continue;
         switch (fault.kind) {
-        case LoaderFault::Wrong: m_terminal.write(Failed); return;
+        case LoaderFault::Wrong: m_port.write(Failed); return;
         case LoaderFault::Silent: return;
         case LoaderFault::Unplug: // not under the terminal, which is telling of the command
-            QMetaObject::invokeMethod(this, &Loader::unplug, Qt::QueuedConnection);
+            QTimer::singleShot(0, this, [this] { unplug(); });
             return;
-        case LoaderFault::Late: QTimer::singleShot(LateMs, this, [this] { m_terminal.write(Good); }); return;
+        case LoaderFault::Late: QTimer::singleShot(LateMs, this, [this] { m_port.write(Good); }); return;
         }
     }
-    m_terminal.write(m_options.noise >= 0 ? anyBytes() : rubbish() + Good);
-}
-
-void Loader::unplug()
-{
-    m_terminal.unplug();
-    m_log.event(QStringLiteral("unplugged"));
+    m_port.write(m_options.noise >= 0 ? anyBytes() : rubbish() + Good);
 }
 
 /// Often the good answer, so that the other side gets on to all its steps.
 QByteArray Loader::anyBytes()
 {
-    QByteArray bytes;
-    for (auto left = m_random() % 6; left > 0; --left)
-        bytes += char(m_random() % 256);
-    return m_random() % 16 == 0 ? bytes : bytes + Good;
+    const QByteArray bytes = m_noise.bytes(m_noise.below(6));
+    return m_noise.below(16) == 0 ? bytes : bytes + Good;
 }
 
 /// Bytes of every value but the one that begins an answer.
@@ -177,7 +160,7 @@ QByteArray Loader::rubbish()
 {
     QByteArray bytes;
     while (bytes.size() < m_options.rubbish) {
-        const char byte = char(m_random() % 256);
+        const char byte = char(m_noise.byte());
         if (byte != Good.at(0))
             bytes += byte;
     }

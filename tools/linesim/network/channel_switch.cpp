@@ -62,7 +62,7 @@ void ChannelSwitch::tick(const QDateTime &now)
     if (!m_line->isReady())
         return;
     if (!m_told)
-        doPoint(m_channelName);
+        tellChannel(m_channelName);
     m_exchange.tick();
 }
 

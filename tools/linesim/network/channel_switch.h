@@ -26,7 +26,7 @@ public:
     ChannelSwitch(const ChannelSwitchOptions &options, EventLog &log);
 
 private:
-    [[nodiscard]] bool runOwn(const QString &name, const QString &argument) override;
+    [[nodiscard]] bool runHere(const QString &name, const QString &argument) override;
     void takeConnection() override;
     void takeLoss() override;
     void takeText(const QString &text) override;
@@ -34,16 +34,8 @@ private:
     void sayFigures() override;
     void perform(Deed::What what);
 
-    void doCall(const QString &numberAndHabits);
-    void doHangUp(const QString &);
-    void doAsk(const QString &);
-    void doAnswerback(const QString &);
-    void doTelegram(const QString &);
-    void doCheck(const QString &);
-    void doCrypt(const QString &);
-    void doSay(const QString &text);
-    void doPoint(const QString &name);
-    void doFigures(const QString &);
+    void callTerminal(const QString &numberAndHabits);
+    void tellChannel(const QString &name);
 
     QString m_channelName;
     bool m_stores;

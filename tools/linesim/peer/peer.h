@@ -13,20 +13,14 @@ public:
     Peer(const PeerOptions &options, EventLog &log);
 
 private:
-    [[nodiscard]] bool runOwn(const QString &name, const QString &argument) override;
+    [[nodiscard]] bool runHere(const QString &name, const QString &argument) override;
     void takeConnection() override;
     void takeText(const QString &text) override;
     void tick(const QDateTime &now) override;
     void confirmWhatWaits();
     void confirm(int number);
-
-    void doSend(const QString &path);
-    void doText(const QString &text);
-    void doRaw(const QString &hex);
-    void doConfirm(const QString &);
-    void doFlood(const QString &characters);
-    void doNoise(const QString &countAndSeed);
-    void doHalfCommand(const QString &);
+    void flood(const QString &letters);
+    void makeNoise(const QString &countAndSeed);
 
     bool m_confirms;
     int m_unconfirmed = 0; // telegrams whose confirmation waits

@@ -19,11 +19,9 @@ constexpr int CodesAtOnce = 64; // in a tick without pacing: a port holds only s
 } // namespace
 
 Perforator::Perforator(const PerforatorOptions &options, EventLog &log)
-    : m_options(options), m_log(log), m_terminal(options.port), m_judge(log, options.answerMs), m_punch(log)
+    : SerialDevice(options.serial, options.port, log), m_options(options), m_judge(log, options.answerMs),
+      m_punch(log)
 {
-    connect(&m_terminal, &PseudoTerminal::opened, this, &Perforator::takeOpening);
-    connect(&m_terminal, &PseudoTerminal::closed, this, &Perforator::takeClosing);
-    connect(&m_terminal, &PseudoTerminal::received, this, &Perforator::takeBytes);
     connect(&m_timer, &QTimer::timeout, this, &Perforator::tick);
     m_timer.setTimerType(Qt::PreciseTimer);
     m_paced.start();
@@ -32,9 +30,9 @@ Perforator::Perforator(const PerforatorOptions &options, EventLog &log)
 
 bool Perforator::start()
 {
-    if (m_punch.open(m_options.punchFile, m_options.punchTextFile) && mountTape() && plug())
-        return true;
-    m_log.event(QStringLiteral("error"), QStringLiteral("no port, or a file does not open"));
+    if (m_punch.open(m_options.punchFile, m_options.punchTextFile) && mountTape())
+        return SerialDevice::start();
+    m_log.event(QStringLiteral("error"), QStringLiteral("a file does not open"));
     return false;
 }
 
@@ -57,25 +55,10 @@ bool Perforator::mountTape()
     return true;
 }
 
-bool Perforator::plug()
-{
-    if (!m_terminal.plug())
-        return false;
-    m_log.event(QStringLiteral("port"), m_options.serial + QLatin1Char('=') + m_terminal.portName());
-    return true;
-}
-
 void Perforator::takeOpening()
 {
     m_judge.open();
     m_sinceStatus.invalidate();
-    m_log.event(QStringLiteral("opened"));
-}
-
-void Perforator::takeClosing()
-{
-    m_reading = false;
-    m_log.event(QStringLiteral("closed"));
 }
 
 void Perforator::takeBytes(const QByteArray &bytes)
@@ -119,7 +102,7 @@ void Perforator::tick()
     const int due = codesDue();
     if (!m_jammed)
         m_punch.punch(due);
-    if (!m_terminal.isOpen())
+    if (!m_port.isOpen())
         return;
     if (m_reading)
         readTape(due);
@@ -140,7 +123,7 @@ void Perforator::readTape(int count)
 {
     const QByteArray codes = m_tape.mid(m_tapeAt, count);
     m_tapeAt += codes.size();
-    m_terminal.write(codes);
+    m_port.write(codes);
     if (m_tapeAt < m_tape.size())
         return;
     m_reading = false;
@@ -155,7 +138,7 @@ void Perforator::tellStatus()
     m_sinceStatus.start();
     const int room = m_jammed ? 0 : qBound(0, m_options.room - m_punch.waiting(), MostRoom);
     m_judge.tellRoom(room);
-    m_terminal.write(QByteArray(1, char(Status | room)));
+    m_port.write(QByteArray(1, char(Status | room)));
 }
 
 int runPerforator(const QStringList &arguments)

@@ -1,10 +1,9 @@
 #pragma once
 
-#include "tools/linesim/console/event_log.h"
 #include "tools/linesim/perforator/perforator_judge.h"
 #include "tools/linesim/perforator/perforator_options.h"
 #include "tools/linesim/perforator/tape_punch.h"
-#include "tools/linesim/serial/pseudo_terminal.h"
+#include "tools/linesim/serial/serial_device.h"
 
 #include <QElapsedTimer>
 #include <QObject>
@@ -12,35 +11,23 @@
 
 /// A paper-tape punch and reader on a serial port of its own: it punches the codes that come, tells its room,
 /// and reads the tape in its reader on command. Commands turn it against the workstation.
-class Perforator : public QObject
+class Perforator : public SerialDevice
 {
     Q_OBJECT
 
 public:
     Perforator(const PerforatorOptions &options, EventLog &log);
 
-    /// Plugs it in; false if a file does not open or the port cannot be made.
-    [[nodiscard]] bool start();
-    /// Runs one command; an unknown one is the event "error".
-    void run(const QString &command);
-    [[nodiscard]] QString portName() const { return m_terminal.portName(); }
-
-signals:
-    void quit();
+    /// False, with an event, if a file does not open or the port cannot be made.
+    [[nodiscard]] bool start() override;
 
 private:
-    using Action = void (Perforator::*)(const QString &argument);
-    struct Command {
-        const char *name;
-        Action action;
-    };
-    static const Command commands[];
+    [[nodiscard]] bool runOwn(const QString &name, const QString &argument) override;
+    void takeOpening() override;
+    void takeClosing() override { m_reading = false; }
+    void takeBytes(const QByteArray &bytes) override;
 
-    [[nodiscard]] bool plug();
     [[nodiscard]] bool mountTape();
-    void takeOpening();
-    void takeClosing();
-    void takeBytes(const QByteArray &bytes);
     void takeByte(char byte);
     void startReading();
     void stopReading();
@@ -49,20 +36,11 @@ private:
     void readTape(int count);
     void tellStatus();
 
-    void doUnplug(const QString &);
-    void doPlug(const QString &);
-    void doJam(const QString &);
-    void doUnjam(const QString &);
-    void doGarbage(const QString &countAndSeed);
-    void doTape(const QString &path);
-    void doTapeCodes(const QString &path);
-    void changeTape(const QString &path);
-    void doRewind(const QString &);
-    void doQuit(const QString &);
+    void setJammed(bool jammed);
+    void sendGarbage(const QString &countAndSeed);
+    void changeTape(const QString &textFile, const QString &codesFile);
 
     PerforatorOptions m_options;
-    EventLog &m_log;
-    PseudoTerminal m_terminal;
     PerforatorJudge m_judge;
     TapePunch m_punch;
     QByteArray m_tape; ///< codes on the tape in the reader

@@ -1,96 +1,48 @@
+#include "tools/linesim/console/command_table.h"
+#include "tools/linesim/console/noise.h"
 #include "tools/linesim/perforator/perforator.h"
 
-#include <QRandomGenerator>
-
-const Perforator::Command Perforator::commands[] = {
-    {"unplug", &Perforator::doUnplug},
-    {"plug", &Perforator::doPlug},
-    {"jam", &Perforator::doJam}, // nothing is punched, and there is no room
-    {"unjam", &Perforator::doUnjam},
-    {"garbage", &Perforator::doGarbage},      // so many random bytes; a seed repeats them
-    {"tape", &Perforator::doTape},            // another tape in the reader, a file like that of --tape
-    {"tape-codes", &Perforator::doTapeCodes}, // the same, a file like that of --tape-codes
-    {"rewind", &Perforator::doRewind},
-    {"quit", &Perforator::doQuit},
-};
-
-void Perforator::run(const QString &command)
+bool Perforator::runOwn(const QString &name, const QString &argument)
 {
-    const QString name = command.section(QLatin1Char(' '), 0, 0);
-    if (name.isEmpty())
-        return;
-    for (const Command &known : commands) {
-        if (name == QLatin1String(known.name))
-            return (this->*known.action)(command.section(QLatin1Char(' '), 1));
-    }
-    m_log.event(QStringLiteral("error"), QStringLiteral("no command ") + command);
+    static const Command<Perforator> commands[] = {
+        // Nothing is punched, and there is no room; and the end of it
+        {"jam", [](Perforator &p, const QString &) { p.setJammed(true); }},
+        {"unjam", [](Perforator &p, const QString &) { p.setJammed(false); }},
+        // So many random bytes; a seed repeats them
+        {"garbage", [](Perforator &p, const QString &countAndSeed) { p.sendGarbage(countAndSeed); }},
+        // Another tape in the reader, a file like that of --tape or --tape-codes
+        {"tape", [](Perforator &p, const QString &path) { p.changeTape(path, QString()); }},
+        {"tape-codes", [](Perforator &p, const QString &path) { p.changeTape(QString(), path); }},
+        {"rewind",
+         [](Perforator &p, const QString &) {
+             p.m_tapeAt = 0;
+             p.m_log.event(QStringLiteral("rewound"));
+         }},
+    };
+    return runFrom(commands, *this, name, argument) || SerialDevice::runOwn(name, argument);
 }
 
-void Perforator::doUnplug(const QString &)
+void Perforator::setJammed(bool jammed)
 {
-    m_terminal.unplug();
-    m_reading = false;
-    m_log.event(QStringLiteral("unplugged"));
+    m_jammed = jammed;
+    m_log.event(jammed ? QStringLiteral("jammed") : QStringLiteral("unjammed"));
 }
 
-void Perforator::doPlug(const QString &)
+void Perforator::sendGarbage(const QString &countAndSeed)
 {
-    if (!m_terminal.isPlugged() && !plug())
-        m_log.event(QStringLiteral("error"), QStringLiteral("no port"));
-}
-
-void Perforator::doJam(const QString &)
-{
-    m_jammed = true;
-    m_log.event(QStringLiteral("jammed"));
-}
-
-void Perforator::doUnjam(const QString &)
-{
-    m_jammed = false;
-    m_log.event(QStringLiteral("unjammed"));
-}
-
-void Perforator::doGarbage(const QString &countAndSeed)
-{
-    const int count = qBound(0, countAndSeed.section(QLatin1Char(' '), 0, 0).toInt(), 4096);
-    QRandomGenerator random(countAndSeed.section(QLatin1Char(' '), 1).toUInt());
-    QByteArray bytes(count, Qt::Uninitialized);
-    for (char &byte : bytes)
-        byte = char(random.bounded(256));
+    constexpr int Most = 4096; // a port holds no more
+    const QByteArray bytes = noiseOf(countAndSeed).left(Most);
     m_judge.tellGarbage();
-    m_terminal.write(bytes);
-    m_log.event(QStringLiteral("garbage"), QString::number(count));
+    m_port.write(bytes);
+    m_log.event(QStringLiteral("garbage"), QString::number(bytes.size()));
 }
 
-void Perforator::doTape(const QString &path)
+void Perforator::changeTape(const QString &textFile, const QString &codesFile)
 {
-    m_options.tapeFile = path;
-    changeTape(path);
-}
-
-void Perforator::doTapeCodes(const QString &path)
-{
-    m_options.tapeFile.clear();
-    m_options.tapeCodesFile = path;
-    changeTape(path);
-}
-
-void Perforator::changeTape(const QString &path)
-{
+    m_options.tapeFile = textFile;
+    m_options.tapeCodesFile = codesFile;
     if (mountTape())
         m_log.event(QStringLiteral("tape"), QString::number(m_tape.size()));
     else
-        m_log.event(QStringLiteral("error"), QStringLiteral("no tape ") + path);
-}
-
-void Perforator::doRewind(const QString &)
-{
-    m_tapeAt = 0;
-    m_log.event(QStringLiteral("rewound"));
-}
-
-void Perforator::doQuit(const QString &)
-{
-    emit quit();
+        m_log.event(QStringLiteral("error"), QStringLiteral("no tape ") + textFile + codesFile);
 }
