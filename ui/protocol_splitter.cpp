@@ -10,8 +10,9 @@ constexpr int FirstTextCode = 10; // below it a character is a type mark
 
 void CProtocolSplitter::restart(const Rules &rules)
 {
-    *this = CProtocolSplitter();
-    m_rules = rules;
+    CProtocolSplitter fresh;
+    fresh.m_rules = rules; // perhaps this object's own
+    *this = fresh;
 }
 
 bool CProtocolSplitter::hasOnlyGrown(const QStringList &source) const

@@ -169,6 +169,17 @@ private slots:
         QCOMPARE(splitter.received(), fresh.received());
     }
 
+    void anotherJournalIsCutByTheSameRules()
+    {
+        CProtocolSplitter splitter;
+        splitter.restart(rules(true, true, 2));
+        splitter.take(lines({"\\1ABC>", "\\2D>"}));
+        splitter.take(lines({"\\2XYZ>"}));
+        QVERIFY(splitter.rules() == rules(true, true, 2));
+        QCOMPARE(shown(splitter.received()), QString());
+        QCOMPARE(shown(splitter.sent()), QString("\\2XY / \\2Z>"));
+    }
+
     void restartForgetsEverything()
     {
         CProtocolSplitter splitter;
