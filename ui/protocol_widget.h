@@ -24,7 +24,8 @@ class QScrollBar;
 ///
 /// A row of the roll is a line of the list shown. The roll follows the journal as long as it stands at the
 /// end of today; scrolled back it stays where it is. With "Разделить" it has two panes, above what was
-/// received and below what was sent, which scroll together.
+/// received and below what was sent, which scroll together; each of them keeps its place when the other
+/// grows.
 class CProtocolWidget : public QWidget
 {
     Q_OBJECT
@@ -120,7 +121,8 @@ private:
     struct Pane {
         const QStringList *lines;
         QRect area;
-        int top; ///< line in the first row
+        int shift; ///< what the bar's value lacks to the line in the first row, 0 or less
+        int top;   ///< line in the first row
     };
 
     // Panel
@@ -139,7 +141,11 @@ private:
     [[nodiscard]] bool isFiltered() const;
     [[nodiscard]] int longestList() const;
     [[nodiscard]] int rowsOfPane() const;
+    [[nodiscard]] int tailTop(const QStringList &lines) const;
+    [[nodiscard]] Pane newPane(const QStringList &lines, const QRect &area, int shift) const;
     [[nodiscard]] QVector<Pane> panes() const;
+    void alignPanes();
+    [[nodiscard]] int lastPosition() const;
     void updateRange(bool toEnd);
     void clearSelection();
 
@@ -170,10 +176,12 @@ private:
     QStringList m_otherDay;       ///< lines of a day that is not today
     CProtocolSplitter m_splitter; ///< lists of the filtered and of the split view
     const QStringList *m_shown;   ///< the list that selection and search work on
-    int m_dirty = 0;              ///< changes that the list shown does not have yet
-    int m_unshown = 0;            ///< changes that the screen does not have yet
-    bool m_wholeUnshown = false;  ///< among them one that moves the lines
-    int m_firstSelected = -1;     ///< line of the list shown, -1 is none
+    int m_receivedShift = 0;      ///< of the split view's panes, see Pane::shift
+    int m_sentShift = 0;
+    int m_dirty = 0;             ///< changes that the list shown does not have yet
+    int m_unshown = 0;           ///< changes that the screen does not have yet
+    bool m_wholeUnshown = false; ///< among them one that moves the lines
+    int m_firstSelected = -1;    ///< line of the list shown, -1 is none
     int m_lastSelected = -1;
     int m_anchor = -1;      ///< line of the last press
     int m_pressColumn = -1; ///< x of the last press

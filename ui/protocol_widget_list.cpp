@@ -35,6 +35,7 @@ void CProtocolWidget::showListAnew()
     clearSelection();
     ++m_dirty;
     checkShowList();
+    alignPanes();
     updateRange(false);
 }
 
@@ -43,8 +44,12 @@ void CProtocolWidget::checkShowList()
     if (m_dirty == 0)
         return;
     m_dirty = 0;
-    if (isFiltered())
-        m_splitter.take(source());
+    if (!isFiltered())
+        return;
+    const int received = m_splitter.received().size(), sent = m_splitter.sent().size();
+    m_splitter.take(source());
+    if (m_splitter.received().size() < received || m_splitter.sent().size() < sent)
+        alignPanes(); // another journal: the former places mean nothing
 }
 
 int CProtocolWidget::linesOnScreen() const
@@ -62,27 +67,52 @@ int CProtocolWidget::longestList() const
     return m_showSplit ? qMax(m_splitter.received().size(), m_splitter.sent().size()) : m_shown->size();
 }
 
-// Both panes of the split view stand equally far from their ends, so that at the bar's end they show the
-// last received and the last sent lines.
+// The first line of a pane that shows the end of its list.
+int CProtocolWidget::tailTop(const QStringList &lines) const
+{
+    return qMax(0, lines.size() - rowsOfPane());
+}
+
+CProtocolWidget::Pane CProtocolWidget::newPane(const QStringList &lines, const QRect &area, int shift) const
+{
+    return {&lines, area, shift, qBound(0, m_bar->value() + shift, tailTop(lines))};
+}
+
 QVector<CProtocolWidget::Pane> CProtocolWidget::panes() const
 {
     const QRect area = textArea();
-    const int back = m_bar->maximum() - m_bar->value();
-    const auto topOf = [&](const QStringList &lines) { return qMax(0, lines.size() - rowsOfPane() - back); };
     if (!m_showSplit)
-        return {{m_shown, area, topOf(*m_shown)}};
+        return {newPane(*m_shown, area, 0)};
     const int half = area.height() / 2;
     const QRect upper(area.left(), area.top(), area.width(), half);
     const QRect lower(area.left(), area.top() + half + 1, area.width(), area.height() - half - 1);
-    return {{&m_splitter.received(), upper, topOf(m_splitter.received())},
-            {&m_splitter.sent(), lower, topOf(m_splitter.sent())}};
+    return {newPane(m_splitter.received(), upper, m_receivedShift),
+            newPane(m_splitter.sent(), lower, m_sentShift)};
+}
+
+// The panes of the split view scroll together, line by line. At the bar's end both stand at their ends; once
+// scrolled back each keeps the distance that it had to the bar, so that a list which grows moves neither, and
+// the bar grows by as much as is needed to reach both ends again.
+void CProtocolWidget::alignPanes()
+{
+    const int received = tailTop(m_splitter.received()), sent = tailTop(m_splitter.sent());
+    m_receivedShift = qMin(0, received - sent);
+    m_sentShift = qMin(0, sent - received);
+}
+
+int CProtocolWidget::lastPosition() const
+{
+    if (!m_showSplit)
+        return tailTop(*m_shown);
+    return qMax(tailTop(m_splitter.received()) - m_receivedShift, tailTop(m_splitter.sent()) - m_sentShift);
 }
 
 void CProtocolWidget::updateRange(bool toEnd)
 {
-    const int rows = rowsOfPane();
-    m_bar->setPageStep(rows);
-    m_bar->setRange(0, qMax(0, longestList() - rows));
+    if (toEnd)
+        alignPanes();
+    m_bar->setPageStep(rowsOfPane());
+    m_bar->setRange(0, lastPosition());
     if (toEnd)
         m_bar->setValue(m_bar->maximum());
 }

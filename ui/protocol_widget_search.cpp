@@ -46,7 +46,8 @@ void CProtocolWidget::selectAndShowLine(int line)
 {
     m_firstSelected = m_lastSelected = line;
     m_anchor = -1;
-    const int back = m_shown->size() - rowsOfPane() - line;
-    m_bar->setValue(m_bar->maximum() - qMax(0, back));
+    for (const Pane &pane : panes())
+        if (pane.lines == m_shown)
+            m_bar->setValue(qMin(line, tailTop(*pane.lines)) - pane.shift);
     updateAll();
 }
