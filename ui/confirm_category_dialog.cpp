@@ -4,6 +4,7 @@
 #include "ui/sound.h"
 
 #include <QPushButton>
+#include <QShowEvent>
 #include <QTextEdit>
 #include <QVBoxLayout>
 
@@ -26,7 +27,7 @@ CConfirmCategoryDialog::CConfirmCategoryDialog(QWidget *parent) : QDialog(parent
 
 void CConfirmCategoryDialog::showEvent(QShowEvent *event)
 {
-    if (Options.soundCTlgType != 0)
-        sound.play(Options.soundCTlgFile, Options.soundCTlgType);
     QDialog::showEvent(event);
+    if (Options.soundCTlgType != 0 && !event->spontaneous()) // that is the system's, of a minimised window
+        sound.play(Options.soundCTlgFile, Options.soundCTlgType);
 }

@@ -10,6 +10,7 @@
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QShowEvent>
 
 namespace
 {
@@ -80,8 +81,10 @@ void CConfirmRDialog::slotPressCancel()
 
 void CConfirmRDialog::showEvent(QShowEvent *event)
 {
+    QDialog::showEvent(event);
+    if (event->spontaneous()) // the system's, of a window that was minimised
+        return;
     sound.play(Options.soundRTlgFile, Options.soundRTlgType);
     countdown = Options.autoConfirmRTimeOut;
     m_confirm->setText(ConfirmLabel);
-    QDialog::showEvent(event);
 }
