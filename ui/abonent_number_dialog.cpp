@@ -3,7 +3,9 @@
 #include "app/options.h"
 #include "ui/layouts.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
+#include <QCompleter>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -19,6 +21,7 @@ CAbonentNumberDialog::CAbonentNumberDialog(QWidget *parent)
     m_numbers->setInsertPolicy(QComboBox::NoInsert);
     m_numbers->addItems(Options.lastManualCallNumbers);
     m_numbers->lineEdit()->setPlaceholderText(QStringLiteral("0000"));
+    offerNumbersAsList();
 
     auto *line = new QHBoxLayout0;
     line->addWidget(new QLabel(QStringLiteral("Номер")));
@@ -44,9 +47,27 @@ int CAbonentNumberDialog::exec(const QString &startNumber, const QString &title)
     return QDialog::exec();
 }
 
+// A former number that is put behind the one being typed would be dialled in its stead.
+void CAbonentNumberDialog::offerNumbersAsList()
+{
+    QCompleter *completer = m_numbers->completer();
+    completer->setCompletionMode(QCompleter::PopupCompletion);
+    // Enter over the open list closes the list alone. If nothing in it has been chosen, it is meant to dial.
+    connect(m_numbers->lineEdit(), &QLineEdit::returnPressed, this, [this, completer] {
+        if (completer->popup()->isVisible() && !completer->popup()->currentIndex().isValid())
+            m_dial->click();
+    });
+}
+
+void CAbonentNumberDialog::setDialAllowed(bool allowed)
+{
+    m_dialAllowed = allowed;
+    slotNumberChanged(m_numbers->currentText());
+}
+
 void CAbonentNumberDialog::slotNumberChanged(const QString &text)
 {
-    m_dial->setEnabled(!text.isEmpty());
+    m_dial->setEnabled(m_dialAllowed && !text.isEmpty());
 }
 
 void CAbonentNumberDialog::slotApply()

@@ -17,6 +17,9 @@ public:
     /// Runs the dialog on \a startNumber; 1 if the operator dials, the number then stands in number.
     int exec(const QString &startNumber, const QString &title);
 
+    /// Whether "Набрать" may work, with a number there; at first it may.
+    void setDialAllowed(bool allowed);
+
     QString number; ///< the number applied last
 
 public slots:
@@ -25,6 +28,9 @@ public slots:
     void slotApply();
 
 private:
+    void offerNumbersAsList();
+
     QComboBox *m_numbers;
     QPushButton *m_dial;
+    bool m_dialAllowed = true;
 };

@@ -1,6 +1,7 @@
 // Chapter of FormMain: what the buttons of the protocol tab do.
 
 #include "app/options.h"
+#include "app/state.h"
 #include "procedures/process_cks.h"
 #include "procedures/process_skk.h"
 #include "records/protocol.h"
@@ -24,9 +25,12 @@ void FormMain::protocolHangup()
     ProcessSKK.clearSKKConnection();
 }
 
+// A call that comes while the dialog is open has the line: a number would go out into it.
 void FormMain::protocolCallNumber()
 {
     CAbonentNumberDialog dialog(this);
+    connect(&ProcessSKK, &CProcessSKK::updateTlgModeInterface, &dialog,
+            [&dialog] { dialog.setDialAllowed(!State.connectionActive || Options.noLockButtonInProtocol); });
     if (dialog.exec(lastCallNumber, QStringLiteral("Номер абонента")) != QDialog::Accepted)
         return;
     lastCallNumber = dialog.number;
