@@ -35,7 +35,8 @@ class QTabWidget;
 /// day move on. It owns the tray icon, the status strip and the six tabs. Main thread.
 ///
 /// Question boxes and menus run event loops of their own: the tick and the thread slots go on inside them,
-/// so every slot here may run while another of them waits further down the stack.
+/// so every slot here may run while another of them waits further down the stack. Received text alone is
+/// never taken while other text is being taken.
 ///
 /// The chapters: form_main.cpp construction, _strip, _menu, _buttons (look), _tick, _dispatch, _day (time),
 /// _line (thread slots), _mode, _confirm, _counters, _keys, _close, _protocol,
@@ -213,8 +214,12 @@ public:
     bool sendMenuOpen = false; ///< the context menu of the send list is up: its rows must not move
     bool dispatching = false;  ///< a queue row is being handed over further down the stack
     bool closeQuestionOpen = false;
-    QString lastCallNumber;     ///< dialled last by hand
-    bool moreToReceive = false; ///< received text waits for the next round of the event loop
+    QString lastCallNumber; ///< dialled last by hand
+    /// What a turn of the event loop may spend on received text; 0 takes one piece in each. The rest waits
+    /// for the next turn, so that a flood leaves room for the tick.
+    int receiveMilliseconds = 200;
+    bool moreToReceive = false; ///< received text waits for the next turn of the event loop
+    bool receiving = false;     ///< received text is being taken further down the stack
     QString receivedBlock;      ///< text taken from the link thread and not yet cut apart
 
 private:
@@ -274,10 +279,16 @@ private:
     void cancelInProtocol();
 
     // Line
-    [[nodiscard]] bool takeReceivedPieces();
-    [[nodiscard]] bool takeReceivedCommand();
-    [[nodiscard]] bool takeReceivedText();
-    void receiveNextBlock();
+    void noteReception();
+    void takeReceivedTurn();
+    void takeNextTurn();
+    void takeRestOfReceived();
+    void returnUncut();
+    [[nodiscard]] bool fetchReceived();
+    // Take one piece and return its length; 0: there is none, or none that is whole
+    [[nodiscard]] int takeReceivedPiece();
+    [[nodiscard]] int takeReceivedCommand();
+    [[nodiscard]] int takeReceivedText();
 
     void setModeButtons(const QList<bool> &on);
     void setTlgModeLabel(const QString &text);

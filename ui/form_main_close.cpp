@@ -35,6 +35,7 @@ void FormMain::closeEvent(QCloseEvent *event)
         hide();
         return;
     }
+    takeRestOfReceived();
     rememberSettings();
     closeOtherWindows();
     QApplication::setQuitOnLastWindowClosed(true);

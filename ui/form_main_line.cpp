@@ -13,16 +13,19 @@
 #include "ui/label_clickable.h"
 #include "ui/protocol_widget.h"
 
+#include <QElapsedTimer>
 #include <QFrame>
 #include <QMutexLocker>
+#include <QScopedValueRollback>
 #include <QTimer>
 
 namespace
 {
 constexpr int CKS = 0, SKK = 1, Direct = 2; // any other value is no procedure
 constexpr int ReceiptRequestAfterText = 2;  ///< ticks from a telegram's last character to the request
-/// Characters taken at once. A line brings a few in a second; a flood must leave room for the tick.
-constexpr int ReceiveBlock = 65536;
+constexpr int ReceiveBlock = 65536;         ///< characters fetched from the link thread at once
+/// Characters of one piece of text on a dialled line, where one scan may store many telegrams.
+constexpr int SwitchedPiece = 256;
 
 /// Length of the adapter command at the head of received text. The link's rule but for "@L" and "@V", which
 /// are commands on the way out alone: their "@" is taken by itself.
@@ -76,73 +79,109 @@ void FormMain::setThreadsParams()
 
 void FormMain::slotOnTlgReceived()
 {
+    noteReception();
+    if (!moreToReceive && !receiving)
+        takeReceivedTurn();
+}
+
+void FormMain::noteReception()
+{
     State.secondsSinceRx = 0;
     State.idleSeconds = 0;
     lampReceived->setPalette(palettes[White]);
-    if (!moreToReceive)
-        receiveNextBlock();
 }
 
-void FormMain::receiveNextBlock()
+/// Takes what has come, as long as the time of a turn lasts; the tick comes in between.
+void FormMain::takeReceivedTurn()
 {
+    const QScopedValueRollback<bool> guard(receiving, true);
     moreToReceive = false;
-    bool more = true;
-    bool taken = false;
-    while (more && !taken) {
-        {
-            QMutexLocker lock(&TlgThread.recvBuffer.mutex);
-            receivedBlock += TlgThread.recvBuffer.getDataAndClear(ReceiveBlock);
-            more = !TlgThread.recvBuffer.text.isEmpty();
-        }
-        taken = takeReceivedPieces();
-    }
-    // What is not whole yet waits where the link thread adds to it.
+    QElapsedTimer turn;
+    turn.start();
+    do {
+        if (takeReceivedPiece() == 0)
+            return returnUncut();
+    } while (turn.elapsed() < receiveMilliseconds);
+    returnUncut();
+    moreToReceive = true;
+    QTimer::singleShot(0, this, &FormMain::takeNextTurn);
+}
+
+void FormMain::takeNextTurn()
+{
+    noteReception(); // what waited here had come before any silence
+    takeReceivedTurn();
+}
+
+/// The window closes: what waits by now is taken, however long that lasts. A far end that never falls silent
+/// must not hold the end up, so what comes from here on is left.
+void FormMain::takeRestOfReceived()
+{
+    int waiting = receivedBlock.size();
     {
         QMutexLocker lock(&TlgThread.recvBuffer.mutex);
-        TlgThread.recvBuffer.text.prepend(receivedBlock);
-        receivedBlock.clear();
+        waiting += TlgThread.recvBuffer.text.size();
     }
-    if (more) {
-        moreToReceive = true;
-        QTimer::singleShot(0, this, &FormMain::receiveNextBlock);
+    while (waiting > 0) {
+        const int taken = takeReceivedPiece();
+        if (taken == 0)
+            break;
+        waiting -= taken;
     }
+    returnUncut();
 }
 
-bool FormMain::takeReceivedPieces()
+/// What is not whole yet, or has no time any more, waits where the link thread adds to it.
+void FormMain::returnUncut()
 {
-    bool any = false;
-    while (true) {
-        // Both are tried in each round: text may follow the command at once.
-        const bool command = takeReceivedCommand();
-        const bool text = takeReceivedText();
-        if (!command && !text)
-            return any;
-        any = true;
-    }
+    QMutexLocker lock(&TlgThread.recvBuffer.mutex);
+    TlgThread.recvBuffer.text.prepend(receivedBlock);
+    receivedBlock.clear();
 }
 
-bool FormMain::takeReceivedCommand()
+bool FormMain::fetchReceived()
+{
+    QMutexLocker lock(&TlgThread.recvBuffer.mutex);
+    const QString fetched = TlgThread.recvBuffer.getDataAndClear(ReceiveBlock);
+    receivedBlock += fetched;
+    return !fetched.isEmpty();
+}
+
+int FormMain::takeReceivedPiece()
+{
+    do {
+        if (const int command = takeReceivedCommand())
+            return command;
+        if (const int text = takeReceivedText())
+            return text;
+    } while (fetchReceived());
+    return 0;
+}
+
+int FormMain::takeReceivedCommand()
 {
     const int length = receivedCommandLength(receivedBlock);
     if (length == 0)
-        return false;
+        return 0;
     const QString command = takeHead(receivedBlock, length);
     Log.add(command, ProtocolReceived);
     if (Options.processMode == SKK)
         ProcessSKK.processReceiveCmd(command);
-    return true;
+    return length;
 }
 
-bool FormMain::takeReceivedText()
+int FormMain::takeReceivedText()
 {
     const int end = receivedBlock.indexOf(QLatin1Char('@'));
-    const int length = end < 0 ? receivedBlock.size() : end;
+    int length = end < 0 ? receivedBlock.size() : end;
+    if (Options.processMode == SKK)
+        length = qMin(length, SwitchedPiece);
     if (length == 0)
-        return false;
+        return 0;
     const QString text = takeHead(receivedBlock, length);
     Log.add(text, ProtocolReceived);
     processReceived(text);
-    return true;
+    return length;
 }
 
 void FormMain::slotOnTlgSended()
