@@ -37,20 +37,34 @@ void CMutexString::mAppend(const QString &more)
 
 QString CTlgString::getDataAndClear(int n)
 {
-    if (n <= 0)
-        return QString();
-    m_held = qMax(0, m_held - n);
-    if (n >= text.size())
-        return std::exchange(text, QString());
-    const QString head = text.left(n);
-    text.remove(0, n);
-    return head;
+    return takeChunk(n).text;
 }
 
-QString CTlgString::holdHead(int n)
+LineChunk CTlgString::takeChunk(int n)
+{
+    if (n <= 0)
+        return {};
+    m_held = qMax(0, m_held - n);
+    operatorParts.limitTo(text.size());
+    if (n >= text.size())
+        return {std::exchange(text, QString()), std::exchange(operatorParts, COperatorParts())};
+    LineChunk chunk{text.left(n), operatorParts.takeHead(n)};
+    text.remove(0, n);
+    return chunk;
+}
+
+void CTlgString::putBack(const LineChunk &chunk)
+{
+    operatorParts.limitTo(text.size());
+    text.prepend(chunk.text);
+    operatorParts.putHead(chunk.operatorParts, chunk.text.size());
+}
+
+LineChunk CTlgString::holdHead(int n)
 {
     m_held = qBound(0, n, text.size());
-    return text.left(m_held);
+    COperatorParts parts = operatorParts;
+    return {text.left(m_held), parts.takeHead(m_held)};
 }
 
 void CTlgString::dropHeld()
@@ -61,13 +75,22 @@ void CTlgString::dropHeld()
 void CTlgString::mAppend(const QString &more)
 {
     const QMutexLocker lock(&mutex);
+    operatorParts.limitTo(text.size());
     text.append(more.constData(), more.size()); // a copy, even into an empty text
+}
+
+void CTlgString::mAppendOperators(const QString &more)
+{
+    const QMutexLocker lock(&mutex);
+    operatorParts.limitTo(text.size());
+    operatorParts.add(text.size(), text.size() + more.size());
+    text.append(more.constData(), more.size());
 }
 
 QString CTlgString::mTake()
 {
     const QMutexLocker lock(&mutex);
-    return getDataAndClear(text.size());
+    return takeChunk(text.size()).text;
 }
 
 QString CTlgString::mGet() const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "link/line_chunk.h"
+
 #include <QMutex>
 #include <QString>
 
@@ -19,21 +21,31 @@ struct CMutexString {
     void mAppend(const QString &more);
 };
 
-/// A text that one thread fills and another takes from its head. The caller holds the mutex.
+/// A text that one thread fills and another takes from its head. The caller holds the mutex. While it has
+/// operator's parts, \a text is changed by the calls below alone, or emptied.
 struct CTlgString {
     QString text;
     mutable QMutex mutex;
     QString unused; ///< kept in the object's layout; no operation reads it
+    COperatorParts operatorParts;
 
     /// Returns the first \a n characters (all if there are fewer) and removes them.
     [[nodiscard]] QString getDataAndClear(int n);
+    /// The same, and whose text they are.
+    [[nodiscard]] LineChunk takeChunk(int n);
+    /// Puts a chunk that was taken back to the head.
+    void putBack(const LineChunk &chunk);
     /// Returns the first \a n characters (all if there are fewer), which stay until dropHeld().
-    [[nodiscard]] QString holdHead(int n);
+    [[nodiscard]] LineChunk holdHead(int n);
     /// Removes what is still there of the characters that holdHead() returned.
     void dropHeld();
-    /// Appends under the mutex, which the caller must not hold.
+
+    // These hold the mutex themselves.
+
     void mAppend(const QString &more);
-    /// Takes the whole text under the mutex, which the caller must not hold.
+    /// Appends what the operator sends by hand, its line ends as "<" and ">".
+    void mAppendOperators(const QString &more);
+    /// Takes the whole text and leaves it empty.
     [[nodiscard]] QString mTake();
     [[nodiscard]] QString mGet() const;
     [[nodiscard]] bool mIsEmpty() const;

@@ -118,8 +118,8 @@ bool CTcpLoop::send()
 {
     if (m_thread.sendBuffer.mIsEmpty() || m_socket.bytesToWrite() >= UnsentBytesLimit)
         return true;
-    const QString chunk = stream.nextChunk();
-    if (chunk.isEmpty())
+    const LineChunk chunk = stream.nextChunk();
+    if (chunk.text.isEmpty())
         return true;
     if (!write(stream.encoded(chunk))) {
         m_thread.returnToSendBuffer(chunk);
@@ -127,7 +127,7 @@ bool CTcpLoop::send()
         m_thread.setState(m_prefix + QStringLiteral(": Ошибка отправки данных"));
         return false;
     }
-    m_thread.chunkSent(chunk);
+    m_thread.chunkSent(chunk.text);
     return true;
 }
 

@@ -143,24 +143,25 @@ int CTcpStream::chunkLimit()
     return limit;
 }
 
-QString CTcpStream::nextChunk()
+LineChunk CTcpStream::nextChunk()
 {
     const bool granted = m_thread.synCountdown == 0 || m_thread.peerWindow > 0;
     if (!granted)
-        return QString();
+        return {};
     const int limit = chunkLimit();
     const QMutexLocker lock(&m_thread.sendBuffer.mutex);
     const QString &waiting = m_thread.sendBuffer.text;
     const int mark = waiting.indexOf(QLatin1Char(CommandMark));
     if (mark == 0)
-        return m_thread.sendBuffer.getDataAndClear(CTlgThread::loopCmdLength(waiting));
-    return m_thread.sendBuffer.getDataAndClear(mark < 0 ? limit : std::min(limit, mark));
+        return m_thread.sendBuffer.takeChunk(CTlgThread::loopCmdLength(waiting));
+    return m_thread.sendBuffer.takeChunk(mark < 0 ? limit : std::min(limit, mark));
 }
 
-QByteArray CTcpStream::encoded(QString chunk) const
+QByteArray CTcpStream::encoded(const LineChunk &chunk) const
 {
+    QString text = chunk.withLineEnds();
     QByteArray bytes;
-    CORVAFromQString(chunk, bytes);
+    CORVAFromQString(text, bytes);
     if (ciphered && centreMode()) {
         auto *raw = reinterpret_cast<unsigned char *>(bytes.data());
         StreamCrypt.crypt_mess(raw, static_cast<unsigned char>(bytes.size()), raw);

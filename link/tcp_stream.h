@@ -1,5 +1,7 @@
 #pragma once
 
+#include "link/line_chunk.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -18,9 +20,9 @@ public:
     [[nodiscard]] QByteArray take(const QByteArray &bytes);
     /// Takes the next chunk off the send buffer: one whole command, or text up to the next command within
     /// what the peer grants. Empty if nothing may go now.
-    [[nodiscard]] QString nextChunk();
-    /// The bytes of a chunk as they go on the wire.
-    [[nodiscard]] QByteArray encoded(QString chunk) const;
+    [[nodiscard]] LineChunk nextChunk();
+    /// The bytes of a chunk as they go on the wire, the operator's line ends as CR and LF.
+    [[nodiscard]] QByteArray encoded(const LineChunk &chunk) const;
 
     bool ciphered = false;  ///< both seeds are exchanged and StreamCrypt is keyed
     QByteArray heldCommand; ///< the incomplete command, with its "@"

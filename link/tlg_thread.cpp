@@ -133,8 +133,8 @@ void CTlgThread::chunkSent(const QString &chunk)
         sentEvents.add(1);
 }
 
-void CTlgThread::returnToSendBuffer(const QString &chunk)
+void CTlgThread::returnToSendBuffer(const LineChunk &chunk)
 {
     const QMutexLocker lock(&sendBuffer.mutex);
-    sendBuffer.text.prepend(chunk);
+    sendBuffer.putBack(chunk);
 }

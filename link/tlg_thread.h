@@ -73,7 +73,7 @@ public:
     /// Notes a chunk that has gone to the line.
     void chunkSent(const QString &chunk);
     /// Puts a chunk that did not get out back to the head of the send buffer.
-    void returnToSendBuffer(const QString &chunk);
+    void returnToSendBuffer(const LineChunk &chunk);
     [[nodiscard]] QPair<QString, int> tcpPeer() const;
     [[nodiscard]] int silenceLimit() const;   ///< seconds, option TimeOut
     [[nodiscard]] QString channelKey() const; ///< option key

@@ -63,7 +63,7 @@ void FormMain::TlgSend(QString text)
     if (text.isEmpty())
         return;
     text.replace(QLatin1Char('\r'), QLatin1Char('<')).replace(QLatin1Char('\n'), QLatin1Char('>'));
-    TlgThread.sendBuffer.mAppend(upperMTK2(text));
+    TlgThread.sendBuffer.mAppendOperators(upperMTK2(text));
     protocolWidget->slotProtocolDataChanged();
 }
 

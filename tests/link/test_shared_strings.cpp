@@ -76,8 +76,8 @@ void TestSharedStrings::heldHeadStaysUntilItIsDropped()
 {
     CTlgString buffer;
     buffer.text = QStringLiteral("АБВГ");
-    QCOMPARE(buffer.holdHead(2), QStringLiteral("АБ"));
-    QCOMPARE(buffer.holdHead(3), QStringLiteral("АБВ"));
+    QCOMPARE(buffer.holdHead(2).text, QStringLiteral("АБ"));
+    QCOMPARE(buffer.holdHead(3).text, QStringLiteral("АБВ"));
     buffer.mAppend(QStringLiteral("Д"));
     QCOMPARE(buffer.mGet(), QStringLiteral("АБВГД"));
     buffer.dropHeld();
@@ -91,13 +91,13 @@ void TestSharedStrings::withdrawnHeadIsNotDroppedAgain()
 {
     CTlgString buffer;
     buffer.text = QStringLiteral("АБВГ");
-    QCOMPARE(buffer.holdHead(2), QStringLiteral("АБ"));
+    QCOMPARE(buffer.holdHead(2).text, QStringLiteral("АБ"));
     QCOMPARE(buffer.mTake(), QStringLiteral("АБВГ"));
     buffer.mAppend(QStringLiteral("АБ"));
     buffer.dropHeld();
     QCOMPARE(buffer.mGet(), QStringLiteral("АБ"));
 
-    QCOMPARE(buffer.holdHead(2), QStringLiteral("АБ"));
+    QCOMPARE(buffer.holdHead(2).text, QStringLiteral("АБ"));
     QCOMPARE(buffer.getDataAndClear(1), QStringLiteral("А"));
     buffer.mAppend(QStringLiteral("В"));
     buffer.dropHeld();
@@ -110,12 +110,12 @@ void TestSharedStrings::rowOfHoldsMovesThroughTheText()
     buffer.text = QStringLiteral("АБВГД");
     QString gone;
     while (!buffer.mIsEmpty()) {
-        gone += buffer.holdHead(2);
+        gone += buffer.holdHead(2).text;
         buffer.dropHeld();
     }
     QCOMPARE(gone, QStringLiteral("АБВГД"));
-    QCOMPARE(buffer.holdHead(2), QString());
-    QCOMPARE(buffer.holdHead(-1), QString());
+    QCOMPARE(buffer.holdHead(2).text, QString());
+    QCOMPARE(buffer.holdHead(-1).text, QString());
 }
 
 QTEST_GUILESS_MAIN(TestSharedStrings)

@@ -36,6 +36,11 @@ private slots:
     void sentChunkIsLoggedAndCounted();
     void guaranteedTransferKeepsTextOutOfTheLog();
     void refusedChunkReturnsToTheHead();
+    void operatorsLineEndsAreCrAndLf();
+    void procedureMeansTheSignsThemselves();
+    void refusedChunkKeepsItsOwners();
+    void everyCutKeepsTheOwners_data();
+    void everyCutKeepsTheOwners();
 };
 
 namespace
@@ -54,6 +59,9 @@ struct Near {
         thread.peerWindow = qMax(0, window);
     }
     QString left() { return thread.sendBuffer.mGet(); }
+    QString next() { return stream.nextChunk().text; }
+    /// The bytes of a text that a procedure wrote.
+    [[nodiscard]] QByteArray encoded(const char *text) const { return stream.encoded({qs(text), {}}); }
     CTlgThread thread;
     CTcpStream stream;
 };
@@ -77,19 +85,19 @@ void TestTcpSending::init()
 void TestTcpSending::chunkIs32CharactersBeforeThePeerSpeaks()
 {
     Near near(letters(70));
-    QCOMPARE(near.stream.nextChunk(), letters(70).left(32));
-    QCOMPARE(near.stream.nextChunk(), letters(70).mid(32, 32));
-    QCOMPARE(near.stream.nextChunk(), letters(70).mid(64));
-    QCOMPARE(near.stream.nextChunk(), QString());
+    QCOMPARE(near.next(), letters(70).left(32));
+    QCOMPARE(near.next(), letters(70).mid(32, 32));
+    QCOMPARE(near.next(), letters(70).mid(64));
+    QCOMPARE(near.next(), QString());
 }
 
 void TestTcpSending::nothingGoesWithoutWindowOnceThePeerHasSpoken()
 {
     Near near(letters(10));
     (void)near.stream.take("\x16");
-    QCOMPARE(near.stream.nextChunk(), QString());
+    QCOMPARE(near.next(), QString());
     (void)near.stream.take("A");
-    QCOMPARE(near.stream.nextChunk(), QString());
+    QCOMPARE(near.next(), QString());
     QCOMPARE(near.left(), letters(10));
 }
 
@@ -97,18 +105,18 @@ void TestTcpSending::oneWindowLetsOneChunkOut()
 {
     Near near(letters(40));
     (void)near.stream.take("\xB5");
-    QCOMPARE(near.stream.nextChunk(), letters(40).left(10));
+    QCOMPARE(near.next(), letters(40).left(10));
     QCOMPARE(near.thread.peerWindow, 0);
-    QCOMPARE(near.stream.nextChunk(), QString());
+    QCOMPARE(near.next(), QString());
     (void)near.stream.take("\xBF");
-    QCOMPARE(near.stream.nextChunk(), letters(40).mid(10));
+    QCOMPARE(near.next(), letters(40).mid(10));
 }
 
 void TestTcpSending::windowOfZeroLetsNothingOut()
 {
     Near near(letters(10));
     (void)near.stream.take("\xB0");
-    QCOMPARE(near.stream.nextChunk(), QString());
+    QCOMPARE(near.next(), QString());
 }
 
 void TestTcpSending::flowReportHalvesOneChunk_data()
@@ -132,9 +140,9 @@ void TestTcpSending::flowReportHalvesOneChunk()
     Near near(letters(70));
     (void)near.stream.take(report);
     near.thread.synCountdown = 0; // as if the silence timer were off
-    QCOMPARE(near.stream.nextChunk(), letters(70).left(limit));
+    QCOMPARE(near.next(), letters(70).left(limit));
     QCOMPARE(near.thread.txCredit.load(), 32);
-    QCOMPARE(near.stream.nextChunk(), letters(70).mid(limit, 32));
+    QCOMPARE(near.next(), letters(70).mid(limit, 32));
 }
 
 void TestTcpSending::windowAndFlowReportBothLimit_data()
@@ -151,27 +159,27 @@ void TestTcpSending::windowAndFlowReportBothLimit()
     QFETCH(int, limit);
     Near near(letters(70));
     (void)near.stream.take(reports);
-    QCOMPARE(near.stream.nextChunk(), letters(70).left(limit));
-    QCOMPARE(near.stream.nextChunk(), QString()); // needs a fresh window
+    QCOMPARE(near.next(), letters(70).left(limit));
+    QCOMPARE(near.next(), QString()); // needs a fresh window
     (void)near.stream.take("\xBA");
-    QCOMPARE(near.stream.nextChunk(), letters(70).mid(limit, 20));
+    QCOMPARE(near.next(), letters(70).mid(limit, 20));
 }
 
 void TestTcpSending::textStopsBeforeACommand()
 {
     Near near(qs("AB@CDE@H"));
-    QCOMPARE(near.stream.nextChunk(), qs("AB"));
-    QCOMPARE(near.stream.nextChunk(), qs("@C"));
-    QCOMPARE(near.stream.nextChunk(), qs("DE"));
-    QCOMPARE(near.stream.nextChunk(), qs("@H"));
-    QCOMPARE(near.stream.nextChunk(), QString());
+    QCOMPARE(near.next(), qs("AB"));
+    QCOMPARE(near.next(), qs("@C"));
+    QCOMPARE(near.next(), qs("DE"));
+    QCOMPARE(near.next(), qs("@H"));
+    QCOMPARE(near.next(), QString());
 }
 
 void TestTcpSending::commandGoesWholeWhateverTheLimit()
 {
     const QString command = qs("@N0123456789012345678901234567890123456789@");
     Near near(command + qs("AB"), 2);
-    QCOMPARE(near.stream.nextChunk(), command);
+    QCOMPARE(near.next(), command);
     QCOMPARE(near.left(), qs("AB"));
 }
 
@@ -179,7 +187,7 @@ void TestTcpSending::incompleteCommandStays()
 {
     for (const char *text : {"@", "@N", "@N12", "@N12+", "@1", "@12"}) {
         Near near(qs(text));
-        QCOMPARE(near.stream.nextChunk(), QString());
+        QCOMPARE(near.next(), QString());
         QCOMPARE(near.left(), qs(text));
     }
 }
@@ -187,24 +195,24 @@ void TestTcpSending::incompleteCommandStays()
 void TestTcpSending::incompleteCommandUsesTheWindowUp()
 {
     Near near(qs("@N12"), 10);
-    QCOMPARE(near.stream.nextChunk(), QString());
+    QCOMPARE(near.next(), QString());
     QCOMPARE(near.thread.peerWindow, 0);
 }
 
 void TestTcpSending::operatorKeysGoAsMarkThenText()
 {
     Near near(qs("@LAB@V"));
-    QCOMPARE(near.stream.nextChunk(), qs("@"));
-    QCOMPARE(near.stream.nextChunk(), qs("LAB"));
-    QCOMPARE(near.stream.nextChunk(), qs("@"));
-    QCOMPARE(near.stream.nextChunk(), qs("V"));
+    QCOMPARE(near.next(), qs("@"));
+    QCOMPARE(near.next(), qs("LAB"));
+    QCOMPARE(near.next(), qs("@"));
+    QCOMPARE(near.next(), qs("V"));
 }
 
 void TestTcpSending::flowReportInTheTextGoesOut()
 {
     Near near(qs("@12*AB"));
-    QCOMPARE(near.stream.nextChunk(), qs("@12*"));
-    QCOMPARE(near.stream.nextChunk(), qs("AB"));
+    QCOMPARE(near.next(), qs("@12*"));
+    QCOMPARE(near.next(), qs("AB"));
 }
 
 void TestTcpSending::newConnectionForgetsTheGrant()
@@ -222,15 +230,15 @@ void TestTcpSending::newConnectionForgetsTheGrant()
 void TestTcpSending::textGoesOutInCorva()
 {
     Near near{QString()};
-    QCOMPARE(near.stream.encoded(qs("ЗЦЗЦ 01*\r\n|#&")), QByteArray("\x87\x96\x87\x96 01\x05\r\n|#&"));
-    QCOMPARE(near.stream.encoded(qs("@N12+@")), QByteArray("@N12+@"));
+    QCOMPARE(near.encoded("ЗЦЗЦ 01*\r\n|#&"), QByteArray("\x87\x96\x87\x96 01\x05\r\n|#&"));
+    QCOMPARE(near.encoded("@N12+@"), QByteArray("@N12+@"));
 }
 
 void TestTcpSending::charactersWithoutCodeGoAsNothing()
 {
     Near near{QString()};
-    QCOMPARE(near.stream.encoded(qs("€№")), QByteArray());
-    QCOMPARE(near.stream.encoded(qs("A€B")), QByteArray("AB"));
+    QCOMPARE(near.encoded("€№"), QByteArray());
+    QCOMPARE(near.encoded("A€B"), QByteArray("AB"));
 }
 
 void TestTcpSending::cipheredChunkHasExactBytes()
@@ -243,9 +251,9 @@ void TestTcpSending::cipheredChunkHasExactBytes()
     StreamCrypt.init_decrypt(4);
     Near near{QString()};
     near.stream.ciphered = true;
-    QCOMPARE(near.stream.encoded(qs("АБВГ")), QByteArray("\x87\x82\x83\x84"));
+    QCOMPARE(near.encoded("АБВГ"), QByteArray("\x87\x82\x83\x84"));
     // The next chunk starts at the same position with the seed added once more: 0C.
-    QCOMPARE(near.stream.encoded(qs("АБВГ")), QByteArray("\x8C\x82\x83\x8F"));
+    QCOMPARE(near.encoded("АБВГ"), QByteArray("\x8C\x82\x83\x8F"));
 }
 
 void TestTcpSending::onlyTheCentreModeCiphers()
@@ -258,7 +266,7 @@ void TestTcpSending::onlyTheCentreModeCiphers()
         Options.processMode = mode;
         Near near{QString()};
         near.stream.ciphered = true;
-        QCOMPARE(near.stream.encoded(qs("АБ")), QByteArray("\x80\x81"));
+        QCOMPARE(near.encoded("АБ"), QByteArray("\x80\x81"));
     }
 }
 
@@ -288,9 +296,65 @@ void TestTcpSending::guaranteedTransferKeepsTextOutOfTheLog()
 void TestTcpSending::refusedChunkReturnsToTheHead()
 {
     Near near(letters(40));
-    const QString chunk = near.stream.nextChunk();
+    const LineChunk chunk = near.stream.nextChunk();
     near.thread.returnToSendBuffer(chunk);
     QCOMPARE(near.left(), letters(40));
+}
+
+void TestTcpSending::operatorsLineEndsAreCrAndLf()
+{
+    Near near{QString()};
+    near.thread.sendBuffer.mAppendOperators(qs("АБ<>В"));
+    const LineChunk chunk = near.stream.nextChunk();
+    QCOMPARE(chunk.text, qs("АБ<>В")); // what the journal gets
+    QCOMPARE(near.stream.encoded(chunk), QByteArray("\x80\x81\r\n\x82"));
+}
+
+void TestTcpSending::procedureMeansTheSignsThemselves()
+{
+    Near near{QString()};
+    near.thread.sendBuffer.mAppend(qs("А<>\r\n"));
+    QCOMPARE(near.stream.encoded(near.stream.nextChunk()), QByteArray("\x80<>\r\n"));
+}
+
+void TestTcpSending::refusedChunkKeepsItsOwners()
+{
+    Near near{QString()};
+    near.thread.sendBuffer.mAppend(qs("<"));
+    near.thread.sendBuffer.mAppendOperators(qs("<"));
+    near.thread.returnToSendBuffer(near.stream.nextChunk());
+    near.thread.sendBuffer.mAppend(qs("<"));
+    QCOMPARE(near.stream.encoded(near.stream.nextChunk()), QByteArray("<\r<"));
+}
+
+void TestTcpSending::everyCutKeepsTheOwners_data()
+{
+    QTest::addColumn<QByteArray>("grant");
+    QTest::newRow("windows of 2") << QByteArray("\xB1");
+    QTest::newRow("windows of 10") << QByteArray("\xB5");
+    QTest::newRow("flow reports for 3") << QByteArray("\xBF@07*");
+    QTest::newRow("flow reports for 1") << QByteArray("\xBF@02*");
+}
+
+void TestTcpSending::everyCutKeepsTheOwners()
+{
+    QFETCH(QByteArray, grant);
+    Near near{QString()};
+    near.thread.sendBuffer.mAppend(qs("A<B>"));
+    near.thread.sendBuffer.mAppendOperators(qs("<>@H<>C<"));
+    near.thread.sendBuffer.mAppend(qs(">@C<>\r\n"));
+    near.thread.sendBuffer.mAppendOperators(qs("<>"));
+    QByteArray wire;
+    QString journal;
+    for (int turn = 0; turn < 30; ++turn) {
+        (void)near.stream.take(grant);
+        const LineChunk chunk = near.stream.nextChunk();
+        wire += near.stream.encoded(chunk);
+        journal += chunk.text;
+    }
+    QCOMPARE(wire, QByteArray("A<B>\r\n@H\r\nC\r>@C<>\r\n\r\n"));
+    QCOMPARE(journal, qs("A<B><>@H<>C<>@C<>\r\n<>"));
+    QCOMPARE(near.left(), QString());
 }
 
 QTEST_GUILESS_MAIN(TestTcpSending)
