@@ -1,5 +1,7 @@
 #pragma once
 
+#include "text/growing_text.h"
+
 #include <QObject>
 #include <QString>
 
@@ -23,5 +25,5 @@ public:
     /// case, so a command with a small letter does not survive it.
     void SendTlgText(QString text);
 
-    QString receiveBuffer; ///< received text not yet understood
+    CGrowingText receiveBuffer; ///< received text not yet understood
 };

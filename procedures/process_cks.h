@@ -1,6 +1,7 @@
 #pragma once
 
 #include "procedures/process.h"
+#include "text/scan_position.h"
 
 class CTableViewModelItem_Send;
 
@@ -49,15 +50,6 @@ public:
 private:
     /// The words and figures of "ВАШ 012 НАШ 034 ПОСЛЕДНИЕ ...".
     struct Receipt;
-    /// How far the end mark of the waiting message has been sought.
-    struct Sought {
-        const QChar *data = nullptr; ///< where the buffer stood in memory, and its size: it is the same one
-        int size = 0;
-        int from = 0; ///< no end mark begins in front of it
-
-        [[nodiscard]] bool fits(const QString &text) const;
-        void note(const QString &text);
-    };
 
     void takeReceiptRequest(const QString &text);
     void takeReceipt(const QString &text);
@@ -85,7 +77,7 @@ private:
     void endFile();
     void askReceipt();
 
-    Sought m_sought;
+    CScanPosition m_sought; ///< in receiveBuffer: no end mark of the waiting message begins in front of it
 };
 
 extern CProcessCKS ProcessCKS;

@@ -63,35 +63,19 @@ int lengthThroughNote(const QString &text)
 
 void CProcessCKS::processReceive(QString text)
 {
-    const bool known = m_sought.fits(receiveBuffer);
-    receiveBuffer += text;
+    receiveBuffer.append(text);
     ++receiveChunks;
-    if (known)
-        m_sought.note(receiveBuffer);
-}
-
-bool CProcessCKS::Sought::fits(const QString &text) const
-{
-    return data == text.constData() && size == text.size();
-}
-
-void CProcessCKS::Sought::note(const QString &text)
-{
-    data = text.constData();
-    size = text.size();
 }
 
 /// Position of the end mark, -1 if there is none. A message may wait for it through thousands of checks, so
 /// each looks only at what is new.
 int CProcessCKS::findEnd()
 {
-    if (!m_sought.fits(receiveBuffer))
-        m_sought.from = 0;
-    m_sought.note(receiveBuffer);
-    const int found = CUtils::indexOfNNNN(receiveBuffer.mid(m_sought.from));
-    const int end = found < 0 ? -1 : m_sought.from + found;
+    const int from = m_sought.in(receiveBuffer);
+    const int found = CUtils::indexOfNNNN(receiveBuffer.mid(from));
+    const int end = found < 0 ? -1 : from + found;
     // The last characters may be the first ones of a mark.
-    m_sought.from = end >= 0 ? end : qMax(m_sought.from, receiveBuffer.size() - (EndMarkLength - 1));
+    m_sought.reach(receiveBuffer, end >= 0 ? end : qMax(from, receiveBuffer.size() - (EndMarkLength - 1)));
     return end;
 }
 
@@ -100,7 +84,7 @@ void CProcessCKS::checkReceive()
     const int start = beginsMessage(receiveBuffer) ? 0 : CUtils::indexOfZCZC(receiveBuffer);
     if (start < 0)
         return dropNoise();
-    receiveBuffer.remove(0, start);
+    receiveBuffer.removeHead(start);
     const int end = findEnd();
     if (end < 0)
         return;
@@ -124,10 +108,10 @@ void CProcessCKS::dropNoise()
     const int end = CUtils::indexOfNNNN(receiveBuffer);
     if (end >= 0 && end + MarkWithStamp < receiveBuffer.size()) {
         checkTimeAfterNNNN(end + EndMarkLength);
-        receiveBuffer.remove(0, end + EndMarkLength);
+        receiveBuffer.removeHead(end + EndMarkLength);
     }
     if (receiveBuffer.size() > MostNoise)
-        receiveBuffer = receiveBuffer.right(NoiseKept);
+        receiveBuffer.keepTail(NoiseKept);
 }
 
 /// Takes the message in front of the end mark at \a end, unless it waits for its note. The message leaves
@@ -143,7 +127,7 @@ void CProcessCKS::takeMessage(int end, QString tail)
     }
     const int numberAt = copy.startsWith(QLatin1Char('#')) ? 1 : 0;
     if (!isNumberAt(copy, numberAt)) {
-        receiveBuffer.remove(0, end + EndMarkLength);
+        receiveBuffer.removeHead(end + EndMarkLength);
         ProcessKG(copy);
         return;
     }
@@ -154,7 +138,7 @@ void CProcessCKS::takeMessage(int end, QString tail)
         else if (CUtils::indexOfZCZC(receiveBuffer.mid(end)) < 0)
             return;
     }
-    receiveBuffer.remove(0, end + EndMarkLength);
+    receiveBuffer.removeHead(end + EndMarkLength);
     const int number = copy.midRef(numberAt, 3).toInt();
     head += copy.leftRef(numberAt + 4);
     ProcessTlg(number, copy.mid(numberAt + 4), head, tail);

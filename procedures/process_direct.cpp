@@ -29,10 +29,8 @@ bool isProtectedName(const QString &name)
 
 void CProcessDirect::processReceive(QString text)
 {
-    if (receiveBuffer.size() != m_searched)
-        m_searched = 0;
-    receiveBuffer += text;
-    if (m_searched == 0 && !findStart())
+    receiveBuffer.append(text);
+    if (!m_sought.holds(receiveBuffer) && !findStart())
         return;
     const int end = findEnd();
     if (end < 0)
@@ -41,7 +39,7 @@ void CProcessDirect::processReceive(QString text)
     // A pair of marks on a single line is talk about marks, not a telegram.
     if (telegram.contains(QLatin1Char('\r')) || telegram.contains(QLatin1Char('\n')))
         takeTelegram(telegram);
-    receiveBuffer.remove(0, end + EndMarkLength);
+    receiveBuffer.removeHead(end + EndMarkLength);
 }
 
 /// Cuts the noise in front of the start mark. False if there is none.
@@ -49,9 +47,9 @@ bool CProcessDirect::findStart()
 {
     const int start = CUtils::indexOfZCZC(receiveBuffer);
     if (start >= 0)
-        receiveBuffer.remove(0, start);
+        receiveBuffer.removeHead(start);
     else if (receiveBuffer.size() > NoiseLimit)
-        receiveBuffer = receiveBuffer.right(NoiseKept);
+        receiveBuffer.keepTail(NoiseKept);
     return start >= 0;
 }
 
@@ -59,9 +57,10 @@ bool CProcessDirect::findStart()
 /// telegram that comes in small pieces costs no more than a whole one.
 int CProcessDirect::findEnd()
 {
-    const int from = qMax(0, m_searched - (EndMarkLength - 1));
+    const int from = m_sought.in(receiveBuffer);
     const int end = CUtils::indexOfNNNN(receiveBuffer.mid(from));
-    m_searched = end < 0 ? receiveBuffer.size() : 0;
+    // The last characters may be the first ones of a mark.
+    m_sought.reach(receiveBuffer, qMax(0, receiveBuffer.size() - (EndMarkLength - 1)));
     return end < 0 ? end : from + end;
 }
 
@@ -72,8 +71,8 @@ void CProcessDirect::giveUpEndless()
     if (receiveBuffer.size() <= ReceiveLimit)
         return;
     noteEvent(QStringLiteral("Телеграмма без конца отброшена"), ProtocolError);
-    receiveBuffer.remove(0, ReceiveLimit / 2);
-    m_searched = findStart() ? receiveBuffer.size() : 0;
+    receiveBuffer.removeHead(ReceiveLimit / 2);
+    (void)findStart();
 }
 
 void CProcessDirect::takeTelegram(const QString &telegram)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "procedures/process.h"
+#include "text/scan_position.h"
 
 class CTableViewModelItem_Send;
 
@@ -37,7 +38,7 @@ private:
     void giveUpEndless();
     void takeTelegram(const QString &telegram);
 
-    int m_searched = 0; ///< length of a buffer that begins with a start mark and holds no end mark
+    CScanPosition m_sought; ///< in receiveBuffer, which then begins with a start mark: no end mark in front
 };
 
 extern CProcessDirect ProcessDirect;

@@ -2,6 +2,7 @@
 
 #include "app/options.h"
 #include "procedures/process.h"
+#include "text/scan_position.h"
 
 class CTableViewModelItem_Send;
 
@@ -59,10 +60,6 @@ public:
     /// Appends \a text to the buffer and scans it.
     void processReceive(QString text) override;
 
-    /// The next scan begins at the start of the buffer, whatever the last one has learnt; the outcome is the
-    /// same. For those who touch the buffer or the options from outside.
-    void forgetScan();
-
     /// Dials \a number in the way of Options.tlgSig; an unknown way sends nothing.
     void callNumber(QString number);
     /// Sends the own answerback.
@@ -113,10 +110,10 @@ private:
 
     /// Where a scan may take up again when text has been appended and nothing else has changed.
     struct Memory {
-        int size = 0;   ///< of the buffer when the scan ended
-        int from = 0;   ///< nothing in front of it can match any more by itself
-        int start = -1; ///< first start mark that waits for its end mark
-        int crypt = -1; ///< first announcement of encrypted text that waits for its signs
+        CScanPosition end; ///< of the buffer when the scan ended; the rest counts only while this holds
+        int from = 0;      ///< nothing in front of it can match any more by itself
+        int start = -1;    ///< first start mark that waits for its end mark
+        int crypt = -1;    ///< first announcement of encrypted text that waits for its signs
         bool ignoreAO = false;
         int callDirection = -1;
         int autoModeState = 0;
@@ -131,12 +128,11 @@ private:
 
     // Scan
     void scan();
+    void beginScan();
     [[nodiscard]] int scanStart() const;
     void remember(int from);
     Step testAt(int i);
     [[nodiscard]] bool isAt(int i, const QString &form) const;
-    void consume(int count);
-    void forgetReceived();
     Step testQuestion(int i);
     Step testHangUp(int i);
     Step testSwitchSignals(int i);
@@ -183,7 +179,6 @@ private:
     [[nodiscard]] bool holdsCalledNumber(int p) const;
 
     Memory m_memory;
-    int m_scannedSize = 0; ///< of the buffer when the scan last began at its start
 };
 
 extern CProcessSKK ProcessSKK;

@@ -62,7 +62,7 @@ void CProcessSKK::takeAnyText(int p)
         State.AutoModeWaitAA = NoAA;
         autoSet(AutoDelivered, timing->Pause_Before_Send_Answer_AA + 1);
     }
-    consume(p + ShortLength);
+    receiveBuffer.removeHead(p + ShortLength);
 }
 
 /// The opening alone shows that the far end answers: it gets time to finish.
@@ -111,7 +111,7 @@ int CProcessSKK::takeShortCentre(int p)
     }
     State.AutoModeWaitAA = NoAA;
     autoSet(AutoGotAA, timing->Pause_Before_Send_Answer_AA + 1);
-    consume(p + ShortLength);
+    receiveBuffer.removeHead(p + ShortLength);
     return 1;
 }
 
@@ -149,7 +149,7 @@ int CProcessSKK::takeBadLongCentre(int p)
     const int end = receiveBuffer.indexOf(EndMark, start);
     if (end < 0)
         return -1;
-    consume(end + EndMark.size());
+    receiveBuffer.removeHead(end + EndMark.size());
     return 1;
 }
 
@@ -181,7 +181,7 @@ int CProcessSKK::takeSubscriber(int p)
         State.AutoModeWaitAA = NoAA;
         autoSet(AutoDelivered, timing->Pause_Before_Send_Answer_AA + 1);
     }
-    consume(p + ShortLength);
+    receiveBuffer.removeHead(p + ShortLength);
     return -1;
 }
 

@@ -80,7 +80,7 @@ void CProcessSKK::autoStep()
     case AutoBeforeFile: return autoSendFile();
     case AutoSendingFile: return autoFileGone();
     case AutoBeforeLastQuestion:
-        forgetReceived();
+        receiveBuffer.clear();
         SendTlgText(Question);
         State.AutoModeWaitAA = lastKind();
         return autoSet(AutoWaitLastAA, timing->Wait_AA);
@@ -94,7 +94,7 @@ void CProcessSKK::autoStep()
 void CProcessSKK::autoAsk(bool setKind)
 {
     (void)TlgThread.recvBuffer.mTake();
-    forgetReceived();
+    receiveBuffer.clear();
     SendTlgText(Question);
     if (setKind)
         State.AutoModeWaitAA = firstKind();

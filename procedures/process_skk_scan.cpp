@@ -48,7 +48,7 @@ void CProcessSKK::processReceiveCmd(QString command)
 
 void CProcessSKK::processReceive(QString text)
 {
-    receiveBuffer += text;
+    receiveBuffer.append(text);
     scan();
 }
 
@@ -57,42 +57,31 @@ bool CProcessSKK::isAt(int i, const QString &form) const
     return receiveBuffer.midRef(i, form.size()) == form;
 }
 
-void CProcessSKK::forgetScan()
+/// The scan begins at the start of the buffer.
+void CProcessSKK::beginScan()
 {
     m_memory = Memory();
-}
-
-void CProcessSKK::consume(int count)
-{
-    receiveBuffer.remove(0, count);
-    forgetScan();
-}
-
-void CProcessSKK::forgetReceived()
-{
-    receiveBuffer.clear();
-    forgetScan();
+    m_memory.end.reach(receiveBuffer, 0);
 }
 
 void CProcessSKK::scan()
 {
     int i = scanStart();
     if (i == 0)
-        forgetScan();
-    m_scannedSize = receiveBuffer.size();
+        beginScan();
     while (i < receiveBuffer.size()) {
         const Step step = testAt(i);
         if (step == End)
             return remember(i);
         if (step == Again) {
             i = 0;
-            m_scannedSize = receiveBuffer.size();
+            beginScan();
         } else if (step == NextTest) {
             ++i;
         }
     }
     if (State.callDirection == NoDirection && receiveBuffer.size() > MostNoise)
-        receiveBuffer = receiveBuffer.right(NoiseKept);
+        receiveBuffer.keepTail(NoiseKept);
     remember(receiveBuffer.size());
 }
 
@@ -114,9 +103,11 @@ CProcessSKK::Step CProcessSKK::testAt(int i)
 
 void CProcessSKK::remember(int from)
 {
-    m_memory.size = receiveBuffer.size();
     // What was cut out without a new start may have joined text into a form in front of the present position.
-    m_memory.from = receiveBuffer.size() == m_scannedSize ? from : 0;
+    if (!m_memory.end.holds(receiveBuffer))
+        return;
+    m_memory.end.reach(receiveBuffer, receiveBuffer.size());
+    m_memory.from = from;
     m_memory.ignoreAO = State.ignoreAO;
     m_memory.callDirection = State.callDirection;
     m_memory.autoModeState = State.AutoModeState;
@@ -128,17 +119,17 @@ void CProcessSKK::remember(int from)
 int CProcessSKK::scanStart() const
 {
     const Memory &old = m_memory;
-    const bool same = old.size <= receiveBuffer.size() && old.ignoreAO == State.ignoreAO &&
+    const bool same = old.end.holds(receiveBuffer) && old.ignoreAO == State.ignoreAO &&
                       old.callDirection == State.callDirection && old.autoModeState == State.AutoModeState &&
                       old.waitAA == State.AutoModeWaitAA && old.tcpMode == Options.TcpMode;
     // Outside a connection the buffer is short; an awaited answerback may be read anywhere.
     if (!same || State.callDirection == NoDirection || State.AutoModeWaitAA != NoAA)
         return 0;
-    int start = qMax(0, qMin(old.from, old.size - LongestForm));
-    if (old.start >= 0 && receiveBuffer.indexOf(EndMark, qMax(0, old.size - EndMark.size())) >= 0)
+    const int known = old.end.in(receiveBuffer);
+    int start = qMax(0, qMin(old.from, known - LongestForm));
+    if (old.start >= 0 && receiveBuffer.indexOf(EndMark, qMax(0, known - EndMark.size())) >= 0)
         start = qMin(start, old.start);
-    if (old.crypt >= 0 &&
-        receiveBuffer.indexOf(EncryptedSigns, qMax(0, old.size - EncryptedSigns.size())) >= 0)
+    if (old.crypt >= 0 && receiveBuffer.indexOf(EncryptedSigns, qMax(0, known - EncryptedSigns.size())) >= 0)
         start = qMin(start, old.crypt);
     return start;
 }
@@ -151,7 +142,7 @@ CProcessSKK::Step CProcessSKK::testQuestion(int i)
     if (Options.CKS_Type == 4 && State.AutoModeWaitAA == LongCentreAA &&
         State.AutoModeState == AutoWaitLastAA)
         takeCentreAnswerbackAtQuestion(i);
-    consume(i + 2);
+    receiveBuffer.removeHead(i + 2);
     const int pause = Options.SKKTiming[0].Pause_Before_Send_AA; // of this row, whichever is in force
     if (State.AutoModeState == AutoGotAA || State.AutoModeState == AutoDelivered)
         State.AutoModeWaitTimer = 1; // the pause is cut short
@@ -172,7 +163,7 @@ CProcessSKK::Step CProcessSKK::testHangUp(int i)
         noteEvent(QStringLiteral("Входящий отбой"));
     forgetUnsent();
     clearSKKConnection();
-    consume(i + 2);
+    receiveBuffer.removeHead(i + 2);
     return Again;
 }
 
@@ -206,7 +197,7 @@ template <class Take> CProcessSKK::Step CProcessSKK::takeLine(int i, Take take)
     if (end < 0)
         return End; // the rest waits
     take(end);
-    consume(end);
+    receiveBuffer.removeHead(end);
     return Again;
 }
 
@@ -268,7 +259,7 @@ CProcessSKK::Step CProcessSKK::testConnection(int i)
     if (isAt(i, EncryptedBegin)) {
         if (receiveBuffer.indexOf(EncryptedSigns, i) >= 0) {
             setIgnoreAO(true); // "#*" within encrypted text is no question
-            consume(i + EncryptionMark);
+            receiveBuffer.removeHead(i + EncryptionMark);
             return Again;
         }
         if (m_memory.crypt < 0)
@@ -276,7 +267,7 @@ CProcessSKK::Step CProcessSKK::testConnection(int i)
     }
     if (State.ignoreAO && isAt(i, EndMark)) {
         setIgnoreAO(false);
-        consume(i + EndMarkLength);
+        receiveBuffer.removeHead(i + EndMarkLength);
         return Again;
     }
     return NextTest;

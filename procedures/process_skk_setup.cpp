@@ -66,7 +66,7 @@ CProcessSKK::Step CProcessSKK::testSetup(int i)
             return End;
         State.waitTimeAfterCallEstablished = timing->timeCallEstablish;
         State.callState = GoAhead;
-        consume(at + GoAheadText.size());
+        receiveBuffer.removeHead(at + GoAheadText.size());
         return End;
     }
     return State.callState == WaitResult ? testResult(i) : NextTest;
@@ -99,7 +99,7 @@ CProcessSKK::Step CProcessSKK::testAdapterEvents(int i)
         State.waitTimeAfterCallEstablished = timing->timeCallEstablish;
         State.callState = WaitResult;
     }
-    consume(i + 2);
+    receiveBuffer.removeHead(i + 2);
     return Again;
 }
 
@@ -111,7 +111,7 @@ CProcessSKK::Step CProcessSKK::testResult(int i)
         const int at = receiveBuffer.indexOf(text, i);
         if (at < 0)
             continue;
-        consume(at + text.size());
+        receiveBuffer.removeHead(at + text.size());
         takeRefusal(index);
         return Again;
     }
@@ -131,7 +131,7 @@ CProcessSKK::Step CProcessSKK::testSuccess(int i)
 {
     const int behindStamp = CUtilsSKK::behindTimeStamp(receiveBuffer, i, Options.timeFormat);
     if (behindStamp >= 0) {
-        consume(behindStamp);
+        receiveBuffer.removeHead(behindStamp);
         if (Options.debugInfoToProtocol)
             Log.addCacheServiceString(QStringLiteral("Время распознано"), ProtocolInfo, false);
         State.callState = Connected;
@@ -140,7 +140,7 @@ CProcessSKK::Step CProcessSKK::testSuccess(int i)
     const int behindDigits = Options.timeFormat.isEmpty() ? behindTwoDigits(receiveBuffer, i) : -1;
     const int answered = receiveBuffer.indexOf(AnsweredText, i);
     if (behindDigits >= 0 || answered >= 0) {
-        consume(behindDigits >= 0 ? behindDigits : answered + AnsweredText.size());
+        receiveBuffer.removeHead(behindDigits >= 0 ? behindDigits : answered + AnsweredText.size());
         State.callState = Connected;
         return Again;
     }
@@ -148,7 +148,7 @@ CProcessSKK::Step CProcessSKK::testSuccess(int i)
     if (question < 0)
         return End;
     State.callState = Connected;
-    consume(question + QuestionText.size());
+    receiveBuffer.removeHead(question + QuestionText.size());
     const int pause = Options.SKKTiming[0].Pause_Before_Send_AA;
     if (pause == 0)
         sendAO();

@@ -21,9 +21,9 @@ void CProcessSKK::takeTelegram(int i, int end)
     if (CUtils::removeRegisters(telegram) == QStringLiteral("ЗЦЗЦ ПРОВЕРЬТЕ СВОЙ АВТООТВЕТ НННН  ")) {
         (void)TlgThread.sendBuffer.mTake();
         clearSKKConnection();
-        return consume(i + RejectionCut);
+        return receiveBuffer.removeHead(i + RejectionCut);
     }
-    consume(end);
+    receiveBuffer.removeHead(end);
     saveTelegram(telegram);
     if (State.ignoreAO)
         setIgnoreAO(false);

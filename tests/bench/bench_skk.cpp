@@ -23,7 +23,6 @@ void open(const QString &begin, int size)
     text.truncate(size);
     ProcessSKK.clearSKKConnection();
     ProcessSKK.receiveBuffer.clear();
-    ProcessSKK.forgetScan();
     ProcessSKK.setCallDirection(CProcessSKK::Incoming);
     ProcessSKK.processReceive(text);
     ProcessSKK.processReceive(QString(QLatin1Char('A'))); // the buffer has room for more from here on

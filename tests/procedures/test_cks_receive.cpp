@@ -39,6 +39,7 @@ private slots:
     void endMarkCutAnywhere_data();
     void endMarkCutAnywhere();
     void exchangedBufferIsReadAnew();
+    void telegramAsLongAsTheMessageBeforeItIsTaken();
     void randomCutsGiveTheSameDay();
 };
 
@@ -354,6 +355,25 @@ void TestCksReceive::exchangedBufferIsReadAnew()
     ProcessCKS.receiveBuffer = QStringLiteral("ЗЦЗЦ 001 А НННН  \r").leftJustified(waiting.size());
     ProcessCKS.checkReceive();
     QCOMPARE(State.PK_in, 1);
+}
+
+/// What is left of the message, and the room it had in memory, lets the telegram take the same place in the
+/// same length, with its end mark in front of where the message had its own.
+void TestCksReceive::telegramAsLongAsTheMessageBeforeItIsTaken()
+{
+    const QString message = QStringLiteral("ЗЦЗЦ СВЯЗЬ ОТКРЫТА НННН  \r\n");
+    const QString telegram = QStringLiteral("ЗЦЗЦ 001 ТЕКСТ НННН  1200\r\n");
+    QCOMPARE(telegram.size(), message.size());
+    const CksDesk desk;
+    for (const QString &text : {message, telegram}) {
+        ProcessCKS.processReceive(text.left(8));
+        ProcessCKS.processReceive(text.mid(8));
+        ProcessCKS.checkReceive();
+    }
+    QCOMPARE(State.tlgMode, 3);
+    QCOMPARE(stored(desk), QStringList("20260731u000.001=ЗЦЗЦ 001 ТЕКСТ НННН  1200"));
+    QCOMPARE(State.PK_in, 1);
+    QCOMPARE(ProcessCKS.receiveBuffer, QStringLiteral("1200\r\n"));
 }
 
 void TestCksReceive::randomCutsGiveTheSameDay()

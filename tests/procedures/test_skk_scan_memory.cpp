@@ -129,9 +129,9 @@ QStringList session(quint32 seed, bool plain)
     QStringList all;
     for (int at = 0; at < line.size();) {
         const int length = 1 + random.bounded(longest);
-        if (plain)
-            ProcessSKK.forgetScan();
+        CScanPosition::beginAnew = plain;
         desk.receive(line.mid(at, length));
+        CScanPosition::beginAnew = false;
         at += length;
         all << outcome(desk);
         between(desk, random);
@@ -243,9 +243,9 @@ void TestSkkScanMemory::whatStandsBehindAnAnswerbackIsReadWithTheNextPiece()
         desk.receive(QString(30, 'A') + text + "#*" + behind);
         QCOMPARE(ProcessSKK.receiveBuffer, "#*" + behind);
         QCOMPARE(desk.sent(), "");
-        if (plain)
-            ProcessSKK.forgetScan();
+        CScanPosition::beginAnew = plain;
         desk.receive("C");
+        CScanPosition::beginAnew = false;
         QCOMPARE(ProcessSKK.receiveBuffer, behind + "C");
         // In state 6 the question only cuts the pause short.
         QCOMPARE(State.AutoModeState, kind == 9 ? 14 : 6);

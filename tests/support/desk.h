@@ -1,5 +1,8 @@
 #pragma once
 
+#include "records/journal_lines.h"
+#include "text/growing_text.h"
+
 #include <QDateTime>
 #include <QString>
 #include <QStringList>
@@ -37,3 +40,14 @@ private:
 
 /// Brings the global objects to what they are at the program's start; the link thread must not run.
 void resetGlobals();
+
+/// What a failed comparison shows.
+inline char *toString(const CGrowingText &text)
+{
+    return qstrdup(qUtf8Printable(text));
+}
+
+inline char *toString(const CJournalLines &lines)
+{
+    return qstrdup(qUtf8Printable(lines.join(QLatin1Char('/'))));
+}
