@@ -110,17 +110,17 @@ MTK2Lookup::Step MTK2Lookup::stepOf(MTKRows rows, char16_t c, int reg)
 {
     const int selected = registerOfMark(c);
     if (selected >= 0) // a redundant mark, too, is a code of the stream
-        return {{char(MTK2Registr(selected))}, 1, qint8(selected)};
+        return {{char(MTK2Registr(selected))}, 1, quint8(selected)};
     for (int tries = 0; tries < 3; ++tries) {
         const int row = (reg + tries) % 3;
         const int code = codeInRow(c, rows[row]);
         if (code == MTKNotFound)
             continue;
         if (row == reg)
-            return {{char(code)}, 1, qint8(reg)};
-        return {{char(MTK2Registr(row)), char(code)}, 2, qint8(row)};
+            return {{char(code)}, 1, quint8(reg)};
+        return {{char(MTK2Registr(row)), char(code)}, 2, quint8(row)};
     }
-    return {{}, 0, qint8(reg)};
+    return {{}, 0, quint8(reg)};
 }
 
 void MTK2Lookup::fillCharacters(MTKRows rows)

@@ -26,8 +26,8 @@ private:
     /// What a character costs in one register.
     struct Step {
         char codes[2] = {};
-        qint8 length = 0; ///< codes that count, 0 to 2
-        qint8 reg = 0;    ///< register behind them
+        quint8 length = 0; ///< codes that count, 0 to 2
+        quint8 reg = 0;    ///< register behind them
     };
 
     [[nodiscard]] static Step stepOf(MTKRows rows, char16_t c, int reg);

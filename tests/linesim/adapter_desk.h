@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tools/linesim/console/event_log.h"
 #include "tools/linesim/adapter/line_adapter.h"
+#include "tools/linesim/console/event_log.h"
 
 #include <QStringList>
 

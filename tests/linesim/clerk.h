@@ -1,8 +1,8 @@
 #pragma once
 
 #include "tools/linesim/centre/centre_desk.h"
-#include "tools/linesim/console/event_log.h"
 #include "tools/linesim/centre/terminal_reader.h"
+#include "tools/linesim/console/event_log.h"
 
 #include <QStringList>
 

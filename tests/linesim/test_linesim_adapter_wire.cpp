@@ -3,8 +3,8 @@
 
 #include "tools/linesim/adapter/code_wire.h"
 #include "tools/linesim/adapter/credit_ledger.h"
-#include "tools/linesim/console/event_log.h"
 #include "tools/linesim/adapter/program_rules.h"
+#include "tools/linesim/console/event_log.h"
 
 #include <QtTest>
 

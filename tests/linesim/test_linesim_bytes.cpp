@@ -1,5 +1,5 @@
-#include "tools/linesim/line/corva.h"
 #include "tools/linesim/console/event_log.h"
+#include "tools/linesim/line/corva.h"
 #include "tools/linesim/line/stream_cipher.h"
 
 #include <QtTest>

@@ -109,9 +109,7 @@ void CentreDesk::answerRequest()
 {
     const QString name = QLatin1Char(' ') + settings.channelName;
     switch (m_channel) {
-    case Closed:
-        setChannel(Asked);
-        return giveReceipt(QStringLiteral("ОТКРОЙТЕ СВЯЗЬ") + name);
+    case Closed: setChannel(Asked); return giveReceipt(QStringLiteral("ОТКРОЙТЕ СВЯЗЬ") + name);
     case Asked: return giveReceipt(QStringLiteral("ОТКРОЙТЕ СВЯЗЬ") + name);
     case Open: return giveReceipt(QStringLiteral("СВЯЗЬ ОТКРЫТА") + name);
     case Confirming: ++m_askedFor[m_confirmNumber]; return giveReceipt(QStringLiteral("ПОДТВЕРДИТЕ ПРИЕМ Р"));
