@@ -61,11 +61,8 @@ QChar findQChar(unsigned char code, int reg)
 
 void QStringFromMTK2(const QByteArray &codes, QString &text, int &reg)
 {
-    const MTK2Lookup &lookup = MTK2Lookup::inForce();
     QString decoded(codes.size(), Qt::Uninitialized);
-    QChar *out = decoded.data();
-    for (const char code : codes)
-        *out++ = lookup.decode(static_cast<unsigned char>(code), reg);
+    MTK2Lookup::inForce().decode(codes.constData(), codes.size(), decoded.data(), reg);
     text = std::move(decoded);
 }
 
@@ -81,12 +78,9 @@ QString QStringFromMTK2(unsigned char code, int &reg)
 
 void MTK2FromQString(const QString &text, QByteArray &codes, int &reg)
 {
-    const MTK2Lookup &lookup = MTK2Lookup::inForce();
     QByteArray encoded(2 * text.size(), Qt::Uninitialized); // at most a register code before each code
     char *const begin = encoded.data();
-    char *end = begin;
-    for (const QChar c : text)
-        end = lookup.encode(c, end, reg);
+    const char *const end = MTK2Lookup::inForce().encode(text, begin, reg);
     encoded.resize(int(end - begin));
     codes = std::move(encoded);
 }

@@ -82,26 +82,47 @@ bool MTK2Lookup::carries(QChar c) const
 
 QChar MTK2Lookup::decode(unsigned char code, int &reg) const
 {
-    const int cell = std::min<int>(code, Codes - 1);
-    if (m_selects[cell] >= 0)
-        reg = m_selects[cell];
-    return m_cells[reg][cell];
+    QChar decoded;
+    const char byte = char(code);
+    decode(&byte, 1, &decoded, reg);
+    return decoded;
 }
 
-char *MTK2Lookup::encode(QChar c, char *out, int &reg) const
+void MTK2Lookup::decode(const char *codes, int count, QChar *out, int &reg) const
 {
-    const Step &step = m_steps[m_class[c.unicode()]][reg];
-    reg = step.reg;
-    return std::copy_n(step.codes, step.length, out);
+    const QChar *const cells = m_cells[0];
+    unsigned row = unsigned(reg) * Bytes; // a local, so that the compiler knows that no store changes it
+    for (int i = 0; i < count; ++i) {
+        const auto code = static_cast<unsigned char>(codes[i]);
+        row = (row & m_keeps[code]) | m_selects[code];
+        out[i] = cells[row | code];
+    }
+    reg = int(row / Bytes);
+}
+
+char *MTK2Lookup::encode(const QString &text, char *out, int &reg) const
+{
+    int state = reg;
+    for (const QChar c : text) {
+        const Step &step = m_steps[m_class[c.unicode()]][state];
+        out[0] = step.codes[0]; // both, for a copy of one or two would cost a branch
+        out[1] = step.codes[1];
+        out += step.length;
+        state = step.reg;
+    }
+    reg = state;
+    return out;
 }
 
 void MTK2Lookup::fillCells(MTKRows rows)
 {
-    std::fill(std::begin(m_selects), std::end(m_selects), -1);
+    std::fill(std::begin(m_keeps), std::end(m_keeps), ~0U);
+    std::fill(std::begin(m_selects), std::end(m_selects), 0U);
     for (int reg = 0; reg < 3; ++reg) {
-        m_selects[MTK2Registr(reg)] = reg;
-        for (int code = 0; code < Codes; ++code)
-            m_cells[reg][code] = QChar(rows[reg][code]);
+        m_keeps[MTK2Registr(reg)] = 0;
+        m_selects[MTK2Registr(reg)] = unsigned(reg) * Bytes;
+        for (int code = 0; code < Bytes; ++code)
+            m_cells[reg][code] = QChar(rows[reg][qMin(code, Cells)]);
     }
 }
 

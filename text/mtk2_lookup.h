@@ -16,12 +16,14 @@ public:
     [[nodiscard]] bool carries(QChar c) const;
     /// Decodes one code and moves \a reg; a code that the line cannot carry gives the filler.
     [[nodiscard]] QChar decode(unsigned char code, int &reg) const;
-    /// Encodes \a c to \a out, which has room for two codes. Returns the end of what was written and moves
-    /// \a reg.
-    [[nodiscard]] char *encode(QChar c, char *out, int &reg) const;
+    /// Decodes \a count codes into as many characters at \a out and moves \a reg.
+    void decode(const char *codes, int count, QChar *out, int &reg) const;
+    /// Encodes \a text to \a out, which has room for twice as many codes. Returns the end of what was written
+    /// and moves \a reg.
+    [[nodiscard]] char *encode(const QString &text, char *out, int &reg) const;
 
 private:
-    static constexpr int Codes = 33; ///< with the filler behind the 32 of the line
+    static constexpr int Bytes = 256; ///< codes that the line cannot carry among them
 
     /// What a character costs in one register.
     struct Step {
@@ -35,8 +37,11 @@ private:
     void fillCharacters(MTKRows rows);
 
     quint8 m_class[0x10000] = {}; ///< of each character, the place of its steps; that of 0 drops it
-    Step m_steps[256][3];         ///< by class and register
-    QChar m_character[256];       ///< the character of the cell that gave the class
-    QChar m_cells[3][Codes];      ///< by register and code
-    int m_selects[Codes];         ///< register by code, -1 if the code selects none
+    Step m_steps[Bytes][3];       ///< by class and register
+    QChar m_character[Bytes];     ///< the character of the cell that gave the class
+    QChar m_cells[3][Bytes];      ///< by register and code
+    // By code, what it does to the row in m_cells of the register in force: what stays of it, all bits or
+    // none, and what comes in its place. A branch would be foreseen by no processor.
+    unsigned m_keeps[Bytes];
+    unsigned m_selects[Bytes];
 };
