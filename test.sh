@@ -17,13 +17,14 @@ case "${1:-}" in
     --bench) preset=release; shift; bench=yes ;;
 esac
 
+. scripts/clean-environment.sh
 scripts/install-deps.sh
 . scripts/build-environment.sh
 build "$preset"
 
-export ASAN_OPTIONS="detect_leaks=1:detect_stack_use_after_return=1:abort_on_error=0${ASAN_OPTIONS:+:$ASAN_OPTIONS}"
-export LSAN_OPTIONS="suppressions=$PWD/tests/support/lsan.supp:print_suppressions=0${LSAN_OPTIONS:+:$LSAN_OPTIONS}"
-export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1${UBSAN_OPTIONS:+:$UBSAN_OPTIONS}"
+export ASAN_OPTIONS="detect_leaks=1:detect_stack_use_after_return=1:abort_on_error=0"
+export LSAN_OPTIONS="suppressions=$PWD/tests/support/lsan.supp:print_suppressions=0"
+export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
 
 if [ -n "${day:-}" ]; then
     exec ctest --test-dir "build/$preset" --output-on-failure -L day "$@"
