@@ -28,6 +28,8 @@ template <class T> void renew(T &object)
 
 void resetGlobals()
 {
+    if (TlgThread.isRunning()) // its end could only be waited for, perhaps for ever
+        qFatal("the link thread still runs");
     renew(Options);
     renew(State);
     renew(TlgThread);

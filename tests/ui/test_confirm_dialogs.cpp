@@ -45,7 +45,8 @@ private slots:
 
 namespace
 {
-/// A desk with the window in CKS. The window goes first at the end.
+/// A desk with the window in CKS, past the first tick's start of the link thread, which does not run. The
+/// window goes first at the end.
 struct WindowDesk : Desk {
     WindowDesk()
     {
@@ -58,6 +59,7 @@ struct WindowDesk : Desk {
             QFile::copy(QStringLiteral(VELDA_SOUND_DIR "/") + name, path(QStringLiteral("sound/") + name));
         }
         window = std::make_unique<FormMain>();
+        window->firstStart = false;
     }
     static QLineEdit *number() { return ConfirmRDialog->findChild<QLineEdit *>("number"); }
     static QLineEdit *operatorName() { return ConfirmRDialog->findChild<QLineEdit *>("operator"); }
