@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/support/patience.h"
+
 #include <QProcess>
 #include <QStringList>
 

@@ -7,7 +7,6 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QSettings>
-#include <QTcpServer>
 #include <QtTest>
 
 namespace
@@ -200,14 +199,6 @@ QString Station::state(const QString &key) const
     return QSettings(path(QStringLiteral("velda_state.ini")), QSettings::IniFormat)
         .value(QStringLiteral("STATE/") + key)
         .toString();
-}
-
-quint16 freePort()
-{
-    QTcpServer server;
-    if (!server.listen(QHostAddress::Any))
-        qFatal("no free port");
-    return server.serverPort();
 }
 
 QString telegram(const QString &text, int characters)

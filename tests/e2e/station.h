@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/e2e/child.h"
+#include "tests/support/free_port.h"
 
 #include <QMap>
 #include <QTemporaryDir>
@@ -60,9 +61,6 @@ private:
     QMap<QString, QString> m_settings;
     QProcessEnvironment m_environment;
 };
-
-/// A TCP port that nobody uses at the moment.
-[[nodiscard]] quint16 freePort();
 
 /// A telegram from mark to mark with \a text between, and of at least \a characters.
 [[nodiscard]] QString telegram(const QString &text, int characters = 0);

@@ -1,6 +1,7 @@
 #include "tests/e2e/switch_end.h"
 
 #include "tests/e2e/false_clock.h"
+#include "tests/support/patience.h"
 
 #include <QtTest>
 
@@ -14,7 +15,7 @@ SwitchEnd::SwitchEnd(const QString &clock, const QStringList &more)
                               QStringLiteral("--answer"), QStringLiteral("60000"),
                               QStringLiteral("--patience"), QStringLiteral("90")} +
                       more);
-    if (!QTest::qWaitFor([&] { return count(listening) > 0; }, 10000))
+    if (!comesTrue([&] { return count(listening) > 0; }))
         qFatal("linesim does not listen: %s", qPrintable(lines.join(QLatin1Char('\n'))));
     port = lines.filter(listening).first().mid(listening.size()).toUShort();
 }

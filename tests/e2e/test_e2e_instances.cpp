@@ -1,5 +1,6 @@
 #include "tests/e2e/screen.h"
 #include "tests/e2e/station.h"
+#include "tests/support/patience.h"
 
 #include <QtTest>
 
@@ -33,12 +34,10 @@ const QString request = QStringLiteral("velda.unlck");
 
 bool TestE2eInstances::running(Station &station)
 {
-    return QTest::qWaitFor(
-        [&] {
-            return station.logged(QStringLiteral("Установлен АВТОМАТИЧЕСКИЙ режим")) ||
-                   station.logged(QStringLiteral("Смена суток"));
-        },
-        20000);
+    return comesTrue([&] {
+        return station.logged(QStringLiteral("Установлен АВТОМАТИЧЕСКИЙ режим")) ||
+               station.logged(QStringLiteral("Смена суток"));
+    });
 }
 
 void TestE2eInstances::secondInstanceIsRefused()

@@ -44,7 +44,7 @@ struct Cable {
         QObject::connect(&terminal, &PseudoTerminal::received, &terminal,
                          [this](const QByteArray &bytes) { received += bytes; });
         port.setPortName(terminal.portName());
-        if (!port.open(QIODevice::ReadWrite) || !QTest::qWaitFor([this] { return terminal.isOpen(); }))
+        if (!port.open(QIODevice::ReadWrite) || !comesTrue([this] { return terminal.isOpen(); }))
             qFatal("the port does not open");
     }
 
@@ -281,3 +281,4 @@ void TestBootLoader::anyBytesAreJudgedByTheFirstSyncByte()
 
 QTEST_GUILESS_MAIN(TestBootLoader)
 #include "test_boot_loader.moc"
+#include "tests/support/patience.h"

@@ -6,6 +6,7 @@
 #include "tests/firmware/dtr_watch.h"
 #include "tests/firmware/progress_watch.h"
 #include "tests/support/desk.h"
+#include "tests/support/patience.h"
 #include "tools/linesim/serial/pseudo_terminal.h"
 
 #include <QtTest>
@@ -46,7 +47,7 @@ struct SilentPort {
         if (!terminal.plug())
             qFatal("no pseudo-terminal");
         descriptor = ::open(qPrintable(terminal.portName()), O_RDWR | O_NOCTTY | O_CLOEXEC);
-        if (!QTest::qWaitFor([this] { return terminal.isOpen(); }))
+        if (!comesTrue([this] { return terminal.isOpen(); }))
             qFatal("the port does not open");
     }
     ~SilentPort() { ::close(descriptor); }
@@ -87,7 +88,7 @@ QVector<qint64> timesOfAFailingStart()
     QObject::connect(&port.terminal, &PseudoTerminal::received, &port.terminal, [&] { seen << dtr.now(); });
     if (CFWUpdateThread::update(port.terminal.portName(), &ThreeBlocks, Data))
         qFatal("nobody has answered");
-    if (!QTest::qWaitFor([&] { return seen.size() == 3; }) || dtr.changes.size() != 2)
+    if (!comesTrue([&] { return seen.size() == 3; }) || dtr.changes.size() != 2)
         qFatal("%d syncs, %d changes of DTR", seen.size(), dtr.changes.size());
     if (dtr.changes.at(0).high || !dtr.changes.at(1).high)
         qFatal("DTR is not moved low, then high");

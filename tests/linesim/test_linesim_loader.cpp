@@ -45,7 +45,7 @@ struct Line {
         if (!loader.start())
             qFatal("no port");
         port.setPortName(loader.portName());
-        if (!port.open(QIODevice::ReadWrite) || !QTest::qWaitFor([this] { return has("opened:"); }))
+        if (!port.open(QIODevice::ReadWrite) || !comesTrue([this] { return has("opened:"); }))
             qFatal("the port does not open");
         QObject::connect(&port, &QSerialPort::readyRead, &port, [this] { received += port.readAll(); });
     }
@@ -55,7 +55,7 @@ struct Line {
     void enter()
     {
         send("5020");
-        if (!QTest::qWaitFor([this] { return received == "\x14\x10"; }))
+        if (!comesTrue([this] { return received == "\x14\x10"; }))
             qFatal("no programming mode");
         received.clear();
     }
@@ -231,3 +231,4 @@ void TestLinesimLoader::optionsThatMakeNoSense()
 
 QTEST_GUILESS_MAIN(TestLinesimLoader)
 #include "test_linesim_loader.moc"
+#include "tests/support/patience.h"

@@ -67,7 +67,7 @@ struct Bench {
     void open()
     {
         port.setPortName(perforator.portName());
-        if (!port.open(QIODevice::ReadWrite) || !QTest::qWaitFor([this] { return saw("opened:"); }))
+        if (!port.open(QIODevice::ReadWrite) || !comesTrue([this] { return saw("opened:"); }))
             qFatal("no port");
         QObject::connect(&port, &QSerialPort::readyRead, &port, [this] { got += port.readAll(); });
     }
@@ -480,3 +480,4 @@ void TestLinesimPerforator::unknownCommandIsAnError()
 
 QTEST_GUILESS_MAIN(TestLinesimPerforator)
 #include "test_linesim_perforator.moc"
+#include "tests/support/patience.h"

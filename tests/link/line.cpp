@@ -1,8 +1,9 @@
 #include "tests/link/line.h"
 
+#include "tests/support/patience.h"
+
 #include <QHostAddress>
 #include <QNetworkProxy>
-#include <QTcpServer>
 #include <QtTest>
 
 Line::Line()
@@ -51,7 +52,7 @@ void Line::listenOnce(quint16 port, const char *admitted)
 bool Line::second()
 {
     thread.slotOnSec();
-    return QTest::qWaitFor([this] { return !thread.secondTick || ended(); }, 3000);
+    return comesTrue([this] { return !thread.secondTick || ended(); });
 }
 
 QStringList Line::states() const
@@ -83,15 +84,8 @@ void Peer::gather()
 
 void Peer::send(const QByteArray &bytes)
 {
-    if (!QTest::qWaitFor([this] { return open(); }, 5000))
+    if (!comesTrue([this] { return open(); }))
         qWarning("the link is not there to be sent to");
     socket->write(bytes);
     socket->flush();
-}
-
-quint16 freePort()
-{
-    QTcpServer server;
-    server.listen(QHostAddress::LocalHost);
-    return server.serverPort();
 }

@@ -2,6 +2,7 @@
 
 #include "link/tlg_thread.h"
 #include "tests/link/thread_end.h"
+#include "tests/support/free_port.h"
 
 #include <QMutex>
 #include <QStringList>
@@ -62,6 +63,3 @@ public:
 private:
     void gather();
 };
-
-/// A port of the loopback interface that nobody listens on.
-[[nodiscard]] quint16 freePort();

@@ -2,6 +2,7 @@
 
 #include "link/prf_thread.h"
 #include "tests/link/thread_end.h"
+#include "tests/support/patience.h"
 #include "tools/linesim/serial/pseudo_terminal.h"
 
 #include <QMutex>
@@ -46,7 +47,7 @@ public:
     /// Waits for \a count bytes, then gives news().
     [[nodiscard]] QByteArray take(int count)
     {
-        (void)QTest::qWaitFor([this, count] { return got.size() >= count; });
+        (void)comesTrue([this, count] { return got.size() >= count; });
         return news();
     }
     /// Two bytes that mean nothing, each answered, so that the thread has done all that it had to: what it
@@ -56,7 +57,7 @@ public:
         for (int i = 0; i < 2; ++i) {
             const int before = got.count(mode);
             send("40");
-            if (!QTest::qWaitFor([&] { return got.count(mode) > before; }))
+            if (!comesTrue([&] { return got.count(mode) > before; }))
                 return "no answer";
             got.remove(got.lastIndexOf(mode), 1);
         }
@@ -76,7 +77,7 @@ public:
     explicit PrfRun(PrfAdapter &adapter) : PrfRun()
     {
         start();
-        QVERIFY(QTest::qWaitFor([&] { return adapter.terminal.isOpen(); }));
+        QVERIFY(comesTrue([&] { return adapter.terminal.isOpen(); }));
         QCOMPARE(adapter.take(1), QByteArray("61"));
     }
     PrfRun()

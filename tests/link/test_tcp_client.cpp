@@ -5,6 +5,7 @@
 #include "link/tcp_loop.h"
 #include "tests/link/line.h"
 #include "tests/support/desk.h"
+#include "tests/support/patience.h"
 
 #include <QTcpServer>
 #include <QtTest>
@@ -63,7 +64,7 @@ QString TestTcpClient::state(const char *text) const
 
 std::unique_ptr<Peer> TestTcpClient::accept()
 {
-    if (!QTest::qWaitFor([&] { return m_server->hasPendingConnections(); }, 5000))
+    if (!comesTrue([&] { return m_server->hasPendingConnections(); }))
         return nullptr;
     QTcpSocket *socket = m_server->nextPendingConnection();
     if (socket)

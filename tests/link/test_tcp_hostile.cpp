@@ -4,6 +4,7 @@
 #include "app/options.h"
 #include "tests/link/line.h"
 #include "tests/support/desk.h"
+#include "tests/support/patience.h"
 
 #include <QElapsedTimer>
 #include <QRandomGenerator>
@@ -38,6 +39,8 @@ private:
 
 namespace
 {
+constexpr int StopMs = 10000; // a third of what a peer has to hang up
+
 QString qs(const char *text)
 {
     return QString::fromUtf8(text);
@@ -129,7 +132,7 @@ void TestTcpHostile::init()
 std::unique_ptr<Peer> TestTcpHostile::join(Line &line)
 {
     line.connectOnce(m_server->serverPort());
-    if (!QTest::qWaitFor([&] { return m_server->hasPendingConnections(); }, 5000))
+    if (!comesTrue([&] { return m_server->hasPendingConnections(); }))
         return nullptr;
     QTcpSocket *socket = m_server->nextPendingConnection();
     socket->setParent(nullptr);
@@ -145,12 +148,13 @@ void TestTcpHostile::floodIsHeldBackAndNotLost()
     const auto peer = join(line);
     QVERIFY(peer);
     Pump pump(*peer, flood);
-    pump.untilStuck([] {}); // the program takes nothing
-    {
+    const auto held = [&] {
         const QMutexLocker lock(&line.thread.recvBuffer.mutex);
-        QVERIFY(line.thread.recvBuffer.text.size() > 1024 * 1024);
-        QVERIFY(line.thread.recvBuffer.text.size() <= 1024 * 1024 + 65536);
-    }
+        return line.thread.recvBuffer.text.size();
+    };
+    QVERIFY(comesTrue([&] { return (pump.step(), held() > 1024 * 1024); })); // the program takes nothing
+    pump.untilStuck([] {});
+    QVERIFY(held() <= 1024 * 1024 + 65536);
     QVERIFY(pump.gone() < flood.size()); // the network holds the rest back
     QString taken;
     QVERIFY(QTest::qWaitFor(
@@ -178,7 +182,7 @@ void TestTcpHostile::peerThatReadsNothingIsHeldBack()
     pump.untilStuck([&] { (void)line.thread.recvBuffer.mTake(); });
     QVERIFY2(pump.gone() < windows.size(), "the link went on reading");
     line.thread.stopThread();
-    QTRY_VERIFY_WITH_TIMEOUT(line.ended(), 3000);
+    QTRY_VERIFY_WITH_TIMEOUT(line.ended(), StopMs);
 }
 
 void TestTcpHostile::tenMegabytesOfNoisePass_data()
@@ -216,12 +220,10 @@ void TestTcpHostile::tenMegabytesOfNoisePass()
     // The line is as good as before: whatever noise left open has ended, and text passes.
     peer->send(QByteArray(2000, ' ') + "A@C\x80\x81\x82");
     QString taken;
-    QVERIFY(QTest::qWaitFor(
-        [&] {
-            taken += line.thread.recvBuffer.mTake();
-            return taken.endsWith(qs("A@CАБВ"));
-        },
-        10000));
+    QVERIFY(comesTrue([&] {
+        taken += line.thread.recvBuffer.mTake();
+        return taken.endsWith(qs("A@CАБВ"));
+    }));
 }
 
 void TestTcpHostile::peerMayCloseInEveryState()
@@ -258,7 +260,7 @@ void TestTcpHostile::linkThatIsFloodedStops()
     Pump pump(*peer, QByteArray(5000000, 'A'));
     pump.untilStuck([] {});
     line.thread.stopThread();
-    QTRY_VERIFY_WITH_TIMEOUT(line.ended(), 2000);
+    QTRY_VERIFY_WITH_TIMEOUT(line.ended(), StopMs);
 }
 
 // With no file descriptor left the server cannot take the caller that has come.

@@ -3,6 +3,7 @@
 #include "app/options.h"
 #include "tests/link/line.h"
 #include "tests/support/desk.h"
+#include "tests/support/patience.h"
 
 #include <QTcpServer>
 #include <QtTest>
@@ -49,12 +50,12 @@ std::unique_ptr<Peer> TestTcpKey::join(Line &line, bool asServer)
     if (asServer) {
         const quint16 port = freePort();
         line.listenOnce(port);
-        if (!QTest::qWaitFor([&] { return !line.states().isEmpty(); }, 5000))
+        if (!comesTrue([&] { return !line.states().isEmpty(); }))
             return nullptr;
         return std::make_unique<Peer>(port);
     }
     line.connectOnce(m_server->serverPort());
-    if (!QTest::qWaitFor([&] { return m_server->hasPendingConnections(); }, 5000))
+    if (!comesTrue([&] { return m_server->hasPendingConnections(); }))
         return nullptr;
     QTcpSocket *socket = m_server->nextPendingConnection();
     socket->setParent(nullptr);

@@ -1,12 +1,13 @@
 #include "tests/support/ipp_printer.h"
 
+#include "tests/support/free_port.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusVirtualObject>
 #include <QDir>
 #include <QFile>
-#include <QTcpServer>
 #include <QTcpSocket>
 #include <QtTest>
 
@@ -19,12 +20,6 @@ void write(const QString &path, const QString &content)
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(content.toUtf8()) < 0)
         qFatal("cannot write %s", qPrintable(path));
-}
-
-quint16 freePort()
-{
-    QTcpServer server;
-    return server.listen(QHostAddress::LocalHost) ? server.serverPort() : quint16(0);
 }
 
 void end(QProcess &process)

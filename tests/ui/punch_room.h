@@ -3,6 +3,7 @@
 #include "app/options.h"
 #include "link/prf_thread.h"
 #include "tests/support/desk.h"
+#include "tests/support/patience.h"
 #include "tools/linesim/perforator/perforator.h"
 
 #include <QApplication>
@@ -163,7 +164,7 @@ template <class Run> void inside(QDialog &dialog, Run run, const std::function<v
 {
     bool acted = false;
     QTimer::singleShot(0, &dialog, [&] {
-        if (QTest::qWaitFor([&] { return enabled(dialog, "start"); })) {
+        if (comesTrue([&] { return enabled(dialog, "start"); })) {
             act();
             acted = true;
         }

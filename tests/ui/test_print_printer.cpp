@@ -3,6 +3,7 @@
 #include "tests/support/cups_scheduler.h"
 #include "tests/support/desk.h"
 #include "tests/support/ipp_printer.h"
+#include "tests/support/patience.h"
 #include "text/utils.h"
 #include "ui/print_queue.h"
 #include "ui/print_txt_dialog.h"
@@ -77,7 +78,7 @@ private:
 QByteArray TestPrintPrinter::job() const
 {
     QList<QByteArray> jobs;
-    if (!QTest::qWaitFor([&] { return !(jobs = m_printer.takeJobs()).isEmpty(); }, 20000))
+    if (!comesTrue([&] { return !(jobs = m_printer.takeJobs()).isEmpty(); }))
         return "no job";
     return jobs.size() == 1 ? jobs.first() : "several jobs";
 }
