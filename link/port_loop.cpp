@@ -14,8 +14,6 @@ using namespace AdapterProtocol;
 
 namespace
 {
-constexpr int FirstByteMs = 5000; // the adapter talks unasked
-constexpr int SettleMs = 2000;
 constexpr int StepMs = 100;
 constexpr int VersionPasses = 20;
 constexpr int ReadMs = 10;
@@ -25,6 +23,8 @@ constexpr int SilentPause = 5;            // likewise
 constexpr int UntakenLimit = 1024 * 1024; // characters in recvBuffer that stop the reading
 const QString SilentText = QStringLiteral(": Адаптер не отвечает");
 } // namespace
+
+PortWaits CPortLoop::waits;
 
 CPortLoop::CPortLoop(CTlgThread &thread, QSerialPort &port, const QString &prefix, const QString &portName)
     : m_thread(thread), m_port(port), m_prefix(prefix), m_portName(portName),
@@ -62,7 +62,7 @@ bool CPortLoop::greet()
     m_thread.reportFailure = true;
     write(QByteArray(1, m_modeByte));
     m_thread.setState(m_prefix + QStringLiteral(": Соединено ") + m_portName);
-    drainFor(SettleMs);
+    drainFor(waits.settleMs);
     return true;
 }
 
@@ -70,7 +70,7 @@ bool CPortLoop::waitForFirstByte()
 {
     QElapsedTimer timer;
     timer.start();
-    while (running() && timer.elapsed() < FirstByteMs)
+    while (running() && timer.elapsed() < waits.firstByteMs)
         if (m_port.waitForReadyRead(StepMs))
             return true;
         else if (m_port.error() != QSerialPort::TimeoutError)
@@ -95,8 +95,8 @@ int CPortLoop::askVersion()
     write(QByteArray(1, AskVersion));
     QByteArray reply;
     for (int pass = 0; pass < VersionPasses && running();) {
-        if (!m_port.waitForReadyRead(StepMs)) {
-            QThread::msleep(StepMs);
+        if (!m_port.waitForReadyRead(waits.versionStepMs)) {
+            QThread::msleep(static_cast<unsigned long>(waits.versionStepMs));
             ++pass;
             continue;
         }

@@ -6,6 +6,14 @@
 class CTlgThread;
 class QSerialPort;
 
+/// The waits at the beginning of an adapter's connection.
+struct PortWaits {
+    int firstByteMs = 5000; ///< for the adapter to talk, which it does unasked
+    int settleMs = 2000;    ///< what it says in this time is thrown away
+    int versionStepMs =
+        100; ///< waited, and slept, in each pass without a reply to the question for its firmware
+};
+
 /// One connection of the adapter link over an open port, from the adapter's first byte to the close. The
 /// link thread owns it.
 class CPortLoop
@@ -15,6 +23,9 @@ public:
 
     /// Blocks until the connection has ended; the port is closed then.
     void run();
+
+    /// The same for every connection; changed only by tests, and only while none is up.
+    static PortWaits waits;
 
 private:
     [[nodiscard]] bool greet();

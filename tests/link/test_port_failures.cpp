@@ -169,6 +169,7 @@ void TestPortFailures::anyByteEndsTheSilence()
 void TestPortFailures::unpluggedBeforeTheFirstByte()
 {
     AdapterLink link;
+    CPortLoop::waits.firstByteMs = 2000;
     link.line.send(qs("EA"));
     link.begin(true);
     QTRY_VERIFY(link.adapter.isOpen());
@@ -183,6 +184,7 @@ void TestPortFailures::unpluggedBeforeTheFirstByte()
 void TestPortFailures::unpluggedInTheFirstTwoSeconds()
 {
     AdapterLink link;
+    CPortLoop::waits.settleMs = 2000;
     link.line.send(qs("EA"));
     link.begin();
     link.adapter.send("3f");

@@ -2,6 +2,7 @@
 
 #include "app/options.h"
 #include "tests/link/adapter_port.h"
+#include "tests/support/patience.h"
 
 #include <QtTest>
 
@@ -74,7 +75,7 @@ void TestPortLoop::everyByteOfTheAdapter()
     QVERIFY(link.thread.connected);
     const auto heard = [&](const QByteArray &hex) {
         link.adapter.send(hex + "1f03"); // the Latin sign and A end it
-        (void)QTest::qWaitFor([&] { return link.thread.recvBuffer.mGet().endsWith(qs("&A")); });
+        (void)comesTrue([&] { return link.thread.recvBuffer.mGet().endsWith(qs("&A")); });
         return link.received().chopped(2);
     };
     QCOMPARE(heard(hexRange(0x00, 0x1E)), qs("|Е\nА СИУ\rДРЙНФЦКТЗЛВХЫПЯОБГ#./="));
@@ -176,7 +177,7 @@ void TestPortLoop::statusWithNewFirmware()
     link.line.send(qs("EASIU"));
     link.adapter.send("22");
     QTRY_COMPARE(link.adapter.got(), QByteArray("660103"));
-    QVERIFY(!link.thread.allSent);
+    QTRY_VERIFY(!link.thread.allSent);
     QTRY_COMPARE(link.thread.pendingEcho.mGet(), qs("EA"));
     link.adapter.send("20");
     QTRY_COMPARE(link.adapter.got(), QByteArray("66010366"));

@@ -3,6 +3,7 @@
 
 #include "app/options.h"
 #include "tests/link/adapter_port.h"
+#include "tests/support/patience.h"
 
 #include <QtTest>
 
@@ -93,7 +94,7 @@ private:
     [[nodiscard]] QByteArray wire() const { return QByteArray::fromHex(m_link.adapter.got()); }
     [[nodiscard]] bool allIsDone() const
     {
-        return QTest::qWaitFor([this] { return answers() == m_answers && codes().size() == m_codes; });
+        return comesTrue([this] { return answers() == m_answers && codes().size() == m_codes; });
     }
     void useGrant()
     {
@@ -156,6 +157,7 @@ void TestPortNoise::anyByteWhileTheLinkOpens()
 {
     QFETCH(int, processMode);
     AdapterLink link(processMode);
+    link.realWaits();
     Noise noise(link, processMode == 1);
     link.line.send(QStringLiteral("EA"));
     link.begin(true);
