@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QtEndian>
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace
@@ -88,6 +89,12 @@ int SoundServer::heardMs(const QVector<qint16> &samples)
         last = i;
     }
     return first < 0 ? 0 : (last - first + 1) * 1000 / Rate;
+}
+
+int SoundServer::audibleMs(const QVector<qint16> &samples)
+{
+    const auto audible = [](qint16 sample) { return std::abs(int(sample)) >= Audible; };
+    return int(std::count_if(samples.begin(), samples.end(), audible) * 1000 / Rate);
 }
 
 int SoundServer::frequency(const QVector<qint16> &samples, int milliseconds)

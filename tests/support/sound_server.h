@@ -28,6 +28,9 @@ public:
     [[nodiscard]] static int peak(const QVector<qint16> &samples);
     /// Length in milliseconds of what lies between the first and the last sample that can be heard.
     [[nodiscard]] static int heardMs(const QVector<qint16> &samples);
+    /// Length in milliseconds of all that can be heard: a gap, where the machine was too busy to play on,
+    /// does not count.
+    [[nodiscard]] static int audibleMs(const QVector<qint16> &samples);
     /// Frequency in Hz of the last \a milliseconds, by counting changes of sign.
     [[nodiscard]] static int frequency(const QVector<qint16> &samples, int milliseconds);
 

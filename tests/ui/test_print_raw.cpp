@@ -3,6 +3,8 @@
 #include "procedures/process_direct.h"
 #include "records/protocol.h"
 #include "tests/support/desk.h"
+#include "tests/support/free_port.h"
+#include "tests/support/patience.h"
 #include "text/utils.h"
 #include "ui/print_queue.h"
 #include "ui/raw_printer.h"
@@ -19,8 +21,6 @@
 
 namespace
 {
-constexpr int SlowMs = 2000; // the main thread is held up for less, whatever the printer does
-
 /// A desk that prints raw, as UTF-8 without line feeds, its journal at the beginning of a line.
 class PrinterDesk : public Desk
 {
@@ -35,7 +35,7 @@ public:
     }
     [[nodiscard]] QByteArray printed() const
     {
-        return CPrintQueue::instance().waitForIdle(10000) ? read("printed") : "the printer hangs";
+        return CPrintQueue::instance().waitForIdle(PatienceMs) ? read("printed") : "the printer hangs";
     }
 };
 
@@ -43,20 +43,29 @@ public:
 class NetworkPrinter
 {
 public:
-    explicit NetworkPrinter(const QString &address = "127.0.0.1", quint16 port = 0)
+    /// At \a port, or at any.
+    explicit NetworkPrinter(quint16 port = 0)
     {
-        if (!server.listen(QHostAddress(address), port))
-            qFatal("cannot listen on %s", qPrintable(address));
+        // A given one may be taken at one address and free at the next: all of 127 is loopback.
+        quint32 address = port == 0 ? 0x7F000001U : 0x7F090101U + (quint32(getpid()) & 0xFFFFU);
+        for (int i = 0; i < 1000 && !server.isListening(); ++i)
+            server.listen(QHostAddress(address++), port);
+        if (!server.isListening())
+            qFatal("cannot listen on port %d", port);
     }
-    [[nodiscard]] QString target() const { return QString("IP:127.0.0.1:%1").arg(server.serverPort()); }
+    [[nodiscard]] QString address() const { return server.serverAddress().toString(); }
+    [[nodiscard]] QString target() const
+    {
+        return QString("IP:%1:%2").arg(address(), QString::number(server.serverPort()));
+    }
     /// The next job, read up to the printer's close.
     [[nodiscard]] QByteArray job()
     {
-        if (!server.hasPendingConnections() && !server.waitForNewConnection(5000))
+        if (!server.hasPendingConnections() && !server.waitForNewConnection(PatienceMs))
             return "no job";
         QTcpSocket *const socket = server.nextPendingConnection();
         QByteArray all;
-        while (socket->waitForReadyRead(5000))
+        while (socket->waitForReadyRead(PatienceMs))
             all += socket->readAll();
         return socket->state() == QTcpSocket::UnconnectedState ? all + socket->readAll() : "not closed";
     }
@@ -268,7 +277,7 @@ void TestPrintRaw::networkPrinterGetsTheBytes()
     Options.PrinterRawLFCount = 2;
     CUtils::printText("Привет\r\n");
     QCOMPARE(printer.job(), QByteArray("\xCF\xD0\xC8\xC2\xC5\xD2\r\n\n\n"));
-    QVERIFY(CPrintQueue::instance().waitForIdle(5000));
+    QVERIFY(CPrintQueue::instance().waitForIdle(PatienceMs));
     QCOMPARE(desk.journal(), QStringList{QString()});
 }
 
@@ -276,15 +285,15 @@ void TestPrintRaw::defaultPortIs9100_data()
 {
     QTest::addColumn<QString>("option");
 
-    QTest::newRow("no port") << "ip:127.9.1.77";
-    QTest::newRow("port 0") << "IP:127.9.1.77:0";
+    QTest::newRow("no port") << "ip:%1";
+    QTest::newRow("port 0") << "IP:%1:0";
 }
 
 void TestPrintRaw::defaultPortIs9100()
 {
     QFETCH(QString, option);
-    NetworkPrinter printer("127.9.1.77", 9100);
-    const PrinterDesk desk(option);
+    NetworkPrinter printer(9100);
+    const PrinterDesk desk(option.arg(printer.address()));
     CUtils::printText("A");
     QCOMPARE(printer.job(), QByteArray("A"));
 }
@@ -302,11 +311,7 @@ void TestPrintRaw::jobsComeInTheirOrder()
 
 void TestPrintRaw::refusedConnectionIsJournalled()
 {
-    QString address;
-    {
-        const NetworkPrinter printer;
-        address = printer.target().mid(3);
-    }
+    const QString address = QString("127.0.0.1:%1").arg(freePort());
     const PrinterDesk desk("IP:" + address);
     CUtils::printText("A");
     QTRY_COMPARE(desk.journal(), (QStringList{"412:00:00 Error connect to printer " + address,
@@ -364,13 +369,10 @@ void TestPrintRaw::deafHostIsGivenUpAfterThreeSeconds()
     QElapsedTimer timer;
     timer.start();
     CUtils::printText("A");
-    QVERIFY(timer.elapsed() < SlowMs);
-    QCOMPARE(desk.journal(), QStringList{QString()});
+    QCOMPARE(desk.journal(), QStringList{QString()}); // nobody has waited for it
 
-    QTRY_COMPARE_WITH_TIMEOUT(desk.journal(),
-                              (QStringList{"412:00:00 Error connect to printer " + address,
-                                           "412:00:00 Socket operation timed out", QString()}),
-                              15000);
+    QTRY_COMPARE(desk.journal(), (QStringList{"412:00:00 Error connect to printer " + address,
+                                              "412:00:00 Socket operation timed out", QString()}));
     QVERIFY(timer.elapsed() >= 2900);
 }
 
@@ -379,7 +381,7 @@ void TestPrintRaw::printerThatDropsTheJobIsJournalled()
     NetworkPrinter printer;
     const PrinterDesk desk(printer.target());
     CUtils::printText(manyLines());
-    QVERIFY(printer.server.waitForNewConnection(5000));
+    QVERIFY(printer.server.waitForNewConnection(PatienceMs));
     printer.server.nextPendingConnection()->abort();
     QTRY_COMPARE(desk.journal(),
                  (QStringList{"412:00:00 Error write to printer " + printer.target().mid(3), QString()}));
@@ -389,18 +391,15 @@ void TestPrintRaw::hangingPrinterHoldsUpNobody()
 {
     NetworkPrinter printer;
     const PrinterDesk desk(printer.target());
-    QElapsedTimer timer;
-    timer.start();
     CUtils::printText(manyLines()); // nobody reads it yet
     CUtils::printText("B");
-    QVERIFY(timer.elapsed() < SlowMs);
     QVERIFY(!CPrintQueue::instance().waitForIdle(0));
     ProcessDirect.processReceive("ЗЦЗЦ А\r\nНННН  ");
     QCOMPARE(State.PK_in, 1);
 
     QCOMPARE(printer.job(), manyLines());
     QCOMPARE(printer.job(), QByteArray("B"));
-    QVERIFY(CPrintQueue::instance().waitForIdle(5000));
+    QVERIFY(CPrintQueue::instance().waitForIdle(PatienceMs));
     QCOMPARE(desk.journal(),
              (QStringList{"312:00:00 Файл сохранен:inp/20260731/20260731_120000", QString()}));
 }
@@ -409,17 +408,15 @@ void TestPrintRaw::hangingDeviceHoldsUpNobody()
 {
     const PrinterDesk desk("pipe");
     QCOMPARE(mkfifo(desk.path("pipe").toUtf8().constData(), 0600), 0); // to open it waits for a reader
-    QElapsedTimer timer;
-    timer.start();
     CUtils::printText("A");
     CUtils::printText("B");
-    QVERIFY(timer.elapsed() < SlowMs);
+    QVERIFY(!CPrintQueue::instance().waitForIdle(0));
 
     QByteArray all;
     while (all.size() < 2)
         all += desk.read("pipe");
     QCOMPARE(all, QByteArray("AB"));
-    QVERIFY(CPrintQueue::instance().waitForIdle(5000));
+    QVERIFY(CPrintQueue::instance().waitForIdle(PatienceMs));
 }
 
 /// Stays the last: the queue takes no job any more.
@@ -431,7 +428,7 @@ void TestPrintRaw::openJobEndsWithTheProgram()
     QMetaObject::invokeMethod(QCoreApplication::instance(), &QCoreApplication::quit, Qt::QueuedConnection);
     QCoreApplication::exec();
 
-    QVERIFY(CPrintQueue::instance().isFinished() || CPrintQueue::instance().waitForIdle(1000));
+    QVERIFY(CPrintQueue::instance().isFinished() || CPrintQueue::instance().waitForIdle(PatienceMs));
     QCOMPARE(desk.journal(),
              (QStringList{"412:00:00 Печать прервана",
                           "412:00:00 Error write to printer " + printer.target().mid(3), QString()}));

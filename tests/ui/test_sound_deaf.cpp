@@ -1,4 +1,5 @@
 #include "tests/support/desk.h"
+#include "tests/support/patience.h"
 #include "tests/ui/wave_file.h"
 #include "ui/sound.h"
 
@@ -32,7 +33,7 @@ void TestSoundDeaf::playingHoldsUpNobody()
     }
     sound.stop();
     QCOMPARE(sound.playingFileName(), QString());
-    QVERIFY(timer.elapsed() < 5000);
+    QVERIFY(timer.elapsed() < PatienceMs);
 }
 
 QTEST_GUILESS_MAIN(TestSoundDeaf)
