@@ -13,6 +13,7 @@
 
 namespace
 {
+constexpr int SKK = 1;
 constexpr int StopWithOpenChannel = 5; ///< ticks, so that the procedure's stop can go out
 constexpr int StopOtherwise = 2;
 } // namespace
@@ -48,7 +49,8 @@ void FormMain::rememberSettings()
     Options.geometryMainForm = geometry();
     Options.ShowRegisters = protocolWidget->showRegisters();
     Options.ShowInfo = protocolWidget->showInfo();
-    Options.ShowCmd = protocolWidget->showCmd();
+    if (Options.processMode == SKK) // elsewhere there is no switch for it, and its setting stays
+        Options.ShowCmd = protocolWidget->showCmd();
     Options.editorFromString = editorFrom->text();
     Options.editorPScriptString = editorPScript->text();
     Options.editorFKassaString = editorFKassa->text();

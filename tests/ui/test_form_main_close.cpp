@@ -34,6 +34,8 @@ private slots:
     void tickOfTheEndReallyCloses();
     void windowInTheTrayIsReallyClosed();
     void realCloseKeepsWhatTheOperatorSet();
+    void commandSwitchIsKeptOnlyWhereItExists_data();
+    void commandSwitchIsKeptOnlyWhereItExists();
     void figureInTheWordsFieldLeavesTheTemplate();
     void ignoredCloseKeepsNothing();
     void openQuestionIsClosedWithTheWindow();
@@ -242,6 +244,34 @@ void TestFormMainClose::realCloseKeepsWhatTheOperatorSet()
     QCOMPARE(Options.editorFKassaString, QStringLiteral("КАССА"));
     QCOMPARE(Options.editorFFromString, QStringLiteral("ОТКУДА"));
     QCOMPARE(Options.editorWordsCountShablon, QStringLiteral("$/2"));
+}
+
+void TestFormMainClose::commandSwitchIsKeptOnlyWhereItExists_data()
+{
+    QTest::addColumn<int>("procedure");
+    QTest::addColumn<bool>("stored");
+    QTest::addColumn<bool>("kept");
+    for (const bool stored : {true, false}) {
+        QTest::addRow("centre, %d", stored) << CKS << stored << stored;
+        QTest::addRow("direct, %d", stored) << Direct << stored << stored;
+        QTest::addRow("switched, %d", stored) << SKK << stored << !stored;
+    }
+}
+
+// Through the file, as the next run reads it.
+void TestFormMainClose::commandSwitchIsKeptOnlyWhereItExists()
+{
+    QFETCH(int, procedure);
+    QFETCH(bool, stored);
+    QFETCH(bool, kept);
+    Station station(procedure, [stored] { Options.ShowCmd = stored; });
+    station.form->protocolWidget->setShowCmd(!stored); // the operator's click, where there is a box
+    State.closeAllowed = true;
+    QVERIFY(station.form->close());
+    Options.Save();
+    Options.ShowCmd = !kept;
+    Options.Load();
+    QCOMPARE(Options.ShowCmd, kept);
 }
 
 void TestFormMainClose::figureInTheWordsFieldLeavesTheTemplate()
