@@ -11,7 +11,7 @@
 #include <QPushButton>
 
 CAbonentNumberDialog::CAbonentNumberDialog(QWidget *parent)
-    : QDialog(parent), m_numbers(new QComboBox), m_dial(new QPushButton(QStringLiteral("Набрать")))
+    : CDialog(parent), m_numbers(new QComboBox), m_dial(new QPushButton(QStringLiteral("Набрать")))
 {
     auto *cancel = new QPushButton(QStringLiteral("Отменить"));
     m_numbers->setObjectName(QStringLiteral("number"));
@@ -44,7 +44,7 @@ int CAbonentNumberDialog::exec(const QString &startNumber, const QString &title)
     m_numbers->setEditText(startNumber);
     slotNumberChanged(startNumber);
     m_numbers->lineEdit()->selectAll();
-    return QDialog::exec();
+    return CDialog::exec();
 }
 
 // A former number that is put behind the one being typed would be dialled in its stead.

@@ -1,13 +1,14 @@
 #pragma once
 
-#include <QDialog>
+#include "ui/dialog.h"
+
 #include <QString>
 
 class QComboBox;
 class QPushButton;
 
 /// Asks for the number of one subscriber, with the numbers dialled by hand before on offer.
-class CAbonentNumberDialog : public QDialog
+class CAbonentNumberDialog : public CDialog
 {
     Q_OBJECT
 

@@ -6,7 +6,7 @@
 #include <QLabel>
 #include <QPushButton>
 
-CAboutDialog::CAboutDialog(QWidget *parent) : QDialog(parent)
+CAboutDialog::CAboutDialog(QWidget *parent) : CDialog(parent)
 {
     setWindowTitle(QStringLiteral("О программе"));
     auto *text =

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QDialog>
+#include "ui/dialog.h"
 
 /// What the program is, with its version.
-class CAboutDialog : public QDialog
+class CAboutDialog : public CDialog
 {
     Q_OBJECT
 

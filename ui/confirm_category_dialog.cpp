@@ -8,7 +8,7 @@
 #include <QTextEdit>
 #include <QVBoxLayout>
 
-CConfirmCategoryDialog::CConfirmCategoryDialog(QWidget *parent) : QDialog(parent)
+CConfirmCategoryDialog::CConfirmCategoryDialog(QWidget *parent) : CDialog(parent)
 {
     setWindowTitle(QStringLiteral("Подтверждение приема категорийной телеграммы"));
     // With the main window in the tray this may be the last window on screen; its end is not the program's.
@@ -27,7 +27,7 @@ CConfirmCategoryDialog::CConfirmCategoryDialog(QWidget *parent) : QDialog(parent
 
 void CConfirmCategoryDialog::showEvent(QShowEvent *event)
 {
-    QDialog::showEvent(event);
+    CDialog::showEvent(event);
     if (Options.soundCTlgType != 0 && !event->spontaneous()) // that is the system's, of a minimised window
         sound.play(Options.soundCTlgFile, Options.soundCTlgType);
 }

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QDialog>
+#include "ui/dialog.h"
 
 /// Tells that a telegram with a category has come. Exists at most once; main thread.
-class CConfirmCategoryDialog : public QDialog
+class CConfirmCategoryDialog : public CDialog
 {
     Q_OBJECT
 

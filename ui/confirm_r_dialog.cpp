@@ -19,7 +19,7 @@ constexpr int LongestInitials = 3; // a name this short is no operator for the a
 } // namespace
 
 CConfirmRDialog::CConfirmRDialog(QWidget *parent)
-    : QDialog(parent), m_number(new QLineEdit), m_operator(new QLineEdit),
+    : CDialog(parent), m_number(new QLineEdit), m_operator(new QLineEdit),
       m_confirm(new QPushButton(ConfirmLabel))
 {
     setWindowTitle(QStringLiteral("Подтверждение приема Р"));
@@ -81,7 +81,7 @@ void CConfirmRDialog::slotPressCancel()
 
 void CConfirmRDialog::showEvent(QShowEvent *event)
 {
-    QDialog::showEvent(event);
+    CDialog::showEvent(event);
     if (event->spontaneous()) // the system's, of a window that was minimised
         return;
     sound.play(Options.soundRTlgFile, Options.soundRTlgType);

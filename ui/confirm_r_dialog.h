@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QDialog>
+#include "ui/dialog.h"
 
 class QLineEdit;
 class QPushButton;
@@ -8,7 +8,7 @@ class QPushButton;
 /// Confirmation of a telegram of category Р. It stands beside the window while the line goes on, and
 /// confirms by itself after Options.autoConfirmRTimeOut seconds if an operator is named. Exists at most
 /// once; main thread.
-class CConfirmRDialog : public QDialog
+class CConfirmRDialog : public CDialog
 {
     Q_OBJECT
 

@@ -3,6 +3,7 @@
 #include "ui/layouts.h"
 #include "ui/spin_box_limits.h"
 
+#include <QLabel>
 #include <QPushButton>
 
 namespace
@@ -11,10 +12,11 @@ constexpr int GreatestCounter = 999;
 }
 
 CEditCounterDialog::CEditCounterDialog(QWidget *parent)
-    : QDialog(parent), m_edit(new QSpinBox_Limits(0, 0, GreatestCounter))
+    : CDialog(parent), m_title(new QLabel), m_edit(new QSpinBox_Limits(0, 0, GreatestCounter))
 {
     auto *apply = new QPushButton(QStringLiteral("Применить"));
     auto *cancel = new QPushButton(QStringLiteral("Отменить"));
+    m_title->setObjectName(QStringLiteral("title"));
     m_edit->setObjectName(QStringLiteral("counter"));
     apply->setObjectName(QStringLiteral("apply"));
     cancel->setObjectName(QStringLiteral("cancel"));
@@ -23,6 +25,7 @@ CEditCounterDialog::CEditCounterDialog(QWidget *parent)
     buttons->addWidget(apply);
     buttons->addWidget(cancel);
     auto *rows = new QVBoxLayoutMS(this);
+    rows->addWidget(m_title);
     rows->addWidget(m_edit);
     rows->addLayout(buttons);
 
@@ -34,9 +37,10 @@ int CEditCounterDialog::exec(int value, const QString &title)
 {
     counter = -1;
     setWindowTitle(title);
+    m_title->setText(title);
     m_edit->setValue(value);
     m_edit->selectAll();
-    return QDialog::exec();
+    return CDialog::exec();
 }
 
 void CEditCounterDialog::slotApply()

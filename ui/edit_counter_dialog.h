@@ -1,11 +1,12 @@
 #pragma once
 
-#include <QDialog>
+#include "ui/dialog.h"
 
+class QLabel;
 class QSpinBox_Limits;
 
 /// Lets the operator correct a day counter, 0 to 999.
-class CEditCounterDialog : public QDialog
+class CEditCounterDialog : public CDialog
 {
     Q_OBJECT
 
@@ -21,5 +22,6 @@ public slots:
     void slotApply();
 
 private:
+    QLabel *m_title; ///< the title again: the frame may lack the room for it
     QSpinBox_Limits *m_edit;
 };

@@ -39,7 +39,7 @@ const QString &fixedPort()
 } // namespace
 
 CFWUpdateDialog::CFWUpdateDialog(QWidget *parent)
-    : QDialog(parent), m_device(new QComboBox), m_apply(new QPushButton(QStringLiteral("Обновить"))),
+    : CDialog(parent), m_device(new QComboBox), m_apply(new QPushButton(QStringLiteral("Обновить"))),
       m_lock(new QPushButton(QStringLiteral("Заблокировать"))),
       m_cancel(new QPushButton(QStringLiteral("Отменить")))
 {
@@ -113,21 +113,21 @@ void CFWUpdateDialog::lock()
 void CFWUpdateDialog::reject()
 {
     if (!m_working)
-        QDialog::reject();
+        CDialog::reject();
 }
 
 void CFWUpdateDialog::showEvent(QShowEvent *event)
 {
     if (!event->spontaneous())
         pauseLinks();
-    QDialog::showEvent(event);
+    CDialog::showEvent(event);
 }
 
 void CFWUpdateDialog::hideEvent(QHideEvent *event)
 {
     if (!event->spontaneous()) // that is the system's, of a minimised window
         restartLinks();
-    QDialog::hideEvent(event);
+    CDialog::hideEvent(event);
 }
 
 void CFWUpdateDialog::pauseLinks()

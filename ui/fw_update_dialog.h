@@ -1,13 +1,13 @@
 #pragma once
 
-#include <QDialog>
+#include "ui/dialog.h"
 
 class QComboBox;
 class QPushButton;
 
 /// Lets the operator load the program's firmware into an adapter, or lock it. While it is open both links are
 /// paused, so that nothing else has the adapters' ports.
-class CFWUpdateDialog : public QDialog
+class CFWUpdateDialog : public CDialog
 {
     Q_OBJECT
 

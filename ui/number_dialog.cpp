@@ -7,7 +7,7 @@
 #include <QPushButton>
 
 CNumberDialog::CNumberDialog(QWidget *parent)
-    : QDialog(parent), m_edit(new QLineEdit), m_apply(new QPushButton(QStringLiteral("Применить")))
+    : CDialog(parent), m_edit(new QLineEdit), m_apply(new QPushButton(QStringLiteral("Применить")))
 {
     auto *cancel = new QPushButton(QStringLiteral("Отменить"));
     m_edit->setObjectName(QStringLiteral("number"));
@@ -35,7 +35,7 @@ int CNumberDialog::exec(const QString &title, const QString &text)
     setWindowTitle(title);
     m_edit->setText(text);
     m_edit->selectAll();
-    return QDialog::exec();
+    return CDialog::exec();
 }
 
 void CNumberDialog::slotNumberChanged(const QString &text)

@@ -1,13 +1,14 @@
 #pragma once
 
-#include <QDialog>
+#include "ui/dialog.h"
+
 #include <QString>
 
 class QLineEdit;
 class QPushButton;
 
 /// Asks for one number.
-class CNumberDialog : public QDialog
+class CNumberDialog : public CDialog
 {
     Q_OBJECT
 

@@ -43,8 +43,8 @@ QTextEdit *newTapeText()
 } // namespace
 
 CPerforatorDialog::CPerforatorDialog(const QString &title, QRect COptions::*geometry, QWidget *parent)
-    : QDialog(parent), m_state(newState()), m_text(newTapeText()),
-      m_close(newButton("close", QStringLiteral("Закрыть"))), m_geometry(geometry)
+    : CDialog(parent, geometry), m_state(newState()), m_text(newTapeText()),
+      m_close(newButton("close", QStringLiteral("Закрыть")))
 {
     setWindowTitle(title);
     connect(m_close, &QPushButton::clicked, this, &QWidget::close);
@@ -73,7 +73,7 @@ void CPerforatorDialog::placeRows(const QList<QWidget *> &rows, const QList<QWid
         all->addWidget(row);
     all->addLayout(buttons);
     takeRoomySize();
-    CUtils::makeGeometry(this, Options.*m_geometry);
+    takePlace();
 }
 
 /// Wide enough for a line of a telegram, as far as the screen allows.
@@ -87,7 +87,6 @@ void CPerforatorDialog::takeRoomySize()
 
 void CPerforatorDialog::leave()
 {
-    Options.*m_geometry = geometry();
     PrfThread.Deactivate();
 }
 
@@ -95,11 +94,11 @@ void CPerforatorDialog::leave()
 void CPerforatorDialog::done(int result)
 {
     leave();
-    QDialog::done(result);
+    CDialog::done(result);
 }
 
 void CPerforatorDialog::closeEvent(QCloseEvent *event)
 {
     leave();
-    QDialog::closeEvent(event);
+    CDialog::closeEvent(event);
 }

@@ -1,18 +1,17 @@
 #pragma once
 
-#include <QDialog>
+#include "ui/dialog.h"
+
 #include <QList>
-#include <QRect>
 #include <QString>
 
-class COptions;
 class QLabel;
 class QPushButton;
 class QTextEdit;
 
 /// What the two dialogs of the perforator have in common: the adapter's state, the text of a tape, and the
 /// port, which is held from the construction to the closing.
-class CPerforatorDialog : public QDialog
+class CPerforatorDialog : public CDialog
 {
     Q_OBJECT
 
@@ -23,7 +22,7 @@ protected:
     /// \a geometry is the option that keeps the dialog's place.
     CPerforatorDialog(const QString &title, QRect COptions::*geometry, QWidget *parent);
     void closeEvent(QCloseEvent *event) override;
-    /// Keeps the place and gives the port up; may come twice.
+    /// Gives the port up; may come twice.
     virtual void leave();
 
     [[nodiscard]] static QPushButton *newButton(const char *name, const QString &text,
@@ -38,6 +37,4 @@ protected:
 
 private:
     void takeRoomySize();
-
-    QRect COptions::*const m_geometry;
 };

@@ -9,7 +9,7 @@
 #include <QVBoxLayout>
 
 CPrintTxtDialog::CPrintTxtDialog(const QString &text, QWidget *parent)
-    : QDialog(parent), m_text(new QTextEdit)
+    : CDialog(parent, &COptions::geometryPrintTxt), m_text(new QTextEdit)
 {
     setWindowTitle(QStringLiteral("Печать текста"));
     m_text->setObjectName(QStringLiteral("text"));
@@ -31,17 +31,11 @@ CPrintTxtDialog::CPrintTxtDialog(const QString &text, QWidget *parent)
     page->addWidget(m_text);
     page->addLayout(buttons);
     resize(600, 500);
-    CUtils::makeGeometry(this, Options.geometryPrintTxt);
+    takePlace();
 }
 
 void CPrintTxtDialog::slotApply()
 {
     CUtils::printText(m_text->toPlainText());
-    close();
-}
-
-void CPrintTxtDialog::closeEvent(QCloseEvent *event)
-{
-    Options.geometryPrintTxt = geometry();
-    QDialog::closeEvent(event);
+    accept();
 }

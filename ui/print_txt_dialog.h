@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QDialog>
+#include "ui/dialog.h"
 
 class QTextEdit;
 
 /// Shows a text that the operator may edit before it is printed.
-class CPrintTxtDialog : public QDialog
+class CPrintTxtDialog : public CDialog
 {
     Q_OBJECT
 
@@ -15,10 +15,6 @@ public:
 public slots:
     /// Prints the text as edited and ends the dialog.
     void slotApply();
-
-protected:
-    /// Keeps the geometry in Options.geometryPrintTxt.
-    void closeEvent(QCloseEvent *event) override;
 
 private:
     QTextEdit *m_text;

@@ -2,7 +2,6 @@
 
 #include "app/options.h"
 #include "text/filters.h"
-#include "text/utils.h"
 #include "ui/layouts.h"
 
 #include <QLabel>
@@ -10,7 +9,8 @@
 #include <QPushButton>
 
 CStringDialog::CStringDialog(QWidget *parent)
-    : QDialog(parent), m_edit(new QLineEdit), m_send(new QPushButton(QStringLiteral("Отправить")))
+    : CDialog(parent, &COptions::geometrySendString), m_edit(new QLineEdit),
+      m_send(new QPushButton(QStringLiteral("Отправить")))
 {
     auto *cancel = new QPushButton(QStringLiteral("Отменить"));
     m_edit->setObjectName(QStringLiteral("line"));
@@ -37,14 +37,8 @@ int CStringDialog::exec(const QString &title)
 {
     setWindowTitle(title);
     m_edit->clear();
-    CUtils::makeGeometry(this, Options.geometrySendString);
-    return QDialog::exec();
-}
-
-void CStringDialog::done(int result)
-{
-    Options.geometrySendString = geometry();
-    QDialog::done(result);
+    takePlace();
+    return CDialog::exec();
 }
 
 void CStringDialog::slotChanged(const QString &line)

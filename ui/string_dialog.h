@@ -1,13 +1,14 @@
 #pragma once
 
-#include <QDialog>
+#include "ui/dialog.h"
+
 #include <QString>
 
 class QLineEdit;
 class QPushButton;
 
 /// Asks for one line of text for the line.
-class CStringDialog : public QDialog
+class CStringDialog : public CDialog
 {
     Q_OBJECT
 
@@ -16,7 +17,6 @@ public:
 
     /// Runs the dialog with an empty field; 1 if the operator sends, the line then stands in text.
     int exec(const QString &title);
-    void done(int result) override;
 
     QString text; ///< the line applied last
 

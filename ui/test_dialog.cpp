@@ -19,7 +19,7 @@ const char *const testPieces[] = {
 };
 } // namespace
 
-CTestDialog::CTestDialog(QWidget *parent) : QDialog(parent)
+CTestDialog::CTestDialog(QWidget *parent) : CDialog(parent)
 {
     setWindowTitle(QStringLiteral("Test"));
     auto *start = new QPushButton(QStringLiteral("ТЕСТ"));

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QDialog>
+#include "ui/dialog.h"
 
 /// The test of the line: sends the letters Р and Ы, whose codes are each other's inverse, so that every
 /// element of the code changes with each character.
-class CTestDialog : public QDialog
+class CTestDialog : public CDialog
 {
     Q_OBJECT
 

@@ -2,7 +2,6 @@
 
 #include "app/options.h"
 #include "text/filters.h"
-#include "text/utils.h"
 #include "ui/layouts.h"
 
 #include <QLabel>
@@ -10,7 +9,8 @@
 #include <QPushButton>
 
 CTextDialog::CTextDialog(QWidget *parent)
-    : QDialog(parent), m_edit(new QPlainTextEdit), m_send(new QPushButton(QStringLiteral("Отправить")))
+    : CDialog(parent, &COptions::geometryTextDialog), m_edit(new QPlainTextEdit),
+      m_send(new QPushButton(QStringLiteral("Отправить")))
 {
     auto *cancel = new QPushButton(QStringLiteral("Отменить"));
     m_edit->setObjectName(QStringLiteral("text"));
@@ -36,14 +36,8 @@ int CTextDialog::exec(const QString &title)
 {
     setWindowTitle(title);
     m_edit->clear();
-    CUtils::makeGeometry(this, Options.geometryTextDialog);
-    return QDialog::exec();
-}
-
-void CTextDialog::done(int result)
-{
-    Options.geometryTextDialog = geometry();
-    QDialog::done(result);
+    takePlace();
+    return CDialog::exec();
 }
 
 void CTextDialog::slotChanged()

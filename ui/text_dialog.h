@@ -1,13 +1,14 @@
 #pragma once
 
-#include <QDialog>
+#include "ui/dialog.h"
+
 #include <QString>
 
 class QPlainTextEdit;
 class QPushButton;
 
 /// Asks for text of several lines for the line.
-class CTextDialog : public QDialog
+class CTextDialog : public CDialog
 {
     Q_OBJECT
 
@@ -16,7 +17,6 @@ public:
 
     /// Runs the dialog with an empty field; 1 if the operator sends, what he wrote then stands in text.
     int exec(const QString &title);
-    void done(int result) override;
 
     QString text; ///< the text applied last, its lines parted by LF
 

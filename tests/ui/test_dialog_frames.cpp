@@ -1,0 +1,276 @@
+// What all dialogs of the program have in common: room for the title, and the place on the screen.
+
+#include "app/options.h"
+#include "tests/support/desk.h"
+#include "ui/abonent_number_dialog.h"
+#include "ui/about_dialog.h"
+#include "ui/confirm_category_dialog.h"
+#include "ui/confirm_r_dialog.h"
+#include "ui/edit_counter_dialog.h"
+#include "ui/fw_update_dialog.h"
+#include "ui/number_dialog.h"
+#include "ui/perforator_in_dialog.h"
+#include "ui/perforator_out_dialog.h"
+#include "ui/print_txt_dialog.h"
+#include "ui/string_dialog.h"
+#include "ui/test_dialog.h"
+#include "ui/text_dialog.h"
+
+#include <QFontDatabase>
+#include <QLabel>
+#include <QPushButton>
+#include <QtTest>
+
+#include <memory>
+
+class TestDialogFrames : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void titleIsShownWhole_data();
+    void titleIsShownWhole();
+    void titleGivenLaterIsShownWhole();
+    void titleWiderThanTheScreenStopsThere();
+    void buttonsKeepTheirRoomBesideAShortTitle();
+    void countersAreToldApart_data();
+    void countersAreToldApart();
+    void placeIsTakenOnlyIfPlacesAreKept_data();
+    void placeIsTakenOnlyIfPlacesAreKept();
+    void placeIsKeptHoweverItIsClosed_data();
+    void placeIsKeptHoweverItIsClosed();
+    void dialogThatWasNeverShownKeepsTheFormerPlace();
+};
+
+namespace
+{
+using Make = std::function<CDialog *()>;
+using Run = std::function<void(CDialog &)>;
+
+struct Row {
+    const char *name;
+    Make make;
+    Run run; ///< until it is closed
+};
+
+template <class Dialog> CDialog *make()
+{
+    return new Dialog;
+}
+
+void plainly(CDialog &dialog)
+{
+    dialog.exec();
+}
+
+const Row rows[] = {
+    {"about", make<CAboutDialog>, plainly},
+    {"category", make<CConfirmCategoryDialog>, plainly},
+    {"Р", make<CConfirmRDialog>, plainly},
+    {"firmware", make<CFWUpdateDialog>, plainly},
+    {"line test", make<CTestDialog>, plainly},
+    {"subscriber's number", make<CAbonentNumberDialog>,
+     [](CDialog &dialog) { static_cast<CAbonentNumberDialog &>(dialog).exec("1", "Номер абонента"); }},
+    {"number", make<CNumberDialog>,
+     [](CDialog &dialog) { static_cast<CNumberDialog &>(dialog).exec("Номер абонента", "1"); }},
+    {"received", make<CEditCounterDialog>,
+     [](CDialog &dialog) { static_cast<CEditCounterDialog &>(dialog).exec(1, "Принято телеграмм"); }},
+    {"sent", make<CEditCounterDialog>,
+     [](CDialog &dialog) { static_cast<CEditCounterDialog &>(dialog).exec(1, "Передано телеграмм"); }},
+    {"string", make<CStringDialog>,
+     [](CDialog &dialog) { static_cast<CStringDialog &>(dialog).exec("Строка для передачи"); }},
+    {"text", make<CTextDialog>,
+     [](CDialog &dialog) { static_cast<CTextDialog &>(dialog).exec("Тест для передачи"); }},
+    {"print", [] { return new CPrintTxtDialog("А"); }, plainly},
+    {"tape in", make<CPerforatorInDialog>, plainly},
+    {"tape out", make<CPerforatorOutDialog>,
+     [](CDialog &dialog) { static_cast<CPerforatorOutDialog &>(dialog).Print("А"); }},
+};
+
+struct Place {
+    const char *row;
+    QRect COptions::*option;
+};
+
+const Place places[] = {{"string", &COptions::geometrySendString},
+                        {"text", &COptions::geometryTextDialog},
+                        {"print", &COptions::geometryPrintTxt},
+                        {"tape in", &COptions::geometryPerforatorIn},
+                        {"tape out", &COptions::geometryPerforatorOut}};
+
+const Row &rowOf(const char *name)
+{
+    return *std::find_if(std::begin(rows), std::end(rows),
+                         [name](const Row &row) { return qstrcmp(row.name, name) == 0; });
+}
+
+/// Runs the dialog of \a row with \a act inside it.
+void inside(const Row &row, const std::function<void(CDialog &)> &act)
+{
+    const std::unique_ptr<CDialog> dialog(row.make());
+    bool acted = false;
+    QTimer::singleShot(0, dialog.get(), [&] {
+        act(*dialog);
+        acted = true;
+        dialog->close();
+    });
+    row.run(*dialog);
+    QVERIFY(acted);
+}
+
+/// What a frame needs at the least: the title in bold letters, the menu of the window and three buttons.
+int needed(const QString &title)
+{
+    QFont font = QFontDatabase::systemFont(QFontDatabase::TitleFont);
+    font.setBold(true);
+    return QFontMetrics(font).horizontalAdvance(title) + 4 * QFontMetrics(font).height();
+}
+
+void addRows()
+{
+    QTest::addColumn<int>("index");
+    for (int i = 0; i < int(std::size(rows)); ++i)
+        QTest::newRow(rows[i].name) << i;
+}
+
+void addPlaces()
+{
+    QTest::addColumn<int>("index");
+    for (int i = 0; i < int(std::size(places)); ++i)
+        QTest::newRow(places[i].row) << i;
+}
+} // namespace
+
+void TestDialogFrames::titleIsShownWhole_data()
+{
+    addRows();
+}
+
+void TestDialogFrames::titleIsShownWhole()
+{
+    QFETCH(int, index);
+    const Desk desk;
+    inside(rows[index], [](CDialog &dialog) {
+        QVERIFY(!dialog.windowTitle().isEmpty());
+        QVERIFY2(dialog.width() >= needed(dialog.windowTitle()), qPrintable(dialog.windowTitle()));
+        dialog.resize(1, 1); // by the frame's edge
+        QVERIFY(dialog.width() >= needed(dialog.windowTitle()));
+    });
+}
+
+void TestDialogFrames::titleGivenLaterIsShownWhole()
+{
+    const Desk desk;
+    CNumberDialog dialog;
+    dialog.show();
+    dialog.setWindowTitle(QString(30, 'W'));
+    QVERIFY(dialog.width() >= needed(QString(30, 'W')));
+}
+
+void TestDialogFrames::titleWiderThanTheScreenStopsThere()
+{
+    const Desk desk;
+    CNumberDialog dialog;
+    dialog.setWindowTitle(QString(1000, 'W'));
+    dialog.show();
+    QCOMPARE(dialog.width(), QGuiApplication::primaryScreen()->availableGeometry().width());
+}
+
+void TestDialogFrames::buttonsKeepTheirRoomBesideAShortTitle()
+{
+    const Desk desk;
+    CNumberDialog dialog;
+    dialog.setWindowTitle("А");
+    dialog.show();
+    for (QPushButton *button : dialog.findChildren<QPushButton *>())
+        button->setText(QString(40, 'W'));
+    QTRY_VERIFY(dialog.width() >= 80 * dialog.fontMetrics().horizontalAdvance('W'));
+}
+
+void TestDialogFrames::countersAreToldApart_data()
+{
+    QTest::addColumn<QString>("row");
+    QTest::addColumn<QString>("title");
+    QTest::newRow("received") << "received"
+                              << "Принято телеграмм";
+    QTest::newRow("sent") << "sent"
+                          << "Передано телеграмм";
+}
+
+void TestDialogFrames::countersAreToldApart()
+{
+    QFETCH(QString, row);
+    QFETCH(QString, title);
+    const Desk desk;
+    inside(rowOf(qPrintable(row)), [&](CDialog &dialog) {
+        QCOMPARE(dialog.windowTitle(), title);
+        const auto *label = dialog.findChild<QLabel *>("title");
+        QCOMPARE(label->text(), title);
+        QVERIFY(label->isVisible());
+        QVERIFY(label->width() >= label->sizeHint().width());
+    });
+}
+
+void TestDialogFrames::placeIsTakenOnlyIfPlacesAreKept_data()
+{
+    addPlaces();
+}
+
+void TestDialogFrames::placeIsTakenOnlyIfPlacesAreKept()
+{
+    QFETCH(int, index);
+    const Place &place = places[index];
+    const QRect kept(60, 80, 610, 420);
+    for (const bool keeps : {true, false}) {
+        const Desk desk;
+        Options.saveWindowPos = keeps;
+        Options.*place.option = kept;
+        inside(rowOf(place.row), [&](CDialog &dialog) { QCOMPARE(dialog.geometry() == kept, keeps); });
+    }
+}
+
+void TestDialogFrames::placeIsKeptHoweverItIsClosed_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::addColumn<QString>("way");
+    for (int i = 0; i < int(std::size(places)); ++i)
+        for (const char *way : {"cross", "Esc", "button"})
+            QTest::addRow("%s by %s", places[i].row, way) << i << QString::fromLatin1(way);
+}
+
+void TestDialogFrames::placeIsKeptHoweverItIsClosed()
+{
+    QFETCH(int, index);
+    QFETCH(QString, way);
+    const Place &place = places[index];
+    const QRect kept(70, 90, 620, 430);
+    const Desk desk;
+    inside(rowOf(place.row), [&](CDialog &dialog) {
+        dialog.setGeometry(kept);
+        auto *leave = dialog.findChild<QPushButton *>("close");
+        if (leave == nullptr)
+            leave = dialog.findChild<QPushButton *>("cancel");
+        if (way == "button")
+            QTest::mouseClick(leave, Qt::LeftButton);
+        else if (way == "Esc")
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+        else
+            dialog.close();
+        QVERIFY(!dialog.isVisible());
+        QCOMPARE(Options.*place.option, kept);
+    });
+    QCOMPARE(Options.*place.option, kept);
+}
+
+void TestDialogFrames::dialogThatWasNeverShownKeepsTheFormerPlace()
+{
+    const Desk desk;
+    const QRect kept(60, 80, 610, 420);
+    Options.saveWindowPos = false;
+    Options.geometryPrintTxt = kept;
+    CPrintTxtDialog("А").close();
+    QCOMPARE(Options.geometryPrintTxt, kept);
+}
+
+QTEST_MAIN(TestDialogFrames)
+#include "test_dialog_frames.moc"
