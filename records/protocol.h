@@ -44,6 +44,9 @@ public:
     /// is written by a later call. With the option protocolFileNoClose the file stays open, and what is new
     /// reaches the disk at the first Save() after flushRequested.
     void Save();
+    /// Hands to the disk what the book that is kept open still holds back. What fails is made good by the
+    /// next Save().
+    void flush();
     /// Appends line text, then reports and saves.
     void add(const QString &text, ProtocolTypes type);
     /// Appends one character, with neither report nor save. CR is stored as "<", LF as ">"; ">" ends the

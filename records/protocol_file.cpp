@@ -95,6 +95,12 @@ void CProtocol::Save()
         flushRequested = false;
 }
 
+void CProtocol::flush()
+{
+    if (file.isOpen())
+        (void)file.flush();
+}
+
 bool CProtocol::bringUpToDate()
 {
     if (rewriteAll || !listAsWritten() || !(file.isOpen() || diskAsWritten())) {

@@ -78,13 +78,13 @@ void FormMain::requestFlush()
 {
     if (!Options.protocolFileNoClose)
         return;
-    if (Options.protocolFileCacheTime < 2) {
-        Log.flushRequested = true;
-        return;
+    if (Options.protocolFileCacheTime >= 2) {
+        flushPhase = (flushPhase + 1) % Options.protocolFileCacheTime;
+        if (flushPhase != 0)
+            return;
     }
-    flushPhase = (flushPhase + 1) % Options.protocolFileCacheTime;
-    if (flushPhase == 0)
-        Log.flushRequested = true;
+    Log.flushRequested = true;
+    Log.flush(); // the next line may be hours away
 }
 
 void FormMain::showTrayIcon()

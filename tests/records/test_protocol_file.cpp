@@ -32,6 +32,8 @@ private slots:
     void saveContinuesTheFile();
 
     void keptOpenFileGetsItsTextWithTheFlush();
+    void flushAloneBringsTheTextToTheDisk();
+    void flushLeavesAClosedFileAlone();
     void keptOpenFileStaysOpen();
     void flushRequestStaysWhileTheFileIsClosedEachTime();
     void rewriteAllClosesTheKeptOpenFile();
@@ -201,6 +203,26 @@ void TestProtocolFile::keptOpenFileGetsItsTextWithTheFlush()
     QCOMPARE(desk.read(Today), QByteArray("\2А"));
     saveAndFlush();
     QCOMPARE(desk.read(Today), QByteArray("\2АБ"));
+}
+
+void TestProtocolFile::flushAloneBringsTheTextToTheDisk()
+{
+    Desk desk;
+    Options.protocolFileNoClose = true;
+    Log.add(text("А"), ProtocolSent);
+    saveAndFlush();
+    Log.add(text("Б"), ProtocolSent);
+    Log.flush();
+    QCOMPARE(desk.read(Today), QByteArray("\2АБ"));
+    saveAndFlush(); // not a second time
+    QCOMPARE(desk.read(Today), QByteArray("\2АБ"));
+}
+
+void TestProtocolFile::flushLeavesAClosedFileAlone()
+{
+    Desk desk;
+    Log.flush();
+    QCOMPARE(desk.names("prt"), QStringList());
 }
 
 void TestProtocolFile::keptOpenFileStaysOpen()

@@ -24,6 +24,8 @@ private slots:
     void linkThreadLearnsOfTheSecond();
     void journalIsAskedToFlush_data();
     void journalIsAskedToFlush();
+    void lastLineOfAQuietNightIsOnTheDisk_data();
+    void lastLineOfAQuietNightIsOnTheDisk();
     void queueIsScannedWhenTheCountdownHasRunOut();
     void scanTimeoutOutOfRangeScansEachTick();
     void ageOfModeStopsAfterADay();
@@ -141,6 +143,34 @@ void TestFormMainTick::journalIsAskedToFlush()
         asked += Log.flushRequested ? QLatin1Char('+') : QLatin1Char('-');
     }
     QTEST(asked, "asked");
+}
+
+void TestFormMainTick::lastLineOfAQuietNightIsOnTheDisk_data()
+{
+    QTest::addColumn<int>("cacheTime");
+    QTest::addColumn<int>("ticks"); // until the journal's turn
+    QTest::newRow("each second") << 0 << 1;
+    QTest::newRow("each fifth second") << 5 << 5;
+}
+
+void TestFormMainTick::lastLineOfAQuietNightIsOnTheDisk()
+{
+    QFETCH(int, cacheTime);
+    QFETCH(int, ticks);
+    Station station(Direct);
+    State.scanCountdown = 1000;
+    Options.protocolFileNoClose = true;
+    Options.protocolFileCacheTime = cacheTime;
+    Log.addServiceString(QStringLiteral("первая"), ProtocolInfo);
+    Log.flushRequested = false;
+    Log.addServiceString(QStringLiteral("последняя"), ProtocolInfo);
+    const auto onDisk = [&station] {
+        return station.desk.read(QStringLiteral("prt/20260731.prt")).contains("последняя");
+    };
+    station.tick(ticks - 1);
+    QVERIFY(!onDisk());
+    station.tick();
+    QVERIFY(onDisk()); // without another line
 }
 
 void TestFormMainTick::queueIsScannedWhenTheCountdownHasRunOut()
