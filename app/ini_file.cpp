@@ -1,5 +1,6 @@
 #include "app/ini_file.h"
 
+#include "records/ordinary_file.h"
 #include "records/whole_file.h"
 
 #include <QFile>
@@ -7,10 +8,11 @@
 
 namespace
 {
+constexpr qint64 LargestIni = 16 * 1024 * 1024; // bytes; a hundred thousand subscribers have room
+
 QByteArray contentOf(const QString &path)
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return readOrdinary(path, LargestIni).value_or(QByteArray());
 }
 
 /// Without a sync: the draft has no worth of its own, and isComplete() looks at what became of it.
@@ -42,9 +44,19 @@ QByteArray changed(const QString &draft, const std::function<void(QSettings &)> 
 }
 } // namespace
 
+void readIni(const QString &path, const std::function<void(QSettings &)> &take)
+{
+    const bool readable = readOrdinary(path, LargestIni).has_value();
+    QSettings file(readable ? path : temporaryName(path), QSettings::IniFormat);
+    take(file);
+}
+
+// QSettings locks what it writes by a file beside it. A process killed at the wrong moment leaves that lock
+// without an owner, and the next one to lock the same name waits for half a minute. No draft has the name of
+// another, and so none meets a lock; that two processes write the file is the instance lock's to forbid.
 bool rewriteIni(const QString &path, const std::function<void(QSettings &)> &change)
 {
-    const QString draft = path + QStringLiteral(".new");
+    const QString draft = temporaryName(path);
     const bool drafted = writeDraft(draft, contentOf(path));
     const QByteArray content = drafted ? changed(draft, change) : QByteArray();
     const bool replaced = !content.isEmpty() && replaceWholeFile(path, content);

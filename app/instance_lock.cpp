@@ -3,6 +3,7 @@
 #include "app/startup.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QThread>
 
 const QString lockFileName = QStringLiteral("velda.lck");
@@ -67,6 +68,11 @@ QString lockRefusal(QLockFile::LockError error)
 
 bool takeInstanceLock(QLockFile &lock)
 {
+    const QFileInfo present(lockFileName);
+    if (present.exists() && !present.isFile()) { // a lock is read, and a FIFO would keep the reader
+        warn(lockRefusal(QLockFile::UnknownError));
+        return false;
+    }
     if (lock.tryLock(LockMilliseconds))
         return true;
     if (lock.error() == QLockFile::LockFailedError && Options.checkStopFile)

@@ -1,3 +1,4 @@
+#include "app/ini_file.h"
 #include "app/options_table.h"
 #include "text/mtk2.h"
 
@@ -122,19 +123,20 @@ void readAbonents(const QSettings &file, COptions &options)
 
 void COptions::Load()
 {
-    const COptions builtIn;
-    QSettings file(appPath + iniFileName, QSettings::IniFormat);
-    for (const SettingSection &section : settingSections()) {
-        file.beginGroup(QLatin1String(section.name));
-        for (const Setting &setting : section.settings)
-            readSetting(file, setting, *this, builtIn);
-        file.endGroup();
-    }
-    readProcessMode(file, *this);
-    readLongAOLength(file, *this);
-    readTiming(file, *this);
-    readInterfaceModes(file, *this);
-    readAbonents(file, *this);
+    readIni(appPath + iniFileName, [this](QSettings &file) {
+        const COptions builtIn;
+        for (const SettingSection &section : settingSections()) {
+            file.beginGroup(QLatin1String(section.name));
+            for (const Setting &setting : section.settings)
+                readSetting(file, setting, *this, builtIn);
+            file.endGroup();
+        }
+        readProcessMode(file, *this);
+        readLongAOLength(file, *this);
+        readTiming(file, *this);
+        readInterfaceModes(file, *this);
+        readAbonents(file, *this);
+    });
     initMTK2Table();
     CheckAndMakeFolders();
 }

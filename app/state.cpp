@@ -144,17 +144,18 @@ int CState::incOut()
 
 void CState::Load()
 {
-    QSettings file(Options.stateFileName, QSettings::IniFormat);
-    file.beginGroup(QStringLiteral("STATE"));
-    YYYYMMDD = file.value(QStringLiteral("YYYYMMDD"), QStringLiteral("00000000")).toString();
-    manualMode = !file.value(QStringLiteral("automatic"), false).toBool();
-    CKS_in = readCounter(file, "CKS_in");
-    CKS_out = readCounter(file, "CKS_out");
-    SKK_in = readCounter(file, "SKK_in");
-    SKK_out = readCounter(file, "SKK_out");
-    PK_in = readCounter(file, "PK_in");
-    PK_out = readCounter(file, "PK_out");
-    EditorN = readCounter(file, "EditorN");
+    readIni(Options.stateFileName, [this](QSettings &file) {
+        file.beginGroup(QStringLiteral("STATE"));
+        YYYYMMDD = file.value(QStringLiteral("YYYYMMDD"), QStringLiteral("00000000")).toString();
+        manualMode = !file.value(QStringLiteral("automatic"), false).toBool();
+        CKS_in = readCounter(file, "CKS_in");
+        CKS_out = readCounter(file, "CKS_out");
+        SKK_in = readCounter(file, "SKK_in");
+        SKK_out = readCounter(file, "SKK_out");
+        PK_in = readCounter(file, "PK_in");
+        PK_out = readCounter(file, "PK_out");
+        EditorN = readCounter(file, "EditorN");
+    });
 }
 
 void CState::Save()

@@ -1,10 +1,16 @@
 #include "procedures/telegram_files.h"
 
 #include "app/state.h"
+#include "procedures/process_direct.h"
+#include "records/ordinary_file.h"
 #include "text/utils.h"
 
 #include <QDir>
-#include <QFile>
+
+namespace
+{
+constexpr int LongestText = CProcessDirect::ReceiveLimit; // characters; none longer is received
+} // namespace
 
 QString queuePath(const QString &name)
 {
@@ -13,10 +19,13 @@ QString queuePath(const QString &name)
 
 std::optional<QString> readTelegram(const QString &path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    const std::optional<QByteArray> bytes = readOrdinary(path, LargestTelegramFile);
+    if (!bytes)
         return std::nullopt;
-    return QString::fromUtf8(file.readAll().constData());
+    QString text = QString::fromUtf8(bytes->constData());
+    if (text.size() > LongestText)
+        return std::nullopt;
+    return text;
 }
 
 bool printsReceived(int autoPrintMode)

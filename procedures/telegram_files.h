@@ -10,8 +10,10 @@
 
 /// Path of the queue file \a name.
 [[nodiscard]] QString queuePath(const QString &name);
+/// Bytes that a telegram of the greatest length, of 16 M characters, can have as UTF-8.
+constexpr qint64 LargestTelegramFile = 3LL * 16 * 1024 * 1024;
 /// The text of a file up to its first NUL; bytes that are no UTF-8 become replacement characters. Nothing if
-/// it cannot be read.
+/// it cannot be read, is no ordinary file, or is longer than any telegram that is received.
 [[nodiscard]] std::optional<QString> readTelegram(const QString &path);
 
 // The option autoPrintMode: 1 received, 2 sent, 3 both; anything else prints nothing.

@@ -4,6 +4,8 @@
 
 #include "records/file_attr.h"
 
+#include "records/ordinary_file.h"
+
 #include <QFile>
 #include <QFileInfo>
 
@@ -42,9 +44,7 @@ void CFileAttr::setNew() const
     if (setArchive(m_path, ArchiveOff) || !QFile::exists(m_path))
         return;
     QFile marker(markerFile(m_path));
-    if (!marker.open(QIODevice::WriteOnly)) // the file then counts as seen
-        return;
-    marker.close();
+    (void)openOrdinary(marker, QIODevice::WriteOnly | QIODevice::Append); // else the file counts as seen
 }
 
 void CFileAttr::clearNew() const

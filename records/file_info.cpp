@@ -2,9 +2,9 @@
 
 #include "app/clock.h"
 #include "records/digits.h"
+#include "records/ordinary_file.h"
 #include "records/whole_file.h"
 
-#include <QFile>
 #include <QStringList>
 
 namespace
@@ -58,7 +58,7 @@ bool CFileInfo::Load(const QString &path)
     *this = CFileInfo();
     bad = true;
     QFile file(sideCar(path));
-    if (!file.open(QIODevice::ReadOnly)) {
+    if (!openOrdinary(file, QIODevice::ReadOnly)) {
         // A telegram that another program dropped: for the centre, now, once.
         toCKS = true;
         sendTime = Time.dateTime;

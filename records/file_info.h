@@ -12,8 +12,8 @@ class CFileInfo
 public:
     /// Replaces \a path + ".dat" whole. True if something was written.
     bool Save(const QString &path) const;
-    /// Reads \a path + ".dat". Without it: for the centre, now, one try, and false. What a torn or foreign
-    /// file lacks comes back empty, 0, or as an invalid time.
+    /// Reads \a path + ".dat". Without it, and with no ordinary file there: for the centre, now, one try, and
+    /// false. What a torn or foreign file lacks comes back empty, 0, or as an invalid time.
     bool Load(const QString &path);
     /// Removes \a path + ".dat".
     static void Remove(const QString &path);

@@ -4,6 +4,8 @@
 #include "app/state.h"
 #include "procedures/process_cks.h"
 #include "procedures/process_skk.h"
+#include "procedures/telegram_files.h"
+#include "records/ordinary_file.h"
 #include "records/protocol.h"
 #include "text/utils.h"
 #include "ui/abonent_number_dialog.h"
@@ -13,7 +15,7 @@
 #include "ui/string_dialog.h"
 #include "ui/text_dialog.h"
 
-#include <QFile>
+#include <optional>
 
 void FormMain::protocolAccept()
 {
@@ -74,12 +76,12 @@ void FormMain::protocolSendFile()
     if (path.isEmpty())
         return;
     Log.addCacheServiceString(QStringLiteral("Передача файла:") + path, ProtocolInfo, true);
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
+    const std::optional<QByteArray> content = readOrdinary(path, LargestTelegramFile);
+    if (!content) {
         Log.addCacheServiceString(QStringLiteral("Невозможно прочитать файл:") + path, ProtocolError, true);
         return;
     }
-    TlgSend(CUtils::CorrectCodePageToUtf8(file.readAll()));
+    TlgSend(CUtils::CorrectCodePageToUtf8(*content));
 }
 
 void FormMain::slotSendKG0()

@@ -1,7 +1,8 @@
 #include "ui/wave_check.h"
 
+#include "records/ordinary_file.h"
+
 #include <QFile>
-#include <QFileInfo>
 #include <QtEndian>
 
 namespace
@@ -14,7 +15,7 @@ constexpr quint32 FormatSize = 16;
 bool isWholeWaveFile(const QString &path)
 {
     QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+    if (!openOrdinary(file, QIODevice::ReadOnly))
         return false;
     const QByteArray riff = file.read(RiffHeadSize);
     if (riff.size() < RiffHeadSize || !riff.startsWith("RIFF") || !riff.endsWith("WAVE"))

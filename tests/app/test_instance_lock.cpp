@@ -8,6 +8,7 @@
 #include <QTimer>
 #include <QtTest>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 /// The instance lock, and what a refused one leads to. The other instance is a second lock on the file.
@@ -28,6 +29,7 @@ private slots:
     void directoryWithoutTheFileIsAnUnknownError();
     void otherErrorsWarnWithCheckStopFileToo();
 
+    void fifoInPlaceOfTheLockIsAnUnknownError();
     void unwritableDirectoryIsNamed();
 
     void warningIsAPlainBox();
@@ -149,6 +151,15 @@ void TestInstanceLock::otherErrorsWarnWithCheckStopFileToo()
     QVERIFY(!takeInstanceLock(lock));
     QCOMPARE(m_warned, QStringList("Ошибка создания файла velda.lck\n"));
     QVERIFY(m_asked.isEmpty() && m_slept.isEmpty());
+}
+
+void TestInstanceLock::fifoInPlaceOfTheLockIsAnUnknownError()
+{
+    const Desk desk;
+    QCOMPARE(mkfifo(QFile::encodeName(desk.path("velda.lck")).constData(), 0600), 0);
+    QLockFile lock(lockFileName);
+    QVERIFY(!takeInstanceLock(lock)); // does not wait for a writer
+    QCOMPARE(m_warned, QStringList("Ошибка создания файла velda.lck\n"));
 }
 
 void TestInstanceLock::unwritableDirectoryIsNamed()

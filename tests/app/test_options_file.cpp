@@ -1,5 +1,5 @@
 #include "app/options.h"
-#include "tests/support/desk.h"
+#include "tests/records/special_files.h"
 #include "tests/support/full_disk.h"
 
 #include <QSettings>
@@ -33,6 +33,9 @@ private slots:
     void damagedFileIsReadableAfterASave();
     void fullDiskLeavesTheOldFile();
     void directoryInPlaceOfTheFileIsNoHarm();
+    void specialFileIsNeitherReadNorReplaced_data() { specialFiles(); }
+    void specialFileIsNeitherReadNorReplaced();
+    void fileTooLargeToBeOneGivesTheDefaults();
 
     void foldersAreMadeInOneStep();
     void missingParentIsNotMade();
@@ -308,6 +311,31 @@ void TestOptionsFile::directoryInPlaceOfTheFileIsNoHarm()
     QCOMPARE(Options.pathInp, QStringLiteral("inp"));
     Options.Save();
     QVERIFY(QFileInfo(desk.path("velda.ini")).isDir());
+}
+
+void TestOptionsFile::specialFileIsNeitherReadNorReplaced()
+{
+    QFETCH(SpecialFile, kind);
+    const Desk desk;
+    place(desk, kind, "velda.ini");
+    Options.Port = 7;
+    Options.Load();
+    QCOMPARE(Options.Port, 5674);
+    Options.Save();
+    QVERIFY(stands(desk, kind, "velda.ini"));
+}
+
+void TestOptionsFile::fileTooLargeToBeOneGivesTheDefaults()
+{
+    const Desk desk;
+    QFile file(desk.path("velda.ini"));
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(Q_INT64_C(1) << 40)); // of holes
+    file.close();
+    Options.Port = 7;
+    Options.Load();
+    QCOMPARE(Options.Port, 5674);
+    Options.Save();
+    QVERIFY(desk.read("velda.ini").contains("\nPort=5674\n"));
 }
 
 void TestOptionsFile::foldersAreMadeInOneStep()

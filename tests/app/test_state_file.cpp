@@ -1,6 +1,6 @@
 #include "app/options.h"
 #include "app/state.h"
-#include "tests/support/desk.h"
+#include "tests/records/special_files.h"
 #include "tests/support/full_disk.h"
 
 #include <QSettings>
@@ -35,6 +35,9 @@ private slots:
     void unwritableDirectoryIsNoHarm();
     void killAtAnyMomentLeavesAWholeFile();
     void draftOfAKilledProcessIsNoHarm();
+    void lockOfAKilledProcessHoldsNothingUp();
+    void specialFileIsNeitherReadNorReplaced_data() { specialFiles(); }
+    void specialFileIsNeitherReadNorReplaced();
 };
 
 namespace
@@ -303,6 +306,41 @@ void TestStateFile::draftOfAKilledProcessIsNoHarm()
     State.YYYYMMDD = QStringLiteral("20260731");
     State.Save();
     QCOMPARE(desk.read(StateFile), Filled);
+}
+
+void TestStateFile::lockOfAKilledProcessHoldsNothingUp()
+{
+    const Desk desk;
+    fillState();
+    State.Save();
+    State.CKS_in = 9;
+    for (const char *end : {".lock", ".new.lock"})
+        desk.write(StateFile + QByteArray(end), ""); // killed before its owner's name was in it
+    const pid_t saving = fork();
+    QVERIFY(saving >= 0);
+    if (saving == 0) {
+        State.Save();
+        _exit(0);
+    }
+    const auto hasEnded = [saving] { return waitpid(saving, nullptr, WNOHANG) == saving; };
+    const bool inTime = QTest::qWaitFor(hasEnded, 15000); // such a lock holds for 30 s
+    if (!inTime)
+        kill(saving, SIGKILL);
+    QVERIFY(inTime);
+    QVERIFY(desk.read(StateFile).contains("\nCKS_in=9\n"));
+}
+
+void TestStateFile::specialFileIsNeitherReadNorReplaced()
+{
+    QFETCH(SpecialFile, kind);
+    const Desk desk;
+    place(desk, kind, StateFile);
+    fillState();
+    State.Load();
+    QCOMPARE(figures(), Defaults);
+    State.Save();
+    QVERIFY(stands(desk, kind, StateFile));
+    QCOMPARE(desk.names(".", "velda_state.ini.*"), QStringList());
 }
 
 QTEST_MAIN(TestStateFile)

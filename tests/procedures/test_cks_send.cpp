@@ -5,6 +5,7 @@
 #include "link/tlg_thread.h"
 #include "records/send_model.h"
 #include "tests/procedures/cks_desk.h"
+#include "tests/records/special_files.h"
 
 #include <QtTest>
 
@@ -21,6 +22,8 @@ private slots:
     void countersThatDifferEndTheAutomaticMode();
     void badMarkBlocksWithoutALine();
     void unreadableFileKeepsItsRow();
+    void specialFileCountsAsUnreadable_data() { specialFiles(); }
+    void specialFileCountsAsUnreadable();
     void clearOutEmptiesTheSendBuffer();
     void askCountdown_data();
     void askCountdown();
@@ -154,6 +157,19 @@ void TestCksSend::unreadableFileKeepsItsRow()
     }
     const QStringList once{"312:00:00 Отправка файла: 20260731u001", "412:00:00 Невозможно прочитать файл"};
     QCOMPARE(desk.noted(), once + once);
+}
+
+void TestCksSend::specialFileCountsAsUnreadable()
+{
+    QFETCH(SpecialFile, kind);
+    const OpenDesk desk;
+    place(desk, kind, "out/20260731u001");
+    auto item = row("20260731u001");
+    ProcessCKS.checkForSendNewTlg(item);
+    QVERIFY(!State.fileInProgress);
+    QCOMPARE(State.PK_out, 0);
+    QCOMPARE(desk.noted(),
+             QStringList({"312:00:00 Отправка файла: 20260731u001", "412:00:00 Невозможно прочитать файл"}));
 }
 
 void TestCksSend::clearOutEmptiesTheSendBuffer()

@@ -1,6 +1,7 @@
 #include "app/clock.h"
 #include "link/tlg_thread.h"
 #include "tests/procedures/direct_desk.h"
+#include "tests/records/special_files.h"
 #include "text/mtk2.h"
 
 #include <QtTest>
@@ -34,6 +35,8 @@ private slots:
     void nationalLettersAreMasked();
     void largeFileGoesWhole();
     void vanishedFileIsTriedAgain();
+    void specialFileCountsAsUnreadable_data() { specialFiles(); }
+    void specialFileCountsAsUnreadable();
     void fileWithoutTextIsDoneAtOnce_data();
     void fileWithoutTextIsDoneAtOnce();
     void emptyFileThatCannotBeMovedStopsTheQueue();
@@ -119,6 +122,17 @@ void TestDirectSend::largeFileGoesWhole()
     QCOMPARE(desk.sent(), QString(letters, QChar(0x0411)));
     QVERIFY(ProcessDirect.fileSended());
     QCOMPARE(desk.names("out/20260731"), QStringList{Plain});
+}
+
+void TestDirectSend::specialFileCountsAsUnreadable()
+{
+    QFETCH(SpecialFile, kind);
+    const DirectDesk desk;
+    place(desk, kind, QLatin1String("out/") + Plain);
+    DirectDesk::dispatch(Plain);
+    QVERIFY(!State.fileInProgress);
+    QCOMPARE(State.PK_out, 0);
+    QCOMPARE(desk.notes(), QStringList({sendingNote(Plain), "412:00:00 Невозможно прочитать файл"}));
 }
 
 void TestDirectSend::vanishedFileIsTriedAgain()

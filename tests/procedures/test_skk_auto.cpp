@@ -1,6 +1,7 @@
 // The automatic send of a queue file: its start and the steps that the timer moves.
 
 #include "tests/procedures/skk_desk.h"
+#include "tests/records/special_files.h"
 
 #include <QFile>
 #include <QtTest>
@@ -30,6 +31,8 @@ private slots:
     void pauseBeforeTheFileIsExtended();
     void fileIsReadToItsFirstZero();
     void missingFileStandsStill();
+    void specialFileCountsAsMissing_data() { specialFiles(); }
+    void specialFileCountsAsMissing();
     void fileGoingOutIsWaitedFor();
     void pauseOfZeroStopsTheMachine();
 };
@@ -288,6 +291,20 @@ void TestSkkAuto::fileIsReadToItsFirstZero()
     desk.autoTick();
     QCOMPARE(desk.sent(), "\r\n");
     QCOMPARE(State.AutoModeState, 11);
+}
+
+void TestSkkAuto::specialFileCountsAsMissing()
+{
+    QFETCH(SpecialFile, kind);
+    const SkkDesk desk;
+    desk.automatic(10, 1);
+    State.secondsSinceRx = 100;
+    QVERIFY(QFile::remove(desk.path("out/a")));
+    place(desk, kind, "out/a");
+    desk.autoTick(20);
+    QCOMPARE(machine(), QList<int>({10, 0, 0}));
+    QCOMPARE(State.sendInfo.trys, 0);
+    QCOMPARE(desk.noted(), QStringList("412:00:00 Ошибка открытия файла a"));
 }
 
 void TestSkkAuto::missingFileStandsStill()

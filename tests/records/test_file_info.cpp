@@ -1,11 +1,7 @@
 #include "app/clock.h"
 #include "records/file_info.h"
 #include "tests/records/file_size_limit.h"
-#include "tests/support/desk.h"
-
-#include <QDir>
-#include <QFile>
-#include <QtTest>
+#include "tests/records/special_files.h"
 
 namespace
 {
@@ -52,6 +48,8 @@ private slots:
     void tornAndForeignRecordsLoad_data();
     void tornAndForeignRecordsLoad();
     void directoryInPlaceOfTheRecordCountsAsNone();
+    void specialFileCountsAsNoRecord_data() { specialFiles(); }
+    void specialFileCountsAsNoRecord();
 
     void removeDeletesTheSideCarAlone();
     void removeOfNothingDoesNothing();
@@ -263,6 +261,18 @@ void TestFileInfo::directoryInPlaceOfTheRecordCountsAsNone()
     CFileInfo info;
     QVERIFY(!info.Load("out/a"));
     QCOMPARE(info.trys, 1);
+}
+
+void TestFileInfo::specialFileCountsAsNoRecord()
+{
+    QFETCH(SpecialFile, kind);
+    const Desk desk;
+    place(desk, kind, "a.dat");
+    CFileInfo info = filled();
+    QVERIFY(!info.Load("a"));
+    QVERIFY(info.toCKS && info.trys == 1 && info.number.isEmpty() && !info.bad);
+    QVERIFY(!info.Save("a"));
+    QVERIFY(stands(desk, kind, "a.dat"));
 }
 
 void TestFileInfo::removeDeletesTheSideCarAlone()

@@ -1,14 +1,8 @@
 #include "records/whole_file.h"
 #include "tests/records/file_size_limit.h"
-#include "tests/support/desk.h"
+#include "tests/records/special_files.h"
 
-#include <QDir>
-#include <QFile>
-#include <QtTest>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include <QRegularExpression>
 
 namespace
 {
@@ -36,7 +30,12 @@ private slots:
     void directoryOfThatNameStays();
     void withoutATemporaryFileTheOldOneIsWrittenOver_data();
     void withoutATemporaryFileTheOldOneIsWrittenOver();
-    void deviceIsWrittenToAndStays();
+    void specialFileIsLeftAlone_data() { specialFiles(); }
+    void specialFileIsLeftAlone();
+    void linkToAFileStaysOne();
+    void linkToNothingMakesItsTarget();
+    void permissionsOfTheOldFileStay();
+    void temporaryNamesAreNeverTheSame();
 };
 
 void TestWholeFile::newFileIsMade()
@@ -111,20 +110,51 @@ void TestWholeFile::withoutATemporaryFileTheOldOneIsWrittenOver()
     QCOMPARE(node(LongName), old);
 }
 
-void TestWholeFile::deviceIsWrittenToAndStays()
+void TestWholeFile::specialFileIsLeftAlone()
 {
-    Desk desk;
-    const QByteArray path = QFile::encodeName(desk.path("fifo"));
-    QCOMPARE(mkfifo(path.constData(), 0600), 0);
-    const int reader = open(path.constData(), O_RDONLY | O_NONBLOCK);
-    QVERIFY(replaceWholeFile("fifo", "content"));
-    char bytes[20] = {};
-    QCOMPARE(int(read(reader, bytes, sizeof bytes)), 7);
-    QCOMPARE(QByteArray(bytes), QByteArray("content"));
-    close(reader);
-    struct stat status = {};
-    QCOMPARE(stat(path.constData(), &status), 0);
-    QVERIFY(S_ISFIFO(status.st_mode));
+    QFETCH(SpecialFile, kind);
+    const Desk desk;
+    place(desk, kind, "a");
+    QVERIFY(!replaceWholeFile("a", "content"));
+    QVERIFY(stands(desk, kind, "a"));
+}
+
+void TestWholeFile::linkToAFileStaysOne()
+{
+    const Desk desk;
+    desk.write("d/target", "old");
+    QVERIFY(QFile::link(desk.path("d/target"), desk.path("a")));
+    QVERIFY(replaceWholeFile("a", "new"));
+    QVERIFY(QFileInfo("a").isSymLink());
+    QCOMPARE(desk.read("d/target"), QByteArray("new"));
+}
+
+void TestWholeFile::linkToNothingMakesItsTarget()
+{
+    const Desk desk;
+    QVERIFY(QFile::link(desk.path("target"), desk.path("a")));
+    QVERIFY(replaceWholeFile("a", "new"));
+    QVERIFY(QFileInfo("a").isSymLink());
+    QCOMPARE(desk.read("target"), QByteArray("new"));
+}
+
+void TestWholeFile::permissionsOfTheOldFileStay()
+{
+    const Desk desk;
+    desk.write("a", "old");
+    const QFile::Permissions narrow =
+        QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
+    QVERIFY(QFile::setPermissions("a", narrow));
+    QVERIFY(replaceWholeFile("a", "new"));
+    QCOMPARE(QFile::permissions("a"), narrow);
+}
+
+void TestWholeFile::temporaryNamesAreNeverTheSame()
+{
+    const QRegularExpression form("^d/a\\.velda-[0-9a-f]{8}$");
+    const QString one = temporaryName("d/a");
+    QVERIFY2(form.match(one).hasMatch(), qPrintable(one));
+    QVERIFY(temporaryName("d/a") != one);
 }
 
 QTEST_GUILESS_MAIN(TestWholeFile)

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QByteArray>
+#include <QFile>
+#include <QString>
+
+#include <optional>
+
+/// Access to files that others may have put in the place of ours. A FIFO, a device or a link to one would
+/// hold the program up, or do something by being opened; only ordinary files and links to them are opened.
+
+/// Opens \a file by its name without ever waiting: ReadOnly, ReadWrite, or WriteOnly | Append, which makes a
+/// file that is missing. False if it is none of the ordinary kind or cannot be opened.
+[[nodiscard]] bool openOrdinary(QFile &file, QIODevice::OpenMode mode);
+/// The content of the file \a path. Nothing if it cannot be read or has more than \a limit bytes.
+[[nodiscard]] std::optional<QByteArray> readOrdinary(const QString &path, qint64 limit);
+/// Brings what has been written to \a file, which is open and flushed, onto the disk itself, if that can be.
+void syncToDisk(const QFile &file);
+/// Gives \a from the name \a to in one step, over a file that stands there.
+[[nodiscard]] bool moveOver(const QString &from, const QString &to);
