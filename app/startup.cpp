@@ -2,6 +2,7 @@
 
 #include "app/ask.h"
 #include "app/clock.h"
+#include "app/leftovers.h"
 #include "app/options.h"
 #include "app/orderly_end.h"
 #include "app/russian.h"
@@ -122,6 +123,8 @@ int runVelda(int argc, char *argv[])
     QLockFile lock(lockFileName);
     if (!takeInstanceLock(lock))
         return RefusedStart;
+    if (lock.isLocked())
+        sweepLeftovers();
     const int status = startAndRun();
     shutDown(program);
     return status;
