@@ -128,6 +128,8 @@ public slots:
     void changedTabWidget(int index);
     void editorTextChanged();
     void editorOperatorListChanged();
+    /// Shows \a text to the operator, who may edit it and have it printed; returns when the dialog is closed.
+    void printTextDialog(const QString &text);
 
     // Protocol tab: keys and buttons
     void ProtocolKeyPressed(QKeyEvent *event);

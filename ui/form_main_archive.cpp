@@ -3,6 +3,7 @@
 #include "app/clock.h"
 #include "ui/form_main.h"
 #include "ui/layouts.h"
+#include "ui/print_txt_dialog.h"
 
 #include <QDateEdit>
 #include <QPushButton>
@@ -43,4 +44,9 @@ void FormMain::buildOutputTab()
 void FormMain::buildSearchTab()
 {
     tabSearch->setLayout(newVBoxLayout());
+}
+
+void FormMain::printTextDialog(const QString &text)
+{
+    CPrintTxtDialog(text, this).exec();
 }

@@ -5,6 +5,7 @@
 #include "tests/support/ipp_printer.h"
 #include "tests/support/patience.h"
 #include "text/utils.h"
+#include "ui/form_main.h"
 #include "ui/print_queue.h"
 #include "ui/print_txt_dialog.h"
 #include "ui/system_printer.h"
@@ -63,6 +64,7 @@ private slots:
     void pdfFileHoldsTheText();
     void fileThatCannotBeMadeFails();
     void dialogPrintsTheTextAsEdited();
+    void dialogOfTheWindowReachesThePrinter();
     void dialogClosesWithoutPrinting();
     void dialogTakesItsFormerPlace();
     void stoppedSchedulerIsJournalled();
@@ -177,6 +179,17 @@ void TestPrintPrinter::dialogPrintsTheTextAsEdited()
     QVERIFY(!dialog.isVisible());
     QCOMPARE(Options.geometryPrintTxt, QRect(30, 40, 500, 300));
     QVERIFY(aboutPdf(desk, "pdftotext", job()).startsWith("NEW ИСХОДНЫЙ"));
+}
+
+void TestPrintPrinter::dialogOfTheWindowReachesThePrinter()
+{
+    const PrinterDesk desk;
+    FormMain window;
+    QTimer::singleShot(0, &window, [&window] {
+        QTest::mouseClick(window.findChild<QPushButton *>("print"), Qt::LeftButton);
+    });
+    window.printTextDialog("ЗЦЗЦ 001\r\nПРИВЕТ\r\nНННН");
+    QVERIFY(aboutPdf(desk, "pdftotext", job()).startsWith("ЗЦЗЦ 001 ПРИВЕТ НННН"));
 }
 
 void TestPrintPrinter::dialogClosesWithoutPrinting()
