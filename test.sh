@@ -4,6 +4,7 @@
 #   ./test.sh --asan   the same under AddressSanitizer and UBSan
 #   ./test.sh --tsan   the same under ThreadSanitizer
 #   ./test.sh --day    a whole day with a centre, passed at speed
+#   ./test.sh --fuzz   a million random sessions beside each naive reader
 #   ./test.sh --bench  the benchmarks, in the release build, with their table
 # What stands behind the option goes to ctest, as in: ./test.sh --asan -R journal
 set -euo pipefail
@@ -14,6 +15,7 @@ case "${1:-}" in
     --asan) preset=asan; shift ;;
     --tsan) preset=tsan; shift ;;
     --day) shift; day=yes ;;
+    --fuzz) shift; fuzz=yes ;;
     --bench) preset=release; shift; bench=yes ;;
 esac
 
@@ -29,8 +31,11 @@ export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
 if [ -n "${day:-}" ]; then
     exec ctest --test-dir "build/$preset" --output-on-failure -L day "$@"
 fi
+if [ -n "${fuzz:-}" ]; then
+    exec ctest --test-dir "build/$preset" --output-on-failure -j2 -L long "$@"
+fi
 if [ -z "${bench:-}" ]; then
-    exec ctest --test-dir "build/$preset" --output-on-failure -j3 -LE "bench|day" "$@"
+    exec ctest --test-dir "build/$preset" --output-on-failure -j3 -LE "bench|day|long" "$@"
 fi
 
 log=build/bench.log

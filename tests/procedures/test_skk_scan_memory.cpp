@@ -1,8 +1,8 @@
 // The scan takes up where it can; what comes of it is that of a scan from the start.
 
 #include "tests/procedures/skk_desk.h"
+#include "tests/support/sessions.h"
 
-#include <QFileInfo>
 #include <QRandomGenerator>
 #include <QtTest>
 
@@ -11,9 +11,7 @@ class TestSkkScanMemory : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void equalsAPlainScan_data();
-    void equalsAPlainScan();
+    void initTestCase() { Sessions::workInMemory(); }
     void randomBuffersInEveryState_data();
     void randomBuffersInEveryState();
     void emptiedBufferIsANewOne();
@@ -64,111 +62,7 @@ QString randomLine(QRandomGenerator &random, int forms)
     }
     return line;
 }
-
-/// Everything that the procedure has done up to now.
-QString outcome(const SkkDesk &desk)
-{
-    QStringList all{ProcessSKK.receiveBuffer, desk.sent(), State.currentFile, State.channelName};
-    for (const int figure : {State.callState,
-                             State.callDirection,
-                             State.callResult,
-                             State.callNumberResult,
-                             State.AutoModeState,
-                             State.AutoModeWaitAA,
-                             State.AutoModeWaitTimer,
-                             State.waitTimeAfterCallEstablished,
-                             State.sendAOCountdown,
-                             State.hangUpPause,
-                             State.PK_in,
-                             State.PK_out,
-                             State.SKK_in,
-                             State.SKK_out,
-                             int(State.ignoreAO),
-                             int(State.connectionActive),
-                             int(State.fileInProgress),
-                             int(ProcessSKK.lastCmdIn),
-                             ProcessSKK.secondsSinceCmdIn,
-                             State.scanCountdown})
-        all << QString::number(figure);
-    all << QString::number(Log.lines.size()) << Log.lines.mid(Log.lines.size() - 4);
-    return all.join(QLatin1Char('/'));
-}
-
-/// What the operator, the tick and the line adapter do between two pieces of text.
-void between(const SkkDesk &desk, QRandomGenerator &random)
-{
-    switch (random.bounded(30)) {
-    case 0: return desk.automatic(5, 9); // as if a new send were under way
-    case 1: return desk.automatic(14, 9, true);
-    case 2: State.AutoModeWaitAA = random.bounded(2) == 0 ? 0 : 7 + random.bounded(3); return;
-    case 3: return ProcessSKK.setIgnoreAO(random.bounded(2) == 0);
-    case 4: return ProcessSKK.setCallDirection(1 + random.bounded(2));
-    case 5: State.callState = random.bounded(7); return;
-    case 6: return desk.tick();
-    case 7: return desk.autoTick();
-    case 8:
-        if (random.bounded(5) == 0)
-            ProcessSKK.clearSKKConnection();
-        return;
-    default: return;
-    }
-}
-
-/// The outcome after each piece of a random session; with \a plain each scan begins at the start.
-QStringList session(quint32 seed, bool plain)
-{
-    QRandomGenerator random(seed);
-    const SkkDesk desk;
-    Options.TcpMode = random.bounded(2) == 0;
-    Options.CKS_Type = random.bounded(5);
-    Options.noCheckAOText = random.bounded(4) == 0;
-    Options.noCheckAOAbonent = random.bounded(2) == 0;
-    const QString line = randomLine(random, 150);
-    const int longest = 1 + random.bounded(40);
-    desk.connect(1 + random.bounded(2));
-    QStringList all;
-    for (int at = 0; at < line.size();) {
-        const int length = 1 + random.bounded(longest);
-        CScanPosition::beginAnew = plain;
-        desk.receive(line.mid(at, length));
-        CScanPosition::beginAnew = false;
-        at += length;
-        all << outcome(desk);
-        between(desk, random);
-    }
-    return all << desk.names("inp/20260731") << desk.names("out/20260731");
-}
 } // namespace
-
-/// The sessions store some ten thousand files, each flushed to the disk: one in memory is quicker.
-void TestSkkScanMemory::initTestCase()
-{
-    if (QFileInfo(QStringLiteral("/dev/shm")).isWritable())
-        qputenv("TMPDIR", "/dev/shm");
-}
-
-void TestSkkScanMemory::equalsAPlainScan_data()
-{
-    QTest::addColumn<quint32>("seed");
-    for (quint32 seed = 1; seed <= 20; ++seed)
-        QTest::addRow("%u", seed) << seed * 1000;
-}
-
-void TestSkkScanMemory::equalsAPlainScan()
-{
-    QFETCH(quint32, seed);
-    for (quint32 run = seed; run < seed + 10; ++run) {
-        const QStringList plain = session(run, true);
-        const QStringList remembering = session(run, false);
-        QCOMPARE(remembering.size(), plain.size());
-        for (int i = 0; i < plain.size(); ++i)
-            QVERIFY2(remembering.at(i) == plain.at(i),
-                     qPrintable(QStringLiteral("seed %1, piece %2:\n%3\ninstead of\n%4")
-                                    .arg(run)
-                                    .arg(i)
-                                    .arg(remembering.at(i), plain.at(i))));
-    }
-}
 
 void TestSkkScanMemory::randomBuffersInEveryState_data()
 {
