@@ -42,7 +42,7 @@ bool CTlgThread::setTrelo(const QString &serial, int baud, bool arg)
 
 void CTlgThread::PortThread()
 {
-    connected = false;
+    beginLink();
     QString name;
     QString prefix;
     {

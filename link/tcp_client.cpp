@@ -29,8 +29,7 @@ void CTlgThread::TcpIPThread()
 {
     QTcpSocket socket;
     socket.setProxy(QNetworkProxy::NoProxy);
-    connected = false;
-    synCountdown = 0;
+    beginLink();
     const auto [address, port] = tcpPeer();
     const QString prefix = QStringLiteral("TCP (%1:%2)").arg(address).arg(port);
     socket.connectToHost(QHostAddress(address), static_cast<quint16>(port));

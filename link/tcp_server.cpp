@@ -28,8 +28,7 @@ QHostAddress peerAddress(const QTcpSocket &socket)
 
 void CTlgThread::TcpIPSrvThread()
 {
-    connected = false;
-    synCountdown = 0;
+    beginLink();
     const auto [address, port] = tcpPeer();
     const QString prefix = QStringLiteral("TcpServer (port:%1)").arg(port);
     QTcpServer server;

@@ -110,6 +110,19 @@ void CTlgThread::runLink()
     }
 }
 
+// Text that waits in the send buffer goes out on this link; what an adapter had in hand was out of reach when
+// its link ended, and nobody will report it any more. The question for the version is a wish of the settings.
+void CTlgThread::beginLink()
+{
+    connected = false;
+    lineError = 0;
+    allSent = true;
+    pendingEcho.mSet(QString());
+    statusPending = false;
+    synCountdown = 0;
+    peerWindow = 0;
+}
+
 void CTlgThread::setState(const QString &text)
 {
     stateText.mSet(text);

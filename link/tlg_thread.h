@@ -105,6 +105,8 @@ protected:
 
 private:
     void runLink();
+    /// Puts a link into its own clean state, whatever the one before has left: each link function's first act.
+    void beginLink();
     void runClient(QTcpSocket &socket, const QString &prefix);
     void runServer(QTcpSocket &socket, const QString &prefix);
     void backOff();
