@@ -263,10 +263,13 @@ void TestCksForms::correction()
     QFETCH(int, counter);
     const CksDesk desk;
     State.PK_in = 4;
+    State.Save();
     ProcessCKS.ProcessKG(text);
     QCOMPARE(State.PK_in, counter);
     QCOMPARE(desk.noted(),
              counter == 4 ? QStringList() : QStringList({"312:00:00 КОРРЕКТИРОВКА СЧЕТЧИКОВ ПРИЕМ "}));
+    State.Load(); // as after a restart
+    QCOMPARE(State.PK_in, counter);
 }
 
 void TestCksForms::acceptanceMovesTheFileUnderPkOut()

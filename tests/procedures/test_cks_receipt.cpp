@@ -25,6 +25,7 @@ private slots:
     void receiptWithoutFileInTransitRenamesNothing();
     void mismatchSetsTheFileAside();
     void mismatchFindsAFreeName();
+    void mismatchTakesTheLastFreeName();
     void mismatchGivesUpAfterTenNames();
     void sendMismatchWithoutFileOnlyGoesManual();
     void receiveMismatchStopsTheOpenChannel();
@@ -37,6 +38,7 @@ private slots:
     void renumberingIsGoodOrBad();
     void goodRenumberingIsAnswered_data();
     void goodRenumberingIsAnswered();
+    void renumberingOutlivesARestart();
     void renumberingOfOneFieldIsIgnored();
     void distortionSetsTheFileAside_data();
     void distortionSetsTheFileAside();
@@ -208,6 +210,19 @@ void TestCksReceipt::mismatchFindsAFreeName()
                           "412:00:00 Ошибка переименования"}));
 }
 
+void TestCksReceipt::mismatchTakesTheLastFreeName()
+{
+    const CksDesk desk;
+    desk.inTransit();
+    desk.write("out/20260731u001.b002", "ЗАНЯТО");
+    for (int i = 0; i <= 8; ++i)
+        desk.write(QStringLiteral("out/20260731u001.b002_%1").arg(i), "ЗАНЯТО");
+    State.PK_out = 2;
+    ProcessCKS.ProcessKG(QStringLiteral("ВАШ 001 НАШ 000 "));
+    QCOMPARE(desk.read("out/20260731u001.b002_9"), QByteArray("ТЕКСТ"));
+    QVERIFY(!QFile::exists("out/20260731u001"));
+}
+
 void TestCksReceipt::mismatchGivesUpAfterTenNames()
 {
     const CksDesk desk;
@@ -366,6 +381,19 @@ void TestCksReceipt::goodRenumberingIsAnswered()
     ProcessCKS.ProcessKG(QStringLiteral("СМЕНА НУМЕРАЦИИ ПРИН 0012 ПЕР 0040 ") + words);
     QCOMPARE(desk.sent(), answer);
     QCOMPARE(State.manualMode, manual);
+}
+
+void TestCksReceipt::renumberingOutlivesARestart()
+{
+    const CksDesk desk;
+    State.prevPK_in = State.PK_in = 40;
+    State.prevPK_out = State.PK_out = 12;
+    State.Save();
+    ProcessCKS.ProcessKG(QStringLiteral("СМЕНА НУМЕРАЦИИ ПРИН 0012 ПЕР 0040 ОТКРОЙТЕ СВЯЗЬ "));
+    State.PK_in = State.PK_out = 1;
+    State.Load();
+    QCOMPARE(State.PK_in, 0);
+    QCOMPARE(State.PK_out, 0);
 }
 
 void TestCksReceipt::renumberingOfOneFieldIsIgnored()

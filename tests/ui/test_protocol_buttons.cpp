@@ -259,6 +259,34 @@ private slots:
 
     // The centre
 
+    void buttonsOfTheCentreSendTheirForms_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<QString>("line");
+        QTest::newRow("КГ0") << "buttonKG0"
+                             << "|ЗЗ ";
+        QTest::newRow("КГ1") << "buttonKG1"
+                             << "|ЗЦЗЦ КС ВАШ 007=007 НННН  ";
+        QTest::newRow("КГ2") << "buttonKG2"
+                             << "|ЗЦЗЦ КС СТОП НННН  ";
+        QTest::newRow("КГ4 has no form") << "buttonKG4"
+                                         << "";
+        QTest::newRow("КГ5") << "buttonKG5"
+                             << "|ЗЦЗЦ КС ТЕКСТ НННН  ";
+    }
+    void buttonsOfTheCentreSendTheirForms()
+    {
+        QFETCH(QString, button);
+        QFETCH(QString, line);
+        const Seat seat(Seat::CKS, [] {
+            Options.noLockButtonInProtocol = true;
+            TlgThread.connected = true;
+        });
+        State.PK_in = 7;
+        QTest::mouseClick(seat.window->findChild<QPushButton *>(button), Qt::LeftButton);
+        QCOMPARE(seat.sent(), line);
+    }
+
     void onlyReceiptAndStopBringTheRollToItsEnd_data()
     {
         QTest::addColumn<QString>("button");
