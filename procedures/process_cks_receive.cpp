@@ -33,6 +33,12 @@ bool beginsMessage(const QString &text)
     return text.startsWith(QStringLiteral("ЗЦЗЦ ")) || text.startsWith(QStringLiteral("ZCZC "));
 }
 
+/// Position of the last start mark, -1 if there is none.
+int lastStartMark(const QString &text)
+{
+    return qMax(text.lastIndexOf(QStringLiteral("ЗЦЗЦ ")), text.lastIndexOf(QStringLiteral("ZCZC ")));
+}
+
 /// Length of the text from its start through the note that \a text, which begins with the end mark, holds;
 /// -1 if no form of the note decides it.
 int lengthThroughNote(const QString &text)
@@ -121,7 +127,8 @@ void CProcessCKS::takeMessage(int end, QString tail)
     QString head;
     QString copy = receiveBuffer.left(end);
     // A message interrupted by a new start mark is void: only what follows the last mark counts.
-    for (int mark = CUtils::indexOfZCZC(copy); mark >= 0; mark = CUtils::indexOfZCZC(copy)) {
+    const int mark = lastStartMark(copy);
+    if (mark >= 0) {
         head = copy.mid(mark, StartMarkLength);
         copy.remove(0, mark + StartMarkLength);
     }

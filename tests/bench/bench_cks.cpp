@@ -67,11 +67,29 @@ void ReceiveTelegrams(benchmark::State &state)
 }
 BENCHMARK(ReceiveTelegrams);
 
+/// A message that was begun again and again.
+void TakeBegunAgain(benchmark::State &state)
+{
+    const Desk desk;
+    const QString message =
+        QStringLiteral("ЗЦЗЦ ").repeated(int(state.range(0)) / 5) + QStringLiteral("СВЯЗЬ ОТКРЫТА НННН  \r");
+    for (auto _ : state) {
+        state.PauseTiming();
+        ProcessCKS.receiveBuffer.clear();
+        ProcessCKS.processReceive(message);
+        state.ResumeTiming();
+        ProcessCKS.checkReceive();
+    }
+}
+BENCHMARK(TakeBegunAgain)->Arg(Short)->Arg(Long);
+
 const std::vector<Ratio::Row> rows = {
     {"centre: a character of a waiting message, 100 KB against 1 KB", "ReceiveWaiting/102400",
      "ReceiveWaiting/1024", 1.5},
     {"centre: a telegram of 2,000 characters, against a line of 200 baud", "ReceiveTelegrams", nullptr, 0.001,
      LineTelegram / LineSecond},
+    {"centre: a message of 100 KB of start marks against 1 KB", "TakeBegunAgain/102400",
+     "TakeBegunAgain/1024", 150.0},
 };
 } // namespace
 

@@ -19,6 +19,7 @@ private slots:
     void messageWaitsForItsEndMark();
     void twoDigitsAreAServiceMessage();
     void numberWithFigureMarkBelongsToTheHead();
+    void textAfterTheLastStartMarkCounts_data();
     void textAfterTheLastStartMarkCounts();
     void latinMarksServeToo();
     void emptyMessageIsIgnored();
@@ -119,13 +120,31 @@ void TestCksReceive::numberWithFigureMarkBelongsToTheHead()
     QCOMPARE(State.PK_in, 12);
 }
 
+void TestCksReceive::textAfterTheLastStartMarkCounts_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::addColumn<QString>("mark");
+    QTest::newRow("one mark") << ""
+                              << "ЗЦЗЦ ";
+    QTest::newRow("Latin between") << "ЗЦЗЦ 009 ПРЕРВАНО ZCZC 008 ТОЖЕ "
+                                   << "ЗЦЗЦ ";
+    QTest::newRow("Latin last") << "ZCZC 009 ПРЕРВАНО ЗЦЗЦ 005 ТОЖЕ "
+                                << "ZCZC ";
+    QTest::newRow("marks in a row") << "ЗЦЗЦ ЗЦЗЦ ZCZC ZCZC ЗЦЗЦ "
+                                    << "ЗЦЗЦ ";
+    QTest::newRow("torn marks") << "ЗЦЗЦ ЗЦЗЦЗЦЗЦ ЗЦ"
+                                << "ЗЦЗЦ ";
+}
+
 void TestCksReceive::textAfterTheLastStartMarkCounts()
 {
+    QFETCH(QString, before);
+    QFETCH(QString, mark);
     const CksDesk desk;
     State.PK_in = 4;
-    ProcessCKS.processReceive("ЗЦЗЦ 009 ПРЕРВАНО ZCZC 008 ТОЖЕ ЗЦЗЦ 005 ТЕКСТ НННН  \r");
+    ProcessCKS.processReceive(before + mark + "005 ТЕКСТ НННН  \r");
     ProcessCKS.checkReceive();
-    QCOMPARE(stored(desk), QStringList("20260731u000.005=ЗЦЗЦ 005 ТЕКСТ НННН  "));
+    QCOMPARE(stored(desk), QStringList("20260731u000.005=" + mark + "005 ТЕКСТ НННН  "));
 }
 
 void TestCksReceive::latinMarksServeToo()
