@@ -4,12 +4,22 @@
 #include "app/options.h"
 #include "records/protocol.h"
 
+#include <QCoreApplication>
 #include <QDateEdit>
 #include <QEvent>
 #include <QFontMetrics>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QScrollBar>
+
+namespace
+{
+bool changesTab(const QKeyEvent *event)
+{
+    return event->modifiers().testFlag(Qt::ControlModifier) &&
+           (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab);
+}
+} // namespace
 
 CProtocolWidget::CProtocolWidget(CProtocol *source, QWidget *parent)
     : QWidget(parent), m_source(source), m_shown(&source->lines.list())
@@ -20,6 +30,7 @@ CProtocolWidget::CProtocolWidget(CProtocol *source, QWidget *parent)
     buildPanel();
     m_bar = new QScrollBar(Qt::Vertical);
     m_bar->setObjectName(QStringLiteral("protocolScroll"));
+    m_bar->installEventFilter(this);
     m_bar->setAutoFillBackground(true); // opaque: its movements repaint no text
     auto *grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);
@@ -55,9 +66,16 @@ void CProtocolWidget::takeMetrics()
     m_charWidth = qMax(1, metrics.maxWidth());
 }
 
-// A panel that grows or shrinks moves every line.
+// A panel that grows or shrinks moves every line. A key that its controls have left alone ends here: at the
+// roll it would go to the line. Only what changes the tab goes on, past the roll.
 bool CProtocolWidget::eventFilter(QObject *object, QEvent *event)
 {
+    if (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) {
+        event->accept();
+        if (parentWidget() != nullptr && changesTab(static_cast<QKeyEvent *>(event)))
+            QCoreApplication::sendEvent(parentWidget(), event);
+        return true;
+    }
     if (object == m_panel && event->type() == QEvent::Resize && m_bar != nullptr) {
         updateRange(isLastString());
         updateAll();

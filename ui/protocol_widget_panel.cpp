@@ -113,6 +113,8 @@ QCheckBox *CProtocolWidget::newCheckBox(const QString &name, const QString &labe
 void CProtocolWidget::toggleSearchRow()
 {
     const bool open = m_searchRow->isHidden();
+    if (m_searchRow->isAncestorOf(QApplication::focusWidget()))
+        setFocus(); // not to whatever control comes next
     m_searchRow->setVisible(open);
     m_moreButton->setText(open ? ArrowUp : ArrowDown);
 }
