@@ -20,6 +20,7 @@ constexpr int LongestPicture = 8192; // characters of a line that can matter on 
 constexpr int Columns = 120;         // of a line with what is still to be sent behind it
 constexpr int LeftMargin = 2;
 const QColor SelectedGround(128, 128, 160);
+const QColor ErrorText(255, 128, 128); // a red that reads on a dark blue ground
 
 // The head of a text that another thread may be changing, as much of it as a line can show.
 template <class Shared> QString headOf(const Shared &shared)
@@ -35,7 +36,7 @@ void CProtocolWidget::initPallette()
     m_penSent = QPen(sent, 1);
     m_penReceived = QPen(QColor(Options.LogColor_RX), 1);
     m_penInfo = QPen(QColor(Options.LogColor_Info), 1);
-    m_penError = QPen(Qt::red, 1);
+    m_penError = QPen(ErrorText, 1);
     m_penPendingEcho = QPen(sent.darker(150), 1);
     m_penPendingSend = QPen(sent.darker(200), 1);
     m_ground = QColor(Options.LogColor_Foreground);

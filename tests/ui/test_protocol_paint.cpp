@@ -2,13 +2,15 @@
 
 #include "link/tlg_thread.h"
 
+#include <cmath>
+
 namespace
 {
 const QRgb Ground = qRgb(0, 0, 0xC0);
 const QRgb Received = qRgb(0xF0, 0xF0, 0xF0);
 const QRgb Sent = qRgb(0xF0, 0xF0, 0);
 const QRgb Info = qRgb(0, 0xF0, 0);
-const QRgb Error = qRgb(0xFF, 0, 0);
+const QRgb Error = qRgb(0xFF, 0x80, 0x80);
 const QRgb PendingEcho = QColor(0xF0, 0xF0, 0).darker(150).rgb();
 const QRgb PendingSend = QColor(0xF0, 0xF0, 0).darker(200).rgb();
 const QRgb Selected = qRgb(128, 128, 160);
@@ -29,6 +31,23 @@ public:
     }
     [[nodiscard]] QSet<QRgb> inRow(int index) const { return colours(picture(), row(index)); }
 };
+
+// Luminance and contrast as the guidelines for readable text count them: 4.5 and more is readable.
+double luminance(QRgb colour)
+{
+    const auto linear = [](int channel) {
+        const double part = channel / 255.0;
+        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(qRed(colour)) + 0.7152 * linear(qGreen(colour)) + 0.0722 * linear(qBlue(colour));
+}
+
+double contrast(QRgb one, QRgb other)
+{
+    const double light = qMax(luminance(one), luminance(other)),
+                 dark = qMin(luminance(one), luminance(other));
+    return (light + 0.05) / (dark + 0.05);
+}
 
 const QSet<QRgb> nothing{Ground};
 QSet<QRgb> pen(QRgb colour)
@@ -63,6 +82,35 @@ private slots:
         const Picture roll({line, QString()});
         QCOMPARE(roll.at(0, 0, 3), pen(colour));
         QCOMPARE(roll.at(0, 3, 60), nothing);
+    }
+
+    void everyPenReadsOnItsGround_data()
+    {
+        QTest::addColumn<int>("kind");
+        QTest::newRow("received") << 1;
+        QTest::newRow("sent") << 2;
+        QTest::newRow("information") << 3;
+        QTest::newRow("error") << 4;
+    }
+    void everyPenReadsOnItsGround()
+    {
+        QFETCH(int, kind);
+        QVERIFY(contrast(qRgb(255, 0, 0), Ground) < 3.0); // the measure itself: a pure red does not
+        QVERIFY(contrast(qRgb(255, 255, 255), qRgb(0, 0, 0)) > 20.9);
+        const Picture roll({mark(kind) + "WWW", QString()});
+        const QSet<QRgb> colours = roll.at(0, 0, 3) - nothing;
+        QCOMPARE(colours.size(), 1);
+        QVERIFY2(contrast(*colours.begin(), Ground) >= 4.5, "too dark on the ground");
+    }
+
+    void stoppedCursorReadsOnItsGround()
+    {
+        Picture roll({mark(2) + "WW"});
+        roll.view->setCursorEnable(true);
+        roll.view->setInputStopped(true);
+        const QSet<QRgb> colours = roll.at(0, 2) - nothing;
+        QCOMPARE(colours.size(), 1);
+        QVERIFY(contrast(*colours.begin(), Ground) >= 4.5);
     }
 
     void runsOfALineFollowEachOther()
