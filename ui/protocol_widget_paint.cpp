@@ -19,6 +19,7 @@ namespace
 constexpr int LongestPicture = 8192; // characters of a line that can matter on any screen
 constexpr int Columns = 120;         // of a line with what is still to be sent behind it
 constexpr int LeftMargin = 2;
+const QString Cursor = QStringLiteral("_");
 const QColor SelectedGround(128, 128, 160);
 const QColor ErrorText(255, 128, 128); // a red that reads on a dark blue ground
 
@@ -27,6 +28,14 @@ template <class Shared> QString headOf(const Shared &shared)
 {
     const QMutexLocker lock(&shared.mutex);
     return shared.text.left(Columns);
+}
+
+// From a row's top to its base line: in some sizes of some fonts "_" would hang out of the row's bottom, and
+// a whole row is lifted by as much.
+int rowAscent(const QFontMetrics &metrics)
+{
+    const QRect ink = metrics.tightBoundingRect(Cursor);
+    return qMin(metrics.ascent(), metrics.lineSpacing() - 1 - ink.bottom());
 }
 } // namespace
 
@@ -98,8 +107,7 @@ void CProtocolWidget::paintEvent(QPaintEvent *event)
 void CProtocolWidget::paintPane(QPainter &painter, const Pane &pane, const QRegion &region,
                                 bool withPending) const
 {
-    painter.setClipRect(pane.area);
-    const int ascent = painter.fontMetrics().ascent();
+    const int ascent = rowAscent(painter.fontMetrics());
     const int left = pane.area.left() + LeftMargin;
     const int count = pane.lines->size();
     for (int row = 0; row < rowsOfPane(); ++row) {
@@ -110,6 +118,7 @@ void CProtocolWidget::paintPane(QPainter &painter, const Pane &pane, const QRegi
             break;
         if (!region.intersects(place))
             continue;
+        painter.setClipRect(place & pane.area); // a letter that reaches out would stay when its row goes
         if (pane.lines == m_shown && line >= m_firstSelected && line <= m_lastSelected)
             painter.fillRect(place, SelectedGround);
         const int baseline = place.top() + ascent;
@@ -141,7 +150,7 @@ void CProtocolWidget::paintPending(QPainter &painter, int x, int baseline) const
     if (!hasFocus() || !m_cursorEnabled)
         return;
     painter.setPen(m_inputStopped ? m_penError : m_penSent);
-    painter.drawText(x, baseline, QStringLiteral("_"));
+    painter.drawText(x, baseline, Cursor);
 }
 
 int CProtocolWidget::paintPendingText(QPainter &painter, const QString &text, int x, int baseline) const
