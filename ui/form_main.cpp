@@ -114,9 +114,18 @@ void FormMain::connectState()
 void FormMain::changeEvent(QEvent *event)
 {
     QWidget::changeEvent(event);
-    // The strip is sized once its labels have taken the new font as well.
+    // What has sizes of its own is sized once its widgets have taken the new font as well.
     if (event->type() == QEvent::FontChange && strip)
-        QTimer::singleShot(0, this, &FormMain::sizeStrip);
+        QTimer::singleShot(0, this, [this] {
+            sizeStrip();
+            sizeSendTables();
+        });
+}
+
+void FormMain::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    sizeStrip();
 }
 
 bool FormMain::eventFilter(QObject *object, QEvent *event)

@@ -2,6 +2,7 @@
 
 #include "records/send_model.h"
 
+#include <QFont>
 #include <QIcon>
 #include <QList>
 #include <QPalette>
@@ -158,6 +159,7 @@ public slots:
 protected:
     void closeEvent(QCloseEvent *event) override;
     void changeEvent(QEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 public:
     CTableViewModel_Send modelSend;
@@ -197,6 +199,7 @@ public:
 
     // First widgets of the tabs
     QTableView *tableSend = nullptr, *tableSendBad = nullptr;
+    QFont sendTableFont; ///< that the tables' columns have their widths for
     QDateEdit *dateInput = nullptr, *dateOutput = nullptr;
     QPushButton *inputToPerforatorButton = nullptr;
     QPushButton *editorToPerforatorButton = nullptr, *editorFromPerforatorButton = nullptr;
@@ -241,6 +244,7 @@ private:
     void buildModeFrame();
     void buildSendTab();
     QTableView *newSendTable(CTableViewModel_Send &model, const QString &name);
+    void sizeSendTables();
     void buildInputTab();
     void buildOutputTab();
     void buildSearchTab();

@@ -2,6 +2,7 @@
 
 #include "app/options.h"
 #include "link/tlg_thread.h"
+#include "ui/flow_layout.h"
 #include "ui/form_main.h"
 #include "ui/layouts.h"
 #include "ui/protocol_widget.h"
@@ -14,6 +15,8 @@
 
 namespace
 {
+constexpr int ButtonMargin = 1, ButtonSpacing = 2;
+
 struct Button {
     const char *text, *name;
     void (FormMain::*pressed)();
@@ -83,7 +86,7 @@ void FormMain::buildModeFrame()
 {
     modeFrame = new QFrame;
     modeFrame->setObjectName(QStringLiteral("modeFrame"));
-    auto *line = new QHBoxLayout1(modeFrame);
+    auto *line = new CFlowLayout(ButtonMargin, ButtonSpacing, modeFrame);
     for (const Button &button : buttonsInForce()) {
         auto *widget = new QPushButton(QString::fromUtf8(button.text));
         widget->setObjectName(QString::fromLatin1(button.name));
@@ -93,6 +96,5 @@ void FormMain::buildModeFrame()
         line->addWidget(widget);
         modeButtons << widget;
     }
-    line->addStretch();
     modeFrame->setEnabled(TlgThread.linkUp());
 }

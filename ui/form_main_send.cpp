@@ -5,11 +5,23 @@
 #include "ui/form_main.h"
 #include "ui/layouts.h"
 
+#include <QFontMetrics>
 #include <QHeaderView>
 #include <QTableView>
 
+namespace
+{
+constexpr int RowMargin = 5; ///< above and below the letters of a row
+
+int rowHeight(const QFont &font)
+{
+    return QFontMetrics(font).height() + 2 * RowMargin;
+}
+} // namespace
+
 void FormMain::buildSendTab()
 {
+    sendTableFont = font();
     auto *rows = new QVBoxLayoutMS(tabSend);
     tableSend = newSendTable(modelSend, QStringLiteral("tableSend"));
     tableSendBad = newSendTable(modelSendBad, QStringLiteral("tableSendBad"));
@@ -29,7 +41,24 @@ QTableView *FormMain::newSendTable(CTableViewModel_Send &model, const QString &n
     const CTableViewModelItem_Send::TableData &shape = CTableViewModelItem_Send::currentTable();
     for (int column = 0; column < shape.columns; ++column)
         table->setColumnWidth(column, CUtils::txtGUIWidth(shape.columnWidth[column], font()));
+    table->verticalHeader()->setDefaultSectionSize(rowHeight(font()));
     return table;
+}
+
+// A column that the operator has drawn wider keeps its proportion.
+void FormMain::sizeSendTables()
+{
+    const CTableViewModelItem_Send::TableData &shape = CTableViewModelItem_Send::currentTable();
+    for (QTableView *table : {tableSend, tableSendBad}) {
+        table->horizontalHeader()->setFont(font());
+        table->verticalHeader()->setDefaultSectionSize(rowHeight(font()));
+        for (int column = 0; column < shape.columns; ++column) {
+            const int former = CUtils::txtGUIWidth(shape.columnWidth[column], sendTableFont);
+            const int wanted = CUtils::txtGUIWidth(shape.columnWidth[column], font());
+            table->setColumnWidth(column, table->columnWidth(column) * wanted / qMax(1, former));
+        }
+    }
+    sendTableFont = font();
 }
 
 void FormMain::scanDir()

@@ -5,15 +5,15 @@
 #include "ui/form_main.h"
 #include "ui/label_clickable.h"
 #include "ui/layouts.h"
+#include "ui/strip_layout.h"
 
 #include <QGroupBox>
-#include <QScreen>
 
 namespace
 {
 constexpr QRgb StripGround = qRgb(64, 64, 64);
 constexpr int BoxCharacters = 24; ///< width of the first two boxes
-constexpr int StateCharacters = 30;
+constexpr int Spacing = 2;
 constexpr int BoxMargin = 4;
 constexpr int NarrowStretch = 1, WideStretch = 8;
 
@@ -84,7 +84,7 @@ void FormMain::buildStrip()
     strip->setPalette(ground);
     strip->setAutoFillBackground(true);
 
-    auto *boxes = new QHBoxLayout0(strip);
+    auto *boxes = new CStripLayout(strip);
     for (size_t i = 0; i < stripBoxes.size(); ++i) {
         stripBoxes[i] = new QGroupBox;
         stripBoxes[i]->setObjectName(QStringLiteral("stripBox%1").arg(i + 1));
@@ -102,6 +102,9 @@ void FormMain::buildStrip()
         label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
         showState(label, QString());
     }
+    // In the largest letters the words wrap, and the column of the modes keeps its room.
+    labelAutomaticName->setWordWrap(true);
+    static_cast<QGridLayout *>(stripBoxes[1]->layout())->setColumnStretch(0, 1);
     sizeStrip();
 }
 
@@ -129,13 +132,15 @@ void FormMain::buildStripBox(QGroupBox *box, int index)
         }
 }
 
+// Boxes of three rows of figures; the third box has its lines below them where it has no room beside them.
 void FormMain::sizeStrip()
 {
-    const int width = CUtils::txtGUIWidth(BoxCharacters, font());
-    stripBoxes[0]->setFixedWidth(width);
-    stripBoxes[1]->setFixedWidth(width);
-    // Room for the longest word of a state, as far as the screen has it.
-    const int left = screen()->availableGeometry().width() - 2 * width;
-    stripBoxes[2]->setMinimumWidth(qBound(0, left, CUtils::txtGUIWidth(StateCharacters, font())));
-    strip->setFixedHeight(stripBoxes[0]->sizeHint().height()); // three rows of figures
+    labelClock->setFont(font()); // its style sheet keeps it from following
+    const QMargins frame = stripBoxes[2]->contentsMargins();
+    const int lines = Options.usePrf ? 2 : 1;
+    auto *boxes = static_cast<CStripLayout *>(strip->layout());
+    boxes->setSizes(CUtils::txtGUIWidth(BoxCharacters, font()), stripBoxes[0]->sizeHint().height(),
+                    lines * fontMetrics().lineSpacing() + (lines - 1) * Spacing + 2 * BoxMargin +
+                        frame.top() + frame.bottom());
+    strip->setFixedHeight(boxes->heightFor(width()));
 }

@@ -9,6 +9,7 @@
 #include <QEvent>
 #include <QFontMetrics>
 #include <QGridLayout>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QScrollBar>
 
@@ -45,6 +46,7 @@ CProtocolWidget::CProtocolWidget(CProtocol *source, QWidget *parent)
         if (!m_holdPaint)
             updateAll();
     });
+    connect(qGuiApp, &QGuiApplication::fontChanged, this, &CProtocolWidget::updatePanelFont);
     connect(source, &CProtocol::Changed, this, &CProtocolWidget::slotProtocolDataChanged);
     connect(source, &CProtocol::NewLine, this, &CProtocolWidget::slotProtocolNewLine);
     updateRange(true);
@@ -90,8 +92,6 @@ void CProtocolWidget::changeEvent(QEvent *event)
         updateRange(isLastString());
         updateAll();
     }
-    if (event->type() == QEvent::ApplicationFontChange)
-        updatePanelFont();
     QWidget::changeEvent(event);
 }
 

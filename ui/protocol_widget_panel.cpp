@@ -2,6 +2,8 @@
 
 #include "app/clock.h"
 #include "app/options.h"
+#include "ui/arrow_button.h"
+#include "ui/flow_layout.h"
 #include "ui/protocol_widget.h"
 
 #include <QApplication>
@@ -19,6 +21,7 @@ namespace
 constexpr int ProcedureSKK = 1;
 constexpr int NationalTatar = 1;
 constexpr int SearchLength = 20;
+constexpr int SwitchSpacing = 6;
 const QChar ArrowDown(0x2193);
 const QChar ArrowUp(0x2191);
 
@@ -52,7 +55,9 @@ void CProtocolWidget::buildPanel()
     m_dateEdit = new QDateEdit(Time.date);
     m_dateEdit->setObjectName(QStringLiteral("protocolDate"));
     m_dateEdit->setDisplayFormat(CTime::formatDD_MM_YYYY);
-    m_moreButton = new QPushButton(ArrowDown);
+    m_dateEdit->setCalendarPopup(true);
+    m_dateEdit->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    m_moreButton = new CArrowButton(ArrowDown);
     m_moreButton->setObjectName(QStringLiteral("protocolMore"));
     m_moreButton->setFlat(true);
     palette.setColor(QPalette::ButtonText, Qt::white);
@@ -78,8 +83,7 @@ void CProtocolWidget::buildSearchRow()
 {
     m_searchRow = new QWidget;
     m_searchRow->setObjectName(QStringLiteral("protocolSearchRow"));
-    auto *row = new QHBoxLayout(m_searchRow);
-    row->setContentsMargins(0, 0, 0, 0);
+    auto *row = new CFlowLayout(0, SwitchSpacing, m_searchRow);
     m_search = new QLineEdit;
     m_search->setObjectName(QStringLiteral("protocolSearch"));
     m_search->setPlaceholderText(QStringLiteral("Найти"));
@@ -95,7 +99,6 @@ void CProtocolWidget::buildSearchRow()
     m_boxSplit = newCheckBox(QStringLiteral("protocolSplit"), QStringLiteral("Разделить"), false);
     m_boxNational = newCheckBox(QStringLiteral("protocolNational"), QStringLiteral("Язык"), false);
     m_boxNational->setVisible(Options.nationalLanguageUse == NationalTatar);
-    row->addStretch();
     m_searchRow->hide();
 }
 

@@ -84,6 +84,7 @@ void TestFormMainStrip::stripShowsItsFirstTexts()
 void TestFormMainStrip::stripStandsInThreeBoxes()
 {
     Station station(Direct);
+    station.form->show();
     QWidget *strip = station.form->strip;
     QCOMPARE(strip->palette().color(QPalette::Window), QColor(64, 64, 64));
     for (QGroupBox *box : station.form->stripBoxes) {

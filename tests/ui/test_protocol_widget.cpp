@@ -9,6 +9,8 @@ class TestProtocolWidget : public QObject
     Q_OBJECT
 
 private slots:
+    void cleanup() { QApplication::setFont(m_font); }
+
     void startsOnTodayWithTheKeyboard()
     {
         Roll roll;
@@ -203,15 +205,13 @@ private slots:
     void panelIsNotCutOffInALargeFont()
     {
         QFETCH(int, points);
-        const QFont former = QApplication::font();
-        QFont font = former;
+        QFont font = m_font;
         font.setPointSize(points);
         Roll roll(1);
         roll.show();
         QApplication::setFont(font);
         roll.view->findChild<QWidget *>("protocolSearchRow")->show();
         QCoreApplication::processEvents();
-        QApplication::setFont(former);
         for (const QCheckBox *box : roll.view->findChildren<QCheckBox *>())
             if (!box->isHidden())
                 QVERIFY2(box->width() >= box->sizeHint().width(), qPrintable(box->text()));
@@ -229,6 +229,9 @@ private slots:
         QTest::keyClick(roll.view.get(), Qt::Key_Q);
         QCOMPARE(key, int(Qt::Key_Q));
     }
+
+private:
+    const QFont m_font = QApplication::font();
 };
 
 QTEST_MAIN(TestProtocolWidget)
