@@ -131,6 +131,7 @@ private:
     void beginScan();
     [[nodiscard]] int scanStart() const;
     void remember(int from);
+    [[nodiscard]] int indexBehind(int i, const QString &form, CScanPosition &none) const;
     Step testAt(int i);
     [[nodiscard]] bool isAt(int i, const QString &form) const;
     Step testQuestion(int i);
@@ -179,6 +180,8 @@ private:
     [[nodiscard]] bool holdsCalledNumber(int p) const;
 
     Memory m_memory;
+    // In receiveBuffer, for the running scan: no form of the kind begins there or behind
+    CScanPosition m_noEndMark, m_noEncryptedSigns;
 };
 
 extern CProcessSKK ProcessSKK;

@@ -57,6 +57,18 @@ bool CProcessSKK::isAt(int i, const QString &form) const
     return receiveBuffer.midRef(i, form.size()) == form;
 }
 
+/// Position of \a form at \a i or behind. Many beginnings without an end would each search the whole rest:
+/// once it was in vain, \a none saves the next.
+int CProcessSKK::indexBehind(int i, const QString &form, CScanPosition &none) const
+{
+    if (none.holds(receiveBuffer) && none.in(receiveBuffer) <= i)
+        return -1;
+    const int at = receiveBuffer.indexOf(form, i);
+    if (at < 0)
+        none.reach(receiveBuffer, i);
+    return at;
+}
+
 /// The scan begins at the start of the buffer.
 void CProcessSKK::beginScan()
 {
@@ -67,6 +79,8 @@ void CProcessSKK::beginScan()
 void CProcessSKK::scan()
 {
     int i = scanStart();
+    m_noEndMark.forget(); // text has been appended
+    m_noEncryptedSigns.forget();
     if (i == 0)
         beginScan();
     while (i < receiveBuffer.size()) {
@@ -248,7 +262,7 @@ CProcessSKK::Step CProcessSKK::testConnection(int i)
             return Repeat;
     }
     if (isAt(i, StartMark)) {
-        const int end = receiveBuffer.indexOf(EndMark, i);
+        const int end = indexBehind(i, EndMark, m_noEndMark);
         if (end >= 0) {
             takeTelegram(i, end + EndMarkLength);
             return Again;
@@ -257,7 +271,7 @@ CProcessSKK::Step CProcessSKK::testConnection(int i)
             m_memory.start = i;
     }
     if (isAt(i, EncryptedBegin)) {
-        if (receiveBuffer.indexOf(EncryptedSigns, i) >= 0) {
+        if (indexBehind(i, EncryptedSigns, m_noEncryptedSigns) >= 0) {
             setIgnoreAO(true); // "#*" within encrypted text is no question
             receiveBuffer.removeHead(i + EncryptionMark);
             return Again;

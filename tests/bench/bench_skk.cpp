@@ -11,6 +11,7 @@ namespace
 {
 constexpr int Short = 1024;
 constexpr int Long = 100 * 1024;
+constexpr int Await = 16 * 1024;
 constexpr int Batch = 256; ///< characters of one measured run
 
 /// A connection whose buffer holds \a begin and then text, \a size characters in all.
@@ -58,6 +59,30 @@ void ReceiveAnnounced(benchmark::State &state)
     receive(state, QStringLiteral(" КРПТ КРПТ КРПТ "));
 }
 
+/// A piece more while an answerback is awaited: then all of the buffer is scanned.
+void await(benchmark::State &state, const QString &word)
+{
+    const Desk desk;
+    open(word.repeated(Await / word.size()), Await);
+    for (auto _ : state) {
+        State.AutoModeState = CProcessSKK::AutoWaitLastAA;
+        State.AutoModeWaitAA = CProcessSKK::LongCentreAA;
+        ProcessSKK.processReceive(QString(QLatin1Char('A')));
+    }
+}
+
+void AwaitInText(benchmark::State &state)
+{
+    await(state, QStringLiteral("ТЕКСТ "));
+}
+
+void AwaitInStartMarks(benchmark::State &state)
+{
+    await(state, QStringLiteral("ЗЦЗЦ "));
+}
+
+BENCHMARK(AwaitInText);
+BENCHMARK(AwaitInStartMarks);
 BENCHMARK(ReceiveText)->Arg(Short)->Arg(Long);
 BENCHMARK(ReceiveTelegram)->Arg(Short)->Arg(Long);
 BENCHMARK(ReceiveAnnounced)->Arg(Short)->Arg(Long);
@@ -69,6 +94,8 @@ const std::vector<Ratio::Row> rows = {
      "ReceiveTelegram/1024", 3.0},
     {"dialled: a character of encrypted text, 100 KB against 1 KB", "ReceiveAnnounced/102400",
      "ReceiveAnnounced/1024", 3.0},
+    {"dialled: a scan of 16 KB of start marks against 16 KB of text", "AwaitInStartMarks", "AwaitInText",
+     3.0},
 };
 } // namespace
 
