@@ -19,18 +19,14 @@ constexpr int PauseBeforeSetup = 2; // seconds
 bool CTlgThread::setTrelo(const QString &serial, int baud, bool arg)
 {
     refreshOptions();
-    bool found = false;
-    {
-        const QMutexLocker lock(&settingsMutex);
-        adapterSN = serial;
-        adapterArg = arg;
-        portName = CUtils::getPortNameBySN(adapterSN, LineAdapterClass);
-        found = !portName.isEmpty();
-    }
+    const QMutexLocker lock(&settingsMutex);
+    adapterSN = serial;
+    adapterArg = arg;
+    portName = CUtils::getPortNameBySN(adapterSN, LineAdapterClass);
     linkType = AdapterPort;
     reconnectDelay = PauseBeforeSetup;
     tlgBaud = baud == 50 || baud == 100 || baud == 200 ? baud : 0;
-    if (!found)
+    if (portName.isEmpty())
         return false;
     needVersion = true;
     reportFailure = true;

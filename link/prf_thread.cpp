@@ -51,6 +51,7 @@ bool CPrfThread::setSorel(const QString &serial, int baud, bool autodetectPort)
 
 void CPrfThread::pauseThread()
 {
+    const QMutexLocker lock(&settingsMutex);
     paused = true;
     restartRequested = true;
 }
@@ -62,6 +63,7 @@ void CPrfThread::Deactivate()
 
 void CPrfThread::restartThread()
 {
+    const QMutexLocker lock(&settingsMutex);
     restartRequested = true;
     reconnectDelay = 0;
     paused = false;
@@ -142,11 +144,21 @@ QString CPrfThread::state() const
 
 void CPrfThread::run()
 {
-    while (waitUntilWanted()) {
-        restartRequested = false;
-        reconnectDelay = 0; // a restart cuts the wait
-        connectAdapter();
-    }
+    while (waitUntilWanted())
+        if (takeTurn())
+            connectAdapter();
+}
+
+// One step as against the requests of the main thread: a pause comes before it, or it reaches the connection
+// that begins.
+bool CPrfThread::takeTurn()
+{
+    const QMutexLocker lock(&settingsMutex);
+    if (isIdle())
+        return false;
+    restartRequested = false;
+    reconnectDelay = 0; // a restart cuts the wait
+    return true;
 }
 
 // A restart is looked for beside the delay: a failure at the same moment may have set the delay behind it.

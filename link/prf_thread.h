@@ -42,6 +42,10 @@ public:
     void stopRead();
     [[nodiscard]] QString state() const; ///< a copy of stateText
 
+    /// The thread's own: no wait is due any more, so requests that came before are used up. False if a pause
+    /// has come since.
+    [[nodiscard]] bool takeTurn();
+
 signals:
     void signalOnReceived();
     void signalOnSended();
@@ -60,7 +64,9 @@ private:
     void addCommand(char byte);
 
 public:
-    mutable QMutex settingsMutex; ///< guards the four settings that follow and stateText
+    /// Guards the four settings that follow and stateText; a request of the main thread sets its flags under
+    /// it in one step.
+    mutable QMutex settingsMutex;
     QString portName;
     QString adapterSN;
     bool autodetect = false;

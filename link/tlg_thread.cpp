@@ -15,11 +15,9 @@ CTlgThread::~CTlgThread()
 bool CTlgThread::setTcp(const QString &address, int port, bool server)
 {
     refreshOptions();
-    {
-        const QMutexLocker lock(&settingsMutex);
-        tcpAddress = address;
-        tcpPort = port;
-    }
+    const QMutexLocker lock(&settingsMutex);
+    tcpAddress = address;
+    tcpPort = port;
     linkType = server ? TcpServer : TcpClient;
     reportFailure = true;
     reconnectDelay = 0;
@@ -30,6 +28,7 @@ bool CTlgThread::setTcp(const QString &address, int port, bool server)
 
 void CTlgThread::pauseThread()
 {
+    const QMutexLocker lock(&settingsMutex);
     paused = true;
     restartRequested = true;
 }
@@ -37,6 +36,7 @@ void CTlgThread::pauseThread()
 void CTlgThread::restartThread()
 {
     refreshOptions();
+    const QMutexLocker lock(&settingsMutex);
     reportFailure = true;
     restartRequested = true;
     reconnectDelay = 0;
@@ -89,16 +89,23 @@ void CTlgThread::run()
         sleep(1);
         if (stopRequested)
             return;
-        if (paused) {
-            restartRequested = false;
-            reconnectDelay = 0;
-        } else if (reconnectDelay == 0) {
-            restartRequested = false;
+        if (takeTurn())
             runLink();
-        } else {
-            reconnectDelay = restartRequested ? 0 : reconnectDelay - 1;
-        }
     }
+}
+
+// One step as against the requests of the main thread: a pause comes before it, or it reaches the link that
+// begins.
+bool CTlgThread::takeTurn()
+{
+    const QMutexLocker lock(&settingsMutex);
+    if (!paused && reconnectDelay > 0) {
+        reconnectDelay = restartRequested ? 0 : reconnectDelay - 1;
+        return false;
+    }
+    restartRequested = false;
+    reconnectDelay = 0;
+    return !paused;
 }
 
 void CTlgThread::runLink()

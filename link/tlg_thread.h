@@ -64,6 +64,9 @@ public:
     // Calls of the link thread. Each link function runs one connection, from the attempt to the end, and
     // leaves reconnectDelay set.
 
+    /// The second between two links is over: true if a connection is to be attempted now. Requests that came
+    /// before are used up.
+    [[nodiscard]] bool takeTurn();
     void TcpIPThread();
     void TcpIPSrvThread();
     void PortThread();
@@ -105,7 +108,8 @@ protected:
 
 private:
     void runLink();
-    /// Puts a link into its own clean state, whatever the one before has left: each link function's first act.
+    /// Puts a link into its own clean state, whatever the one before has left: each link function's first
+    /// act.
     void beginLink();
     void runClient(QTcpSocket &socket, const QString &prefix);
     void runServer(QTcpSocket &socket, const QString &prefix);
@@ -119,7 +123,9 @@ private:
     /// Goes through frameIn, of which the first \a waited characters have waited for a chunk before.
     [[nodiscard]] QString scanFrames(int waited);
 
-    mutable QMutex settingsMutex; ///< guards tcpAddress, tcpPort, portName, adapterSN and these copies
+    /// Guards tcpAddress, tcpPort, portName, adapterSN and these copies; a request of the main thread sets
+    /// its flags under it in one step.
+    mutable QMutex settingsMutex;
     int timeOut = 30;
     QString key;
     int autoClass = 0; ///< class of adapters that automatic detection takes; 0 is none

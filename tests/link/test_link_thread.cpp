@@ -4,8 +4,11 @@
 #include "tests/link/line.h"
 #include "tests/support/desk.h"
 
+#include <QDeadlineTimer>
 #include <QTcpServer>
 #include <QtTest>
+
+#include <atomic>
 
 class TestLinkThread : public QObject
 {
@@ -19,6 +22,7 @@ private slots:
     void pausedThreadIdlesAndStops();
     void waitFallsBySecondsAndARestartCutsIt();
     void pauseClosesTheLinkAndRestartBringsItBack();
+    void pauseIsNeverLostOnALinkThatBegins();
     void everyIdleStateStopsAtOnce();
     void twoWorkstationsTalk();
 
@@ -151,6 +155,43 @@ void TestLinkThread::pauseClosesTheLinkAndRestartBringsItBack()
 }
 
 // None sits out its wait: of the pauses, or the half minute that a peer has to hang up.
+// The thread's rounds without their seconds: a link lasts until it is asked to leave.
+void TestLinkThread::pauseIsNeverLostOnALinkThatBegins()
+{
+    CTlgThread thread;
+    std::atomic<bool> end = false;
+    std::atomic<int> idleRounds = 0;
+    const std::unique_ptr<QThread> rounds(QThread::create([&] {
+        while (!end) {
+            if (!thread.takeTurn()) {
+                ++idleRounds;
+                QThread::yieldCurrentThread();
+                continue;
+            }
+            while (!thread.restartRequested && !end) {
+            }
+        }
+    }));
+    ThreadEnd ended(*rounds);
+    rounds->start();
+    bool lost = false;
+    for (int pause = 0; pause < 100000 && !lost; ++pause) {
+        thread.restartThread();
+        for (volatile int i = pause % 500; i > 0; i = i - 1) { // hits every moment of the round
+        }
+        thread.pauseThread();
+        const int before = idleRounds;
+        const QDeadlineTimer patience(10000);
+        while (idleRounds == before && !lost) {
+            QThread::yieldCurrentThread();
+            lost = patience.hasExpired();
+        }
+    }
+    end = true;
+    ended.join();
+    QVERIFY(!lost);
+}
+
 void TestLinkThread::everyIdleStateStopsAtOnce()
 {
     QTcpServer server;
