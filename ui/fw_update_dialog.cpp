@@ -132,7 +132,9 @@ void CFWUpdateDialog::hideEvent(QHideEvent *event)
 
 void CFWUpdateDialog::pauseLinks()
 {
-    m_linksPaused = true;
+    if (std::exchange(m_linksPaused, true))
+        return;
+    m_punchWasPaused = PrfThread.paused;
     TlgThread.pauseThread();
     PrfThread.pauseThread();
 }
@@ -142,5 +144,6 @@ void CFWUpdateDialog::restartLinks()
     if (!std::exchange(m_linksPaused, false))
         return;
     TlgThread.restartThread();
-    PrfThread.restartThread();
+    if (!m_punchWasPaused)
+        PrfThread.restartThread();
 }

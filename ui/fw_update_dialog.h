@@ -6,7 +6,8 @@ class QComboBox;
 class QPushButton;
 
 /// Lets the operator load the program's firmware into an adapter, or lock it. While it is open both links are
-/// paused, so that nothing else has the adapters' ports.
+/// paused, so that nothing else has the adapters' ports. Behind it the line's link starts anew, and the
+/// perforator does if it was running.
 class CFWUpdateDialog : public CDialog
 {
     Q_OBJECT
@@ -37,5 +38,6 @@ private:
     QComboBox *m_device;
     QPushButton *m_apply, *m_lock, *m_cancel;
     bool m_linksPaused = false;
-    bool m_working = false; ///< an operation handles events meanwhile
+    bool m_punchWasPaused = false; ///< as it is but for the dialogs that use the perforator
+    bool m_working = false;        ///< an operation handles events meanwhile
 };

@@ -28,6 +28,7 @@ private slots:
     void linksPauseWhileItIsOpen_data();
     void linksPauseWhileItIsOpen();
     void linksRestartWhenItIsDestroyed();
+    void pausedPerforatorStaysPaused();
     void runningLinkLeavesThePortToTheDialog();
     void dialogNeverOpenedLeavesTheLinksAlone();
     void updateOfAnAdapterWhoseImageIsMissing_data();
@@ -189,6 +190,21 @@ void TestFwUpdateDialog::linksRestartWhenItIsDestroyed()
         QVERIFY(TlgThread.paused && PrfThread.paused);
     }
     QVERIFY(!TlgThread.paused && !PrfThread.paused);
+}
+
+// It holds its port only for the dialogs that read and punch tape.
+void TestFwUpdateDialog::pausedPerforatorStaysPaused()
+{
+    PrfThread.paused = true;
+    CFWUpdateDialog dialog;
+    for (int opening = 0; opening < 2; ++opening) {
+        dialog.open();
+        dialog.showMinimized();
+        dialog.showNormal();
+        QVERIFY(TlgThread.paused && PrfThread.paused);
+        dialog.close();
+        QVERIFY(!TlgThread.paused && PrfThread.paused);
+    }
 }
 
 void TestFwUpdateDialog::runningLinkLeavesThePortToTheDialog()
