@@ -30,6 +30,8 @@ private slots:
     void loneEndMarkIsATimeStamp();
     void timeStamp_data();
     void timeStamp();
+    void stampOfAMessageIsCompared_data();
+    void stampOfAMessageIsCompared();
     void timeStampAtTheTurnOfTheDay_data();
     void timeStampAtTheTurnOfTheDay();
     void note_data();
@@ -231,6 +233,11 @@ void TestCksReceive::timeStamp_data()
     QTest::newRow("followed by a blank") << "1202 " << true;
     QTest::newRow("followed by a letter") << "1202А" << false;
     QTest::newRow("followed by a digit") << "12021" << false;
+    QTest::newRow("followed by the last that is no sign") << "1202 А" << true;
+    for (char c = 33; c <= 48; ++c)
+        QTest::addRow("followed by code %d", c) << QString("1202") + QLatin1Char(c) << false;
+    for (const char c : {'\1', '\t', '\n', '\r', '\x1F'})
+        QTest::addRow("followed by code %d", c) << QString("1202") + QLatin1Char(c) << true;
     QTest::newRow("three digits") << "120" << false;
     QTest::newRow("a letter among them") << "12О2" << false;
     QTest::newRow("none") << "" << false;
@@ -244,6 +251,35 @@ void TestCksReceive::timeStamp()
     ProcessCKS.receiveBuffer = QStringLiteral("НННН  ") + stamp;
     ProcessCKS.checkTimeAfterNNNN(6);
     QCOMPARE(desk.noted(), noted ? QStringList(OffLine) : QStringList());
+}
+
+void TestCksReceive::stampOfAMessageIsCompared_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("noted");
+    QTest::newRow("service message, far off") << "ЗЦЗЦ КС НННН  1035\r\n" << true;
+    QTest::newRow("service message, right") << "ЗЦЗЦ КС НННН  1200\r\n" << false;
+    QTest::newRow("service message without a stamp") << "ЗЦЗЦ КС НННН  \r\n" << false;
+    QTest::newRow("telegram, far off") << "ЗЦЗЦ 001 ТЕКСТ НННН  #1202\r\n" << true;
+    QTest::newRow("telegram, right") << "ЗЦЗЦ 001 ТЕКСТ НННН  #1201\r\n" << false;
+    QTest::newRow("telegram without a return") << "ЗЦЗЦ 001 ТЕКСТ НННН  1035" << false;
+}
+
+/// In front of what the message itself brings to the journal; of one that ends in silence no stamp is read.
+void TestCksReceive::stampOfAMessageIsCompared()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, noted);
+    const CksDesk desk;
+    ProcessCKS.processReceive(text);
+    State.secondsSinceRx = 5;
+    ProcessCKS.checkReceive();
+    QStringList expected;
+    if (noted)
+        expected << OffLine;
+    if (text.contains("001"))
+        expected << "312:00:00 Файл сохранен:inp/20260731/20260731u000.001";
+    QCOMPARE(desk.noted(), expected);
 }
 
 void TestCksReceive::timeStampAtTheTurnOfTheDay_data()

@@ -17,6 +17,8 @@ private slots:
     void emptiedBufferIsANewOne();
     void whatStandsBehindAnAnswerbackIsReadWithTheNextPiece_data();
     void whatStandsBehindAnAnswerbackIsReadWithTheNextPiece();
+    void answerbackThatEndsTheScanLeavesWhatIsBehind_data();
+    void answerbackThatEndsTheScanLeavesWhatIsBehind();
 };
 
 namespace
@@ -146,6 +148,48 @@ void TestSkkScanMemory::whatStandsBehindAnAnswerbackIsReadWithTheNextPiece()
         QCOMPARE(State.AutoModeWaitTimer, kind == 9 ? 9 : 1);
         QCOMPARE(desk.sent(), kind == 9 ? "#\r\n777777 ДЕСК" : "");
     }
+}
+
+void TestSkkScanMemory::answerbackThatEndsTheScanLeavesWhatIsBehind_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<int>("state");
+    QTest::addColumn<QString>("answerback");
+    QTest::addColumn<QString>("behind");
+    QTest::addColumn<int>("timer"); // afterwards; a question that is read makes it 1
+    QTest::addColumn<QString>("sent");
+    const auto row = [](const char *name, int kind, int state, const char *answerback, const char *behind,
+                        int timer, const char *sent) {
+        const int length = kind == 9 ? 50 : 20;
+        QTest::newRow(name) << kind << state << QString::fromUtf8(answerback).leftJustified(length, '-')
+                            << QString(behind) << timer << QString(sent);
+    };
+    row("subscriber, taken", 7, 5, "#\r\n123456", "Б#*", 5, "");
+    row("subscriber, refused", 7, 5, "#\r\n000000", "@C", 0, "@H");
+    row("long centre, before its time", 9, 11, "\r\n#01 |ЦКС&12.00", "#*Б", 9, "");
+    row("long centre, taken", 9, 14, "\r\n#01 |ЦКС&12.00", "#*Б", 15, "");
+    row("long centre, refused", 9, 14, "\r\n#02", "@C", 0, "@H");
+    row("telegram of the centre without its end", 9, 14, "\r\n#02 ЗЦЗЦ ТЕКСТ", "#*Б", 9, "");
+}
+
+/// The call of the scan ends with these answerbacks. What came with them in one piece waits for the next.
+void TestSkkScanMemory::answerbackThatEndsTheScanLeavesWhatIsBehind()
+{
+    QFETCH(int, kind);
+    QFETCH(int, state);
+    QFETCH(QString, answerback);
+    QFETCH(QString, behind);
+    QFETCH(int, timer);
+    QFETCH(QString, sent);
+    const SkkDesk desk;
+    desk.automatic(state, 9, kind != 7);
+    State.AutoModeWaitAA = kind;
+    desk.receive(answerback + behind);
+    const bool taken = kind == 7 && sent.isEmpty();
+    QCOMPARE(ProcessSKK.receiveBuffer, taken ? behind : answerback + behind);
+    QCOMPARE(State.AutoModeWaitTimer, timer);
+    QCOMPARE(desk.sent(), sent);
+    QCOMPARE(State.callDirection, sent.isEmpty() ? 2 : 0);
 }
 
 QTEST_GUILESS_MAIN(TestSkkScanMemory)

@@ -76,6 +76,7 @@ void TestProtocolLoad::loadTrimsItsLines_data()
     QTest::newRow("empty file") << QByteArray("") << QStringList();
     QTest::newRow("blank lines") << QByteArray("\n \n\1A\n\n\1B") << QStringList{"", "", "\1A", "", "\1B"};
     QTest::newRow("white space at both ends") << QByteArray(" \1A B \t\r\n") << QStringList{"\1A B"};
+    QTest::newRow("white space within") << QByteArray("\1A  B \t C\n") << QStringList{"\1A  B \t C"};
     QTest::newRow("a mark 9 is white space") << QByteArray("\tA\n") << QStringList{"A"};
     QTest::newRow("up to the first zero byte")
         << QByteArray("\1A\0B\n\1C\n\0\0", 10) << QStringList{"\1A", "\1C", ""};

@@ -30,6 +30,8 @@ private slots:
     void scanTimeoutOutOfRangeScansEachTick();
     void ageOfModeStopsAfterADay();
     void idleHangUpComesAtItsSecond();
+    void idleHangUpTellsOfAnOutgoingSendAlone_data();
+    void idleHangUpTellsOfAnOutgoingSendAlone();
     void idleSecondsOfRowZeroCountWithoutConnection();
     void idleSecondsRunOnInOtherProcedures();
 };
@@ -239,6 +241,36 @@ void TestFormMainTick::idleHangUpComesAtItsSecond()
     QCOMPARE(State.callDirection, 0);
     station.tick();
     QCOMPARE(State.idleSeconds, 1);
+}
+
+void TestFormMainTick::idleHangUpTellsOfAnOutgoingSendAlone_data()
+{
+    QTest::addColumn<int>("direction");
+    QTest::addColumn<bool>("debug");
+    QTest::addColumn<int>("lines"); // of the state of the send
+    QTest::newRow("incoming") << 1 << false << 0;
+    QTest::newRow("incoming, with the debug option") << 1 << true << 0;
+    QTest::newRow("outgoing") << 2 << false << 0;
+    QTest::newRow("outgoing, with the debug option") << 2 << true << 6;
+}
+
+void TestFormMainTick::idleHangUpTellsOfAnOutgoingSendAlone()
+{
+    QFETCH(int, direction);
+    QFETCH(bool, debug);
+    QFETCH(int, lines);
+    Station station(SKK, [] { Options.SKKTiming[0].Idle_Time_Before_HangUp = 30; });
+    Options.debugInfoToProtocol = debug;
+    State.callDirection = direction;
+    State.idleSeconds = 29;
+    State.scanCountdown = 1000;
+    (void)station.news();
+    station.tick();
+    const QStringList news = station.news();
+    QCOMPARE(news.filter("Исходящий отбой").size(), 1);
+    QCOMPARE(news.filter(QRegularExpression("Receive=|AutoMode|callNumberResult=|waitTimeAfter")).size(),
+             lines);
+    QCOMPARE(State.callDirection, 0);
 }
 
 void TestFormMainTick::idleSecondsOfRowZeroCountWithoutConnection()
