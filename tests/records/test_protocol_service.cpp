@@ -45,6 +45,7 @@ private slots:
     void emptyTextReportsChanged();
     void serviceStringReportsNewLine();
     void textThatLetsAWaitingLineInReportsNewLineThenChanged();
+    void lineBreakOfTheLimitAndAWaitingLineInOneText();
     void singleCharacterReportsNothing();
 };
 
@@ -217,6 +218,23 @@ void TestProtocolService::textThatLetsAWaitingLineInReportsNewLineThenChanged()
     connect(&Log, &CProtocol::NewLine, &context, [&] { order << "NewLine"; });
     Log.add(text("\n"), ProtocolReceived);
     QCOMPARE(order, QStringList({"NewLine", "Changed"}));
+}
+
+void TestProtocolService::lineBreakOfTheLimitAndAWaitingLineInOneText()
+{
+    Desk desk(QTime(12, 0, 0));
+    Log.lineWidthLimit = 2;
+    Log.add(QString("ABC"), ProtocolReceived);
+    Log.addCacheServiceString(text("Событие"), ProtocolInfo, true);
+    QStringList reports;
+    QObject context;
+    connect(&Log, &CProtocol::NewLine, &context, [&] { reports << "NewLine"; });
+    connect(&Log, &CProtocol::Changed, &context, [&] { reports << "Changed"; });
+    Log.add(QString("DE\n"), ProtocolReceived);
+    QCOMPARE(Log.lines, list({"\1ABC", "\1DE>", "\00312:00:00 Событие", ""}));
+    // The waiting line reports the lines begun so far, its own and that of the limit.
+    QCOMPARE(reports, (QStringList{"NewLine", "Changed"}));
+    QCOMPARE(Log.newLineCount, 0);
 }
 
 void TestProtocolService::singleCharacterReportsNothing()

@@ -195,6 +195,22 @@ private slots:
         QVERIFY(feed.view->isLastString());
     }
 
+    void lineBreakOfTheLimitAndAWaitingLineInOneTextAreShown()
+    {
+        Feed feed(true);
+        Log.lineWidthLimit = 8;
+        Log.add("123", ProtocolReceived);
+        Log.addCacheServiceString("СОБЫТИЕ", ProtocolInfo, true);
+        Log.add("ДАЛЬШЕ\r\n", ProtocolReceived);
+        const int size = Log.lines.size();
+        QCOMPARE(Log.lines.mid(size - 4), (QStringList{mark(1) + "НАЧАЛО123", mark(1) + "ДАЛЬШЕ<>",
+                                                       mark(3) + "12:00:00 СОБЫТИЕ", QString()}));
+        QVERIFY(feed.view->isLastString());
+        QCOMPARE(feed.bar()->maximum(), size - feed.view->linesOnScreen());
+        QCOMPARE(feed.paints->taken(), 1);
+        QCOMPARE(feed.paints->lastRegion.boundingRect(), feed.view->textArea());
+    }
+
     void flagsRepaintTheLastRowOnly()
     {
         Feed feed(true);
