@@ -76,7 +76,7 @@ void CProcessCKS::clearOut()
 void CProcessCKS::checkForSendNewTlg(CTableViewModelItem_Send &item)
 {
     if (State.PK_out != State.CKS_in) {
-        noteEvent(QStringLiteral("Расхождение счетчиков, отправка  ") + item.fileName +
+        noteEvent(QStringLiteral("Расхождение счетчиков, отправка  ") + shownName(item.fileName) +
                   QStringLiteral(" отменена"));
         State.askReceiptCountdown = 2;
         State.setAutomatic(false);
@@ -85,7 +85,7 @@ void CProcessCKS::checkForSendNewTlg(CTableViewModelItem_Send &item)
     if (item.bad)
         return;
     State.currentFile = item.fileName;
-    noteEvent(QStringLiteral("Отправка файла: ") + State.currentFile);
+    noteEvent(QStringLiteral("Отправка файла: ") + shownName(State.currentFile));
     const std::optional<QString> text = readTelegram(queuePath(State.currentFile));
     if (!text) {
         noteEvent(QStringLiteral("Невозможно прочитать файл"), ProtocolError);

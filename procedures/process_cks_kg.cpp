@@ -284,7 +284,8 @@ void CProcessCKS::setFileAside(const QString &suffix, bool tryFurtherNames)
 {
     const QString source = queuePath(State.currentFile);
     const QString target = source + QStringLiteral(".b") + suffix;
-    noteEvent(QStringLiteral("ПЕРЕИМЕНОВАНИЕ ") + source + QStringLiteral(" В ") + target);
+    noteEvent(QStringLiteral("ПЕРЕИМЕНОВАНИЕ ") + shownName(source) + QStringLiteral(" В ") +
+              shownName(target));
     bool moved = QFile::rename(source, target);
     if (!moved)
         noteEvent(QStringLiteral("Ошибка переименования"), ProtocolError);

@@ -114,13 +114,13 @@ void CProcessCKS::storeTelegram(int number, const QString &body, const QString &
     const QString text = Options.removeRegisterInInputFiles ? CUtils::removeRegistersAndCheck4(whole) : whole;
     if (!replaceWholeFile(path, text.toUtf8())) {
         // The counter stays, so the centre's repetition of this number will be taken.
-        noteEvent(QStringLiteral("Не получилось сохранить файл:") + path);
+        noteEvent(QStringLiteral("Не получилось сохранить файл:") + shownName(path));
         return;
     }
     State.incInp();
     if (Options.markNewFilesInInp)
         CFileAttr(path).setNew();
-    QString line = QStringLiteral("Файл сохранен:") + path;
+    QString line = QStringLiteral("Файл сохранен:") + shownName(path);
     const QString forwarded = forward(body, letter);
     if (!forwarded.isEmpty())
         line += QStringLiteral(", для пересылки ") + forwarded;

@@ -106,7 +106,7 @@ void CProcessDirect::checkForSendNewTlg(CTableViewModelItem_Send &item)
     if (State.fileInProgress)
         return;
     State.currentFile = item.fileName;
-    noteEvent(QStringLiteral("Отправка файла: ") + State.currentFile);
+    noteEvent(QStringLiteral("Отправка файла: ") + shownName(State.currentFile));
     const std::optional<QString> text = readTelegram(queuePath(State.currentFile));
     if (!text) {
         noteEvent(QStringLiteral("Невозможно прочитать файл"), ProtocolError);

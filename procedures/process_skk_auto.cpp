@@ -48,7 +48,7 @@ void CProcessSKK::checkForSendNewTlg(CTableViewModelItem_Send &item)
     // A try is spent even if the program stops now.
     --State.sendInfo.trys;
     State.sendInfo.Save(queuePath(State.currentFile));
-    tell(QStringLiteral("Установка соединения для отправки файла ") + State.currentFile);
+    tell(QStringLiteral("Установка соединения для отправки файла ") + shownName(State.currentFile));
     callNumber(State.sendInfo.number);
     autoSet(AutoCalling, timing->timeCallWait);
 }
@@ -111,7 +111,8 @@ void CProcessSKK::autoSendFile()
     if (!text) {
         // The timer stays at 0: the machine stands, and the idle hang-up will end the connection.
         State.sendInfo.trys = 0;
-        return noteEvent(QStringLiteral("Ошибка открытия файла ") + State.currentFile, ProtocolError);
+        return noteEvent(QStringLiteral("Ошибка открытия файла ") + shownName(State.currentFile),
+                         ProtocolError);
     }
     SendTlgText(QStringLiteral("\r\n"));
     SendTlgText(*text);
@@ -141,7 +142,7 @@ void CProcessSKK::autoAnswer()
 
 void CProcessSKK::compliteSKKFileSendedInAutoMode()
 {
-    noteEvent(QStringLiteral("Файл ") + State.currentFile + QStringLiteral(" отправлен"));
+    noteEvent(QStringLiteral("Файл ") + shownName(State.currentFile) + QStringLiteral(" отправлен"));
     const QString path = queuePath(State.currentFile);
     CUtils::renameFile(path, State.pathOut_currentDate(),
                        State.currentFile + QLatin1Char('.') + CUtils::StringNNN(State.PK_out),

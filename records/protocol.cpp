@@ -124,3 +124,12 @@ const CProtocol::Tail &CProtocol::tail()
     m_tail.chars.reach(lines, line.size());
     return m_tail;
 }
+
+QString shownName(QString name)
+{
+    constexpr ushort FirstShown = 32;
+    for (QChar &c : name)
+        if (c.unicode() < FirstShown)
+            c = QLatin1Char('?');
+    return name;
+}

@@ -115,4 +115,8 @@ private:
     Written m_written;
 };
 
+/// A file's name or path as the journal shows it: "?" for each character below 32. One of them as it stands
+/// would end the line or pass for a mark, and whoever may drop a file could write into the journal.
+[[nodiscard]] QString shownName(QString name);
+
 extern CProtocol Log;

@@ -22,7 +22,7 @@ void note(const QString &text)
 bool CUtils::renameFile(QString from, QString toDir, QString toName, bool markNew)
 {
     const QString target = toDir + QDir::separator() + toName;
-    note(QStringLiteral("ПЕРЕИМЕНОВАНИЕ ") + from + QStringLiteral(" В ") + target);
+    note(QStringLiteral("ПЕРЕИМЕНОВАНИЕ ") + shownName(from) + QStringLiteral(" В ") + shownName(target));
     if (!QFile::rename(from, target)) {
         QDir().mkdir(toDir);
         if (!QFile::rename(from, target)) {
@@ -46,7 +46,7 @@ int CUtils::clearDir(QString root, const QDate &limit)
         if (name > last)
             continue;
         const QString path = root + QLatin1Char('/') + name;
-        note(QStringLiteral("Удаление каталога ") + path);
+        note(QStringLiteral("Удаление каталога ") + shownName(path));
         if (QDir(path).removeRecursively())
             ++removed;
     }
@@ -61,7 +61,7 @@ void CUtils::clearInDir(QString root, const QDate &limit)
         // The journal of the limit date itself stays: its name, with ".prt", stands above the bare date.
         if (last < name)
             continue;
-        note(QStringLiteral("Удаление ") + name);
+        note(QStringLiteral("Удаление ") + shownName(name));
         QFile::remove(root + QLatin1Char('/') + name);
     }
 }

@@ -75,10 +75,11 @@ void FormMain::protocolSendFile()
     const QString path = pickFileToOpen(this, QStringLiteral("Отправка файла"), QStringLiteral("Все (*.*)"));
     if (path.isEmpty())
         return;
-    Log.addCacheServiceString(QStringLiteral("Передача файла:") + path, ProtocolInfo, true);
+    Log.addCacheServiceString(QStringLiteral("Передача файла:") + shownName(path), ProtocolInfo, true);
     const std::optional<QByteArray> content = readOrdinary(path, LargestTelegramFile);
     if (!content) {
-        Log.addCacheServiceString(QStringLiteral("Невозможно прочитать файл:") + path, ProtocolError, true);
+        Log.addCacheServiceString(QStringLiteral("Невозможно прочитать файл:") + shownName(path),
+                                  ProtocolError, true);
         return;
     }
     TlgSend(CUtils::CorrectCodePageToUtf8(*content));
