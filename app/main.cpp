@@ -2,5 +2,5 @@
 
 int main(int argc, char *argv[])
 {
-    return runVelda(argc, argv);
+    return endProcess(runVelda(argc, argv));
 }

@@ -10,17 +10,17 @@
 #include <QFile>
 #include <QProcess>
 
+#include <cstdlib>
+
 namespace
 {
-constexpr unsigned long TerminateMilliseconds = 100;
-
 void stopThreads()
 {
     TlgThread.stopThread();
     PrfThread.stopThread();
     sleepSeconds(1);
-    terminateIfRunning(TlgThread);
-    terminateIfRunning(PrfThread);
+    waitIfRunning(TlgThread);
+    waitIfRunning(PrfThread);
 }
 
 void closeJournal()
@@ -40,13 +40,10 @@ void startAnew(const QString &program)
 }
 } // namespace
 
-void terminateIfRunning(QThread &thread)
+void waitIfRunning(const QThread &thread)
 {
-    if (!thread.isRunning())
-        return;
-    sleepSeconds(1);
-    thread.terminate();
-    thread.wait(TerminateMilliseconds);
+    if (thread.isRunning())
+        sleepSeconds(1);
 }
 
 void shutDown(const QString &program)
@@ -62,4 +59,13 @@ void shutDown(const QString &program)
         startAnew(program);
     delete mainWindow;
     mainWindow = nullptr;
+}
+
+// A thread that hangs is not terminated by itself: where that unwinds it, the first function on its way that
+// lets no exception out ends the whole program with an error.
+int endProcess(int status)
+{
+    if (TlgThread.isRunning() || PrfThread.isRunning())
+        std::_Exit(status);
+    return status;
 }

@@ -47,12 +47,18 @@ void Velda_MessageOutput(QtMsgType type, const QMessageLogContext &context, cons
 /// Adds fontSizeCorrect to the application font and remembers the size before in State.basePointSize.
 void correctFontSize();
 
-/// The last resort for a thread that has not seen its stop flag: one more second, then its end by force.
-void terminateIfRunning(QThread &thread);
+/// One more second for a thread that has not seen its stop flag. One that hangs even then goes on, and ends
+/// with the process: see endProcess().
+void waitIfRunning(const QThread &thread);
 
 /// Everything after the event loop: threads, counters, options, journal, sound, the answer to a waiting
 /// instance, and with State.restartAfterExit a new process of \a program without arguments.
 void shutDown(const QString &program);
+
+/// The last step, when everything is saved and the application object is gone: returns \a status. With a
+/// thread that hangs it ends the process then and there, by that status and without the destructors of the
+/// global objects, which would wait for the thread.
+[[nodiscard]] int endProcess(int status);
 
 /// The whole life of the program: start, event loop, orderly end. Returns the exit status.
 int runVelda(int argc, char *argv[]);

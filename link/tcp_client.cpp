@@ -2,6 +2,7 @@
 
 #include "link/tcp_loop.h"
 #include "link/tcp_protocol.h"
+#include "link/tcp_waits.h"
 #include "link/tlg_thread.h"
 
 #include "app/options.h"
@@ -33,7 +34,9 @@ void CTlgThread::TcpIPThread()
     const auto [address, port] = tcpPeer();
     const QString prefix = QStringLiteral("TCP (%1:%2)").arg(address).arg(port);
     socket.connectToHost(QHostAddress(address), static_cast<quint16>(port));
-    if (!socket.waitForConnected(ConnectMs)) {
+    if (!waitUntilConnected(socket, ConnectMs, stopRequested)) {
+        if (stopRequested)
+            return;
         if (reportFailure)
             setState(prefix + QLatin1Char(':') + socket.errorString());
         return backOff();
@@ -47,7 +50,7 @@ void CTlgThread::TcpIPThread()
 void CTlgThread::runClient(QTcpSocket &socket, const QString &prefix)
 {
     CTcpLoop loop(*this, socket, prefix, CTcpLoop::Client);
-    sleep(1);
+    sleepSecond();
     if (!stillConnected(socket)) {
         loop.takeRest();
         connected = false;

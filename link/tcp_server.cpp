@@ -2,6 +2,7 @@
 
 #include "link/tcp_loop.h"
 #include "link/tcp_protocol.h"
+#include "link/tcp_waits.h"
 #include "link/tlg_thread.h"
 
 #include <QHostAddress>
@@ -58,7 +59,7 @@ void CTlgThread::runServer(QTcpSocket &socket, const QString &prefix)
     connected = true;
     reportFailure = true;
     setState(prefix + QStringLiteral(": Подключение с IP ") + peerAddress(socket).toString());
-    sleep(1);
+    sleepSecond();
     setState(prefix + QStringLiteral(": Соединено "));
     loop.agreeKey();
     loop.run();
@@ -81,6 +82,5 @@ void CTlgThread::serverFailed(const QString &text)
 void CTlgThread::closeAndWait(QTcpSocket &socket) const
 {
     socket.close();
-    if (socket.state() != QAbstractSocket::UnconnectedState)
-        socket.waitForDisconnected(stopRequested ? StoppingMs : DisconnectMs);
+    waitUntilDisconnected(socket, DisconnectMs, StoppingMs, stopRequested);
 }

@@ -86,7 +86,7 @@ void CTlgThread::run()
     reconnectDelay = 0;
     while (!stopRequested) {
         shownWindow = -1;
-        sleep(1);
+        sleepSecond();
         if (stopRequested)
             return;
         if (takeTurn())
@@ -106,6 +106,13 @@ bool CTlgThread::takeTurn()
     restartRequested = false;
     reconnectDelay = 0;
     return !paused;
+}
+
+void CTlgThread::sleepSecond() const
+{
+    constexpr unsigned long StepMs = 100;
+    for (int step = 0; step < 10 && !stopRequested; ++step)
+        msleep(StepMs);
 }
 
 void CTlgThread::runLink()

@@ -111,6 +111,7 @@ private:
     /// Puts a link into its own clean state, whatever the one before has left: each link function's first
     /// act.
     void beginLink();
+    void sleepSecond() const; ///< cut short by a stop
     void runClient(QTcpSocket &socket, const QString &prefix);
     void runServer(QTcpSocket &socket, const QString &prefix);
     void backOff();
