@@ -86,6 +86,13 @@ void Station::realTime()
     m_environment.remove(QStringLiteral("FAKETIME"));
 }
 
+void Station::hangIn(const QString &call)
+{
+    const QString preload = QStringLiteral("LD_PRELOAD");
+    m_environment.insert(preload, m_environment.value(preload) + QStringLiteral(":" HANGING_CALL_LIBRARY));
+    m_environment.insert(QStringLiteral("HANGING_CALL"), call);
+}
+
 void Station::showOn(const QString &display)
 {
     useDisplay(m_environment, display);

@@ -23,7 +23,9 @@ public:
     void useAdapter(const QString &ports);
     /// Another clock of libfaketime: "@2026-07-31 23:59:50 x10" is a start and a speed.
     void fakeTime(const QString &setting);
-    void realTime();                     ///< the machine's own clock
+    void realTime(); ///< the machine's own clock
+    /// Let the system's function \a call ("connect", "listen", "tcgetattr") never return; it says "hangs".
+    void hangIn(const QString &call);
     void showOn(const QString &display); ///< a window on a real or virtual display
 
     /// Starts the program. Settings are written if there are none yet; a second start finds the former.
