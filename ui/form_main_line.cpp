@@ -27,15 +27,6 @@ constexpr int ReceiveBlock = 65536;         ///< characters fetched from the lin
 /// Characters of one piece of text on a dialled line, where one scan may store many telegrams.
 constexpr int SwitchedPiece = 256;
 
-/// Length of the adapter command at the head of received text. The link's rule but for "@L" and "@V", which
-/// are commands on the way out alone: their "@" is taken by itself.
-int receivedCommandLength(const QString &text)
-{
-    if (text.startsWith(QLatin1String("@L")) || text.startsWith(QLatin1String("@V")))
-        return 1;
-    return CTlgThread::testCmdLength(text);
-}
-
 QString takeHead(QString &text, int n)
 {
     const QString head = text.left(n);
@@ -160,7 +151,7 @@ int FormMain::takeReceivedPiece()
 
 int FormMain::takeReceivedCommand()
 {
-    const int length = receivedCommandLength(receivedBlock);
+    const int length = CTlgThread::loopCmdLength(receivedBlock);
     if (length == 0)
         return 0;
     const QString command = takeHead(receivedBlock, length);
