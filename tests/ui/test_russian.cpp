@@ -232,6 +232,8 @@ void TestRussian::dialogsHaveNoQuestionMark()
 int main(int argc, char *argv[])
 {
     int failed = -1;
+    const QTemporaryDir settings; // of the file dialog, which keeps where it has been
+    qputenv("XDG_CONFIG_HOME", settings.path().toLocal8Bit());
     warnHandler = [&](const QString &) {
         TestRussian test;
         failed = QTest::qExec(&test, argc, argv);
