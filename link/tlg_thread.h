@@ -2,6 +2,7 @@
 
 #include "app/relaxed.h"
 #include "link/shared_strings.h"
+#include "link/state_text.h"
 
 #include <QByteArray>
 #include <QMutex>
@@ -154,7 +155,7 @@ public:
     Relaxed<bool> needVersion = false;
     Relaxed<int> reconnectDelay = 0; ///< seconds until the next attempt
     int backoffMinutes = 1;          ///< TCP client: 1..10
-    CMutexString stateText;
+    CStateText stateText;
     CMutexString pendingEcho; ///< adapter: written, not yet reported sent
     CMutexString sentLog;     ///< gone out, waiting for the journal
     CTlgString sendBuffer;

@@ -197,11 +197,11 @@ void FormMain::slotOnTlgSended()
 
 void FormMain::slotOnTlgState()
 {
-    const QString text = TlgThread.stateText.mGet();
+    for (const QString &text : TlgThread.stateText.mTakeNews())
+        Log.addCacheServiceString(text, ProtocolInfo, false);
+    showState(labelLinkState, TlgThread.stateText.mGet());
     const bool up = TlgThread.linkUp();
-    showState(labelLinkState, text);
     labelLinkState->setPalette(palettes[up ? Green : Red]);
-    Log.addCacheServiceString(text, ProtocolInfo, false);
     modeFrame->setEnabled(up);
     if (Options.processMode == SKK && !up && State.connectionActive)
         ProcessSKK.clearSKKConnection();

@@ -1,6 +1,7 @@
 #include "app/clock.h"
 #include "app/options.h"
 #include "app/state.h"
+#include "link/tlg_thread.h"
 #include "records/protocol.h"
 #include "tests/ui/station.h"
 #include "ui/form_main.h"
@@ -52,6 +53,7 @@ void TestFormMainDay::midnightClosesOneBookAndOpensTheNext()
     Station station(Direct);
     Log.Load();
     State.scanCountdown = 1000;
+    TlgThread.stateText.mSet(QStringLiteral("Соединено"));
     station.form->slotOnTlgState(); // a line of its own in the old book
     toMidnight(station);
     QVERIFY(station.desk.read(QStringLiteral("prt/20260731.prt"))
@@ -85,6 +87,7 @@ void TestFormMainDay::clockSetBackADayIsAChangeToo()
 {
     Station station(Direct);
     Log.Load();
+    TlgThread.stateText.mSet(QStringLiteral("Соединено"));
     station.form->slotOnTlgState();
     const QByteArray today = station.desk.read(QStringLiteral("prt/20260731.prt"));
     QVERIFY(!today.isEmpty());
