@@ -9,12 +9,12 @@ CJournalLines &CJournalLines::operator<<(const QString &line)
 void CJournalLines::replace(int i, const QString &line)
 {
     m_lines[i] = line;
-    ++m_cuts;
+    m_lastCut = CScanPosition::nextCut();
 }
 
 CJournalLines &CJournalLines::operator=(const QStringList &lines)
 {
     m_lines = lines;
-    ++m_cuts;
+    m_lastCut = CScanPosition::nextCut();
     return *this;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "text/scan_position.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -21,8 +23,8 @@ public:
     void clear() { *this = QStringList(); }
     CJournalLines &operator=(const QStringList &lines);
 
-    /// Counts the changes that were no growth. Never 0.
-    [[nodiscard]] quint64 cuts() const { return m_cuts; }
+    /// Another number after each change that was no growth.
+    [[nodiscard]] quint64 lastCut() const { return m_lastCut; }
 
     /// The list itself, which stands in the same place as long as the journal does.
     [[nodiscard]] const QStringList &list() const { return m_lines; }
@@ -43,5 +45,5 @@ public:
 
 private:
     QStringList m_lines;
-    quint64 m_cuts = 1;
+    quint64 m_lastCut = CScanPosition::nextCut();
 };

@@ -5,12 +5,12 @@ void CGrowingText::removeHead(int count)
     if (count <= 0)
         return;
     m_text.remove(0, count);
-    ++m_cuts;
+    m_lastCut = CScanPosition::nextCut();
 }
 
 CGrowingText &CGrowingText::operator=(const QString &text)
 {
     m_text = text;
-    ++m_cuts;
+    m_lastCut = CScanPosition::nextCut();
     return *this;
 }

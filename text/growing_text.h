@@ -1,5 +1,7 @@
 #pragma once
 
+#include "text/scan_position.h"
+
 #include <QString>
 
 /// A text that is gathered at its end and consumed from its head. Every change goes through it, so it knows
@@ -19,8 +21,8 @@ public:
     void clear() { *this = QString(); }
     CGrowingText &operator=(const QString &text);
 
-    /// Counts the changes that were no append. Never 0.
-    [[nodiscard]] quint64 cuts() const { return m_cuts; }
+    /// Another number after each change that was no append.
+    [[nodiscard]] quint64 lastCut() const { return m_lastCut; }
 
     operator const QString &() const { return m_text; } // NOLINT: reads like the text
     [[nodiscard]] bool operator==(const QString &other) const { return m_text == other; }
@@ -35,5 +37,5 @@ public:
 
 private:
     QString m_text;
-    quint64 m_cuts = 1;
+    quint64 m_lastCut = CScanPosition::nextCut();
 };

@@ -15,29 +15,19 @@ void CProtocolSplitter::restart(const Rules &rules)
     *this = fresh;
 }
 
-bool CProtocolSplitter::hasOnlyGrown(const QStringList &source) const
+void CProtocolSplitter::take(const CJournalLines &source)
 {
-    if (source.size() <= m_line)
-        return m_line == 0 && m_offset == 0;
-    if (source.at(m_line).size() < m_offset)
-        return false;
-    return m_line == 0 || source.first() == m_firstLine;
-}
-
-void CProtocolSplitter::take(const QStringList &source)
-{
-    if (!hasOnlyGrown(source))
+    if (!m_line.holds(source))
         restart(m_rules);
-    for (int i = m_line; i < source.size(); ++i) {
+    const int first = m_line.in(source);
+    for (int i = first; i < source.size(); ++i) {
         const QString &line = source.at(i);
-        const int from = i == m_line ? m_offset : 0;
+        const int from = i == first ? m_offset : 0;
         for (int k = from; k < line.size(); ++k)
             takeChar(line.at(k));
-        m_line = i;
         m_offset = line.size();
     }
-    if (m_line > 0)
-        m_firstLine = source.first();
+    m_line.reach(source, qMax(0, source.size() - 1));
 }
 
 void CProtocolSplitter::takeChar(QChar c)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "records/journal_lines.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -23,9 +25,8 @@ public:
     /// Forgets everything and takes the journal from its start by \a rules at the next take().
     void restart(const Rules &rules);
     [[nodiscard]] const Rules &rules() const { return m_rules; }
-    /// Brings the lists to the state of \a source. Anything but growth at its end is noticed by a shorter
-    /// list, a shorter last line or another first line, and begins from the start.
-    void take(const QStringList &source);
+    /// Brings the lists to the state of \a source; from its start, if it has done anything but grow.
+    void take(const CJournalLines &source);
 
     /// Without the parting all text, with it what was received. Each line begins with a type mark.
     [[nodiscard]] const QStringList &received() const { return m_lists[0].lines; }
@@ -44,13 +45,11 @@ private:
     void takeMark(int mark);
     void put(List &list, QChar c);
     [[nodiscard]] List *listInForce();
-    [[nodiscard]] bool hasOnlyGrown(const QStringList &source) const;
 
     Rules m_rules;
     List m_lists[2];
     int m_mark = 0;        ///< type in force in the source
     bool m_inInfo = false; ///< inside information
-    int m_line = 0;        ///< line of the source that may still grow
+    CScanPosition m_line;  ///< line of the source that may still grow
     int m_offset = 0;      ///< characters of it already taken
-    QString m_firstLine;   ///< of the source, once it is complete
 };

@@ -136,7 +136,7 @@ private:
     void checkShowList();
     void showListAnew();
     [[nodiscard]] CProtocolSplitter::Rules rulesInForce() const;
-    [[nodiscard]] const QStringList &source() const;
+    [[nodiscard]] const CJournalLines &source() const;
     [[nodiscard]] bool isToday() const;
     [[nodiscard]] bool isFiltered() const;
     [[nodiscard]] int longestList() const;
@@ -173,7 +173,7 @@ private:
     void extendSelection(int line);
 
     CProtocol *m_source;
-    QStringList m_otherDay;       ///< lines of a day that is not today
+    CJournalLines m_otherDay;     ///< lines of a day that is not today
     CProtocolSplitter m_splitter; ///< lists of the filtered and of the split view
     const QStringList *m_shown;   ///< the list that selection and search work on
     int m_receivedShift = 0;      ///< of the split view's panes, see Pane::shift

@@ -6,9 +6,9 @@
 
 #include <QScrollBar>
 
-const QStringList &CProtocolWidget::source() const
+const CJournalLines &CProtocolWidget::source() const
 {
-    return isToday() ? m_source->lines.list() : m_otherDay;
+    return isToday() ? m_source->lines : m_otherDay;
 }
 
 // The journal's own list is shown as it stands, without a copy, unless something is left out or parted.
@@ -31,7 +31,7 @@ CProtocolSplitter::Rules CProtocolWidget::rulesInForce() const
 void CProtocolWidget::showListAnew()
 {
     m_splitter.restart(rulesInForce());
-    m_shown = isFiltered() ? &m_splitter.received() : &source();
+    m_shown = isFiltered() ? &m_splitter.received() : &source().list();
     clearSelection();
     ++m_dirty;
     checkShowList();

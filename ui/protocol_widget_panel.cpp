@@ -155,7 +155,7 @@ void CProtocolWidget::slotProtocolOptionsChanged()
     m_showSplit = m_boxSplit->isChecked();
     m_showNational = national && m_boxNational->isChecked();
     const bool atEnd = m_bar->value() == m_bar->maximum();
-    const bool sameList = m_splitter.rules() == rulesInForce() && (m_shown == &source() || isFiltered());
+    const bool sameList = m_splitter.rules() == rulesInForce() && (m_shown == &source().list() || isFiltered());
     if (!sameList)
         showListAnew();
     updateRange(atEnd);

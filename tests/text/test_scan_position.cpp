@@ -20,6 +20,7 @@ private slots:
     void textOfTheSameLengthInTheSamePlaceIsAnother();
     void positionReachedBehindACutHoldsAgain();
     void positionsOfOneTextKnowTheirOwnPlaces();
+    void positionIsVoidInAnotherText();
     void forgottenPositionBeginsAtTheStart();
     void everyLookMayBeMadeToBeginAnew();
     void cutsLeaveTheirTexts();
@@ -126,6 +127,17 @@ void TestScanPosition::positionsOfOneTextKnowTheirOwnPlaces()
     first.reach(text, 1);
     QCOMPARE(first.in(text), 1);
     QVERIFY(!second.holds(text));
+}
+
+void TestScanPosition::positionIsVoidInAnotherText()
+{
+    CGrowingText text, other;
+    text.append("ПЕРВЫЙ");
+    other.append("ПЕРВЫЙ");
+    CScanPosition position;
+    position.reach(text, 4);
+    QVERIFY(!position.holds(other));
+    QCOMPARE(position.in(text), 4);
 }
 
 void TestScanPosition::forgottenPositionBeginsAtTheStart()

@@ -1,3 +1,4 @@
+#include "tests/support/sessions.h"
 #include "ui/protocol_splitter.h"
 
 #include <QtTest>
@@ -18,6 +19,14 @@ QStringList lines(const QStringList &texts)
     for (const QString &text : texts)
         result << line(text);
     return result;
+}
+
+/// Takes \a texts as a journal of their own.
+void take(CProtocolSplitter &splitter, const QStringList &texts)
+{
+    CJournalLines journal;
+    journal = lines(texts);
+    splitter.take(journal);
 }
 
 QString shown(const QStringList &texts)
@@ -119,7 +128,7 @@ private slots:
         QFETCH(QString, sent);
         CProtocolSplitter splitter;
         splitter.restart(rules(split, showInfo, width));
-        splitter.take(lines(journal));
+        take(splitter, journal);
         QCOMPARE(shown(splitter.received()), received);
         QCOMPARE(shown(splitter.sent()), sent);
     }
@@ -135,12 +144,12 @@ private slots:
         QFETCH(QString, sent);
         CProtocolSplitter splitter;
         splitter.restart(rules(split, showInfo, width));
-        QStringList growing;
+        CJournalLines growing;
         for (const QString &text : lines(journal)) {
             growing << QString();
             splitter.take(growing);
             for (const QChar c : text) {
-                growing.last() += c;
+                growing.extendLast(c);
                 splitter.take(growing);
             }
         }
@@ -154,6 +163,8 @@ private slots:
         QTest::newRow("shorter list") << QStringList{"\\1X>"};
         QTest::newRow("empty list") << QStringList();
         QTest::newRow("shorter last line") << QStringList{"\\1A>", "\\1B>", "\\1"};
+        QTest::newRow("other line between") << QStringList{"\\1A>", "\\1X>", "\\1CCC"};
+        QTest::newRow("other last line") << QStringList{"\\1A>", "\\1B>", "\\1XX"};
         QTest::newRow("other first line") << QStringList{"\\1Y>", "\\1B>", "\\1CCC>", "\\1D>"};
     }
     void anotherJournalBeginsFromItsStart()
@@ -162,10 +173,13 @@ private slots:
         CProtocolSplitter splitter, fresh;
         splitter.restart(rules(false, false, 0));
         fresh.restart(rules(false, false, 0));
-        splitter.take(lines({"\\1A>", "\\1B>", "\\1CC"}));
+        CJournalLines journal;
+        journal = lines({"\\1A>", "\\1B>", "\\1CC"});
+        splitter.take(journal);
         QCOMPARE(splitter.received().size(), 3);
-        splitter.take(lines(second));
-        fresh.take(lines(second));
+        journal = lines(second);
+        splitter.take(journal);
+        fresh.take(journal);
         QCOMPARE(splitter.received(), fresh.received());
     }
 
@@ -173,18 +187,55 @@ private slots:
     {
         CProtocolSplitter splitter;
         splitter.restart(rules(true, true, 2));
-        splitter.take(lines({"\\1ABC>", "\\2D>"}));
-        splitter.take(lines({"\\2XYZ>"}));
+        take(splitter, {"\\1ABC>", "\\2D>"});
+        take(splitter, {"\\2XYZ>"});
         QVERIFY(splitter.rules() == rules(true, true, 2));
         QCOMPARE(shown(splitter.received()), QString());
         QCOMPARE(shown(splitter.sent()), QString("\\2XY / \\2Z>"));
+    }
+
+    /// Random journals that grow, and now and then are others, under random rules.
+    void growthInAnyStepsEqualsACutFromTheStart()
+    {
+        const auto make = [](quint32 seed) {
+            QRandomGenerator random(seed);
+            Session session;
+            session.seed = seed;
+            const QStringList forms{"A",  "BC", ">",          "\1", "\2", "\3",
+                                    "\4", "<>", "12:00:00 X", "#",  "\7", "\n"};
+            for (int i = random.bounded(60); i >= 0; --i)
+                session.steps.append({Sessions::anyOf(forms, random), random.bounded(30), 0});
+            return session;
+        };
+        const auto run = [](const Session &session, bool naive) {
+            const int kind = int(session.seed % 12);
+            CJournalLines journal;
+            CProtocolSplitter splitter;
+            splitter.restart(rules(kind % 2 == 0, kind % 3 == 0, kind / 4 * 2));
+            QStringList all;
+            for (const Session::Step &step : session.steps) {
+                if (step.act == 1)
+                    journal = QStringList{step.text, step.text};
+                else if (journal.isEmpty() || step.act < 10)
+                    journal << step.text;
+                else
+                    journal.extendLast(step.text);
+                if (naive)
+                    splitter.restart(splitter.rules());
+                splitter.take(journal);
+                all << shown(splitter.received()) + " // " + shown(splitter.sent());
+            }
+            return all;
+        };
+        const QByteArray difference = Sessions::compare(Sessions::count(3000), make, run);
+        QVERIFY2(difference.isEmpty(), difference.constData());
     }
 
     void restartForgetsEverything()
     {
         CProtocolSplitter splitter;
         splitter.restart(rules(true, true, 0));
-        splitter.take(lines({"\\1A>", "\\2B"}));
+        take(splitter, {"\\1A>", "\\2B"});
         splitter.restart(rules(false, true, 5));
         QVERIFY(splitter.received().isEmpty());
         QVERIFY(splitter.sent().isEmpty());
