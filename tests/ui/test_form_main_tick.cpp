@@ -3,6 +3,7 @@
 #include "app/state.h"
 #include "link/prf_thread.h"
 #include "link/tlg_thread.h"
+#include "procedures/process_skk.h"
 #include "records/protocol.h"
 #include "tests/ui/station.h"
 #include "ui/form_main.h"
@@ -32,6 +33,7 @@ private slots:
     void idleHangUpComesAtItsSecond();
     void idleHangUpTellsOfAnOutgoingSendAlone_data();
     void idleHangUpTellsOfAnOutgoingSendAlone();
+    void idleSecondsOfRowZeroCountInACallToTheCentre();
     void idleSecondsOfRowZeroCountWithoutConnection();
     void idleSecondsRunOnInOtherProcedures();
 };
@@ -271,6 +273,24 @@ void TestFormMainTick::idleHangUpTellsOfAnOutgoingSendAlone()
     QCOMPARE(news.filter(QRegularExpression("Receive=|AutoMode|callNumberResult=|waitTimeAfter")).size(),
              lines);
     QCOMPARE(State.callDirection, 0);
+}
+
+// The other row is in force then, and its idle time does not act.
+void TestFormMainTick::idleSecondsOfRowZeroCountInACallToTheCentre()
+{
+    Station station(SKK, [] {
+        Options.SKKTiming[0].Idle_Time_Before_HangUp = 4;
+        Options.SKKTiming[1].Idle_Time_Before_HangUp = 2;
+    });
+    ProcessSKK.timing = &Options.SKKTiming[1];
+    State.callDirection = 2;
+    State.idleSeconds = 0;
+    station.tick(3);
+    QCOMPARE(State.idleSeconds, 3);
+    QVERIFY(station.desk.sent().isEmpty());
+    station.tick();
+    QCOMPARE(State.idleSeconds, 0);
+    QCOMPARE(station.desk.sent(), QStringLiteral("@H@H"));
 }
 
 void TestFormMainTick::idleSecondsOfRowZeroCountWithoutConnection()
