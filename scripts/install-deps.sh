@@ -4,7 +4,7 @@
 set -eu
 
 packages="
-    g++ cmake ninja-build ccache pkg-config git ca-certificates
+    g++ cmake ninja-build ccache mold pkg-config git ca-certificates
     qtbase5-dev libqt5serialport5-dev qtmultimedia5-dev libqt5multimedia5-plugins qttranslations5-l10n
     libbenchmark-dev faketime libfaketime
     xvfb openbox xdotool imagemagick xauth x11-utils
