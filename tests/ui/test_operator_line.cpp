@@ -4,7 +4,7 @@
 #include "procedures/process_direct.h"
 #include "records/send_model.h"
 #include "tests/ui/seat.h"
-#include "tools/linesim/peer.h"
+#include "tools/linesim/peer/peer.h"
 #include "ui/pick_file.h"
 
 #include <QClipboard>
