@@ -35,7 +35,10 @@ if [ -n "${fuzz:-}" ]; then
     exec ctest --test-dir "build/$preset" --output-on-failure -j2 -L long "$@"
 fi
 if [ -z "${bench:-}" ]; then
-    exec ctest --test-dir "build/$preset" --output-on-failure -j3 -LE "bench|day|long" "$@"
+    # Most tests wait rather than compute, see velda_pace() in tests/CMakeLists.txt; a sanitizer computes more.
+    share=6
+    [ "$preset" = debug ] || share=4
+    exec ctest --test-dir "build/$preset" --output-on-failure -j$((share * $(nproc))) -LE "bench|day|long" "$@"
 fi
 
 log=build/bench.log

@@ -172,7 +172,7 @@ void TestProgram::requestOfTheSystemEndsItInOrder()
     station.start();
     QTRY_VERIFY_WITH_TIMEOUT(isRunning(station), 20000);
     ::kill(pid_t(station.process.processId()), number);
-    QVERIFY(station.waitForEnd(20));
+    QVERIFY(station.waitForEnd(30));
     QVERIFY(station.endedWith(0));
     QVERIFY(station.logged("Выход"));
 }
@@ -263,7 +263,7 @@ void TestProgram::stopDialogueStartsTheNewInstanceOnceTheOldOneIsGone()
     QVERIFY(second.isRunning());
     QVERIFY(!QFile::exists(first.path("velda.lck"))); // it runs on without the lock
     second.terminate();
-    QVERIFY(second.waitForEnd(20));
+    QVERIFY(second.waitForEnd(30));
     QVERIFY(second.endedWith(0));
 }
 

@@ -8,7 +8,7 @@
 
 namespace
 {
-constexpr int StartMs = 10000;
+constexpr int StartMs = 30000;
 
 QByteArray contentOf(const QString &path)
 {
@@ -99,5 +99,5 @@ QString FarEnd::text() const
 bool FarEnd::quit()
 {
     command(QStringLiteral("quit"));
-    return waitForEnd(10) && endedWith(0);
+    return waitForEnd(30) && endedWith(0);
 }

@@ -31,7 +31,7 @@ public:
     /// Starts the program. Settings are written if there are none yet; a second start finds the former.
     void start();
     /// Ends it in order; true if it left with status 0 in time.
-    [[nodiscard]] bool end(int seconds = 20);
+    [[nodiscard]] bool end(int seconds = 30);
 
     [[nodiscard]] QString path(const QString &name = QString()) const;
     void write(const QString &name, const QByteArray &content) const; ///< a file, and its directories

@@ -33,5 +33,5 @@ QStringList SwitchEnd::violations() const
 bool SwitchEnd::quit()
 {
     command(QStringLiteral("quit"));
-    return waitForEnd(10) && endedWith(0);
+    return waitForEnd(30) && endedWith(0);
 }

@@ -95,7 +95,7 @@ void TestE2eCipher::silentPeerLeavesTheLinkPlain()
     station.useKey(QStringLiteral("1122"));
     station.callTo(farEnd.port);
     station.start();
-    QTRY_COMPARE_WITH_TIMEOUT(farEnd.bytes().size(), 5, 20000);
+    QTRY_COMPARE_WITH_TIMEOUT(farEnd.bytes().size(), 5, PatienceMs);
     QCOMPARE(farEnd.bytes().mid(1).toHex(), request.toHex());
 }
 
@@ -106,7 +106,7 @@ void TestE2eCipher::keyOfOneByteLeavesTheLinkPlain()
     station.useKey(QStringLiteral("11"));
     station.callTo(farEnd.port);
     station.start();
-    QTRY_COMPARE_WITH_TIMEOUT(farEnd.bytes().toHex(), request.toHex(), 20000);
+    QTRY_COMPARE_WITH_TIMEOUT(farEnd.bytes().toHex(), request.toHex(), PatienceMs);
 }
 
 void TestE2eCipher::otherProceduresStayPlain()
@@ -118,7 +118,7 @@ void TestE2eCipher::otherProceduresStayPlain()
     station.callTo(farEnd.port);
     station.write(QStringLiteral("out/20200101u001.200101_000000"), "|ZZ ");
     station.start();
-    QTRY_COMPARE_WITH_TIMEOUT(farEnd.bytes(), QByteArray("|ZZ "), 20000);
+    QTRY_COMPARE_WITH_TIMEOUT(farEnd.bytes(), QByteArray("|ZZ "), PatienceMs);
 }
 
 QTEST_GUILESS_MAIN(TestE2eCipher)

@@ -97,14 +97,14 @@ void TestE2eDay::midnightComesWhileATelegramIsOnTheWay()
     const QString text = telegram(QStringLiteral("ЧЕРЕЗ ПОЛНОЧЬ"), 300);
     station.write(QStringLiteral("out/20260731u001.260731_000000"), text.toUtf8());
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral("Отправка файла: ")), 20000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral("Отправка файла: ")), PatienceMs);
     farEnd.command(QStringLiteral("grant 30"));
-    QTRY_VERIFY_WITH_TIMEOUT(!farEnd.lines.filter(QStringLiteral("text: 30 ")).isEmpty(), 10000);
-    QTRY_VERIFY_WITH_TIMEOUT(!station.read(QStringLiteral("prt/20260801.prt")).isEmpty(), 20000);
+    QTRY_VERIFY_WITH_TIMEOUT(!farEnd.lines.filter(QStringLiteral("text: 30 ")).isEmpty(), PatienceMs);
+    QTRY_VERIFY_WITH_TIMEOUT(!station.read(QStringLiteral("prt/20260801.prt")).isEmpty(), PatienceMs);
     farEnd.command(QStringLiteral("windows on"));
-    QTRY_COMPARE_WITH_TIMEOUT(farEnd.telegrams(), QStringList(text), 20000);
+    QTRY_COMPARE_WITH_TIMEOUT(farEnd.telegrams(), QStringList(text), PatienceMs);
     QTRY_COMPARE_WITH_TIMEOUT(station.tree(QStringLiteral("out")),
-                              QStringList(QStringLiteral("20260801/20260731u001.260731_000000")), 10000);
+                              QStringList(QStringLiteral("20260801/20260731u001.260731_000000")), PatienceMs);
     QVERIFY(station.end());
 }
 
@@ -115,8 +115,9 @@ void TestE2eDay::startOnALaterDayChangesTheDay()
     station.write(QStringLiteral("velda_state.ini"),
                   "[STATE]\nYYYYMMDD=20260729\nPK_in=5\nPK_out=7\nEditorN=3\n");
     station.start();
-    QTRY_COMPARE_WITH_TIMEOUT(station.state(QStringLiteral("YYYYMMDD")), QStringLiteral("20260731"), 20000);
-    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral("Протокол открыт")), 10000);
+    QTRY_COMPARE_WITH_TIMEOUT(station.state(QStringLiteral("YYYYMMDD")), QStringLiteral("20260731"),
+                              PatienceMs);
+    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral("Протокол открыт")), PatienceMs);
     QCOMPARE(station.state(QStringLiteral("PK_in")), QStringLiteral("0"));
     QCOMPARE(station.state(QStringLiteral("PK_out")), QStringLiteral("0"));
     QCOMPARE(station.state(QStringLiteral("EditorN")), QStringLiteral("0"));
@@ -134,7 +135,8 @@ void TestE2eDay::clockSetBackChangesTheDay()
     station.write(QStringLiteral("prt/20260731.prt"), "\x03"
                                                       "12:00:00 Старое\n");
     station.start();
-    QTRY_COMPARE_WITH_TIMEOUT(station.state(QStringLiteral("YYYYMMDD")), QStringLiteral("20260730"), 20000);
+    QTRY_COMPARE_WITH_TIMEOUT(station.state(QStringLiteral("YYYYMMDD")), QStringLiteral("20260730"),
+                              PatienceMs);
     QVERIFY(station.end());
     QCOMPARE(station.state(QStringLiteral("PK_out")), QStringLiteral("0"));
     QCOMPARE(station.read(QStringLiteral("prt/20260731.prt")), QByteArray("\x03"
@@ -154,7 +156,7 @@ void TestE2eDay::offsetMovesMidnight()
     station.start();
     QTRY_COMPARE_WITH_TIMEOUT(
         atMidnight(station.journalOf(QStringLiteral("20260731")).filter(QStringLiteral("Смена суток"))),
-        QStringList(QStringLiteral("00:00:00 Смена суток")), 20000);
+        QStringList(QStringLiteral("00:00:00 Смена суток")), PatienceMs);
     QVERIFY(station.journalOf(QStringLiteral("20260731")).first().startsWith(QStringLiteral("23:59:5")));
     QVERIFY(station.end());
 }

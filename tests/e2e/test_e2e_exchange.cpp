@@ -112,7 +112,7 @@ void TestE2eExchange::twoWorkstationsExchangeTelegrams()
     server.write(QStringLiteral("out/") + queued1, fileOf(fromServer));
     client.write(QStringLiteral("out/") + queued1, fileOf(fromClient));
     server.start();
-    QTRY_VERIFY_WITH_TIMEOUT(server.logged(QStringLiteral("Ожидание подключения")), 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(server.logged(QStringLiteral("Ожидание подключения")), PatienceMs);
     client.start();
     QTRY_COMPARE_WITH_TIMEOUT(client.received(), QStringList(fromServer), 60000);
     QTRY_COMPARE_WITH_TIMEOUT(server.received(), QStringList(fromClient), 60000);
@@ -174,8 +174,8 @@ void TestE2eExchange::orderlyCloseInEachMode()
     station.set(QStringLiteral("CONNECT/processMode"), processMode);
     station.callTo(farEnd.port);
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(farEnd.has(QStringLiteral("ready:")), 20000);
-    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral(": Соединено ")), 20000);
+    QTRY_VERIFY_WITH_TIMEOUT(farEnd.has(QStringLiteral("ready:")), PatienceMs);
+    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral(": Соединено ")), PatienceMs);
     QVERIFY(station.end(10));
     const QStringList journal = station.journal();
     QVERIFY(journal.first().contains(
@@ -188,7 +188,7 @@ void TestE2eExchange::orderlyCloseInEachMode()
     QVERIFY(station.read(QStringLiteral("velda.ini")).contains("processMode=" + processMode.toLatin1()));
     QCOMPARE(station.state(QStringLiteral("YYYYMMDD")).size(), 8);
     QVERIFY(!QFile::exists(station.path(QStringLiteral("velda.lck"))));
-    QTRY_VERIFY_WITH_TIMEOUT(!farEnd.lines.filter(QStringLiteral("closed: ")).isEmpty(), 5000);
+    QTRY_VERIFY_WITH_TIMEOUT(!farEnd.lines.filter(QStringLiteral("closed: ")).isEmpty(), PatienceMs);
 }
 
 // With the channel open the centre is told, and five ticks are left for it.
@@ -199,9 +199,9 @@ void TestE2eExchange::closeWithAnOpenChannelSendsTheStop()
     station.set(QStringLiteral("CONNECT/processMode"), QStringLiteral("0"));
     station.callTo(farEnd.port);
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(farEnd.text().contains(QStringLiteral("|ЗЗ ")), 20000);
+    QTRY_VERIFY_WITH_TIMEOUT(farEnd.text().contains(QStringLiteral("|ЗЗ ")), PatienceMs);
     farEnd.command(QStringLiteral("text \\r\\nЗЦЗЦ СВЯЗЬ ОТКРЫТА НННН  \\r\\n"));
-    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral(" Состояние РБ")), 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral(" Состояние РБ")), PatienceMs);
     QVERIFY(station.end());
     QVERIFY(farEnd.text().endsWith(QStringLiteral("|ЗЦЗЦ КС СТОП НННН  ")));
     QCOMPARE(farEnd.text().count(QStringLiteral("СТОП")), 1);

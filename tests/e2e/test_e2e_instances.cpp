@@ -52,7 +52,7 @@ void TestE2eInstances::secondInstanceIsRefused()
     QVERIFY(m_screen.waitForWindow(box));
     QVERIFY(second.isRunning());
     m_screen.press(box, QStringLiteral("Return"));
-    QVERIFY(second.waitForEnd(10));
+    QVERIFY(second.waitForEnd(30));
     QVERIFY(second.endedWith(1));
     QVERIFY(first.isRunning());
     QCOMPARE(first.count(QStringLiteral(" Запуск ")), 1);
@@ -82,7 +82,7 @@ void TestE2eInstances::unansweredStopRequestIsAskedAgain()
     QVERIFY(m_screen.waitForWindow(question));
     QVERIFY(!QFile::exists(first.path(request)));
     m_screen.press(question, QStringLiteral("Escape"));
-    QVERIFY(second.waitForEnd(10));
+    QVERIFY(second.waitForEnd(30));
     QVERIFY(second.endedWith(1));
     QVERIFY(first.isRunning());
     QVERIFY(!first.logged(QStringLiteral("Запрос на остановку приложения")));
@@ -121,7 +121,7 @@ void TestE2eInstances::unwritableDataDirectoryIsRefused()
     station.start();
     QVERIFY(m_screen.waitForWindow(box));
     m_screen.press(box, QStringLiteral("Return"));
-    QVERIFY(station.waitForEnd(10));
+    QVERIFY(station.waitForEnd(30));
     QVERIFY(station.endedWith(1));
 }
 
@@ -133,7 +133,7 @@ void TestE2eInstances::crossHidesTheWindow()
     QVERIFY(m_screen.waitForWindow(window));
     QVERIFY(running(station));
     m_screen.press(window, QStringLiteral("alt+F4"));
-    QTRY_VERIFY_WITH_TIMEOUT(!m_screen.hasWindow(window), 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(!m_screen.hasWindow(window), PatienceMs);
     QTest::qWait(3000);
     QVERIFY(station.isRunning());
     QVERIFY(!station.logged(QStringLiteral(" Выход")));
@@ -150,11 +150,11 @@ void TestE2eInstances::operatorLeavesWithAltX()
     m_screen.press(window, QStringLiteral("alt+x"));
     QVERIFY(m_screen.waitForWindow(question));
     m_screen.press(question, QStringLiteral("Escape"));
-    QTRY_VERIFY_WITH_TIMEOUT(!m_screen.hasWindow(question), 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(!m_screen.hasWindow(question), PatienceMs);
     m_screen.press(window, QStringLiteral("alt+x"));
     QVERIFY(m_screen.waitForWindow(question));
     m_screen.press(question, QStringLiteral("Return"));
-    QVERIFY(station.waitForEnd(15));
+    QVERIFY(station.waitForEnd(30));
     QVERIFY(station.endedWith(0));
     QVERIFY(station.logged(QStringLiteral(" Выход")));
 }

@@ -47,19 +47,20 @@ void TestE2eLink::foreignPeerIsTurnedAway()
     Station station;
     station.listenOn(port);
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral("Ожидание подключения")), 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral("Ожидание подключения")), PatienceMs);
     FarEnd foreign(port, {QStringLiteral("--from"), QStringLiteral("127.0.0.2"), QStringLiteral("--retry"),
                           QStringLiteral("60000")});
     const QString prefix = QStringLiteral(" TcpServer (port:%1): ").arg(port);
     QTRY_VERIFY_WITH_TIMEOUT(station.logged(prefix + QStringLiteral("попытка соединения с IP 127.0.0.2")),
                              10000);
-    QTRY_VERIFY_WITH_TIMEOUT(!foreign.lines.filter(QStringLiteral("closed: ")).isEmpty(), 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(!foreign.lines.filter(QStringLiteral("closed: ")).isEmpty(), PatienceMs);
     QVERIFY(!station.logged(QStringLiteral("Подключение с IP")));
     QVERIFY(!station.logged(QStringLiteral("Соединено")));
 
     FarEnd admitted(port, {});
-    QTRY_VERIFY_WITH_TIMEOUT(station.logged(prefix + QStringLiteral("Подключение с IP 127.0.0.1")), 10000);
-    QTRY_VERIFY_WITH_TIMEOUT(station.logged(prefix + QStringLiteral("Соединено ")), 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.logged(prefix + QStringLiteral("Подключение с IP 127.0.0.1")),
+                             PatienceMs);
+    QTRY_VERIFY_WITH_TIMEOUT(station.logged(prefix + QStringLiteral("Соединено ")), PatienceMs);
 }
 
 // The timer starts with the peer's first byte; after the loss the client waits 10 seconds.
@@ -71,9 +72,9 @@ void TestE2eLink::silentPeerIsDropped()
     station.set(QStringLiteral("CONNECT/TimeOut"), QStringLiteral("3"));
     station.start();
     const QString prefix = QStringLiteral(" TCP (127.0.0.1:%1): ").arg(farEnd.port);
-    QTRY_VERIFY_WITH_TIMEOUT(station.logged(prefix + QStringLiteral("Таймаут SYN 3сек")), 15000);
-    QTRY_VERIFY_WITH_TIMEOUT(station.logged(prefix + QStringLiteral("Соединение закрыто")), 5000);
-    QTRY_COMPARE_WITH_TIMEOUT(station.count(prefix + QStringLiteral("Соединено ")), 2, 20000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.logged(prefix + QStringLiteral("Таймаут SYN 3сек")), PatienceMs);
+    QTRY_VERIFY_WITH_TIMEOUT(station.logged(prefix + QStringLiteral("Соединение закрыто")), PatienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(station.count(prefix + QStringLiteral("Соединено ")), 2, PatienceMs);
     const QList<int> waited =
         distances(station.journal()
                       .filter(QRegularExpression(QStringLiteral("Соединение закрыто|Соединено ")))
@@ -89,18 +90,18 @@ void TestE2eLink::silentCallerIsPolledThenDropped()
     station.listenOn(port);
     station.set(QStringLiteral("CONNECT/TimeOut"), QStringLiteral("4"));
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral("Ожидание подключения")), 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral("Ожидание подключения")), PatienceMs);
     QTcpSocket caller;
     caller.connectToHost(QHostAddress::LocalHost, port);
-    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral("Соединено ")), 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral("Соединено ")), PatienceMs);
     caller.write("\x16");
     QByteArray received;
     connect(&caller, &QTcpSocket::readyRead, &caller, [&] { received += caller.readAll(); });
-    QTRY_COMPARE_WITH_TIMEOUT(caller.state(), QAbstractSocket::UnconnectedState, 15000);
+    QTRY_COMPARE_WITH_TIMEOUT(caller.state(), QAbstractSocket::UnconnectedState, PatienceMs);
     QCOMPARE(received.toHex(), QByteArray("16bfbfbf"));
     QVERIFY(station.logged(QStringLiteral(" TcpServer (port:%1): Таймаут SYN 4сек").arg(port)));
     QTRY_VERIFY_WITH_TIMEOUT(
-        station.logged(QStringLiteral(" TcpServer (port:%1): Соединение закрыто").arg(port)), 5000);
+        station.logged(QStringLiteral(" TcpServer (port:%1): Соединение закрыто").arg(port)), PatienceMs);
 }
 
 void TestE2eLink::failedConnectionIsShownOnce()
@@ -110,7 +111,7 @@ void TestE2eLink::failedConnectionIsShownOnce()
     station.callTo(port);
     station.fakeTime(QStringLiteral("@2026-07-31 12:00:00 x60"));
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral(" TCP (127.0.0.1:%1):").arg(port)), 20000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral(" TCP (127.0.0.1:%1):").arg(port)), PatienceMs);
     // Four minutes hold the second attempt, at one, and the third, at three.
     QTest::qWait(4000);
     QCOMPARE(station.count(QStringLiteral(" TCP (127.0.0.1:%1):").arg(port)), 1);
@@ -147,9 +148,9 @@ void TestE2eLink::busyPortIsShownOnce()
     station.start();
     const QString failed =
         QStringLiteral(" TcpServer (port:%1): не удалось запустить ").arg(other.serverPort());
-    QTRY_VERIFY_WITH_TIMEOUT(station.logged(failed), 20000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.logged(failed), PatienceMs);
     other.close(); // the port is free at the next attempt, a minute later
-    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral("Ожидание подключения")), 20000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral("Ожидание подключения")), PatienceMs);
     QCOMPARE(station.count(failed), 1);
     QVERIFY(station.end());
 }
@@ -173,15 +174,15 @@ void TestE2eLink::nothingIsSentWithoutAWindow()
     station.callTo(farEnd.port);
     const QString text = telegram(QStringLiteral("ЖДЕТ ОКНА\r\n"));
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(farEnd.has(QStringLiteral("keep-alive: answered")), 20000);
+    QTRY_VERIFY_WITH_TIMEOUT(farEnd.has(QStringLiteral("keep-alive: answered")), PatienceMs);
     station.write(queueFile, text.toUtf8());
-    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral("Отправка файла: ")), 20000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral("Отправка файла: ")), PatienceMs);
     QTest::qWait(2000);
     QVERIFY(farEnd.lines.filter(QStringLiteral("text: ")).isEmpty());
     farEnd.command(QStringLiteral("grant 4"));
-    QTRY_VERIFY_WITH_TIMEOUT(farEnd.has(QStringLiteral("text: 4 ЗЦЗЦ")), 5000);
+    QTRY_VERIFY_WITH_TIMEOUT(farEnd.has(QStringLiteral("text: 4 ЗЦЗЦ")), PatienceMs);
     farEnd.command(QStringLiteral("windows on"));
-    QTRY_COMPARE_WITH_TIMEOUT(farEnd.telegrams(), QStringList(text), 20000);
+    QTRY_COMPARE_WITH_TIMEOUT(farEnd.telegrams(), QStringList(text), PatienceMs);
     QCOMPARE(farEnd.violations(), QStringList());
 }
 
@@ -192,14 +193,14 @@ void TestE2eLink::flowReportLimitsTheNextPiece()
     Station station;
     station.callTo(farEnd.port);
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(farEnd.has(QStringLiteral("keep-alive: answered")), 20000);
+    QTRY_VERIFY_WITH_TIMEOUT(farEnd.has(QStringLiteral("keep-alive: answered")), PatienceMs);
     station.write(queueFile, telegram(QStringLiteral("ПО ЧАСТЯМ"), 100).toUtf8());
-    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral("Отправка файла: ")), 20000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral("Отправка файла: ")), PatienceMs);
     farEnd.command(QStringLiteral("flow 7"));
     farEnd.command(QStringLiteral("grant 30"));
-    QTRY_VERIFY_WITH_TIMEOUT(farEnd.has(QStringLiteral("text: 3 ЗЦЗ")), 5000);
+    QTRY_VERIFY_WITH_TIMEOUT(farEnd.has(QStringLiteral("text: 3 ЗЦЗ")), PatienceMs);
     farEnd.command(QStringLiteral("grant 30"));
-    QTRY_COMPARE_WITH_TIMEOUT(farEnd.lines.filter(QStringLiteral("text: 30 ")).size(), 1, 5000);
+    QTRY_COMPARE_WITH_TIMEOUT(farEnd.lines.filter(QStringLiteral("text: 30 ")).size(), 1, PatienceMs);
     QCOMPARE(farEnd.violations(), QStringList());
 }
 

@@ -59,7 +59,7 @@ void TestE2eNoise::noiseIsSurvived()
     station.set(QStringLiteral("CONNECT/processMode"), processMode);
     station.callTo(farEnd.port);
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(farEnd.has(QStringLiteral("keep-alive: answered")), 20000);
+    QTRY_VERIFY_WITH_TIMEOUT(farEnd.has(QStringLiteral("keep-alive: answered")), PatienceMs);
     for (int block = 0; block < 20; ++block)
         farEnd.command(QStringLiteral("noise 500000 %1").arg(block));
     const auto taken = [&] {
@@ -81,7 +81,7 @@ void TestE2eNoise::floodIsSurvived()
     station.callTo(farEnd.port);
     const QString out = telegram(QStringLiteral("СКВОЗЬ ПОТОК\r\n"));
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(farEnd.has(QStringLiteral("keep-alive: answered")), 20000);
+    QTRY_VERIFY_WITH_TIMEOUT(farEnd.has(QStringLiteral("keep-alive: answered")), PatienceMs);
     farEnd.command(QStringLiteral("flood 3000000"));
     station.write(queued, out.toUtf8());
     verifyReady(station, farEnd, out);
@@ -97,11 +97,11 @@ void TestE2eNoise::halfCommandEndsWithItsConnection()
     station.callTo(farEnd.port);
     station.fakeTime(QStringLiteral("@2026-07-31 12:00:00 x4"));
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(farEnd.has(QStringLiteral("keep-alive: answered")), 20000);
+    QTRY_VERIFY_WITH_TIMEOUT(farEnd.has(QStringLiteral("keep-alive: answered")), PatienceMs);
     farEnd.command(QStringLiteral("half-command"));
     QTest::qWait(500);
     farEnd.command(QStringLiteral("close"));
-    QTRY_COMPARE_WITH_TIMEOUT(farEnd.lines.filter(QStringLiteral("connected: ")).size(), 2, 20000);
+    QTRY_COMPARE_WITH_TIMEOUT(farEnd.lines.filter(QStringLiteral("connected: ")).size(), 2, PatienceMs);
     const QString out = telegram(QStringLiteral("ДАЛЕЕ\r\n"));
     station.write(queued, out.toUtf8());
     verifyReady(station, farEnd, out);

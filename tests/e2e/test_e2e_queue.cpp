@@ -38,7 +38,7 @@ void TestE2eQueue::vanishedFileHoldsUpTheQueueUntilTheNextScan()
     station.write(QStringLiteral("out/20260731u002.260731_120011"), text.toUtf8());
     station.start();
     // The first scan, three seconds after the start, finds both.
-    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral(": Соединено ")), 20000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral(": Соединено ")), PatienceMs);
     QTest::qWait(1500);
     QVERIFY(QFile::remove(station.path(QStringLiteral("out/20260731u001.260731_120010"))));
     QTRY_COMPARE_WITH_TIMEOUT(farEnd.telegrams(), QStringList(text), 40000);
@@ -72,7 +72,7 @@ void TestE2eQueue::emptyFileIsSent()
     station.write(QStringLiteral("out/") + first, QByteArray());
     station.write(QStringLiteral("out/") + second, text.toUtf8());
     station.start();
-    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral(" Отправка файла: ") + first), 20000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral(" Отправка файла: ") + first), PatienceMs);
     QTRY_COMPARE_WITH_TIMEOUT(farEnd.telegrams(), QStringList(text), 40000);
     QTRY_COMPARE_WITH_TIMEOUT(station.names(QStringLiteral("out"), QStringLiteral("*u*")), QStringList(),
                               10000);
@@ -92,7 +92,7 @@ void TestE2eQueue::fileOfFiveMegabytesLeavesTheProgramReady()
     QTRY_VERIFY_WITH_TIMEOUT(farEnd.text().contains(QStringLiteral("СТРОКА 0003")), 40000);
     const QString in = telegram(QStringLiteral("МЕЖДУ ТЕМ\r\n"));
     farEnd.send(in);
-    QTRY_COMPARE_WITH_TIMEOUT(station.received(), QStringList(in), 20000);
+    QTRY_COMPARE_WITH_TIMEOUT(station.received(), QStringList(in), PatienceMs);
     if (!isSanitized())
         QVERIFY(highestResidentKilobytes(station.process.processId()) < 150000);
     QVERIFY(station.end());
@@ -129,7 +129,7 @@ void TestE2eQueue::sentFileThatCannotBeMovedStopsTheQueue()
     station.write(QStringLiteral("out/") + second, telegram(QStringLiteral("ВТОРАЯ\r\n")).toUtf8());
     station.start();
     QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral(" Ошибка переименования")), 30000);
-    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral(" Установлен РУЧНОЙ режим")), 5000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral(" Установлен РУЧНОЙ режим")), PatienceMs);
     QTest::qWait(4000);
     QCOMPARE(farEnd.telegrams().size(), 1);
     const QStringList both = {first, second};

@@ -1,0 +1,60 @@
+#include "tests/e2e/adapter_station.h"
+
+#include <QtTest>
+
+namespace
+{
+const QString clockSetting = QStringLiteral("@2026-07-31 12:00:00 x5");
+} // namespace
+
+AdapterStation::AdapterStation(const FarEnd &farEnd) : m_farEnd(farEnd)
+{
+    useAdapter(farEnd.ports);
+    fakeTime(clockSetting);
+}
+
+AdapterStation::~AdapterStation()
+{
+    if (QTest::currentTestFailed())
+        qWarning("%s\n---\n%s", qPrintable(journal().join(QLatin1Char('\n'))),
+                 qPrintable(m_farEnd.lines.join(QLatin1Char('\n'))));
+}
+
+void AdapterStation::queue(const QString &text) const
+{
+    write(QStringLiteral("out/") + queueName(), QString(QLatin1String("\r\n") + text).toUtf8());
+}
+
+int AdapterStation::connections() const
+{
+    return m_farEnd.lines.count(QStringLiteral("ready:"));
+}
+
+// The workstation has two seconds for its answers, ten under the clock.
+FarEnd::Adapter AdapterStation::adapterOf(const QString &firmware, const QStringList &more)
+{
+    return {firmware, clockSetting, QStringList{QStringLiteral("--answer"), QStringLiteral("10000")} + more};
+}
+
+QString AdapterStation::queueName()
+{
+    return QStringLiteral("20200101u001.200101_000000");
+}
+
+void AdapterStation::generations()
+{
+    QTest::addColumn<QString>("firmware");
+    QTest::addColumn<QString>("version");
+    QTest::newRow("without echo") << "old"
+                                  << "20231110";
+    QTest::newRow("with echo") << "new"
+                               << "20231111";
+}
+
+void verifyOrderlyEnd(Station &station, FarEnd &farEnd)
+{
+    QVERIFY(station.end());
+    QTRY_VERIFY(!farEnd.lines.filter(QStringLiteral("closed")).isEmpty());
+    QCOMPARE(farEnd.violations(), QStringList());
+    QVERIFY(farEnd.quit());
+}
