@@ -9,6 +9,7 @@
 # What stands behind the option goes to ctest, as in: ./test.sh --asan -R journal
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")"
+. scripts/clean-environment.sh
 
 preset=debug
 case "${1:-}" in
@@ -19,7 +20,6 @@ case "${1:-}" in
     --bench) preset=release; shift; bench=yes ;;
 esac
 
-. scripts/clean-environment.sh
 scripts/install-deps.sh
 . scripts/build-environment.sh
 build "$preset"
