@@ -112,6 +112,7 @@ void FormMain::setPrfInterface()
 {
     for (QWidget *control : {inputToPerforatorButton, editorToPerforatorButton, editorFromPerforatorButton})
         control->setVisible(Options.usePrf);
+    sizeStrip(); // a line more, or less, where the states stand below
 }
 
 void FormMain::checkOperatorList()

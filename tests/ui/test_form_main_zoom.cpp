@@ -210,6 +210,11 @@ private slots:
         QCOMPARE(boxes[2]->width(), 800);
         QCOMPARE(boxes[1]->geometry().right(), 799);
         QCOMPARE(station.form->strip->height(), boxes[2]->geometry().bottom() + 1);
+        const int withPerforator = boxes[2]->height();
+        Options.usePrf = false;
+        station.form->setPrfInterface();
+        Zoomed::settle();
+        QVERIFY(boxes[2]->height() < withPerforator);
         // On a wide screen the three stand side by side again, each of the first two with its width.
         const int large = CUtils::txtGUIWidth(24, station.form->font());
         station.form->resize(3 * large + 10, 700);

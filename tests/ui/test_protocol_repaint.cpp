@@ -21,6 +21,8 @@ public:
         font.setPointSize(points);
         Options.protocolFont = font;
         view->initFont();
+        // The screen takes a picture of as many pixels as the view has units.
+        view->resize(view->size() * qApp->devicePixelRatio());
         show();
         view->reset();
         QCoreApplication::processEvents();
@@ -30,6 +32,13 @@ public:
     {
         QCoreApplication::processEvents();
         return view->screen()->grabWindow(view->winId()).toImage().convertToFormat(QImage::Format_RGB32);
+    }
+    /// A rectangle of the view in the pixels of its picture, with those that it shares.
+    [[nodiscard]] QRect pixelsOf(const QRect &rect) const
+    {
+        const qreal ratio = view->devicePixelRatioF();
+        return QRectF(rect.x() * ratio, rect.y() * ratio, rect.width() * ratio, rect.height() * ratio)
+            .toAlignedRect();
     }
     /// The same after a repaint of everything.
     [[nodiscard]] QImage fresh() const
@@ -41,11 +50,13 @@ public:
 
 QString firstDifference(const QImage &left, const QImage &right)
 {
+    if (left == right)
+        return {};
     for (int y = 0; y < left.height(); ++y)
         for (int x = 0; x < left.width(); ++x)
             if (left.pixel(x, y) != right.pixel(x, y))
                 return QStringLiteral("differs at %1, %2").arg(x).arg(y);
-    return left.size() == right.size() ? QString() : QStringLiteral("differs in size");
+    return QStringLiteral("differs in size");
 }
 } // namespace
 
@@ -114,7 +125,7 @@ private slots:
         const QImage without = roll.shown();
         roll.view->setCursorEnable(true);
         const QImage with = roll.shown();
-        const QRect row = roll.view->lineRect(Log.lines.size() - 1);
+        const QRect row = roll.pixelsOf(roll.view->lineRect(Log.lines.size() - 1));
         QVERIFY(without.copy(row) != with.copy(row));
         QImage cleared = with;
         for (int y = row.top(); y <= row.bottom(); ++y)
