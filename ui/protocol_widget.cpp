@@ -15,6 +15,10 @@
 
 namespace
 {
+// The tallest and the deepest ones. In some sizes of some fonts they leave the row, and always where another
+// font lends its letters to one that has no Cyrillic ones.
+const QString LettersThatReachOut = QStringLiteral("ЙЁЩДЦйщфрgjpqyQ|_@()[]{}ÅÄӨҖҢ№$,;");
+
 bool changesTab(const QKeyEvent *event)
 {
     return event->modifiers().testFlag(Qt::ControlModifier) &&
@@ -66,6 +70,10 @@ void CProtocolWidget::takeMetrics()
     const QFontMetrics metrics(font());
     m_lineSpacing = qMax(1, metrics.lineSpacing());
     m_charWidth = qMax(1, metrics.maxWidth());
+    const QRect ink = metrics.tightBoundingRect(LettersThatReachOut);
+    const int shared = devicePixelRatioF() > 1 ? 1 : 0; // a pixel that belongs to two rows
+    m_inkAbove = qMax(0, shared - (metrics.ascent() + ink.top()));
+    m_inkBelow = qMax(0, metrics.ascent() + ink.bottom() + 1 + shared - m_lineSpacing);
 }
 
 // A panel that grows or shrinks moves every line. A key that its controls have left alone ends here: at the

@@ -147,6 +147,8 @@ private:
     void alignPanes();
     [[nodiscard]] int lastPosition() const;
     void updateRange(bool toEnd);
+    [[nodiscard]] QRect rowRect(const Pane &pane, int row) const;
+    [[nodiscard]] QRect withInk(const QRect &row) const;
     void clearSelection();
 
     // Feeding
@@ -201,6 +203,8 @@ private:
     QPen m_penPendingSend; ///< in the send buffer
     QColor m_ground;
     int m_lineSpacing = 1;
+    int m_inkAbove = 0; ///< by which letters of the font reach out of their row
+    int m_inkBelow = 0;
     int m_charWidth = 1; ///< of the widest character
 
     QScrollBar *m_bar = nullptr;

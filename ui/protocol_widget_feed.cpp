@@ -74,7 +74,8 @@ void CProtocolWidget::updateLastRows()
         return updateAll();
     QRegion rows;
     for (const Pane &pane : panes())
-        rows += lastRowRect(pane);
+        if (const QRect row = lastRowRect(pane); row.isValid())
+            rows += withInk(row) & pane.area;
     if (isLastString())
         update(rows);
 }
@@ -84,5 +85,5 @@ QRect CProtocolWidget::lastRowRect(const Pane &pane) const
     const int row = qMax(0, pane.lines->size() - 1) - pane.top;
     if (row >= rowsOfPane())
         return {};
-    return {pane.area.left(), pane.area.top() + row * m_lineSpacing, pane.area.width(), m_lineSpacing};
+    return rowRect(pane, row);
 }

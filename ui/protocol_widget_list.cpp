@@ -123,13 +123,23 @@ QRect CProtocolWidget::textArea() const
     return {0, top, qMax(0, width() - m_bar->width()), qMax(0, height() - top)};
 }
 
+QRect CProtocolWidget::rowRect(const Pane &pane, int row) const
+{
+    const int top = pane.area.top() + m_inkAbove + row * m_lineSpacing;
+    return {pane.area.left(), top, pane.area.width(), m_lineSpacing};
+}
+
+QRect CProtocolWidget::withInk(const QRect &row) const
+{
+    return row.adjusted(0, -m_inkAbove, 0, m_inkBelow);
+}
+
 QRect CProtocolWidget::lineRect(int line) const
 {
     for (const Pane &pane : panes()) {
         const int row = line - pane.top;
         if (pane.lines == m_shown && row >= 0 && row < rowsOfPane())
-            return {pane.area.left(), pane.area.top() + row * m_lineSpacing, pane.area.width(),
-                    m_lineSpacing};
+            return rowRect(pane, row);
     }
     return {};
 }

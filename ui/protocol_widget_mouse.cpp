@@ -19,7 +19,7 @@ int CProtocolWidget::lineAt(const QPoint &point) const
     for (const Pane &pane : panes()) {
         if (pane.lines != m_shown)
             continue;
-        const int row = qBound(0, (point.y() - pane.area.top()) / m_lineSpacing, rowsOfPane() - 1);
+        const int row = qBound(0, (point.y() - rowRect(pane, 0).top()) / m_lineSpacing, rowsOfPane() - 1);
         return pane.top + row < pane.lines->size() ? pane.top + row : -1;
     }
     return -1;

@@ -29,14 +29,6 @@ template <class Shared> QString headOf(const Shared &shared)
     const QMutexLocker lock(&shared.mutex);
     return shared.text.left(Columns);
 }
-
-// From a row's top to its base line: in some sizes of some fonts "_" would hang out of the row's bottom, and
-// a whole row is lifted by as much.
-int rowAscent(const QFontMetrics &metrics)
-{
-    const QRect ink = metrics.tightBoundingRect(Cursor);
-    return qMin(metrics.ascent(), metrics.lineSpacing() - 1 - ink.bottom());
-}
 } // namespace
 
 void CProtocolWidget::initPallette()
@@ -107,18 +99,17 @@ void CProtocolWidget::paintEvent(QPaintEvent *event)
 void CProtocolWidget::paintPane(QPainter &painter, const Pane &pane, const QRegion &region,
                                 bool withPending) const
 {
-    const int ascent = rowAscent(painter.fontMetrics());
+    painter.setClipRect(pane.area);
+    const int ascent = painter.fontMetrics().ascent();
     const int left = pane.area.left() + LeftMargin;
     const int count = pane.lines->size();
     for (int row = 0; row < rowsOfPane(); ++row) {
-        const QRect place(pane.area.left(), pane.area.top() + row * m_lineSpacing, pane.area.width(),
-                          m_lineSpacing);
+        const QRect place = rowRect(pane, row);
         const int line = pane.top + row;
         if (line >= qMax(count, 1))
             break;
-        if (!region.intersects(place))
+        if (!region.intersects(withInk(place)))
             continue;
-        painter.setClipRect(place & pane.area); // a letter that reaches out would stay when its row goes
         if (pane.lines == m_shown && line >= m_firstSelected && line <= m_lastSelected)
             painter.fillRect(place, SelectedGround);
         const int baseline = place.top() + ascent;
@@ -150,7 +141,9 @@ void CProtocolWidget::paintPending(QPainter &painter, int x, int baseline) const
     if (!hasFocus() || !m_cursorEnabled)
         return;
     painter.setPen(m_inputStopped ? m_penError : m_penSent);
-    painter.drawText(x, baseline, Cursor);
+    const QFontMetrics metrics = painter.fontMetrics();
+    const int depth = metrics.ascent() + metrics.tightBoundingRect(Cursor).bottom() + 1; // from the row's top
+    painter.drawText(x, baseline - qMax(0, depth - m_lineSpacing), Cursor); // never below its row
 }
 
 int CProtocolWidget::paintPendingText(QPainter &painter, const QString &text, int x, int baseline) const

@@ -134,6 +134,31 @@ private slots:
         QCOMPARE(firstDifference(cleared, without), QString());
     }
 
+    void lettersAreShownFromTopToBottom_data() { rowPaintedAloneFitsToTheRest_data(); }
+    void lettersAreShownFromTopToBottom()
+    {
+        QFETCH(QString, family);
+        QFETCH(int, points);
+        const Screen roll(family, points);
+        Log.lines = QStringList{mark(ProtocolReceived) + "ЙЩ_", QString()};
+        roll.view->setDate(Time.date);
+        const QImage picture = roll.shown();
+        const qreal ratio = roll.view->devicePixelRatioF();
+        const QRect area = roll.pixelsOf(roll.view->textArea());
+        const QRgb ground = picture.pixel(area.right() - 5, area.top() + 5);
+        int first = -1, last = -1;
+        for (int y = area.top(); y < picture.height(); ++y)
+            for (int x = area.left(); x < area.left() + 200; ++x)
+                if (picture.pixel(x, y) != ground) {
+                    first = first < 0 ? y : first;
+                    last = y;
+                }
+        const QRect ink = QFontMetrics(roll.view->font()).tightBoundingRect(QStringLiteral("ЙЩ_"));
+        QVERIFY(first >= 0);
+        QVERIFY2(last - first + 1 >= (ink.height() - 1) * ratio,
+                 qPrintable(QString::number(last - first + 1)));
+    }
+
     void zoomLeavesNoCursorBehind()
     {
         const Screen roll("Monospace", 6);
