@@ -24,14 +24,6 @@ COperatorParts COperatorParts::takeHead(int n)
     return head;
 }
 
-void COperatorParts::putHead(const COperatorParts &head, int n)
-{
-    const QVector<Part> behind = std::exchange(m_parts, head.m_parts);
-    limitTo(n);
-    for (const Part &part : behind)
-        add(part.begin + n, part.end + n);
-}
-
 void COperatorParts::limitTo(int size)
 {
     while (!m_parts.isEmpty() && m_parts.last().begin >= size)

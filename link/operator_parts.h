@@ -12,8 +12,6 @@ public:
     void add(int begin, int end);
     /// The first \a n characters leave the text; what is known of them is returned.
     [[nodiscard]] COperatorParts takeHead(int n);
-    /// \a n characters with the parts \a head come back in front of the text.
-    void putHead(const COperatorParts &head, int n);
     /// The text has no more than \a size characters; what was known of those behind them is forgotten.
     void limitTo(int size);
     /// \a text with CR and LF where the operator's parts show them as "<" and ">".

@@ -53,13 +53,6 @@ LineChunk CTlgString::takeChunk(int n)
     return chunk;
 }
 
-void CTlgString::putBack(const LineChunk &chunk)
-{
-    operatorParts.limitTo(text.size());
-    text.prepend(chunk.text);
-    operatorParts.putHead(chunk.operatorParts, chunk.text.size());
-}
-
 LineChunk CTlgString::holdHead(int n)
 {
     m_held = qBound(0, n, text.size());

@@ -33,8 +33,6 @@ struct CTlgString {
     [[nodiscard]] QString getDataAndClear(int n);
     /// The same, and whose text they are.
     [[nodiscard]] LineChunk takeChunk(int n);
-    /// Puts a chunk that was taken back to the head.
-    void putBack(const LineChunk &chunk);
     /// Returns the first \a n characters (all if there are fewer), which stay until dropHeld().
     [[nodiscard]] LineChunk holdHead(int n);
     /// Removes what is still there of the characters that holdHead() returned.

@@ -61,6 +61,7 @@ void CTlgThread::runClient(QTcpSocket &socket, const QString &prefix)
     loop.agreeKey();
     loop.run();
     sleep(1);
+    loop.finish();
     socket.close();
     connected = false;
     if (!stopRequested)

@@ -13,7 +13,8 @@
 using namespace TcpProtocol;
 
 CTcpLoop::CTcpLoop(CTlgThread &thread, QTcpSocket &socket, const QString &prefix, Role role)
-    : stream(thread), m_thread(thread), m_socket(socket), m_prefix(prefix), m_role(role)
+    : stream(thread), m_thread(thread), m_socket(socket), m_delivery(thread, socket), m_prefix(prefix),
+      m_role(role)
 {
     m_socket.setSocketOption(QAbstractSocket::LowDelayOption, 1);
     m_socket.setReadBufferSize(ReadSlice);
@@ -87,7 +88,7 @@ bool CTcpLoop::secondPassed()
     m_thread.secondTick = false;
     if (m_thread.protectedMode)
         m_thread.protectedSeconds.add(1);
-    return true;
+    return m_delivery.secondPassed() || sendingFailed();
 }
 
 // Reading stops while the program does not take what has come, or the peer not what it is answered. TCP then
@@ -114,21 +115,30 @@ void CTcpLoop::receive()
     write(stream.take(m_socket.readAll()));
 }
 
+// Nothing is taken off the peer's window while the chunk before is on its way.
 bool CTcpLoop::send()
 {
-    if (m_thread.sendBuffer.mIsEmpty() || m_socket.bytesToWrite() >= UnsentBytesLimit)
+    m_delivery.update();
+    if (m_thread.sendBuffer.mIsEmpty())
+        return true;
+    if (m_delivery.onItsWay() && m_socket.state() != QAbstractSocket::ConnectedState)
+        return sendingFailed();
+    if (!m_delivery.ready())
         return true;
     const LineChunk chunk = stream.nextChunk();
     if (chunk.text.isEmpty())
         return true;
-    if (!write(stream.encoded(chunk))) {
-        m_thread.returnToSendBuffer(chunk);
-        m_thread.connected = false;
-        m_thread.setState(m_prefix + QStringLiteral(": Ошибка отправки данных"));
-        return false;
-    }
-    m_thread.chunkSent(chunk.text);
+    if (!write(stream.encoded(chunk)))
+        return sendingFailed();
+    m_delivery.sent(chunk.text);
     return true;
+}
+
+bool CTcpLoop::sendingFailed()
+{
+    m_thread.connected = false;
+    m_thread.setState(m_prefix + QStringLiteral(": Ошибка отправки данных"));
+    return false;
 }
 
 bool CTcpLoop::write(const QByteArray &bytes)
@@ -136,6 +146,7 @@ bool CTcpLoop::write(const QByteArray &bytes)
     if (bytes.isEmpty())
         return true;
     const bool taken = m_socket.write(bytes) == bytes.size();
+    m_delivery.wrote(bytes.size());
     m_socket.flush();
     return taken && m_socket.state() == QAbstractSocket::ConnectedState;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "link/tcp_delivery.h"
 #include "link/tcp_stream.h"
 
 class QTcpSocket;
@@ -23,6 +24,8 @@ public:
     void run();
     /// One pass of run(); false if it found a reason to leave.
     [[nodiscard]] bool pass();
+    /// Settles, before the socket closes, what is still on its way.
+    void finish() { m_delivery.finish(); }
 
     CTcpStream stream;
 
@@ -34,9 +37,11 @@ private:
     void receive();
     [[nodiscard]] bool send();
     bool write(const QByteArray &bytes);
+    [[nodiscard]] bool sendingFailed(); ///< always false
 
     CTlgThread &m_thread;
     QTcpSocket &m_socket;
+    CTcpDelivery m_delivery;
     QString m_prefix;
     Role m_role;
 };

@@ -64,6 +64,7 @@ void CTlgThread::runServer(QTcpSocket &socket, const QString &prefix)
     loop.agreeKey();
     loop.run();
     sleep(1);
+    loop.finish();
     closeAndWait(socket);
     connected = false;
     if (!stopRequested)

@@ -153,8 +153,8 @@ LineChunk CTcpStream::nextChunk()
     const QString &waiting = m_thread.sendBuffer.text;
     const int mark = waiting.indexOf(QLatin1Char(CommandMark));
     if (mark == 0)
-        return m_thread.sendBuffer.takeChunk(CTlgThread::loopCmdLength(waiting));
-    return m_thread.sendBuffer.takeChunk(mark < 0 ? limit : std::min(limit, mark));
+        return m_thread.sendBuffer.holdHead(CTlgThread::loopCmdLength(waiting));
+    return m_thread.sendBuffer.holdHead(mark < 0 ? limit : std::min(limit, mark));
 }
 
 QByteArray CTcpStream::encoded(const LineChunk &chunk) const

@@ -18,8 +18,8 @@ public:
     /// Takes the bytes of one read, hands their text on, and returns the answers owed to the peer. Starts
     /// the silence timer anew. An incomplete command at the end is kept for the next read.
     [[nodiscard]] QByteArray take(const QByteArray &bytes);
-    /// Takes the next chunk off the send buffer: one whole command, or text up to the next command within
-    /// what the peer grants. Empty if nothing may go now.
+    /// Holds the next chunk at the head of the send buffer: one whole command, or text up to the next command
+    /// within what the peer grants. Empty if nothing may go now. It stays there until chunkSent().
     [[nodiscard]] LineChunk nextChunk();
     /// The bytes of a chunk as they go on the wire, the operator's line ends as CR and LF.
     [[nodiscard]] QByteArray encoded(const LineChunk &chunk) const;

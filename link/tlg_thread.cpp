@@ -151,17 +151,16 @@ void CTlgThread::reportEvents()
         emit signalOnSended();
 }
 
+// The log comes first: who finds the buffer empty finds all of its text logged.
 void CTlgThread::chunkSent(const QString &chunk)
 {
     if (!protectedMode)
         sentLog.mAppend(chunk);
+    {
+        const QMutexLocker lock(&sendBuffer.mutex);
+        sendBuffer.dropHeld();
+    }
     sentEvents.add(1);
     if (!sentLog.mIsEmpty())
         sentEvents.add(1);
-}
-
-void CTlgThread::returnToSendBuffer(const LineChunk &chunk)
-{
-    const QMutexLocker lock(&sendBuffer.mutex);
-    sendBuffer.putBack(chunk);
 }

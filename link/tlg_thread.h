@@ -74,10 +74,8 @@ public:
     void setState(const QString &text);
     /// Sends the signals that texts taken and sent have earned since the last call.
     void reportEvents();
-    /// Notes a chunk that has gone to the line.
+    /// Notes a chunk that has gone to the line, and drops it where the send buffer still holds it.
     void chunkSent(const QString &chunk);
-    /// Puts a chunk that did not get out back to the head of the send buffer.
-    void returnToSendBuffer(const LineChunk &chunk);
     [[nodiscard]] QPair<QString, int> tcpPeer() const;
     [[nodiscard]] int silenceLimit() const;   ///< seconds, option TimeOut
     [[nodiscard]] QString channelKey() const; ///< option key

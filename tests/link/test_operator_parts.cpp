@@ -13,7 +13,6 @@ private slots:
     void onlyTheOperatorsSignsAreLineEnds();
     void headTakesItsOwnersAlong();
     void cutWithinAPartGivesBothAShare();
-    void headPutBackIsAsBefore();
     void shorterTextForgetsTheRest();
     void withdrawnTextLeavesNoOwner();
     void textEmptiedByHandLeavesNoOwner();
@@ -45,11 +44,6 @@ struct Owned {
         owners.remove(0, n);
         return head;
     }
-    void putBack(const Owned &head)
-    {
-        text.prepend(head.text);
-        owners.prepend(head.owners);
-    }
     [[nodiscard]] QString withLineEnds() const
     {
         QString result = text;
@@ -75,8 +69,8 @@ public:
         case 1:
         case 2: return append();
         case 3:
-        case 4: return take();
-        case 5: return putBack();
+        case 4:
+        case 5: return take();
         case 6: return m_random.bounded(6) == 0 ? withdraw() : append();
         default: return m_held == 0 ? hold() : drop();
         }
@@ -117,14 +111,6 @@ private:
         m_modelOut << m_model.takeHead(n);
         m_held = qMax(0, m_held - n);
         acts << QString("take %1").arg(n);
-    }
-    void putBack()
-    {
-        if (m_out.isEmpty() || m_held > 0) // a link either holds or takes
-            return;
-        buffer.putBack(m_out.takeLast());
-        m_model.putBack(m_modelOut.takeLast());
-        acts << QString("put back");
     }
     void hold()
     {
@@ -189,19 +175,6 @@ void TestOperatorParts::cutWithinAPartGivesBothAShare()
     const COperatorParts head = parts.takeHead(3);
     QCOMPARE(owners(head, 5), QByteArray("poopp"));
     QCOMPARE(owners(parts, 3), QByteArray("oop"));
-}
-
-void TestOperatorParts::headPutBackIsAsBefore()
-{
-    COperatorParts parts;
-    parts.add(0, 1);
-    parts.add(3, 6);
-    for (int n = 0; n <= 7; ++n) {
-        COperatorParts rest = parts;
-        const COperatorParts head = rest.takeHead(n);
-        rest.putHead(head, n);
-        QCOMPARE(owners(rest, 7), QByteArray("oppooop"));
-    }
 }
 
 void TestOperatorParts::shorterTextForgetsTheRest()

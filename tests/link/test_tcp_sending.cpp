@@ -35,10 +35,11 @@ private slots:
     void onlyTheCentreModeCiphers();
     void sentChunkIsLoggedAndCounted();
     void guaranteedTransferKeepsTextOutOfTheLog();
-    void refusedChunkReturnsToTheHead();
+    void chunkStaysUntilItIsSent();
+    void chunkThatWasWithdrawnIsLoggedAllTheSame();
     void operatorsLineEndsAreCrAndLf();
     void procedureMeansTheSignsThemselves();
-    void refusedChunkKeepsItsOwners();
+    void chunkThatStaysKeepsItsOwners();
     void everyCutKeepsTheOwners_data();
     void everyCutKeepsTheOwners();
 };
@@ -59,7 +60,13 @@ struct Near {
         thread.peerWindow = qMax(0, window);
     }
     QString left() { return thread.sendBuffer.mGet(); }
-    QString next() { return stream.nextChunk().text; }
+    /// The next chunk, which arrives at once.
+    QString next()
+    {
+        const QString chunk = stream.nextChunk().text;
+        thread.sendBuffer.dropHeld();
+        return chunk;
+    }
     /// The bytes of a text that a procedure wrote.
     [[nodiscard]] QByteArray encoded(const char *text) const { return stream.encoded({qs(text), {}}); }
     CTlgThread thread;
@@ -293,12 +300,26 @@ void TestTcpSending::guaranteedTransferKeepsTextOutOfTheLog()
     QCOMPARE(near.thread.sentLog.mGet(), qs("ДО"));
 }
 
-void TestTcpSending::refusedChunkReturnsToTheHead()
+void TestTcpSending::chunkStaysUntilItIsSent()
 {
     Near near(letters(40));
     const LineChunk chunk = near.stream.nextChunk();
-    near.thread.returnToSendBuffer(chunk);
     QCOMPARE(near.left(), letters(40));
+    QCOMPARE(near.stream.nextChunk().text, chunk.text); // as the next link would find it
+    near.thread.chunkSent(chunk.text);
+    QCOMPARE(near.left(), letters(40).mid(32));
+    QCOMPARE(near.thread.sentLog.mGet(), letters(32));
+}
+
+void TestTcpSending::chunkThatWasWithdrawnIsLoggedAllTheSame()
+{
+    Near near(letters(40));
+    const LineChunk chunk = near.stream.nextChunk();
+    QCOMPARE(near.thread.sendBuffer.mTake(), letters(40));
+    near.thread.sendBuffer.mAppend(letters(40));
+    near.thread.chunkSent(chunk.text);
+    QCOMPARE(near.left(), letters(40));
+    QCOMPARE(near.thread.sentLog.mGet(), letters(32));
 }
 
 void TestTcpSending::operatorsLineEndsAreCrAndLf()
@@ -317,12 +338,12 @@ void TestTcpSending::procedureMeansTheSignsThemselves()
     QCOMPARE(near.stream.encoded(near.stream.nextChunk()), QByteArray("\x80<>\r\n"));
 }
 
-void TestTcpSending::refusedChunkKeepsItsOwners()
+void TestTcpSending::chunkThatStaysKeepsItsOwners()
 {
     Near near{QString()};
     near.thread.sendBuffer.mAppend(qs("<"));
     near.thread.sendBuffer.mAppendOperators(qs("<"));
-    near.thread.returnToSendBuffer(near.stream.nextChunk());
+    QCOMPARE(near.stream.encoded(near.stream.nextChunk()), QByteArray("<\r"));
     near.thread.sendBuffer.mAppend(qs("<"));
     QCOMPARE(near.stream.encoded(near.stream.nextChunk()), QByteArray("<\r<"));
 }
@@ -351,6 +372,7 @@ void TestTcpSending::everyCutKeepsTheOwners()
         const LineChunk chunk = near.stream.nextChunk();
         wire += near.stream.encoded(chunk);
         journal += chunk.text;
+        near.thread.sendBuffer.dropHeld();
     }
     QCOMPARE(wire, QByteArray("A<B>\r\n@H\r\nC\r>@C<>\r\n\r\n"));
     QCOMPARE(journal, qs("A<B><>@H<>C<>@C<>\r\n<>"));
