@@ -30,10 +30,11 @@ int AdapterStation::connections() const
     return m_farEnd.lines.count(QStringLiteral("ready:"));
 }
 
-// The workstation has two seconds for its answers, ten under the clock.
+// The workstation has five seconds for its answers, on a machine that is busy with others: twenty-five under
+// the clock.
 FarEnd::Adapter AdapterStation::adapterOf(const QString &firmware, const QStringList &more)
 {
-    return {firmware, clockSetting, QStringList{QStringLiteral("--answer"), QStringLiteral("10000")} + more};
+    return {firmware, clockSetting, QStringList{QStringLiteral("--answer"), QStringLiteral("25000")} + more};
 }
 
 QString AdapterStation::queueName()
