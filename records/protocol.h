@@ -39,10 +39,10 @@ public:
     /// Opens the book of the clock's date and reads what it holds.
     void Load();
     /// Brings the file to the state of the list; an append, if the file is what the last Save() left. If it
-    /// is not, and with rewriteAll, the file is compared: one that holds the head of the list is continued,
-    /// any other is replaced whole through a temporary file. What cannot be written now is not reported and
-    /// is written by a later call. With the option protocolFileNoClose the file stays open, and what is new
-    /// reaches the disk at the first Save() after flushRequested.
+    /// is not, and with rewriteAll, the file is compared: one that reads like the head of the list is
+    /// continued, any other is replaced whole through a temporary file. What Load() has read counts as
+    /// written. What cannot be written now is written by a later call. With the option protocolFileNoClose
+    /// the file stays open, and what is new reaches the disk at the first Save() after flushRequested.
     void Save();
     /// Hands to the disk what the book that is kept open still holds back. What fails is made good by the
     /// next Save().
@@ -70,7 +70,8 @@ signals:
 public:
     QString fileName = QStringLiteral("startup.prt"); ///< path of today's book
     QFile file;                                       ///< the book while it is kept open
-    bool rewriteAll = false;     ///< the next Save() looks at the whole file, then closes it
+    bool rewriteAll = false; ///< the next Save() looks at the whole file, then closes it
+    QString writeError;      ///< why the disk did not take what Save() or flush() gave it last; empty: it did
     bool flushRequested = false; ///< the next Save() flushes the book that is kept open
     CJournalLines lines;         ///< today's; only the last one may grow. Nobody keeps a copy of it or of
                                  ///< its last line: each character added would then copy it
@@ -93,7 +94,9 @@ private:
         CScanPosition line; ///< the last line that the file holds
         int chars = 0;      ///< and how much of it
         qint64 bytes = 0;
-        QDateTime stamp; ///< the file's time of change when it was last closed
+        bool ended = false;  ///< and a line feed behind it
+        bool closed = false; ///< what the list adds to this line cannot be added there
+        QDateTime stamp;     ///< the file's time of change when it was last closed
     };
 
     void beginLine(QChar c, ProtocolTypes type);
@@ -107,6 +110,8 @@ private:
     bool bringUpToDate();
     bool matchFile();
     bool appendNew();
+    bool appendToFile(const QByteArray &bytes);
+    bool flushed(QFile &book);
     void closeFile();
     void noteWritten(qint64 bytes);
     void noteStamp();

@@ -1,44 +1,86 @@
 // The journal's file. A day's list reaches megabytes while each Save() has a few characters to add, so what
 // the last Save() left is remembered and only the rest is written. If the list has done anything but grow, or
-// the file is not what was left, the whole file is compared with the whole list.
+// the file is not what was left, the whole file is compared with the whole list. A file that was read counts
+// as written as it stands, whatever white space the list has lost of it: a second copy of a day may have no
+// room.
 
 #include "app/clock.h"
 #include "app/options.h"
 #include "app/state.h"
+#include "records/ordinary_file.h"
 #include "records/protocol.h"
 #include "records/whole_file.h"
 
 #include <QDir>
 #include <QFileInfo>
 
+#include <optional>
+
 namespace
 {
 constexpr QIODevice::OpenMode AtEnd = QIODevice::WriteOnly | QIODevice::Append;
-
-bool appendBytes(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    return file.open(AtEnd) && file.write(bytes) == bytes.size() && file.flush();
-}
-
-/// True if the file is missing, or an ordinary one that holds the head of \a whole; its size is \a size.
-bool holdsHead(const QString &path, const QByteArray &whole, qint64 &size)
-{
-    const QFileInfo present(path);
-    size = present.size();
-    if (!present.exists())
-        return true;
-    QFile file(path);
-    if (!present.isFile() || size > whole.size() || !file.open(QIODevice::ReadOnly))
-        return false;
-    const QByteArray held = file.readAll();
-    return held.size() == size && whole.startsWith(held);
-}
 
 /// A torn line may hold zeros: it ends at the first.
 QString lineText(const QByteArray &bytes)
 {
     return QString::fromUtf8(bytes.constData()).trimmed();
+}
+
+bool readsLike(const QByteArray &held, const QString &line)
+{
+    return held == line.toUtf8() || lineText(held) == line.trimmed();
+}
+
+/// What a file lacks of a list.
+struct Rest {
+    QByteArray bytes;
+    bool ended = false; ///< the file ends with the line feed that the list has not come to
+};
+
+/// The rest of \a lines behind \a held; nothing if that does not read like their head.
+std::optional<Rest> restBehind(const QByteArray &held, const QStringList &lines)
+{
+    int line = 0, from = 0;
+    for (int end = held.indexOf('\n'); end >= 0; end = held.indexOf('\n', from)) {
+        if (line >= lines.size() || !readsLike(held.mid(from, end - from), lines.at(line)))
+            return std::nullopt;
+        ++line;
+        from = end + 1;
+    }
+    const QByteArray cut = held.mid(from);
+    if (line == lines.size())
+        return cut.isEmpty() ? std::optional(Rest{{}, line > 0}) : std::nullopt;
+    const QByteArray whole = lines.at(line).toUtf8();
+    if (!whole.startsWith(cut) && !readsLike(cut, lines.at(line)))
+        return std::nullopt;
+    Rest rest;
+    if (whole.startsWith(cut))
+        rest.bytes = whole.mid(cut.size());
+    for (++line; line < lines.size(); ++line)
+        rest.bytes += '\n' + lines.at(line).toUtf8();
+    return rest;
+}
+
+/// The content of a file; none is as good as an empty one. Nothing if what stands there is no file.
+std::optional<QByteArray> heldBy(const QString &path)
+{
+    QFile file(path);
+    if (!QFileInfo::exists(path))
+        return QByteArray();
+    if (!openOrdinary(file, QIODevice::ReadOnly))
+        return std::nullopt;
+    return file.readAll();
+}
+
+/// The lines from where \a book stands; \a last is how the last one stands there.
+QStringList linesOf(QFile &book, QByteArray &last)
+{
+    QStringList lines;
+    while (!book.atEnd()) {
+        last = book.readLine();
+        lines << lineText(last);
+    }
+    return lines;
 }
 } // namespace
 
@@ -50,13 +92,9 @@ QString CProtocol::pathForDate(const QDate &date)
 
 QStringList CProtocol::readLines(const QString &path)
 {
-    QStringList read;
-    QFile file(path);
-    if (!QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
-        return read;
-    while (!file.atEnd())
-        read << lineText(file.readLine());
-    return read;
+    QFile book(path);
+    QByteArray last;
+    return openOrdinary(book, QIODevice::ReadOnly) ? linesOf(book, last) : QStringList();
 }
 
 void CProtocol::setFileDate(const QDate &date)
@@ -68,8 +106,18 @@ void CProtocol::Load()
 {
     closeFile(); // what it has not flushed yet is to be read, too
     setFileDate(Time.date);
-    lines = readLines(fileName);
     m_written = Written();
+    QFile book(fileName);
+    if (openOrdinary(book, QIODevice::ReadOnly)) {
+        QByteArray last;
+        lines = linesOf(book, last);
+        noteWritten(book.pos());
+        noteStamp();
+        m_written.ended = last.endsWith('\n');
+        m_written.closed = !lines.isEmpty() && last != lines.last().toUtf8();
+    } else {
+        lines.clear();
+    }
     emit Changed();
 }
 
@@ -77,6 +125,7 @@ void CProtocol::Save()
 {
     const bool keepOpen = Options.protocolFileNoClose;
     const bool whole = rewriteAll;
+    writeError.clear();
     if (file.isOpen() && flushRequested)
         file.flush();
     if (!keepOpen || whole || file.fileName() != fileName || (flushRequested && !diskAsWritten()))
@@ -89,7 +138,7 @@ void CProtocol::Save()
 
     if (!keepOpen || whole || m_written.path.isEmpty())
         closeFile();
-    else if (flushRequested && !file.flush())
+    else if (flushRequested && !flushed(file))
         closeFile();
     if (keepOpen)
         flushRequested = false;
@@ -98,7 +147,16 @@ void CProtocol::Save()
 void CProtocol::flush()
 {
     if (file.isOpen())
-        (void)file.flush();
+        (void)flushed(file);
+}
+
+/// Looks at a write to \a book, whether it is on the disk.
+bool CProtocol::flushed(QFile &book)
+{
+    if (book.error() == QFileDevice::NoError && book.flush())
+        return true;
+    writeError = book.errorString();
+    return false;
 }
 
 bool CProtocol::bringUpToDate()
@@ -111,21 +169,35 @@ bool CProtocol::bringUpToDate()
     return appendNew();
 }
 
-/// Makes the file equal to the list, whatever it holds.
+/// Makes the file read like the list, whatever it holds.
 bool CProtocol::matchFile()
 {
     if (!QFileInfo(QFileInfo(fileName).path()).isDir())
         return false; // a drive that is gone: not worth joining a day for each character
-    const QByteArray whole = lines.join(QLatin1Char('\n')).toUtf8();
-    qint64 present = 0;
-    const bool done = holdsHead(fileName, whole, present) ? appendBytes(fileName, whole.mid(int(present)))
-                                                          : replaceWholeFile(fileName, whole);
-    if (done) {
-        m_written = Written();
-        noteWritten(whole.size());
-        noteStamp();
+    const std::optional<QByteArray> held = heldBy(fileName);
+    const std::optional<Rest> rest = held ? restBehind(*held, lines) : std::nullopt;
+    const QByteArray whole = rest ? QByteArray() : lines.join(QLatin1Char('\n')).toUtf8();
+    if (rest && !appendToFile(rest->bytes))
+        return false;
+    if (!rest && !replaceWholeFile(fileName, whole)) {
+        if (held)
+            writeError = QStringLiteral("файл не заменен");
+        return false;
     }
-    return done;
+    m_written = Written();
+    noteWritten(rest ? held->size() + rest->bytes.size() : whole.size());
+    m_written.ended = m_written.closed = rest && rest->ended;
+    noteStamp();
+    return true;
+}
+
+bool CProtocol::appendToFile(const QByteArray &bytes)
+{
+    QFile book(fileName);
+    if (!openOrdinary(book, AtEnd))
+        return false;
+    book.write(bytes);
+    return flushed(book);
 }
 
 bool CProtocol::appendNew()
@@ -135,11 +207,16 @@ bool CProtocol::appendNew()
         if (fresh.isEmpty() && !Options.protocolFileNoClose)
             return true;
         file.setFileName(fileName);
-        if (!file.open(AtEnd))
+        if (!file.open(AtEnd)) // it has just been seen to be an ordinary one
             return false;
     }
-    if (file.write(fresh) != fresh.size())
+    file.write(fresh);
+    if (Options.protocolFileNoClose ? file.error() != QFileDevice::NoError : !flushed(file)) {
+        writeError = file.errorString();
         return false;
+    }
+    if (!fresh.isEmpty())
+        m_written.ended = m_written.closed = false;
     noteWritten(m_written.bytes + fresh.size());
     return true;
 }
@@ -152,7 +229,7 @@ QByteArray CProtocol::newBytes() const
     QByteArray bytes = lines.at(last).midRef(m_written.chars).toUtf8();
     for (int line = last + 1; line < lines.size(); ++line)
         bytes += '\n' + lines.at(line).toUtf8();
-    return bytes;
+    return m_written.ended ? bytes.mid(1) : bytes;
 }
 
 void CProtocol::noteWritten(qint64 bytes)
@@ -172,6 +249,8 @@ bool CProtocol::listAsWritten() const
         return true;
     const QString &line = lines.at(m_written.line.in(lines));
     const int chars = m_written.chars;
+    if (m_written.closed && chars != line.size())
+        return false;
     // Half of a surrogate pair was written as a replacement.
     return chars == 0 || chars == line.size() || !line.at(chars - 1).isHighSurrogate();
 }

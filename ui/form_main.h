@@ -227,6 +227,8 @@ public:
     bool receiving = false;     ///< received text is being taken further down the stack
     QString receivedBlock;      ///< text taken from the link thread and not yet cut apart
 
+    bool journalFailureTold = false; ///< in the present outage
+
 private:
     // Construction
     void buildPalettes();
@@ -257,6 +259,7 @@ private:
     void startOnFirstTick();
     void checkStopFile();
     void requestFlush();
+    void tellJournalFailure();
     void showTrayIcon();
     [[nodiscard]] int trayIconIndex();
     void showStripOnTick();

@@ -33,6 +33,7 @@ void FormMain::slot_on_1sec()
     TlgThread.slotOnSec();
     protocolWidget->setInputStopped(!TlgThread.linkUp());
     requestFlush();
+    tellJournalFailure();
     showTrayIcon();
     ++State.secondsSinceTx;
     ++State.secondsSinceRx;
@@ -85,6 +86,19 @@ void FormMain::requestFlush()
     }
     Log.flushRequested = true;
     Log.flush(); // the next line may be hours away
+}
+
+/// The book lives on in memory, and a program that ended now would lose it. The operator can make room.
+void FormMain::tellJournalFailure()
+{
+    if (!Log.writeError.isEmpty())
+        Log.Save(); // there may be room by now
+    const bool failing = !Log.writeError.isEmpty();
+    if (failing && !journalFailureTold) {
+        const QString text = QStringLiteral("Протокол не записывается на диск: ") + Log.writeError;
+        Log.addCacheServiceString(text, ProtocolError, true);
+    }
+    journalFailureTold = failing;
 }
 
 void FormMain::showTrayIcon()

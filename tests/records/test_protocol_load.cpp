@@ -11,7 +11,11 @@ class TestProtocolLoad : public QObject
 private slots:
     void saveAfterLoadContinuesTheFile_data() { twoModes(); }
     void saveAfterLoadContinuesTheFile();
-    void saveAfterLoadReplacesAFileThatReadsOtherwise();
+    void saveAfterLoadContinuesWhateverLoadTrimmed_data();
+    void saveAfterLoadContinuesWhateverLoadTrimmed();
+    void endOfTheRunContinuesWhateverLoadTrimmed_data() { twoModes(); }
+    void endOfTheRunContinuesWhateverLoadTrimmed();
+    void textThatGoesOnWithAnEndedLineReplacesTheFile();
     void readBackItHasOneEmptyLastLineAtMost();
     void loadReadsWhatWasNotFlushedYet();
     void loadTrimsItsLines_data();
@@ -37,16 +41,68 @@ void TestProtocolLoad::saveAfterLoadContinuesTheFile()
     QCOMPARE(node(desk), first);
 }
 
-void TestProtocolLoad::saveAfterLoadReplacesAFileThatReadsOtherwise()
+void TestProtocolLoad::saveAfterLoadContinuesWhateverLoadTrimmed_data()
 {
+    QTest::addColumn<bool>("keepOpen");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QByteArray>("between"); // the file's content and the new line
+    for (const bool keepOpen : {false, true}) {
+        const char *mode = keepOpen ? "kept open" : "closed";
+        QTest::addRow("%s, a blank at a line's end", mode)
+            << keepOpen << QByteArray("\00312:00:00 Соединено \n") << QByteArray();
+        QTest::addRow("%s, blanks and a carriage return", mode)
+            << keepOpen << QByteArray("\1A \r\n\1B\n") << QByteArray();
+        QTest::addRow("%s, torn behind a blank", mode)
+            << keepOpen << QByteArray("\1A \n\1B ") << QByteArray("\n");
+        QTest::addRow("%s, torn in a letter", mode)
+            << keepOpen << QByteArray("\1A \n\1Б").left(6) << QByteArray("\n");
+        QTest::addRow("%s, zeros", mode) << keepOpen << QByteArray("\1A\0B\n", 5) << QByteArray();
+    }
+}
+
+void TestProtocolLoad::saveAfterLoadContinuesWhateverLoadTrimmed()
+{
+    QFETCH(bool, keepOpen);
+    QFETCH(QByteArray, content);
+    QFETCH(QByteArray, between);
     Desk desk;
-    desk.write(Today, "\1A \r\n\1B");
+    Options.protocolFileNoClose = keepOpen;
+    desk.write(Today, content);
     const ino_t first = node(desk);
     Log.Load();
     Log.addServiceString(text("Запуск"), ProtocolInfo);
-    QCOMPARE(desk.read(Today), QByteArray("\1A\n\1B\n\3Запуск\n"));
-    QVERIFY(node(desk) != first);
-    QCOMPARE(desk.names("prt"), QStringList{"20260731.prt"}); // nothing temporary is left
+    saveAndFlush();
+    QCOMPARE(desk.read(Today), content + between + "\3Запуск\n");
+    Log.add(text("А\n"), ProtocolSent);
+    saveAndFlush();
+    QCOMPARE(desk.read(Today), content + between + "\3Запуск\n\2А>\n");
+    QCOMPARE(node(desk), first); // no room was needed for a second copy
+}
+
+void TestProtocolLoad::endOfTheRunContinuesWhateverLoadTrimmed()
+{
+    QFETCH(bool, keepOpen);
+    Desk desk;
+    Options.protocolFileNoClose = keepOpen;
+    desk.write(Today, "\1A \r\n\1B\n");
+    const ino_t first = node(desk);
+    Log.Load();
+    Log.addServiceString(text("Соединено "), ProtocolInfo);
+    Log.addServiceString(text("Выход"), ProtocolInfo);
+    Log.rewriteAll = true;
+    Log.Save();
+    QVERIFY(!Log.rewriteAll);
+    QCOMPARE(desk.read(Today), QByteArray("\1A \r\n\1B\n\3Соединено \n\3Выход\n"));
+    QCOMPARE(node(desk), first);
+}
+
+void TestProtocolLoad::textThatGoesOnWithAnEndedLineReplacesTheFile()
+{
+    Desk desk;
+    desk.write(Today, "\1A \n\1B\n");
+    Log.Load();
+    Log.add("C", ProtocolReceived);
+    QCOMPARE(desk.read(Today), QByteArray("\1A\n\1BC"));
 }
 
 void TestProtocolLoad::readBackItHasOneEmptyLastLineAtMost()
@@ -96,7 +152,7 @@ void TestProtocolLoad::loadTrimsItsLines()
     Log.Load();
     QCOMPARE(Log.lines, lines);
     Log.Save();
-    QCOMPARE(desk.read(Today), lines.join('\n').toUtf8());
+    QCOMPARE(desk.read(Today), content); // counts as written
 }
 
 void TestProtocolLoad::loadEmptiesTheListIfThereIsNoFile()

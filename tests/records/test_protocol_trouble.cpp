@@ -31,6 +31,8 @@ private slots:
     void fullDiskInTheMiddleOfASaveIsMadeGoodByTheNext_data();
     void fullDiskInTheMiddleOfASaveIsMadeGoodByTheNext();
     void fullDiskDuringAReplacementLeavesTheOldFile();
+    void fullDiskAfterALoadIsMadeGoodByTheNextSave_data() { twoModes(); }
+    void fullDiskAfterALoadIsMadeGoodByTheNextSave();
     void failedRewriteAllIsTriedAgain();
     void killAtAnyMomentLosesNoLineOnDisk_data() { twoModes(); }
     void killAtAnyMomentLosesNoLineOnDisk();
@@ -86,6 +88,7 @@ void TestProtocolTrouble::missingDirectoryLeavesTheListInMemory()
     addAndFlush(text("В"));
     QCOMPARE(Log.lines, QStringList({text("\2АБ>"), text("\2В")})); // and no line reports it
     QVERIFY(!Log.file.isOpen());
+    QVERIFY(Log.writeError.isEmpty());
     QVERIFY(QDir().mkdir(desk.path("prt")));
     addAndFlush(text("Г"));
     QCOMPARE(desk.read(Today), QByteArray("\2АБ>\n\2ВГ"));
@@ -141,17 +144,43 @@ void TestProtocolTrouble::fullDiskInTheMiddleOfASaveIsMadeGoodByTheNext()
 void TestProtocolTrouble::fullDiskDuringAReplacementLeavesTheOldFile()
 {
     Desk desk;
-    const QByteArray foreign = "\1A \n" + QByteArray(3000, 'B'); // read back without the blank
-    desk.write(Today, foreign);
-    Log.Load();
+    const QByteArray foreign = QByteArray(3000, 'B');
+    Log.add(text("А"), ProtocolSent);
+    writeFromOutside(desk, foreign);
     {
-        const FileSizeLimit full{1000};
-        Log.addServiceString(text("Запуск"), ProtocolInfo);
+        const FileSizeLimit full{1};
+        Log.addServiceString(text("Событие"), ProtocolInfo);
         QCOMPARE(desk.read(Today), foreign);
         QCOMPARE(desk.names("prt"), QStringList{"20260731.prt"});
+        QVERIFY(!Log.writeError.isEmpty());
     }
     Log.Save();
-    QCOMPARE(desk.read(Today), "\1A\n" + QByteArray(3000, 'B') + "\n\3Запуск\n");
+    QVERIFY(Log.writeError.isEmpty());
+    QCOMPARE(desk.read(Today), QByteArray("\2А\n\3Событие\n"));
+}
+
+void TestProtocolTrouble::fullDiskAfterALoadIsMadeGoodByTheNextSave()
+{
+    QFETCH(bool, keepOpen);
+    Desk desk;
+    Options.protocolFileNoClose = keepOpen;
+    const QByteArray day = "\1A \n" + QByteArray(3000, 'B') + "\n"; // read back without the blank
+    desk.write(Today, day);
+    const ino_t first = node(desk);
+    Log.Load();
+    {
+        const FileSizeLimit full{3010};
+        Log.flushRequested = true;
+        Log.addServiceString(text("Запуск"), ProtocolInfo);
+        QVERIFY(desk.read(Today).startsWith(day));
+        QVERIFY(!Log.writeError.isEmpty());
+        saveAndFlush(); // still full
+        QVERIFY(!Log.writeError.isEmpty());
+    }
+    saveAndFlush();
+    QVERIFY(Log.writeError.isEmpty());
+    QCOMPARE(desk.read(Today), day + "\3Запуск\n");
+    QCOMPARE(node(desk), first);
 }
 
 void TestProtocolTrouble::failedRewriteAllIsTriedAgain()
@@ -234,9 +263,11 @@ void TestProtocolTrouble::tornAndForeignFilesLoad()
     desk.write(Today, content);
     Log.Load();
     QCOMPARE(Log.lines.size(), lines);
+    const bool goesOn = Log.lines.last().isEmpty(); // with what stands there as zeros or a line feed
     Log.addServiceString(text("Запуск"), ProtocolInfo);
-    QCOMPARE(desk.read(Today), Log.lines.join('\n').toUtf8());
-    QVERIFY(desk.read(Today).endsWith("\3Запуск\n"));
+    const QByteArray written = desk.read(Today);
+    QVERIFY(goesOn ? written == Log.lines.join('\n').toUtf8() : written.startsWith(content));
+    QVERIFY(written.endsWith("\3Запуск\n"));
 }
 
 QTEST_GUILESS_MAIN(TestProtocolTrouble)

@@ -5,6 +5,7 @@
 #include "link/tlg_thread.h"
 #include "procedures/process_skk.h"
 #include "records/protocol.h"
+#include "tests/support/full_disk.h"
 #include "tests/ui/station.h"
 #include "ui/form_main.h"
 #include "ui/protocol_widget.h"
@@ -27,6 +28,7 @@ private slots:
     void journalIsAskedToFlush();
     void lastLineOfAQuietNightIsOnTheDisk_data();
     void lastLineOfAQuietNightIsOnTheDisk();
+    void fullDiskIsToldOnceForEachOutage();
     void queueIsScannedWhenTheCountdownHasRunOut();
     void scanTimeoutOutOfRangeScansEachTick();
     void ageOfModeStopsAfterADay();
@@ -175,6 +177,26 @@ void TestFormMainTick::lastLineOfAQuietNightIsOnTheDisk()
     QVERIFY(!onDisk());
     station.tick();
     QVERIFY(onDisk()); // without another line
+}
+
+void TestFormMainTick::fullDiskIsToldOnceForEachOutage()
+{
+    Station station(Direct);
+    State.scanCountdown = 1000;
+    const auto told = [] { return Log.lines.filter(QStringLiteral("Протокол не записывается на диск: ")); };
+    for (int outage = 1; outage <= 2; ++outage) {
+        {
+            const FullDisk full;
+            Log.addServiceString(QStringLiteral("событие"), ProtocolInfo);
+            station.tick(3);
+            QCOMPARE(told().size(), outage);
+            QCOMPARE(told().last().at(0), QChar(ProtocolError));
+        }
+        station.tick(); // there is room again
+        QCOMPARE(station.desk.read(QStringLiteral("prt/20260731.prt")), Log.lines.join('\n').toUtf8());
+    }
+    station.tick(3);
+    QCOMPARE(told().size(), 2);
 }
 
 void TestFormMainTick::queueIsScannedWhenTheCountdownHasRunOut()
