@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/abonent.h"
+#include "app/relaxed.h"
 
 #include <QFont>
 #include <QList>
@@ -192,7 +193,7 @@ public:
     bool limitProtocolStringWidth = false;
     int protocolStringWidth = 69; ///< characters
     bool debugMode = false;
-    int nationalLanguageUse = 0; ///< 0 none, 1 Tatar, 2 Georgian, 4 Armenian
+    Relaxed<int> nationalLanguageUse = 0; ///< 0 none, 1 Tatar, 2 Georgian, 4 Armenian; the link reads it too
     bool enableProtectedSend = false;
 
     // ABONENTS, ABONENTLISTS

@@ -19,6 +19,11 @@ void read(const QVariant &value, int &field)
     field = value.toInt();
 }
 
+void read(const QVariant &value, Relaxed<int> &field)
+{
+    field = value.toInt();
+}
+
 void read(const QVariant &value, bool &field)
 {
     field = value.toBool();

@@ -11,6 +11,11 @@ QVariant stored(const QFont &font)
     return font.toString();
 }
 
+QVariant stored(const Relaxed<int> &number)
+{
+    return number.load();
+}
+
 template <class T> QVariant stored(const T &value)
 {
     return QVariant::fromValue(value);

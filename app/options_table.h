@@ -7,8 +7,9 @@
 
 /// velda.ini as data: which key fills which field. The order is that of reading and of writing.
 
-using SettingField = std::variant<int COptions::*, bool COptions::*, QString COptions::*,
-                                  QStringList COptions::*, QRect COptions::*, QFont COptions::*>;
+using SettingField =
+    std::variant<int COptions::*, Relaxed<int> COptions::*, bool COptions::*, QString COptions::*,
+                 QStringList COptions::*, QRect COptions::*, QFont COptions::*>;
 
 enum class SettingUse {
     ReadAndWrite,

@@ -19,8 +19,9 @@ class QTcpSocket;
 /// Text is internal telegram text with CR and LF; "@" begins a control command in both directions.
 ///
 /// The settings that a connection works with (address, port, adapter and what it reads of Options) are
-/// copies under settingsMutex: calls of the main thread write them, the link thread reads them. Only
-/// Options.processMode is read where it stands, as it never changes in a run.
+/// copies under settingsMutex: calls of the main thread write them, the link thread reads them. Two are read
+/// where they stand: Options.processMode, as it never changes in a run, and Options.nationalLanguageUse, a
+/// plain word of both threads as is the code table that goes with it.
 class CTlgThread : public QThread
 {
     Q_OBJECT

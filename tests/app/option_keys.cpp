@@ -6,7 +6,7 @@
 #include <QStringList>
 
 // clang-format off
-#define FIELD(name) [] { return QVariant::fromValue(Options.name); }
+#define FIELD(name) [] { return QVariant::fromValue(plain(Options.name)); }
 #define TIMING(row, name) [] { return QVariant::fromValue(Options.SKKTiming[row].name); }
 #define PAIR(key, fallback, entry) \
     {"DORAL/" key "_0", fallback, 41, TIMING(0, entry), nullptr}, \
@@ -14,6 +14,16 @@
 
 namespace
 {
+template <class T> const T &plain(const T &field)
+{
+    return field;
+}
+
+int plain(const Relaxed<int> &field)
+{
+    return field;
+}
+
 const char *const Never = "";
 const char *const Same = nullptr;
 const QString Text = QStringLiteral("ТЕКСТ, 1;2=\"а\"");

@@ -3,6 +3,9 @@
 
 #include <QtTest>
 
+#include <atomic>
+#include <memory>
+
 class TestEncodings : public QObject
 {
     Q_OBJECT
@@ -22,6 +25,7 @@ private slots:
     void corvaNationalLetters();
     void corvaClearsItsOutput();
     void corvaTextComesBackInCapitals();
+    void corvaLanguageMayChangeWhileALinkReads();
 
     void cp1251Decodes();
     void cp1251Encodes();
@@ -206,6 +210,28 @@ void TestEncodings::corvaClearsItsOutput()
 void TestEncodings::corvaTextComesBackInCapitals()
 {
     QCOMPARE(fromCorva(toCorva(QStringLiteral("ЗЦЗЦ 001 *Ёяz\r\n"))), QStringLiteral("ЗЦЗЦ 001 *Яz\r\n"));
+}
+
+// Each text is read in one language or in the other.
+void TestEncodings::corvaLanguageMayChangeWhileALinkReads()
+{
+    std::atomic<bool> end = false;
+    std::atomic<int> wrong = 0;
+    const std::unique_ptr<QThread> link(QThread::create([&] {
+        while (!end) {
+            QByteArray bytes("\xA1\xA1");
+            QString text;
+            QStringFromCORVA(bytes, text);
+            if (text != QStringLiteral("ББ") && text != QString(2, QChar(0x10D0)))
+                ++wrong;
+        }
+    }));
+    link->start();
+    for (int i = 0; i < 20000; ++i)
+        Options.nationalLanguageUse = i % 2 ? Language::Georgian : Language::None;
+    end = true;
+    link->wait();
+    QCOMPARE(wrong.load(), 0);
 }
 
 void TestEncodings::cp1251Decodes()
