@@ -47,13 +47,19 @@ char CAdapterStream::modeByte(int baud)
     }
 }
 
+QByteArray CAdapterStream::codesIn(const QByteArray &bytes)
+{
+    QByteArray codes;
+    for (const char byte : bytes)
+        if (static_cast<quint8>(byte) <= LastCode)
+            codes += byte;
+    return codes;
+}
+
 int CAdapterStream::versionFrom(const QByteArray &reply)
 {
-    QByteArray date;
-    for (const char byte : reply)
-        if (static_cast<quint8>(byte) <= LastCode) // a status may stand between
-            date += byte;
-    return date.size() == 3 ? VersionBase + date[0] * 10000 + date[1] * 100 + date[2] : -1;
+    const QByteArray date = codesIn(reply); // a status may stand between
+    return date.size() == VersionCodes ? VersionBase + date[0] * 10000 + date[1] * 100 + date[2] : -1;
 }
 
 void CAdapterStream::take(const QByteArray &bytes)

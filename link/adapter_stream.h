@@ -28,6 +28,10 @@ public:
     /// The version in the reply to AskVersion, which may have other bytes mixed in; -1 while it is not
     /// whole, or for a reply of more than three codes.
     [[nodiscard]] static int versionFrom(const QByteArray &reply);
+    /// \a bytes without statuses, echoes and events.
+    [[nodiscard]] static QByteArray codesIn(const QByteArray &bytes);
+
+    static constexpr int VersionCodes = 3; ///< of a reply
 
 private:
     void takeByte(quint8 byte);

@@ -89,18 +89,23 @@ void CPortLoop::drainFor(int milliseconds)
     }
 }
 
-/// The firmware version; 0 if the adapter does not tell. A pass with data does not count.
+/// The firmware version; 0 if the adapter does not tell. A pass with data does not count, but neither a busy
+/// adapter that does not answer nor codes from the line may hold the link up.
 int CPortLoop::askVersion()
 {
     write(QByteArray(1, AskVersion));
+    QElapsedTimer timer;
+    timer.start();
     QByteArray reply;
-    for (int pass = 0; pass < VersionPasses && running();) {
+    for (int pass = 0; pass < VersionPasses && timer.elapsed() < waits.versionMs && running();) {
         if (!m_port.waitForReadyRead(waits.versionStepMs)) {
             QThread::msleep(static_cast<unsigned long>(waits.versionStepMs));
             ++pass;
             continue;
         }
-        reply = (reply + m_port.readAll()).right(UntakenLimit);
+        reply = CAdapterStream::codesIn(reply + m_port.readAll());
+        if (reply.size() > CAdapterStream::VersionCodes)
+            return 0;
         const int version = CAdapterStream::versionFrom(reply);
         if (version < 0)
             continue;

@@ -10,8 +10,9 @@ class QSerialPort;
 struct PortWaits {
     int firstByteMs = 5000; ///< for the adapter to talk, which it does unasked
     int settleMs = 2000;    ///< what it says in this time is thrown away
-    int versionStepMs =
-        100; ///< waited, and slept, in each pass without a reply to the question for its firmware
+    /// Waited, and slept, in each pass without a reply to the question for its firmware.
+    int versionStepMs = 100;
+    int versionMs = 30000; ///< the longest that the question may take in all
 };
 
 /// One connection of the adapter link over an open port, from the adapter's first byte to the close. The

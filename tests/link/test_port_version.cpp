@@ -18,6 +18,9 @@ private slots:
     void withoutAnUsableReplyTheOldRulesHold();
     void replyIsAwaitedForFourSeconds();
     void passesWithDataDoNotCount();
+    void busyAdapterIsNotAwaitedForEver();
+    void questionEndsOnceNoReplyCanCome_data();
+    void questionEndsOnceNoReplyCanCome();
     void bytesAmongTheReplyAreThrownAway();
     void askedOnceAndNotAfterALoss();
     void restartBeforeTheQuestionLeavesItDue();
@@ -67,6 +70,16 @@ bool askedFor(AdapterLink &link)
     link.begin(true);
     link.adapter.send("30");
     return comesTrue([&] { return link.adapter.got() == "665b"; });
+}
+
+/// Whether the link gets to where it answers statuses, of which there is always a next one.
+bool comesToItsLoop(AdapterLink &link)
+{
+    link.adapter.take();
+    return comesTrue([&] {
+        link.adapter.send("3f");
+        return link.adapter.got().startsWith("66");
+    });
 }
 } // namespace
 
@@ -178,6 +191,37 @@ void TestPortVersion::passesWithDataDoNotCount()
     QVERIFY(link.shows(4));
     QCOMPARE(link.states().last(), qs(": %1 (V 20231111)").arg(link.adapter.name()));
     QCOMPARE(link.adapter.got(), QByteArray("665b"));
+}
+
+// A status every few milliseconds, and never a reply.
+void TestPortVersion::busyAdapterIsNotAwaitedForEver()
+{
+    QCOMPARE(PortWaits().versionMs, 30000);
+    AdapterLink link;
+    CPortLoop::waits.versionMs = 1000;
+    QVERIFY(askedFor(link));
+    QVERIFY(comesToItsLoop(link));
+    QVERIFY(link.states().filter("(V ").isEmpty());
+}
+
+void TestPortVersion::questionEndsOnceNoReplyCanCome_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("a code from the line in front") << QByteArray("05170b0b");
+    QTest::newRow("statuses among them") << QByteArray("053f173f0b300b");
+    QTest::newRow("a telegram") << QByteArray("001b1f1b1f03");
+}
+
+void TestPortVersion::questionEndsOnceNoReplyCanCome()
+{
+    QFETCH(QByteArray, bytes);
+    AdapterLink link;
+    CPortLoop::waits.versionMs = 10 * PatienceMs;
+    QVERIFY(askedFor(link));
+    link.adapter.send(bytes);
+    QVERIFY(comesToItsLoop(link));
+    QVERIFY(link.received().isEmpty());
+    QVERIFY(link.states().filter("(V ").isEmpty());
 }
 
 void TestPortVersion::bytesAmongTheReplyAreThrownAway()
