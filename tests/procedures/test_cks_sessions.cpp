@@ -224,7 +224,7 @@ QStringList run(const Session &session, bool naive)
 /// comes often, and a buffer with room from earlier text takes it in.
 void TestCksSessions::equalsANaiveReader()
 {
-    const QByteArray difference = Sessions::compare(Sessions::count(2000), make, run);
+    const QByteArray difference = Sessions::compare(Sessions::count(1500), make, run);
     QVERIFY2(difference.isEmpty(), difference.constData());
 }
 
