@@ -1,7 +1,7 @@
 #include "app/ini_file.h"
 
-#include "records/ordinary_file.h"
-#include "records/whole_file.h"
+#include "app/ordinary_file.h"
+#include "app/whole_file.h"
 
 #include <QFile>
 #include <QSettings>

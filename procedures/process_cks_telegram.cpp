@@ -5,9 +5,9 @@
 #include "app/clock.h"
 #include "app/options.h"
 #include "app/state.h"
+#include "app/whole_file.h"
 #include "procedures/telegram_files.h"
 #include "records/file_attr.h"
-#include "records/whole_file.h"
 #include "text/utils.h"
 #include "ui/sound.h"
 

@@ -3,10 +3,10 @@
 #include "app/clock.h"
 #include "app/options.h"
 #include "app/state.h"
+#include "app/whole_file.h"
 #include "link/tlg_thread.h"
 #include "procedures/telegram_files.h"
 #include "records/send_model.h"
-#include "records/whole_file.h"
 #include "text/mtk2.h"
 #include "text/utils.h"
 

@@ -4,9 +4,9 @@
 
 #include "app/clock.h"
 #include "app/state.h"
+#include "app/whole_file.h"
 #include "link/tlg_thread.h"
 #include "procedures/telegram_files.h"
-#include "records/whole_file.h"
 #include "text/utils.h"
 #include "ui/sound.h"
 

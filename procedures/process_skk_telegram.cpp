@@ -4,10 +4,10 @@
 
 #include "app/clock.h"
 #include "app/state.h"
+#include "app/whole_file.h"
 #include "link/tlg_thread.h"
 #include "procedures/telegram_files.h"
 #include "records/file_attr.h"
-#include "records/whole_file.h"
 #include "text/utils.h"
 #include "ui/sound.h"
 

@@ -1,8 +1,8 @@
 #include "procedures/telegram_files.h"
 
+#include "app/ordinary_file.h"
 #include "app/state.h"
 #include "procedures/process_direct.h"
-#include "records/ordinary_file.h"
 #include "text/utils.h"
 
 #include <QDir>

@@ -4,7 +4,7 @@
 
 #include "records/file_attr.h"
 
-#include "records/ordinary_file.h"
+#include "app/ordinary_file.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,9 +1,9 @@
 #include "records/file_info.h"
 
 #include "app/clock.h"
+#include "app/ordinary_file.h"
+#include "app/whole_file.h"
 #include "records/digits.h"
-#include "records/ordinary_file.h"
-#include "records/whole_file.h"
 
 #include <QStringList>
 

@@ -6,10 +6,10 @@
 
 #include "app/clock.h"
 #include "app/options.h"
+#include "app/ordinary_file.h"
 #include "app/state.h"
-#include "records/ordinary_file.h"
+#include "app/whole_file.h"
 #include "records/protocol.h"
-#include "records/whole_file.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,11 +1,11 @@
 // Chapter of FormMain: what the buttons of the protocol tab do.
 
 #include "app/options.h"
+#include "app/ordinary_file.h"
 #include "app/state.h"
 #include "procedures/process_cks.h"
 #include "procedures/process_skk.h"
 #include "procedures/telegram_files.h"
-#include "records/ordinary_file.h"
 #include "records/protocol.h"
 #include "text/utils.h"
 #include "ui/abonent_number_dialog.h"

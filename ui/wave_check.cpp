@@ -1,6 +1,6 @@
 #include "ui/wave_check.h"
 
-#include "records/ordinary_file.h"
+#include "app/ordinary_file.h"
 
 #include <QFile>
 #include <QtEndian>

@@ -1,8 +1,8 @@
-#include "app/leftovers.h"
 #include "app/options.h"
+#include "app/run/leftovers.h"
 #include "app/state.h"
+#include "app/whole_file.h"
 #include "records/file_info.h"
-#include "records/whole_file.h"
 #include "tests/support/desk.h"
 
 #include <QtTest>

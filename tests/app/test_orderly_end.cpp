@@ -1,5 +1,5 @@
 #include "app/clock.h"
-#include "app/orderly_end.h"
+#include "app/run/orderly_end.h"
 #include "app/state.h"
 #include "tests/support/desk.h"
 

@@ -1,6 +1,6 @@
 #include "app/clock.h"
-#include "app/globals.h"
 #include "app/options.h"
+#include "app/run/globals.h"
 #include "app/startup.h"
 #include "app/state.h"
 #include "tests/support/desk.h"

@@ -1,4 +1,4 @@
-#include "app/russian.h"
+#include "app/run/russian.h"
 
 #include <QCoreApplication>
 #include <QLocale>

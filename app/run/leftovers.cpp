@@ -1,4 +1,4 @@
-#include "app/leftovers.h"
+#include "app/run/leftovers.h"
 
 #include "app/options.h"
 #include "app/state.h"

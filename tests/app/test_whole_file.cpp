@@ -1,4 +1,4 @@
-#include "records/whole_file.h"
+#include "app/whole_file.h"
 #include "tests/records/file_size_limit.h"
 #include "tests/records/special_files.h"
 

@@ -2,10 +2,10 @@
 
 #include "app/ask.h"
 #include "app/clock.h"
-#include "app/leftovers.h"
 #include "app/options.h"
-#include "app/orderly_end.h"
-#include "app/russian.h"
+#include "app/run/leftovers.h"
+#include "app/run/orderly_end.h"
+#include "app/run/russian.h"
 #include "app/state.h"
 #include "records/protocol.h"
 #include "ui/form_main.h"

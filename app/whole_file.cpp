@@ -1,6 +1,6 @@
-#include "records/whole_file.h"
+#include "app/whole_file.h"
 
-#include "records/ordinary_file.h"
+#include "app/ordinary_file.h"
 
 #include <QFile>
 #include <QFileInfo>

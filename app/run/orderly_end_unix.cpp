@@ -1,4 +1,4 @@
-#include "app/orderly_end.h"
+#include "app/run/orderly_end.h"
 
 #include <QCoreApplication>
 #include <QSocketNotifier>

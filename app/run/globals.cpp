@@ -1,7 +1,7 @@
 // All global objects, in their order of construction. Only Time leans on an earlier one: its constructor
 // reads the option TZ.
 
-#include "app/globals.h"
+#include "app/run/globals.h"
 
 #include "app/clock.h"
 #include "app/options.h"

@@ -1,4 +1,4 @@
-#include "records/ordinary_file.h"
+#include "app/ordinary_file.h"
 
 #include <QDir>
 
