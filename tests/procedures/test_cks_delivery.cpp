@@ -1,0 +1,114 @@
+// What surrounds a telegram of the numbered exchange: the print and the new-mark of one that is sent, the
+// sound of one that comes.
+
+#include "app/options.h"
+#include "records/file_attr.h"
+#include "records/send_model.h"
+#include "tests/procedures/cks_desk.h"
+#include "tests/support/sound_server.h"
+#include "tests/ui/wave_file.h"
+#include "ui/sound.h"
+
+#include <QtTest>
+
+class TestCksDelivery : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QVERIFY2(m_server.start(), qPrintable(m_server.error)); }
+    void cleanup() { sound.stop(); }
+    void deliveredFileIsMarked_data();
+    void deliveredFileIsMarked();
+    void sentTelegramIsPrinted_data();
+    void sentTelegramIsPrinted();
+    void soundOfATelegram_data();
+    void soundOfATelegram();
+
+private:
+    SoundServer m_server;
+};
+
+void TestCksDelivery::deliveredFileIsMarked_data()
+{
+    QTest::addColumn<bool>("markInp");
+    QTest::addColumn<bool>("markOut");
+    QTest::newRow("neither") << false << false;
+    QTest::newRow("received ones alone") << true << false;
+    QTest::newRow("sent ones alone") << false << true;
+}
+
+void TestCksDelivery::deliveredFileIsMarked()
+{
+    QFETCH(bool, markInp);
+    QFETCH(bool, markOut);
+    const CksDesk desk;
+    Options.markNewFilesInInp = markInp;
+    Options.markNewFilesInOut = markOut;
+    desk.inTransit();
+    State.tlgMode = 3;
+    State.PK_out = 1;
+    ProcessCKS.ProcessKG(QStringLiteral("ВАШ 001 НАШ 000 ПОСЛЕДНИЕ "));
+    QCOMPARE(desk.names("out/20260731"), QStringList("20260731u001.001"));
+    QCOMPARE(CFileAttr("out/20260731/20260731u001.001").checkNew(), markOut);
+}
+
+void TestCksDelivery::sentTelegramIsPrinted_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<bool>("printed");
+    QTest::newRow("none") << 0 << false;
+    QTest::newRow("received") << 1 << false;
+    QTest::newRow("sent") << 2 << true;
+    QTest::newRow("both") << 3 << true;
+}
+
+void TestCksDelivery::sentTelegramIsPrinted()
+{
+    QFETCH(int, mode);
+    QFETCH(bool, printed);
+    const CksDesk desk;
+    Options.PrinterType = 1;
+    Options.PrinterRaw = desk.path("printed");
+    Options.PrinterCodePage = 2;
+    Options.PrinterRawLFCount = 0;
+    Options.autoPrintMode = mode;
+    desk.write("out/20260731u001", "ТЕКСТ");
+    CTableViewModelItem_Send item;
+    item.fileName = QStringLiteral("20260731u001");
+    ProcessCKS.checkForSendNewTlg(item);
+    QCOMPARE(desk.noted().contains("312:00:00 Печать файла"), printed);
+    QCOMPARE(desk.readPrinted().contains("ЗЦЗЦ 001 ТЕКСТ НННН"), printed);
+}
+
+void TestCksDelivery::soundOfATelegram_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<bool>("running");
+    QTest::addColumn<QString>("playing");
+    QTest::newRow("silent") << 0 << false << "";
+    QTest::newRow("once") << 1 << false << "new.wav";
+    QTest::newRow("in a loop") << 2 << false << "new.wav";
+    QTest::newRow("silent, another one runs") << 0 << true << "old.wav";
+    QTest::newRow("once, another one runs") << 1 << true << "old.wav";
+}
+
+void TestCksDelivery::soundOfATelegram()
+{
+    QFETCH(int, type);
+    QFETCH(bool, running);
+    QFETCH(QString, playing);
+    const CksDesk desk;
+    Options.soundOTlgType = type;
+    Options.soundOTlgFile = QStringLiteral("new.wav");
+    desk.write("old.wav", waveFile(500, 20000));
+    desk.write("new.wav", waveFile(700, 20000));
+    if (running)
+        sound.play("old.wav", 2);
+    ProcessCKS.ProcessTlg(1, QStringLiteral("ТЕКСТ"), QStringLiteral("ЗЦЗЦ 001 "), QStringLiteral(" НННН  "));
+    QCOMPARE(State.PK_in, 1);
+    QCOMPARE(sound.playingFileName(), playing);
+}
+
+QTEST_MAIN(TestCksDelivery)
+#include "test_cks_delivery.moc"
