@@ -22,6 +22,8 @@ private slots:
     void pausedThreadIdlesAndStops();
     void waitFallsBySecondsAndARestartCutsIt();
     void pauseClosesTheLinkAndRestartBringsItBack();
+    void pauseForgetsTheWait();
+    void failureIsShownAgainAfterASuccess();
     void pauseIsNeverLostOnALinkThatBegins();
     void everyIdleStateStopsAtOnce();
     void twoWorkstationsTalk();
@@ -155,6 +157,38 @@ void TestLinkThread::pauseClosesTheLinkAndRestartBringsItBack()
 }
 
 // None sits out its wait: of the pauses, or the half minute that a peer has to hang up.
+void TestLinkThread::pauseForgetsTheWait()
+{
+    CTlgThread thread;
+    thread.setTcp(qs("127.0.0.1"), 1, false);
+    thread.reconnectDelay = 60;
+    thread.pauseThread();
+    QVERIFY(!thread.takeTurn());
+    QCOMPARE(thread.reconnectDelay.load(), 0);
+    thread.paused = false; // by no restart, which forgets the wait itself
+    QVERIFY(thread.takeTurn());
+}
+
+// Nobody takes the call, somebody does, nobody does: both failures are news.
+void TestLinkThread::failureIsShownAgainAfterASuccess()
+{
+    QTcpServer server;
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    const quint16 port = server.serverPort();
+    server.close();
+    Line line;
+    const QString failure = qs("TCP (127.0.0.1:%1):Connection refused").arg(port);
+    line.thread.setTcp(qs("127.0.0.1"), port, false);
+    line.thread.TcpIPThread();
+    line.thread.TcpIPThread(); // no news
+    QVERIFY(server.listen(QHostAddress::LocalHost, port));
+    line.thread.restartRequested = true; // to be left as soon as it is up
+    line.thread.TcpIPThread();
+    server.close();
+    line.thread.TcpIPThread();
+    QCOMPARE(line.states().filter(failure), QStringList({failure, failure}));
+}
+
 // The thread's rounds without their seconds: a link lasts until it is asked to leave.
 void TestLinkThread::pauseIsNeverLostOnALinkThatBegins()
 {
