@@ -17,15 +17,12 @@ namespace
 {
 const QString queued = QStringLiteral("20200101u001.200101_000000");
 
-/// The journal of one day grows; reading it back costs a line the blanks at its end, nothing else.
+/// The journal of one day grows by what comes; what stands in its file stays as it is.
 void verifyGrown(const QByteArray &before, const QByteArray &after)
 {
-    const QList<QByteArray> was = before.split('\n');
-    const QList<QByteArray> is = after.split('\n');
-    QVERIFY(was.size() > 5);
-    QVERIFY(is.size() > was.size());
-    for (int line = 0; line < was.size() - 1; ++line)
-        QCOMPARE(is[line], was[line].trimmed());
+    QVERIFY(before.count('\n') > 5);
+    QVERIFY(after.size() > before.size());
+    QCOMPARE(after.left(before.size()), before);
 }
 
 QString journalName(const Station &station)
