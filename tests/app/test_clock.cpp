@@ -3,6 +3,7 @@
 #include "app/startup.h"
 #include "records/protocol.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -68,12 +69,12 @@ void TestClock::everyMemberFollowsTheMoment_data()
 {
     QTest::addColumn<QDateTime>("moment");
     QTest::addColumn<QStringList>("shown");
-    QTest::newRow("two digits") << QDateTime(QDate(2026, 12, 31), QTime(23, 59, 58))
-                                << QStringList({"20261231", "12.31", "1231", "2359", "23:59:58", "235958"});
-    QTest::newRow("one digit") << QDateTime(QDate(2027, 1, 2), QTime(3, 4, 5))
-                               << QStringList({"20270102", "01.02", "0102", "0304", "03:04:05", "030405"});
-    QTest::newRow("midnight") << QDateTime(QDate(2028, 2, 29), QTime(0, 0, 0))
-                              << QStringList({"20280229", "02.29", "0229", "0000", "00:00:00", "000000"});
+    row("two digits", QDateTime(QDate(2026, 12, 31), QTime(23, 59, 58)),
+        QStringList({"20261231", "12.31", "1231", "2359", "23:59:58", "235958"}));
+    row("one digit", QDateTime(QDate(2027, 1, 2), QTime(3, 4, 5)),
+        QStringList({"20270102", "01.02", "0102", "0304", "03:04:05", "030405"}));
+    row("midnight", QDateTime(QDate(2028, 2, 29), QTime(0, 0, 0)),
+        QStringList({"20280229", "02.29", "0229", "0000", "00:00:00", "000000"}));
 }
 
 void TestClock::everyMemberFollowsTheMoment()
@@ -108,10 +109,10 @@ void TestClock::clockIsValidBeforeAnyStart()
 void TestClock::updateTakesTheSystemClock_data()
 {
     QTest::addColumn<int>("TZ");
-    QTest::newRow("none") << 0;
-    QTest::newRow("east of the network") << 7;
-    QTest::newRow("west of the network") << -3;
-    QTest::newRow("more than a day") << 30;
+    row("none", 0);
+    row("east of the network", 7);
+    row("west of the network", -3);
+    row("more than a day", 30);
 }
 
 void TestClock::updateTakesTheSystemClock()

@@ -2,6 +2,7 @@
 #include "app/options.h"
 #include "app/startup.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 
 #include <QElapsedTimer>
 #include <QMessageBox>
@@ -120,11 +121,10 @@ void TestInstanceLock::refusalNamesItsReason_data()
 {
     QTest::addColumn<int>("error");
     QTest::addColumn<QString>("text");
-    QTest::newRow("held") << int(QLockFile::LockFailedError) << AlreadyRunning;
-    QTest::newRow("none") << int(QLockFile::NoError) << "Блокировка файла velda.lck произведена\n";
-    QTest::newRow("permission") << int(QLockFile::PermissionError)
-                                << "Нет прав записи в каталог /data %1/.\n";
-    QTest::newRow("unknown") << int(QLockFile::UnknownError) << "Ошибка создания файла velda.lck\n";
+    row("held", int(QLockFile::LockFailedError), AlreadyRunning);
+    row("none", int(QLockFile::NoError), "Блокировка файла velda.lck произведена\n");
+    row("permission", int(QLockFile::PermissionError), "Нет прав записи в каталог /data %1/.\n");
+    row("unknown", int(QLockFile::UnknownError), "Ошибка создания файла velda.lck\n");
 }
 
 void TestInstanceLock::refusalNamesItsReason()

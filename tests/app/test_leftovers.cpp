@@ -4,6 +4,7 @@
 #include "app/whole_file.h"
 #include "records/file_info.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 
 #include <QtTest>
 
@@ -40,7 +41,7 @@ void writeAll()
 void TestLeftovers::temporaryFileGoes_data()
 {
     QTest::addColumn<QString>("name");
-    const auto row = [](const char *name) { QTest::newRow(name) << QString::fromUtf8(name); };
+    const auto row = [](const char *name) { ::row(name, QString::fromUtf8(name)); };
     row("velda.ini.velda-0123abcd");
     row("velda_state.ini.velda-0123abcd");
     row("velda_state.ini.velda-0123abcd.lock");
@@ -81,7 +82,7 @@ void TestLeftovers::temporaryFileGoes()
 void TestLeftovers::fileOfOthersStays_data()
 {
     QTest::addColumn<QString>("name");
-    const auto row = [](const char *name) { QTest::newRow(name) << QString::fromUtf8(name); };
+    const auto row = [](const char *name) { ::row(name, QString::fromUtf8(name)); };
     row("velda.ini");
     row("velda_state.ini");
     row("velda.lck");

@@ -1,6 +1,7 @@
 #include "app/options.h"
 #include "tests/app/option_keys.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 
 #include <QSettings>
 #include <QtTest>
@@ -47,7 +48,7 @@ void TestOptions::eachKey()
 {
     QTest::addColumn<int>("row");
     for (size_t i = 0; i < optionKeys().size(); ++i)
-        QTest::newRow(optionKeys().at(i).key) << int(i);
+        row(optionKeys().at(i).key, int(i));
 }
 
 void TestOptions::put(const QString &key, const QVariant &value)
@@ -108,16 +109,15 @@ void TestOptions::wrongFormGivesWhatTheConversionGives_data()
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QVariant>("expected");
 
-    QTest::newRow("letters for a number") << "CONNECT/TimeOut" << QByteArray("abc") << QVariant(0);
-    QTest::newRow("nothing for a number") << "CONNECT/TimeOut" << QByteArray("") << QVariant(0);
-    QTest::newRow("a fraction") << "PATH/keepFilesDays" << QByteArray("1.5") << QVariant(0);
-    QTest::newRow("not range-checked") << "PATH/keepFilesDays" << QByteArray("-7") << QVariant(-7);
-    QTest::newRow("a list for a switch") << "CONNECT/TcpMode" << QByteArray("a, b") << QVariant(false);
-    QTest::newRow("0 for a switch") << "CONNECT/TcpMode" << QByteArray("0") << QVariant(false);
-    QTest::newRow("1 for a switch") << "OTHER/debugMode" << QByteArray("1") << QVariant(true);
-    QTest::newRow("a list for a text") << "PATH/pathInp" << QByteArray("a, b") << QVariant(QString());
-    QTest::newRow("text for a rectangle")
-        << "WINDOW/geometryMainForm" << QByteArray("abc") << QVariant(QRect());
+    row("letters for a number", "CONNECT/TimeOut", QByteArray("abc"), QVariant(0));
+    row("nothing for a number", "CONNECT/TimeOut", QByteArray(""), QVariant(0));
+    row("a fraction", "PATH/keepFilesDays", QByteArray("1.5"), QVariant(0));
+    row("not range-checked", "PATH/keepFilesDays", QByteArray("-7"), QVariant(-7));
+    row("a list for a switch", "CONNECT/TcpMode", QByteArray("a, b"), QVariant(false));
+    row("0 for a switch", "CONNECT/TcpMode", QByteArray("0"), QVariant(false));
+    row("1 for a switch", "OTHER/debugMode", QByteArray("1"), QVariant(true));
+    row("a list for a text", "PATH/pathInp", QByteArray("a, b"), QVariant(QString()));
+    row("text for a rectangle", "WINDOW/geometryMainForm", QByteArray("abc"), QVariant(QRect()));
 }
 
 void TestOptions::wrongFormGivesWhatTheConversionGives()

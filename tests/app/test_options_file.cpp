@@ -1,6 +1,7 @@
 #include "app/options.h"
 #include "tests/records/special_files.h"
 #include "tests/support/full_disk.h"
+#include "tests/support/row.h"
 
 #include <QSettings>
 #include <QtTest>
@@ -243,17 +244,17 @@ void TestOptionsFile::damagedFileGivesUsableOptions_data()
         seed = seed * 1664525U + 1013904223U;
         noise += char(seed >> 24);
     }
-    QTest::newRow("empty") << QByteArray();
-    QTest::newRow("noise") << noise;
-    QTest::newRow("zeros") << QByteArray(4096, '\0');
-    QTest::newRow("torn in a key") << QByteArray("[CONNECT]\nTcpM");
-    QTest::newRow("torn in a section") << QByteArray("[OTHER]\nTZ=3\n[CONN");
-    QTest::newRow("torn in an escape") << QByteArray("[PATH]\nlastOpenFilePath=\"\\x4");
-    QTest::newRow("no sections") << QByteArray("processMode=2\nTZ=3\n");
-    QTest::newRow("a picture") << QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16);
-    QTest::newRow("a broken variant") << QByteArray("[WINDOW]\nmainTitle=@Variant(\\0\\0\\0\\x7f\\xff)\n");
-    QTest::newRow("a broken rectangle") << QByteArray("[WINDOW]\ngeometryMainForm=@Rect(1 2)\n");
-    QTest::newRow("one endless line") << QByteArray(5 * 1024 * 1024, 'x');
+    row("empty", QByteArray());
+    row("noise", noise);
+    row("zeros", QByteArray(4096, '\0'));
+    row("torn in a key", QByteArray("[CONNECT]\nTcpM"));
+    row("torn in a section", QByteArray("[OTHER]\nTZ=3\n[CONN"));
+    row("torn in an escape", QByteArray("[PATH]\nlastOpenFilePath=\"\\x4"));
+    row("no sections", QByteArray("processMode=2\nTZ=3\n"));
+    row("a picture", QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16));
+    row("a broken variant", QByteArray("[WINDOW]\nmainTitle=@Variant(\\0\\0\\0\\x7f\\xff)\n"));
+    row("a broken rectangle", QByteArray("[WINDOW]\ngeometryMainForm=@Rect(1 2)\n"));
+    row("one endless line", QByteArray(5 * 1024 * 1024, 'x'));
 }
 
 void TestOptionsFile::damagedFileGivesUsableOptions()

@@ -1,5 +1,6 @@
 #include "app/options.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 #include "text/mtk2.h"
 
 #include <QtTest>
@@ -58,18 +59,18 @@ void TestOptionsRules::processModeDecides_data()
 {
     QTest::addColumn<QByteArray>("keys");
     QTest::addColumn<int>("mode");
-    QTest::newRow("0") << QByteArray("processMode=0") << 0;
-    QTest::newRow("1") << QByteArray("processMode=1") << 1;
-    QTest::newRow("2") << QByteArray("processMode=2") << 2;
-    QTest::newRow("3") << QByteArray("processMode=3") << 3;
-    QTest::newRow("0 before CKSMode") << QByteArray("processMode=0\nCKSMode=false") << 0;
-    QTest::newRow("2 before CKSMode") << QByteArray("processMode=2\nCKSMode=true") << 2;
-    QTest::newRow("4 gives way") << QByteArray("processMode=4") << 1;
-    QTest::newRow("4 gives way to CKSMode") << QByteArray("processMode=4\nCKSMode=true") << 0;
-    QTest::newRow("-1 gives way to CKSMode") << QByteArray("processMode=-1\nCKSMode=true") << 0;
-    QTest::newRow("CKSMode false") << QByteArray("CKSMode=false") << 1;
-    QTest::newRow("neither") << QByteArray() << 1;
-    QTest::newRow("letters are 0") << QByteArray("processMode=abc") << 0;
+    row("0", QByteArray("processMode=0"), 0);
+    row("1", QByteArray("processMode=1"), 1);
+    row("2", QByteArray("processMode=2"), 2);
+    row("3", QByteArray("processMode=3"), 3);
+    row("0 before CKSMode", QByteArray("processMode=0\nCKSMode=false"), 0);
+    row("2 before CKSMode", QByteArray("processMode=2\nCKSMode=true"), 2);
+    row("4 gives way", QByteArray("processMode=4"), 1);
+    row("4 gives way to CKSMode", QByteArray("processMode=4\nCKSMode=true"), 0);
+    row("-1 gives way to CKSMode", QByteArray("processMode=-1\nCKSMode=true"), 0);
+    row("CKSMode false", QByteArray("CKSMode=false"), 1);
+    row("neither", QByteArray(), 1);
+    row("letters are 0", QByteArray("processMode=abc"), 0);
 }
 
 void TestOptionsRules::processModeDecides()
@@ -119,13 +120,13 @@ void TestOptionsRules::centreTypeGivesTheLengthOfTheLongAnswerback_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<int>("length");
-    QTest::newRow("Doral") << 0 << 50;
-    QTest::newRow("СТИН") << 1 << 48;
-    QTest::newRow("СТИН-кАО") << 2 << 48;
-    QTest::newRow("ТТ-СОФТ") << 3 << 58;
-    QTest::newRow("Нестандарт") << 4 << 60;
-    QTest::newRow("foreign, above") << 5 << 0;
-    QTest::newRow("foreign, below") << -1 << 0;
+    row("Doral", 0, 50);
+    row("СТИН", 1, 48);
+    row("СТИН-кАО", 2, 48);
+    row("ТТ-СОФТ", 3, 58);
+    row("Нестандарт", 4, 60);
+    row("foreign, above", 5, 0);
+    row("foreign, below", -1, 0);
 }
 
 void TestOptionsRules::centreTypeGivesTheLengthOfTheLongAnswerback()
@@ -227,11 +228,11 @@ void TestOptionsRules::editorInterfaceModes_data()
 {
     QTest::addColumn<QByteArray>("value");
     QTest::addColumn<QString>("enabled");
-    QTest::newRow("empty") << QByteArray() << "11100";
-    QTest::newRow("all off") << QByteArray("00000") << "00000";
-    QTest::newRow("all on") << QByteArray("11111") << "11111";
-    QTest::newRow("only 1 enables") << QByteArray("2xy31") << "00001";
-    QTest::newRow("longer than the rows") << QByteArray("000111111") << "00011";
+    row("empty", QByteArray(), "11100");
+    row("all off", QByteArray("00000"), "00000");
+    row("all on", QByteArray("11111"), "11111");
+    row("only 1 enables", QByteArray("2xy31"), "00001");
+    row("longer than the rows", QByteArray("000111111"), "00011");
 }
 
 void TestOptionsRules::editorInterfaceModes()
@@ -263,18 +264,12 @@ void TestOptionsRules::addressWithPrefixMakesThisSideListen_data()
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("host");
     QTest::addColumn<bool>("listens");
-    QTest::newRow("with the prefix") << "S:10.0.0.5"
-                                     << "10.0.0.5" << true;
-    QTest::newRow("three characters suffice") << "S:1"
-                                              << "1" << true;
-    QTest::newRow("the prefix alone is stored as it stands") << "S:"
-                                                             << "S:" << false;
-    QTest::newRow("without") << "10.0.0.5"
-                             << "10.0.0.5" << false;
-    QTest::newRow("small letter") << "s:10.0.0.5"
-                                  << "s:10.0.0.5" << false;
-    QTest::newRow("nothing") << ""
-                             << "" << false;
+    row("with the prefix", "S:10.0.0.5", "10.0.0.5", true);
+    row("three characters suffice", "S:1", "1", true);
+    row("the prefix alone is stored as it stands", "S:", "S:", false);
+    row("without", "10.0.0.5", "10.0.0.5", false);
+    row("small letter", "s:10.0.0.5", "s:10.0.0.5", false);
+    row("nothing", "", "", false);
 }
 
 void TestOptionsRules::addressWithPrefixMakesThisSideListen()

@@ -5,6 +5,7 @@
 #include "link/tlg_thread.h"
 #include "records/protocol.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 #include "ui/form_main.h"
 
 #include <QMessageBox>
@@ -96,8 +97,7 @@ void TestOrderlyClose::closeTakes2TicksAndSendsNothing_data()
     QTest::addColumn<int>("tlgMode");
     for (int process = 0; process < 3; ++process)
         for (const int mode : {0, 1, 2, 4, 5})
-            QTest::newRow(qPrintable(QStringLiteral("procedure %1, mode %2").arg(process).arg(mode)))
-                << process << mode;
+            row(qPrintable(QStringLiteral("procedure %1, mode %2").arg(process).arg(mode)), process, mode);
 }
 
 void TestOrderlyClose::closeTakes2TicksAndSendsNothing()
@@ -121,10 +121,10 @@ void TestOrderlyClose::closeTakes2TicksAndSendsNothing()
 void TestOrderlyClose::closeInMode3Takes5Ticks_data()
 {
     QTest::addColumn<int>("processMode");
-    QTest::newRow("centre") << 0;
-    QTest::newRow("switched network") << 1;
-    QTest::newRow("direct") << 2;
-    QTest::newRow("none of the three") << 3;
+    row("centre", 0);
+    row("switched network", 1);
+    row("direct", 2);
+    row("none of the three", 3);
 }
 
 void TestOrderlyClose::closeInMode3Takes5Ticks()

@@ -2,6 +2,7 @@
 #include "app/run/orderly_end.h"
 #include "app/state.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 
 #include <QApplication>
 #include <QTimer>
@@ -52,7 +53,7 @@ void TestOrderlyEnd::requestStartsTheCountdown_data()
     QTest::addColumn<int>("mode");
     QTest::addColumn<int>("countdown");
     for (int mode = 0; mode <= 5; ++mode)
-        QTest::newRow(qPrintable(QStringLiteral("mode %1").arg(mode))) << mode << (mode == 3 ? 5 : 2);
+        row(qPrintable(QStringLiteral("mode %1").arg(mode)), mode, (mode == 3 ? 5 : 2));
 }
 
 void TestOrderlyEnd::requestStartsTheCountdown()
@@ -77,8 +78,8 @@ void TestOrderlyEnd::runningCountdownGoesOn()
 void TestOrderlyEnd::signalsAreRequests_data()
 {
     QTest::addColumn<int>("number");
-    QTest::newRow("SIGTERM") << SIGTERM;
-    QTest::newRow("SIGINT") << SIGINT;
+    row("SIGTERM", SIGTERM);
+    row("SIGINT", SIGINT);
 }
 
 void TestOrderlyEnd::signalsAreRequests()

@@ -1,5 +1,6 @@
 #include "app/ordinary_file.h"
 #include "tests/records/special_files.h"
+#include "tests/support/row.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -30,9 +31,9 @@ private slots:
 void TestOrdinaryFile::contentIsRead_data()
 {
     QTest::addColumn<QByteArray>("content");
-    QTest::newRow("nothing") << QByteArray("");
-    QTest::newRow("text") << QByteArray("ТЕКСТ\r\n");
-    QTest::newRow("with zeros") << QByteArray("A\0B\0", 4);
+    row("nothing", QByteArray(""));
+    row("text", QByteArray("ТЕКСТ\r\n"));
+    row("with zeros", QByteArray("A\0B\0", 4));
 }
 
 void TestOrdinaryFile::contentIsRead()
@@ -104,9 +105,9 @@ void TestOrdinaryFile::limitCountsBytes_data()
 {
     QTest::addColumn<int>("size");
     QTest::addColumn<bool>("read");
-    QTest::newRow("one below") << 99 << true;
-    QTest::newRow("just so many") << 100 << true;
-    QTest::newRow("one more") << 101 << false;
+    row("one below", 99, true);
+    row("just so many", 100, true);
+    row("one more", 101, false);
 }
 
 void TestOrdinaryFile::limitCountsBytes()

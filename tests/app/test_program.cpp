@@ -1,6 +1,7 @@
 #include "tests/e2e/child.h"
 #include "tests/e2e/screen.h"
 #include "tests/e2e/station.h"
+#include "tests/support/row.h"
 
 #include <QtTest>
 
@@ -93,10 +94,10 @@ void TestProgram::argumentsChooseTheDataDirectory_data()
 {
     QTest::addColumn<QStringList>("arguments"); // %1 is the test's directory, current is %1/here
     QTest::addColumn<QString>("used");
-    QTest::newRow("-dc, then -d=") << QStringList({"-dc", "-d=%1/there"}) << "there";
-    QTest::newRow("-d=, then -dc") << QStringList({"-d=%1/there", "-dc"}) << "here";
-    QTest::newRow("a relative path") << QStringList("-d=../there") << "there";
-    QTest::newRow("others are ignored") << QStringList({"x", "-d=%1/there", "-dcx", "-D"}) << "there";
+    row("-dc, then -d=", QStringList({"-dc", "-d=%1/there"}), "there");
+    row("-d=, then -dc", QStringList({"-d=%1/there", "-dc"}), "here");
+    row("a relative path", QStringList("-d=../there"), "there");
+    row("others are ignored", QStringList({"x", "-d=%1/there", "-dcx", "-D"}), "there");
 }
 
 void TestProgram::argumentsChooseTheDataDirectory()
@@ -161,8 +162,8 @@ void TestProgram::runBeginsAndEndsWithItsLines()
 void TestProgram::requestOfTheSystemEndsItInOrder_data()
 {
     QTest::addColumn<int>("number");
-    QTest::newRow("SIGTERM") << SIGTERM;
-    QTest::newRow("SIGINT") << SIGINT;
+    row("SIGTERM", SIGTERM);
+    row("SIGINT", SIGINT);
 }
 
 void TestProgram::requestOfTheSystemEndsItInOrder()

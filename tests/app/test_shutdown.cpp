@@ -6,6 +6,7 @@
 #include "link/tlg_thread.h"
 #include "records/protocol.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 #include "ui/form_main.h"
 
 #include <QThread>
@@ -150,8 +151,8 @@ void TestShutdown::journalFileIsWrittenAnew()
 void TestShutdown::stopRequestIsAnsweredOnlyWithCheckStopFile_data()
 {
     QTest::addColumn<bool>("checkStopFile");
-    QTest::newRow("on") << true;
-    QTest::newRow("off") << false;
+    row("on", true);
+    row("off", false);
 }
 
 void TestShutdown::stopRequestIsAnsweredOnlyWithCheckStopFile()

@@ -4,6 +4,7 @@
 #include "app/startup.h"
 #include "app/state.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 
 #include <QApplication>
 #include <QSharedMemory>
@@ -63,19 +64,19 @@ void TestStartup::dataDirectoryFollowsTheArguments_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("directory"); // "." stands for the current directory
-    QTest::newRow("none") << QStringList() << "/program";
-    QTest::newRow("-dc") << QStringList("-dc") << ".";
-    QTest::newRow("-d=") << QStringList("-d=/data") << "/data";
-    QTest::newRow("-dc, then -d=: that path") << QStringList({"-dc", "-d=/data"}) << "/data";
-    QTest::newRow("-d=, then -dc: the current directory") << QStringList({"-d=/data", "-dc"}) << ".";
-    QTest::newRow("the last of two paths") << QStringList({"-d=/one", "-d=/two"}) << "/two";
-    QTest::newRow("begins with -dc") << QStringList("-dcx") << "/program";
-    QTest::newRow("-dc=") << QStringList("-dc=/data") << "/program";
-    QTest::newRow("-d without =") << QStringList({"-d", "/data"}) << "/program";
-    QTest::newRow("-D=") << QStringList("-D=/data") << "/program";
-    QTest::newRow("others are ignored") << QStringList({"x", "-d=/data", "--help", ""}) << "/data";
-    QTest::newRow("blanks and letters") << QStringList("-d=/дата 1/=") << "/дата 1/=";
-    QTest::newRow("an empty path") << QStringList("-d=") << ".";
+    row("none", QStringList(), "/program");
+    row("-dc", QStringList("-dc"), ".");
+    row("-d=", QStringList("-d=/data"), "/data");
+    row("-dc, then -d=: that path", QStringList({"-dc", "-d=/data"}), "/data");
+    row("-d=, then -dc: the current directory", QStringList({"-d=/data", "-dc"}), ".");
+    row("the last of two paths", QStringList({"-d=/one", "-d=/two"}), "/two");
+    row("begins with -dc", QStringList("-dcx"), "/program");
+    row("-dc=", QStringList("-dc=/data"), "/program");
+    row("-d without =", QStringList({"-d", "/data"}), "/program");
+    row("-D=", QStringList("-D=/data"), "/program");
+    row("others are ignored", QStringList({"x", "-d=/data", "--help", ""}), "/data");
+    row("blanks and letters", QStringList("-d=/дата 1/="), "/дата 1/=");
+    row("an empty path", QStringList("-d="), ".");
 }
 
 void TestStartup::dataDirectoryFollowsTheArguments()
@@ -124,11 +125,11 @@ void TestStartup::messageIsOneLineOfStandardError_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<QByteArray>("line");
-    QTest::newRow("debug") << int(QtDebugMsg) << QByteArray("D: text 50% (file.cpp:42, run())\n");
-    QTest::newRow("warning") << int(QtWarningMsg) << QByteArray("W: text 50% (file.cpp:42, run())\n");
-    QTest::newRow("critical") << int(QtCriticalMsg) << QByteArray("C: text 50% (file.cpp:42, run())\n");
-    QTest::newRow("fatal") << int(QtFatalMsg) << QByteArray("F: text 50% (file.cpp:42, run())\n");
-    QTest::newRow("info") << int(QtInfoMsg) << QByteArray("?: text 50% (file.cpp:42, run())\n");
+    row("debug", int(QtDebugMsg), QByteArray("D: text 50% (file.cpp:42, run())\n"));
+    row("warning", int(QtWarningMsg), QByteArray("W: text 50% (file.cpp:42, run())\n"));
+    row("critical", int(QtCriticalMsg), QByteArray("C: text 50% (file.cpp:42, run())\n"));
+    row("fatal", int(QtFatalMsg), QByteArray("F: text 50% (file.cpp:42, run())\n"));
+    row("info", int(QtInfoMsg), QByteArray("?: text 50% (file.cpp:42, run())\n"));
 }
 
 void TestStartup::messageIsOneLineOfStandardError()
@@ -151,11 +152,11 @@ void TestStartup::messageWithoutContextPrintsEmptyStrings()
 void TestStartup::modeWord_data()
 {
     QTest::addColumn<QString>("word");
-    QTest::newRow("0") << "ЦКС";
-    QTest::newRow("1") << "СКК";
-    QTest::newRow("2") << "ПС";
-    QTest::newRow("3") << "ПС";
-    QTest::newRow("-1") << "ПС";
+    row("0", "ЦКС");
+    row("1", "СКК");
+    row("2", "ПС");
+    row("3", "ПС");
+    row("-1", "ПС");
 }
 
 void TestStartup::modeWord()
@@ -187,9 +188,9 @@ void TestStartup::fontSizeIsCorrected_data()
 {
     QTest::addColumn<int>("correction");
     QTest::addColumn<int>("size");
-    QTest::newRow("none") << 0 << 10;
-    QTest::newRow("greater") << 4 << 14;
-    QTest::newRow("smaller") << -3 << 7;
+    row("none", 0, 10);
+    row("greater", 4, 14);
+    row("smaller", -3, 7);
 }
 
 void TestStartup::fontSizeIsCorrected()

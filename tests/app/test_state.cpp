@@ -3,6 +3,7 @@
 #include "app/state.h"
 #include "records/protocol.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -87,19 +88,19 @@ void TestState::everythingStartsAtZero()
 void TestState::wordSetsTheMode_data()
 {
     QTest::addColumn<int>("mode");
-    QTest::newRow("БА") << 2;
-    QTest::newRow("ОТКРОЙТЕ") << 2;
-    QTest::newRow("ОТКРЫТИЯ") << 2;
-    QTest::newRow("РБ") << 3;
-    QTest::newRow("ОТКРЫТА") << 3;
-    QTest::newRow("БД") << 1;
-    QTest::newRow("ЗАКРЫТА") << 1;
-    QTest::newRow("БВ") << 4;
-    QTest::newRow("БР") << 5;
-    QTest::newRow("рб") << 0;
-    QTest::newRow("РБ ") << 0;
-    QTest::newRow("БББ") << 0;
-    QTest::newRow("") << 0;
+    row("БА", 2);
+    row("ОТКРОЙТЕ", 2);
+    row("ОТКРЫТИЯ", 2);
+    row("РБ", 3);
+    row("ОТКРЫТА", 3);
+    row("БД", 1);
+    row("ЗАКРЫТА", 1);
+    row("БВ", 4);
+    row("БР", 5);
+    row("рб", 0);
+    row("РБ ", 0);
+    row("БББ", 0);
+    row("", 0);
 }
 
 void TestState::wordSetsTheMode()
@@ -182,12 +183,12 @@ void TestState::setAutomaticAsksForAReceipt_data()
     QTest::addColumn<int>("processMode");
     QTest::addColumn<int>("tlgMode");
     QTest::addColumn<int>("countdown");
-    QTest::newRow("centre, no mode") << 0 << 0 << 3;
-    QTest::newRow("centre, 5") << 0 << 5 << 3;
-    QTest::newRow("centre, open") << 0 << 3 << 0;
-    QTest::newRow("switched network") << 1 << 2 << 0;
-    QTest::newRow("direct") << 2 << 2 << 0;
-    QTest::newRow("none of the three") << 3 << 2 << 0;
+    row("centre, no mode", 0, 0, 3);
+    row("centre, 5", 0, 5, 3);
+    row("centre, open", 0, 3, 0);
+    row("switched network", 1, 2, 0);
+    row("direct", 2, 2, 0);
+    row("none of the three", 3, 2, 0);
 }
 
 void TestState::setAutomaticAsksForAReceipt()
@@ -230,10 +231,10 @@ void TestState::callDirectionSetsTheMode_data()
     QTest::addColumn<int>("direction");
     QTest::addColumn<int>("mode");
     QTest::addColumn<int>("outgoing");
-    QTest::newRow("call out") << 0 << 2 << 3 << 1;
-    QTest::newRow("call in") << 0 << 1 << 2 << 0;
-    QTest::newRow("end of a call out") << 2 << 0 << 2 << 0;
-    QTest::newRow("in turned out") << 1 << 2 << 3 << 1;
+    row("call out", 0, 2, 3, 1);
+    row("call in", 0, 1, 2, 0);
+    row("end of a call out", 2, 0, 2, 0);
+    row("in turned out", 1, 2, 3, 1);
 }
 
 void TestState::callDirectionSetsTheMode()

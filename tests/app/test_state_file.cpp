@@ -2,6 +2,7 @@
 #include "app/state.h"
 #include "tests/records/special_files.h"
 #include "tests/support/full_disk.h"
+#include "tests/support/row.h"
 
 #include <QSettings>
 #include <QtTest>
@@ -165,19 +166,18 @@ void TestStateFile::damagedFileGivesTheDefaults_data()
         seed = seed * 1664525U + 1013904223U;
         noise += char(seed >> 24);
     }
-    QTest::newRow("empty") << QByteArray() << Defaults;
-    QTest::newRow("noise") << noise << Defaults;
-    QTest::newRow("zeros") << QByteArray(512, '\0') << Defaults;
-    QTest::newRow("another section") << QByteArray("[OTHER]\nPK_in=5\n") << Defaults;
-    QTest::newRow("no section") << QByteArray("PK_in=5\n") << Defaults;
-    QTest::newRow("torn in a key") << QByteArray("[STATE]\nCKS_in=1\nCKS_o")
-                                   << "00000000 manual CKS 1 0 SKK 0 0 PK 0 0 N 0";
-    QTest::newRow("torn in a date") << QByteArray("[STATE]\nPK_in=5\nYYYYMMDD=2026")
-                                    << "2026 manual CKS 0 0 SKK 0 0 PK 5 0 N 0";
-    QTest::newRow("words for figures")
-        << QByteArray("[STATE]\nPK_in=abc\nPK_out=\nautomatic=false\n") << Defaults;
-    QTest::newRow("lists for words") << QByteArray("[STATE]\nYYYYMMDD=2026, 07\nPK_in=1, 2\n")
-                                     << " manual CKS 0 0 SKK 0 0 PK 0 0 N 0";
+    row("empty", QByteArray(), Defaults);
+    row("noise", noise, Defaults);
+    row("zeros", QByteArray(512, '\0'), Defaults);
+    row("another section", QByteArray("[OTHER]\nPK_in=5\n"), Defaults);
+    row("no section", QByteArray("PK_in=5\n"), Defaults);
+    row("torn in a key", QByteArray("[STATE]\nCKS_in=1\nCKS_o"),
+        "00000000 manual CKS 1 0 SKK 0 0 PK 0 0 N 0");
+    row("torn in a date", QByteArray("[STATE]\nPK_in=5\nYYYYMMDD=2026"),
+        "2026 manual CKS 0 0 SKK 0 0 PK 5 0 N 0");
+    row("words for figures", QByteArray("[STATE]\nPK_in=abc\nPK_out=\nautomatic=false\n"), Defaults);
+    row("lists for words", QByteArray("[STATE]\nYYYYMMDD=2026, 07\nPK_in=1, 2\n"),
+        " manual CKS 0 0 SKK 0 0 PK 0 0 N 0");
 }
 
 void TestStateFile::damagedFileGivesTheDefaults()
@@ -201,12 +201,12 @@ void TestStateFile::figureNoDayCanReachIsTakenForDamage_data()
 {
     QTest::addColumn<QByteArray>("figure");
     QTest::addColumn<int>("read");
-    QTest::newRow("last of a day") << QByteArray("999") << 999;
-    QTest::newRow("greatest taken") << QByteArray("999999") << 999999;
-    QTest::newRow("beyond") << QByteArray("1000000") << 0;
-    QTest::newRow("greatest number") << QByteArray("2147483647") << 0;
-    QTest::newRow("least number") << QByteArray("-2147483648") << 0;
-    QTest::newRow("below zero") << QByteArray("-1") << 0;
+    row("last of a day", QByteArray("999"), 999);
+    row("greatest taken", QByteArray("999999"), 999999);
+    row("beyond", QByteArray("1000000"), 0);
+    row("greatest number", QByteArray("2147483647"), 0);
+    row("least number", QByteArray("-2147483648"), 0);
+    row("below zero", QByteArray("-1"), 0);
 }
 
 void TestStateFile::figureNoDayCanReachIsTakenForDamage()
@@ -236,9 +236,9 @@ void TestStateFile::countersFromADamagedFileCount()
 void TestStateFile::fullDiskLeavesTheOldFile_data()
 {
     QTest::addColumn<int>("room");
-    QTest::newRow("nothing can be written") << 0;
-    QTest::newRow("half can be written") << 60;
-    QTest::newRow("all but a byte can be written") << Filled.size() - 1;
+    row("nothing can be written", 0);
+    row("half can be written", 60);
+    row("all but a byte can be written", Filled.size() - 1);
 }
 
 void TestStateFile::fullDiskLeavesTheOldFile()

@@ -2,6 +2,7 @@
 #include "app/options.h"
 #include "app/startup.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 
 #include <QMessageBox>
 #include <QtTest>
@@ -77,9 +78,9 @@ void TestStopDialogue::cleanupTestCase()
 void TestStopDialogue::refusedStopEndsTheProgram_data()
 {
     QTest::addColumn<int>("answer");
-    QTest::newRow("No") << int(QMessageBox::No);
-    QTest::newRow("Esc") << int(QMessageBox::Escape);
-    QTest::newRow("closed") << 0;
+    row("No", int(QMessageBox::No));
+    row("Esc", int(QMessageBox::Escape));
+    row("closed", 0);
 }
 
 void TestStopDialogue::refusedStopEndsTheProgram()

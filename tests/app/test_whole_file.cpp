@@ -1,6 +1,7 @@
 #include "app/whole_file.h"
 #include "tests/records/file_size_limit.h"
 #include "tests/records/special_files.h"
+#include "tests/support/row.h"
 
 #include <QRegularExpression>
 
@@ -94,9 +95,9 @@ void TestWholeFile::directoryOfThatNameStays()
 void TestWholeFile::withoutATemporaryFileTheOldOneIsWrittenOver_data()
 {
     QTest::addColumn<QByteArray>("content");
-    QTest::newRow("longer") << QByteArray("longer than the old one");
-    QTest::newRow("shorter") << QByteArray("s");
-    QTest::newRow("empty") << QByteArray();
+    row("longer", QByteArray("longer than the old one"));
+    row("shorter", QByteArray("s"));
+    row("empty", QByteArray());
 }
 
 void TestWholeFile::withoutATemporaryFileTheOldOneIsWrittenOver()

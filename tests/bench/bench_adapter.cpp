@@ -2,6 +2,7 @@
 // line starves in between, and what the link costs while nothing happens.
 
 #include "tests/link/adapter_port.h"
+#include "tests/support/row.h"
 
 #include <QElapsedTimer>
 #include <QEventLoop>
@@ -114,8 +115,8 @@ double processorSeconds()
 void BenchAdapter::codesFollowTheGrant_data()
 {
     QTest::addColumn<QByteArray>("version");
-    QTest::newRow("old firmware") << QByteArray("170b0a");
-    QTest::newRow("new firmware") << QByteArray("170b0b");
+    ::row("old firmware", QByteArray("170b0a"));
+    ::row("new firmware", QByteArray("170b0b"));
 }
 
 void BenchAdapter::codesFollowTheGrant()

@@ -1,4 +1,5 @@
 #include "tests/e2e/adapter_station.h"
+#include "tests/support/row.h"
 
 #include <QtTest>
 
@@ -46,10 +47,8 @@ void AdapterStation::generations()
 {
     QTest::addColumn<QString>("firmware");
     QTest::addColumn<QString>("version");
-    QTest::newRow("without echo") << "old"
-                                  << "20231110";
-    QTest::newRow("with echo") << "new"
-                               << "20231111";
+    row("without echo", "old", "20231110");
+    row("with echo", "new", "20231111");
 }
 
 void verifyOrderlyEnd(Station &station, FarEnd &farEnd)

@@ -1,5 +1,6 @@
 #include "tests/e2e/far_end.h"
 #include "tests/e2e/station.h"
+#include "tests/support/row.h"
 
 #include <QtTest>
 
@@ -46,17 +47,14 @@ void TestE2eCipher::receiptRequestIsCipheredByteForByte_data()
     QTest::addColumn<QByteArray>("line");
     QTest::addColumn<int>("under"); // the key byte that the seed is added to
     // From position 0: 7C^(11+s), 87^22, 87^33, 20^44.
-    QTest::newRow("from the first key byte") << "1122334455"
-                                             << "00" << QByteArray("00a5b464") << 0x11;
+    row("from the first key byte", "1122334455", "00", QByteArray("00a5b464"), 0x11);
     // From position 7 mod 5 = 2: 7C^(33+s), 87^44, 87^55, 20^11.
-    QTest::newRow("from the third key byte") << "1122334455"
-                                             << "07" << QByteArray("00c3d231") << 0x33;
+    row("from the third key byte", "1122334455", "07", QByteArray("00c3d231"), 0x33);
     // From position 1 of 2 the seeded byte comes again as the third: both are 22+s.
-    QTest::newRow("shortest key") << "1122"
-                                  << "01" << QByteArray("00960031") << 0x22;
+    row("shortest key", "1122", "01", QByteArray("00960031"), 0x22);
     // 20 bytes, the first 16 count: position FF mod 16 = 15: 7C^(1F+s), 87^10, 87^11, 20^12.
-    QTest::newRow("key cut at sixteen bytes") << "101112131415161718191a1b1c1d1e1f20212223"
-                                              << "ff" << QByteArray("00979632") << 0x1F;
+    row("key cut at sixteen bytes", "101112131415161718191a1b1c1d1e1f20212223", "ff", QByteArray("00979632"),
+        0x1F);
 }
 
 void TestE2eCipher::receiptRequestIsCipheredByteForByte()

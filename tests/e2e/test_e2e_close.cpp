@@ -1,5 +1,6 @@
 #include "tests/e2e/station.h"
 #include "tests/link/black_hole.h"
+#include "tests/support/row.h"
 
 #include <QTcpSocket>
 #include <QtTest>
@@ -59,9 +60,9 @@ void TestE2eClose::linkThatHangsInTheSystem_data()
 {
     QTest::addColumn<int>("road");
     QTest::addColumn<QString>("call");
-    QTest::newRow("connecting") << int(Client) << "connect";
-    QTest::newRow("listening") << int(Server) << "listen";
-    QTest::newRow("opening the port") << int(Adapter) << "tcgetattr";
+    row("connecting", int(Client), "connect");
+    row("listening", int(Server), "listen");
+    row("opening the port", int(Adapter), "tcgetattr");
 }
 
 void TestE2eClose::linkThatHangsInTheSystem()

@@ -1,5 +1,6 @@
 #include "tests/e2e/far_end.h"
 #include "tests/e2e/station.h"
+#include "tests/support/row.h"
 
 #include <QDateTime>
 #include <QtTest>
@@ -157,12 +158,9 @@ void TestE2eExchange::orderlyCloseInEachMode_data()
 {
     QTest::addColumn<QString>("processMode");
     QTest::addColumn<QString>("word");
-    QTest::newRow("centre") << "0"
-                            << "ЦКС";
-    QTest::newRow("switched") << "1"
-                              << "СКК";
-    QTest::newRow("direct") << "2"
-                            << "ПС";
+    row("centre", "0", "ЦКС");
+    row("switched", "1", "СКК");
+    row("direct", "2", "ПС");
 }
 
 void TestE2eExchange::orderlyCloseInEachMode()

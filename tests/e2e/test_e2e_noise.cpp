@@ -1,6 +1,7 @@
 #include "tests/e2e/far_end.h"
 #include "tests/e2e/process_memory.h"
 #include "tests/e2e/station.h"
+#include "tests/support/row.h"
 
 #include <QtTest>
 
@@ -45,9 +46,9 @@ void verifyReady(Station &station, FarEnd &farEnd, const QString &out)
 void TestE2eNoise::noiseIsSurvived_data()
 {
     QTest::addColumn<QString>("processMode");
-    QTest::newRow("centre") << "0";
-    QTest::newRow("switched") << "1";
-    QTest::newRow("direct") << "2";
+    row("centre", "0");
+    row("switched", "1");
+    row("direct", "2");
 }
 
 // 10 MB, twenty blocks of half a megabyte.
@@ -112,17 +113,15 @@ void TestE2eNoise::halfCommandEndsWithItsConnection()
 void TestE2eNoise::closingInAnyStateIsSurvived_data()
 {
     QTest::addColumn<QStringList>("faults");
-    QTest::newRow("at once") << QStringList{"--do", "drop"};
-    QTest::newRow("in the first second") << QStringList{"--after", "300:close"};
-    QTest::newRow("after one byte") << QStringList{"--silent", "--do", "raw 16", "--after", "20:drop"};
-    QTest::newRow("as it begins to talk") << QStringList{"--after", "550:drop"};
-    QTest::newRow("in the middle of a command")
-        << QStringList{"--after", "700:half-command", "--after", "800:drop"};
-    QTest::newRow("in the middle of a telegram in")
-        << QStringList{"--after", "700:text ЗЦЗЦ ПОЛ\\r\\n", "--after", "900:drop"};
-    QTest::newRow("in the middle of a telegram out")
-        << QStringList{"--window-pause", "300", "--after", "3500:drop"};
-    QTest::newRow("while a window is due") << QStringList{"--no-windows", "--after", "3500:close"};
+    row("at once", QStringList{"--do", "drop"});
+    row("in the first second", QStringList{"--after", "300:close"});
+    row("after one byte", QStringList{"--silent", "--do", "raw 16", "--after", "20:drop"});
+    row("as it begins to talk", QStringList{"--after", "550:drop"});
+    row("in the middle of a command", QStringList{"--after", "700:half-command", "--after", "800:drop"});
+    row("in the middle of a telegram in",
+        QStringList{"--after", "700:text ЗЦЗЦ ПОЛ\\r\\n", "--after", "900:drop"});
+    row("in the middle of a telegram out", QStringList{"--window-pause", "300", "--after", "3500:drop"});
+    row("while a window is due", QStringList{"--no-windows", "--after", "3500:close"});
 }
 
 // The fault comes on every connection until a far end without faults takes its place.

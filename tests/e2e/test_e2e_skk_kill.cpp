@@ -3,6 +3,7 @@
 
 #include "tests/e2e/station.h"
 #include "tests/e2e/switch_end.h"
+#include "tests/support/row.h"
 
 #include <QtTest>
 
@@ -70,7 +71,7 @@ QStringList subscriber(const QString &habits)
 
 void addMoment(const char *state, const char *habits, const char *event, int times = 1)
 {
-    QTest::newRow(state) << QString::fromUtf8(habits) << QString::fromUtf8(event) << times;
+    row(state, QString::fromUtf8(habits), QString::fromUtf8(event), times);
 }
 
 void momentColumns()

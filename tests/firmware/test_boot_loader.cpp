@@ -1,6 +1,7 @@
 // The bytes between the program and a boot loader, on the serial port of a simulated device.
 
 #include "link/boot_loader.h"
+#include "tests/support/row.h"
 #include "tools/linesim/serial/pseudo_terminal.h"
 
 #include <QSerialPort>
@@ -97,14 +98,14 @@ void TestBootLoader::eachCommandHasItsBytes_data()
     const auto address = [](quint32 at) {
         return Command([at](QSerialPort &port) { return BootLoader::loadAddress(port, at); });
     };
-    QTest::newRow("sync") << Command(&BootLoader::getSync) << bytes("3020");
-    QTest::newRow("enter") << Command(&BootLoader::enterProgramming) << bytes("5020");
-    QTest::newRow("leave") << Command(&BootLoader::leaveProgramming) << bytes("5120");
-    QTest::newRow("address 0") << address(0) << bytes("55000020");
-    QTest::newRow("address of byte 128") << address(128) << bytes("55400020");
-    QTest::newRow("address of byte 256") << address(256) << bytes("55800020");
-    QTest::newRow("address of byte 512") << address(512) << bytes("55000120");
-    QTest::newRow("address of the last block of 56536") << address(56320) << bytes("55006e20");
+    row("sync", Command(&BootLoader::getSync), bytes("3020"));
+    row("enter", Command(&BootLoader::enterProgramming), bytes("5020"));
+    row("leave", Command(&BootLoader::leaveProgramming), bytes("5120"));
+    row("address 0", address(0), bytes("55000020"));
+    row("address of byte 128", address(128), bytes("55400020"));
+    row("address of byte 256", address(256), bytes("55800020"));
+    row("address of byte 512", address(512), bytes("55000120"));
+    row("address of the last block of 56536", address(56320), bytes("55006e20"));
 }
 
 void TestBootLoader::eachCommandHasItsBytes()
@@ -124,10 +125,10 @@ void TestBootLoader::pageCarriesCountAndData_data()
 {
     QTest::addColumn<int>("count");
     QTest::addColumn<QByteArray>("head");
-    QTest::newRow("full block of 256") << 256 << bytes("64010046");
-    QTest::newRow("full block of 128") << 128 << bytes("64008046");
-    QTest::newRow("last block of 76") << 76 << bytes("64004c46");
-    QTest::newRow("one byte") << 1 << bytes("64000146");
+    row("full block of 256", 256, bytes("64010046"));
+    row("full block of 128", 128, bytes("64008046"));
+    row("last block of 76", 76, bytes("64004c46"));
+    row("one byte", 1, bytes("64000146"));
 }
 
 void TestBootLoader::pageCarriesCountAndData()
@@ -155,13 +156,13 @@ void TestBootLoader::answerDecides_data()
 {
     QTest::addColumn<QByteArray>("answer");
     QTest::addColumn<bool>("good");
-    QTest::newRow("good") << bytes("1410") << true;
-    QTest::newRow("other bytes before it are skipped") << bytes("00ff101115421410") << true;
-    QTest::newRow("failed") << bytes("1411") << false;
-    QTest::newRow("no sync byte") << bytes("1510") << false;
-    QTest::newRow("first sync byte decides") << bytes("14141410") << false;
-    QTest::newRow("only the sync byte") << bytes("14") << false;
-    QTest::newRow("nothing") << QByteArray() << false;
+    row("good", bytes("1410"), true);
+    row("other bytes before it are skipped", bytes("00ff101115421410"), true);
+    row("failed", bytes("1411"), false);
+    row("no sync byte", bytes("1510"), false);
+    row("first sync byte decides", bytes("14141410"), false);
+    row("only the sync byte", bytes("14"), false);
+    row("nothing", QByteArray(), false);
 }
 
 void TestBootLoader::answerDecides()
@@ -179,12 +180,12 @@ void TestBootLoader::answerInTimeCounts_data()
     using Bytes = QVector<Piece>;
     QTest::addColumn<Bytes>("pieces");
     QTest::addColumn<bool>("good");
-    QTest::newRow("first byte after 90 ms") << Bytes{{90, bytes("1410")}} << true;
-    QTest::newRow("first byte after 300 ms") << Bytes{{300, bytes("1410")}} << false;
-    QTest::newRow("each byte that is skipped is waited for anew")
-        << Bytes{{60, bytes("99")}, {60, bytes("99")}, {60, bytes("1410")}} << true;
-    QTest::newRow("second byte 10 ms after the first") << Bytes{{0, bytes("14")}, {10, bytes("10")}} << true;
-    QTest::newRow("second byte 90 ms after the first") << Bytes{{0, bytes("14")}, {90, bytes("10")}} << false;
+    row("first byte after 90 ms", Bytes{{90, bytes("1410")}}, true);
+    row("first byte after 300 ms", Bytes{{300, bytes("1410")}}, false);
+    row("each byte that is skipped is waited for anew",
+        Bytes{{60, bytes("99")}, {60, bytes("99")}, {60, bytes("1410")}}, true);
+    row("second byte 10 ms after the first", Bytes{{0, bytes("14")}, {10, bytes("10")}}, true);
+    row("second byte 90 ms after the first", Bytes{{0, bytes("14")}, {90, bytes("10")}}, false);
 }
 
 /// A busy machine may hold up either end, so one round of a few must come out as in quiet.

@@ -4,6 +4,7 @@
 #include "link/fw_update.h"
 #include "tests/firmware/board.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 
 #include <QCryptographicHash>
 #include <QtTest>
@@ -112,12 +113,10 @@ void TestFwBoard::suppliedImageIsLoaded_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<int>("size");
     QTest::addColumn<QString>("begins");
-    QTest::newRow("line adapter") << QStringLiteral("10000001") << QStringLiteral("trelo") << 7244
-                                  << QStringLiteral(
-                                         "312:00:00 Подготовка к записи firmware ver: 250124 size: 7244");
-    QTest::newRow("perforator") << QStringLiteral("20000001") << QStringLiteral("sorel") << 5938
-                                << QStringLiteral(
-                                       "312:00:00 Подготовка к записи firmware ver: 231218 size: 5938");
+    row("line adapter", QStringLiteral("10000001"), QStringLiteral("trelo"), 7244,
+        QStringLiteral("312:00:00 Подготовка к записи firmware ver: 250124 size: 7244"));
+    row("perforator", QStringLiteral("20000001"), QStringLiteral("sorel"), 5938,
+        QStringLiteral("312:00:00 Подготовка к записи firmware ver: 231218 size: 5938"));
 }
 
 void TestFwBoard::suppliedImageIsLoaded()

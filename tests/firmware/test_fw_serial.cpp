@@ -3,6 +3,7 @@
 
 #include "link/fw_update.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 #include "tools/linesim/serial/pseudo_terminal.h"
 
 #include <QSignalSpy>
@@ -83,9 +84,9 @@ void TestFwSerial::serialThatSelectsNoImageTouchesNoPort_data()
 {
     QTest::addColumn<QString>("serial");
     for (const char *serial : {"40000001", "00000001", "90000001", "A0000001", "Я0000001", "١0000001"})
-        QTest::newRow(serial) << qs(serial);
-    QTest::newRow("U+0131, whose low byte is that of 1") << QChar(0x131) + qs("0000001");
-    QTest::newRow("U+FF11, a wide 1") << QChar(0xFF11) + qs("0000001");
+        row(serial, qs(serial));
+    row("U+0131, whose low byte is that of 1", QChar(0x131) + qs("0000001"));
+    row("U+FF11, a wide 1", QChar(0xFF11) + qs("0000001"));
 }
 
 void TestFwSerial::serialThatSelectsNoImageTouchesNoPort()
@@ -100,10 +101,10 @@ void TestFwSerial::serialThatSelectsNoImageTouchesNoPort()
 void TestFwSerial::serialWithoutPortDoesNothing_data()
 {
     QTest::addColumn<QString>("serial");
-    QTest::newRow("absent") << qs("10000002");
-    QTest::newRow("7 characters") << qs("1000000");
-    QTest::newRow("9 characters") << qs("100000011");
-    QTest::newRow("empty") << QString();
+    row("absent", qs("10000002"));
+    row("7 characters", qs("1000000"));
+    row("9 characters", qs("100000011"));
+    row("empty", QString());
 }
 
 void TestFwSerial::serialWithoutPortDoesNothing()
@@ -119,7 +120,7 @@ void TestFwSerial::imageThatTheBuildDoesNotCarryTouchesNoPort_data()
 {
     QTest::addColumn<QString>("serial");
     for (const char *serial : {"10000001", "20000001", "30000001"})
-        QTest::newRow(serial) << qs(serial);
+        row(serial, qs(serial));
 }
 
 void TestFwSerial::imageThatTheBuildDoesNotCarryTouchesNoPort()
@@ -156,9 +157,9 @@ void TestFwSerial::lockSendsItsByteTwice_data()
 {
     QTest::addColumn<QString>("serial");
     QTest::addColumn<QByteArray>("answer");
-    QTest::newRow("silent adapter") << qs("10000001") << QByteArray();
-    QTest::newRow("adapter that reports its status") << qs("20000001") << QByteArray("\x2F\x3F\x14\x10");
-    QTest::newRow("adapter of another class") << qs("70000001") << QByteArray();
+    row("silent adapter", qs("10000001"), QByteArray());
+    row("adapter that reports its status", qs("20000001"), QByteArray("\x2F\x3F\x14\x10"));
+    row("adapter of another class", qs("70000001"), QByteArray());
 }
 
 void TestFwSerial::lockSendsItsByteTwice()

@@ -5,6 +5,7 @@
 #include "tests/firmware/device.h"
 #include "tests/firmware/progress_watch.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 
 #include <QRegularExpression>
 #include <QtTest>
@@ -172,10 +173,10 @@ void TestFwUpdate::failureIsJournalled_data()
     };
     for (const char *kind : {"wrong:", "silent:", "unplug:"}) {
         const QString sync = qs(kind) + qs("sync");
-        QTest::newRow(qPrintable(sync)) << sync << journal({"312:00:00 Программатор не обнаружен", Error});
+        row(qPrintable(sync), sync, journal({"312:00:00 Программатор не обнаружен", Error}));
         for (const auto &step : steps) {
             const QString fault = qs(kind) + qs(step.step);
-            QTest::newRow(qPrintable(fault)) << fault << journal({ThreeBlocksBegins, step.failure, Error});
+            row(qPrintable(fault), fault, journal({ThreeBlocksBegins, step.failure, Error}));
         }
     }
 }
@@ -279,7 +280,7 @@ void TestFwUpdate::anyAnswersEndInSuccessOrFailure_data()
 {
     QTest::addColumn<QString>("seed");
     for (const char *seed : {"1", "2", "3", "4", "5"})
-        QTest::newRow(seed) << qs(seed);
+        row(seed, qs(seed));
 }
 
 void TestFwUpdate::anyAnswersEndInSuccessOrFailure()

@@ -4,6 +4,7 @@
 #include "link/prf_thread.h"
 #include "link/tlg_thread.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 #include "tools/linesim/serial/pseudo_terminal.h"
 #include "ui/fw_update_dialog.h"
 
@@ -162,9 +163,9 @@ void TestFwUpdateDialog::fixedPortEnablesTheButtonsWithoutAdapters()
 void TestFwUpdateDialog::linksPauseWhileItIsOpen_data()
 {
     QTest::addColumn<Close>("close");
-    QTest::newRow("button") << Close([](CFWUpdateDialog &dialog) { press(dialog, "cancel"); });
-    QTest::newRow("cross") << Close([](CFWUpdateDialog &dialog) { dialog.close(); });
-    QTest::newRow("Esc") << Close([](CFWUpdateDialog &dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    row("button", Close([](CFWUpdateDialog &dialog) { press(dialog, "cancel"); }));
+    row("cross", Close([](CFWUpdateDialog &dialog) { dialog.close(); }));
+    row("Esc", Close([](CFWUpdateDialog &dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); }));
 }
 
 void TestFwUpdateDialog::linksPauseWhileItIsOpen()
@@ -242,7 +243,7 @@ void TestFwUpdateDialog::updateOfAnAdapterWhoseImageIsMissing_data()
 {
     QTest::addColumn<QByteArray>("serial");
     for (const char *serial : {"10000001", "20000001", "30000001"})
-        QTest::newRow(serial) << QByteArray(serial);
+        row(serial, QByteArray(serial));
 }
 
 /// This test carries erased flash in the place of the images, as a build without them.
@@ -322,8 +323,8 @@ void TestFwUpdateDialog::lockOfAPortThatCannotBeOpened()
 void TestFwUpdateDialog::fixedPortTakesTheTestImage_data()
 {
     QTest::addColumn<QString>("pressed");
-    QTest::newRow("update") << qs("apply");
-    QTest::newRow("lock") << qs("lock");
+    row("update", qs("apply"));
+    row("lock", qs("lock"));
 }
 
 /// The port is silent: what shows here is that the boot loader was called there, and not on the adapter.

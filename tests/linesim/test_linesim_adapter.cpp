@@ -1,6 +1,7 @@
 // A line adapter by itself: what it does with the bytes of a program, with given times.
 
 #include "tests/linesim/adapter_desk.h"
+#include "tests/support/row.h"
 
 #include <QtTest>
 
@@ -54,10 +55,10 @@ void TestLinesimAdapter::versionIsTold_data()
 {
     QTest::addColumn<int>("version");
     QTest::addColumn<QByteArray>("reply");
-    QTest::newRow("new") << 20231111 << QByteArray("170b0b");
-    QTest::newRow("old") << 20231110 << QByteArray("170b0a");
-    QTest::newRow("later") << 20261231 << QByteArray("1a0c1f");
-    QTest::newRow("none") << 0 << QByteArray();
+    row("new", 20231111, QByteArray("170b0b"));
+    row("old", 20231110, QByteArray("170b0a"));
+    row("later", 20261231, QByteArray("1a0c1f"));
+    row("none", 0, QByteArray());
 }
 
 void TestLinesimAdapter::versionIsTold()
@@ -309,9 +310,9 @@ void TestLinesimAdapter::callWithoutASwitchedChannelIsABreach()
 void TestLinesimAdapter::dialledNumberBecomesACommand_data()
 {
     QTest::addColumn<QByteArray>("bytes");
-    QTest::newRow("@N123+@") << QByteArray("5d420102030b40");
-    QTest::newRow("@n0987654321@") << QByteArray("5e420009080706050403020140");
-    QTest::newRow("@N@") << QByteArray("5d4240");
+    row("@N123+@", QByteArray("5d420102030b40"));
+    row("@n0987654321@", QByteArray("5e420009080706050403020140"));
+    row("@N@", QByteArray("5d4240"));
 }
 
 void TestLinesimAdapter::dialledNumberBecomesACommand()

@@ -1,5 +1,6 @@
 // What the command line of an adapter before a far end is taken for.
 
+#include "tests/support/row.h"
 #include "tools/linesim/adapter/adapter_options.h"
 #include "tools/linesim/subcommands.h"
 
@@ -42,10 +43,10 @@ void TestLinesimAdapterOptions::optionsAreRead()
 void TestLinesimAdapterOptions::firmwareIsRead_data()
 {
     QTest::addColumn<int>("version");
-    QTest::newRow("new") << 20231111;
-    QTest::newRow("old") << 20231110;
-    QTest::newRow("none") << 0;
-    QTest::newRow("240229") << 20240229;
+    row("new", 20231111);
+    row("old", 20231110);
+    row("none", 0);
+    row("240229", 20240229);
 }
 
 void TestLinesimAdapterOptions::firmwareIsRead()
@@ -58,14 +59,14 @@ void TestLinesimAdapterOptions::modeFollowsTheFarEnd_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<int>("mode");
-    QTest::newRow("peer") << QStringList{"peer"} << 0x67;
-    QTest::newRow("centre at 50 baud") << QStringList{"--baud", "50", "centre"} << 0x65;
-    QTest::newRow("100 baud") << QStringList{"--baud", "100", "peer"} << 0x66;
-    QTest::newRow("switch") << QStringList{"--baud", "50", "switch"} << 0x69;
-    QTest::newRow("told") << QStringList{"--mode", "50", "peer"} << 0x65;
-    QTest::newRow("none") << QStringList{"--mode", "none", "peer"} << 0x64;
-    QTest::newRow("switched") << QStringList{"--mode", "switched", "peer"} << 0x69;
-    QTest::newRow("any") << QStringList{"--mode", "any", "switch"} << -1;
+    row("peer", QStringList{"peer"}, 0x67);
+    row("centre at 50 baud", QStringList{"--baud", "50", "centre"}, 0x65);
+    row("100 baud", QStringList{"--baud", "100", "peer"}, 0x66);
+    row("switch", QStringList{"--baud", "50", "switch"}, 0x69);
+    row("told", QStringList{"--mode", "50", "peer"}, 0x65);
+    row("none", QStringList{"--mode", "none", "peer"}, 0x64);
+    row("switched", QStringList{"--mode", "switched", "peer"}, 0x69);
+    row("any", QStringList{"--mode", "any", "switch"}, -1);
 }
 
 void TestLinesimAdapterOptions::modeFollowsTheFarEnd()
@@ -77,19 +78,19 @@ void TestLinesimAdapterOptions::modeFollowsTheFarEnd()
 void TestLinesimAdapterOptions::optionsThatAreNotUnderstood_data()
 {
     QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("no far end") << QStringList{};
-    QTest::newRow("unknown far end") << QStringList{"perforator"};
-    QTest::newRow("adapter behind an adapter") << QStringList{"adapter", "peer"};
-    QTest::newRow("baud") << QStringList{"--baud", "300", "peer"};
-    QTest::newRow("room") << QStringList{"--room", "3", "peer"};
-    QTest::newRow("status") << QStringList{"--status", "0", "peer"};
-    QTest::newRow("firmware") << QStringList{"--firmware", "latest", "peer"};
-    QTest::newRow("firmware of no month") << QStringList{"--firmware", "241301", "peer"};
-    QTest::newRow("mode") << QStringList{"--mode", "75", "peer"};
-    QTest::newRow("listen") << QStringList{"peer", "--listen", "0"};
-    QTest::newRow("connect") << QStringList{"centre", "--connect", "127.0.0.1:1"};
-    QTest::newRow("windows") << QStringList{"switch", "--no-windows"};
-    QTest::newRow("option of the adapter behind the far end") << QStringList{"peer", "--baud", "50"};
+    row("no far end", QStringList{});
+    row("unknown far end", QStringList{"perforator"});
+    row("adapter behind an adapter", QStringList{"adapter", "peer"});
+    row("baud", QStringList{"--baud", "300", "peer"});
+    row("room", QStringList{"--room", "3", "peer"});
+    row("status", QStringList{"--status", "0", "peer"});
+    row("firmware", QStringList{"--firmware", "latest", "peer"});
+    row("firmware of no month", QStringList{"--firmware", "241301", "peer"});
+    row("mode", QStringList{"--mode", "75", "peer"});
+    row("listen", QStringList{"peer", "--listen", "0"});
+    row("connect", QStringList{"centre", "--connect", "127.0.0.1:1"});
+    row("windows", QStringList{"switch", "--no-windows"});
+    row("option of the adapter behind the far end", QStringList{"peer", "--baud", "50"});
 }
 
 void TestLinesimAdapterOptions::optionsThatAreNotUnderstood()

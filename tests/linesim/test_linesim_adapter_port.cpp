@@ -1,6 +1,7 @@
 // The adapter at its serial port, with the serial port class of the workstation at the other end and a far
 // end behind it.
 
+#include "tests/support/row.h"
 #include "tools/linesim/adapter/adapter_options.h"
 #include "tools/linesim/centre/centre.h"
 #include "tools/linesim/network/channel_switch.h"
@@ -251,14 +252,12 @@ void TestLinesimAdapterPort::brokenRuleIsTold_data()
     QTest::addColumn<QByteArray>("mode");
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QString>("breach");
-    QTest::newRow("status without an answer")
-        << QByteArray("67") << QByteArray() << "status not answered in 300 ms";
-    QTest::newRow("sixteen characters of fifteen")
-        << QByteArray("67") << QByteArray("03").repeated(16) << "1 characters more than granted";
-    QTest::newRow("another mode") << QByteArray("66") << QByteArray()
-                                  << "mode 66 100 baud instead of 67 200 baud";
-    QTest::newRow("version") << QByteArray("67") << QByteArray("5b") << "version asked when it was not due";
-    QTest::newRow("goodbye") << QByteArray("67") << QByteArray("6067") << "goodbye without a close";
+    row("status without an answer", QByteArray("67"), QByteArray(), "status not answered in 300 ms");
+    row("sixteen characters of fifteen", QByteArray("67"), QByteArray("03").repeated(16),
+        "1 characters more than granted");
+    row("another mode", QByteArray("66"), QByteArray(), "mode 66 100 baud instead of 67 200 baud");
+    row("version", QByteArray("67"), QByteArray("5b"), "version asked when it was not due");
+    row("goodbye", QByteArray("67"), QByteArray("6067"), "goodbye without a close");
 }
 
 void TestLinesimAdapterPort::brokenRuleIsTold()
@@ -342,18 +341,18 @@ void TestLinesimAdapterPort::faultsAreCommands_data()
 {
     QTest::addColumn<QString>("event");
     QTest::addColumn<QByteArray>("bytes");
-    QTest::newRow("break") << "broken:" << QByteArray("4f");
-    QTest::newRow("mend") << "mended:" << QByteArray();
-    QTest::newRow("no-signal") << "no signal:" << QByteArray("5e");
-    QTest::newRow("signal") << "signal:" << QByteArray();
-    QTest::newRow("silence") << "silent:" << QByteArray();
-    QTest::newRow("lose-echo 3") << "echoes to lose: 3" << QByteArray();
-    QTest::newRow("no-credit 900") << "no credit: 900" << QByteArray("30");
-    QTest::newRow("garbage 9 1") << "garbage: 9" << QByteArray();
-    QTest::newRow("allow-version") << "version allowed:" << QByteArray();
-    QTest::newRow("raw c3") << "" << QByteArray("c3");
-    QTest::newRow("dance") << "error: no command dance" << QByteArray();
-    QTest::newRow("windows on") << "error: no command windows on" << QByteArray();
+    row("break", "broken:", QByteArray("4f"));
+    row("mend", "mended:", QByteArray());
+    row("no-signal", "no signal:", QByteArray("5e"));
+    row("signal", "signal:", QByteArray());
+    row("silence", "silent:", QByteArray());
+    row("lose-echo 3", "echoes to lose: 3", QByteArray());
+    row("no-credit 900", "no credit: 900", QByteArray("30"));
+    row("garbage 9 1", "garbage: 9", QByteArray());
+    row("allow-version", "version allowed:", QByteArray());
+    row("raw c3", "", QByteArray("c3"));
+    row("dance", "error: no command dance", QByteArray());
+    row("windows on", "error: no command windows on", QByteArray());
 }
 
 void TestLinesimAdapterPort::faultsAreCommands()

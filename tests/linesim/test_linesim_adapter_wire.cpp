@@ -1,6 +1,7 @@
 // The pace of a line, the account of what an adapter grants, and what it expects of the program, with given
 // times.
 
+#include "tests/support/row.h"
 #include "tools/linesim/adapter/code_wire.h"
 #include "tools/linesim/adapter/credit_ledger.h"
 #include "tools/linesim/adapter/program_rules.h"
@@ -87,9 +88,9 @@ void TestLinesimAdapterWire::characterTakesSevenAndAHalfUnits_data()
 {
     QTest::addColumn<int>("baud");
     QTest::addColumn<int>("us");
-    QTest::newRow("50") << 50 << 150000;
-    QTest::newRow("100") << 100 << 75000;
-    QTest::newRow("200") << 200 << 37500;
+    row("50", 50, 150000);
+    row("100", 100, 75000);
+    row("200", 200, 37500);
 }
 
 void TestLinesimAdapterWire::characterTakesSevenAndAHalfUnits()
@@ -193,16 +194,16 @@ void TestLinesimAdapterWire::grantFollowsTheRoom_data()
     QTest::addColumn<int>("waiting");
     QTest::addColumn<int>("outstanding");
     QTest::addColumn<int>("granted");
-    QTest::newRow("all free") << 64 << 0 << 0 << 15;
-    QTest::newRow("all free, the grant before not used") << 64 << 0 << 15 << 15;
-    QTest::newRow("half of what is free, as a character may cost two codes") << 64 << 44 << 0 << 10;
-    QTest::newRow("odd") << 64 << 61 << 0 << 1;
-    QTest::newRow("what is outstanding comes first") << 64 << 30 << 10 << 7;
-    QTest::newRow("full") << 64 << 64 << 0 << 0;
-    QTest::newRow("overrun") << 64 << 70 << 0 << 0;
-    QTest::newRow("more is outstanding than fits") << 64 << 40 << 15 << 0;
-    QTest::newRow("small room") << 16 << 0 << 4 << 4;
-    QTest::newRow("smallest room") << 4 << 0 << 1 << 1;
+    row("all free", 64, 0, 0, 15);
+    row("all free, the grant before not used", 64, 0, 15, 15);
+    row("half of what is free, as a character may cost two codes", 64, 44, 0, 10);
+    row("odd", 64, 61, 0, 1);
+    row("what is outstanding comes first", 64, 30, 10, 7);
+    row("full", 64, 64, 0, 0);
+    row("overrun", 64, 70, 0, 0);
+    row("more is outstanding than fits", 64, 40, 15, 0);
+    row("small room", 16, 0, 4, 4);
+    row("smallest room", 4, 0, 1, 1);
 }
 
 void TestLinesimAdapterWire::grantFollowsTheRoom()
@@ -270,11 +271,11 @@ void TestLinesimAdapterWire::modeIsTold_data()
 {
     QTest::addColumn<int>("mode");
     QTest::addColumn<int>("baud");
-    QTest::newRow("64 no speed") << 0x64 << 0;
-    QTest::newRow("65 50 baud") << 0x65 << 50;
-    QTest::newRow("66 100 baud") << 0x66 << 100;
-    QTest::newRow("67 200 baud") << 0x67 << 200;
-    QTest::newRow("69 switched") << 0x69 << 0;
+    row("64 no speed", 0x64, 0);
+    row("65 50 baud", 0x65, 50);
+    row("66 100 baud", 0x66, 100);
+    row("67 200 baud", 0x67, 200);
+    row("69 switched", 0x69, 0);
 }
 
 void TestLinesimAdapterWire::modeIsTold()
@@ -421,10 +422,10 @@ void TestLinesimAdapterWire::closeByASilentAdapterIsNone_data()
     QTest::addColumn<bool>("spoke");
     QTest::addColumn<int>("seconds");
     QTest::addColumn<int>("breaches");
-    QTest::newRow("never said a word") << false << 5 << 0;
-    QTest::newRow("had no time to") << false << 3 << 1;
-    QTest::newRow("fell silent") << true << 31 << 0;
-    QTest::newRow("fell silent a moment ago") << true << 20 << 1;
+    row("never said a word", false, 5, 0);
+    row("had no time to", false, 3, 1);
+    row("fell silent", true, 31, 0);
+    row("fell silent a moment ago", true, 20, 1);
 }
 
 void TestLinesimAdapterWire::closeByASilentAdapterIsNone()

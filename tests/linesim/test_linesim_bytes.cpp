@@ -1,3 +1,4 @@
+#include "tests/support/row.h"
 #include "tools/linesim/console/event_log.h"
 #include "tools/linesim/line/corva.h"
 #include "tools/linesim/line/stream_cipher.h"
@@ -116,18 +117,12 @@ void TestLinesimBytes::escapesAreReadBack_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("text");
-    QTest::newRow("line ends") << "A\\r\\nB"
-                               << "A\r\nB";
-    QTest::newRow("backslash") << "A\\\\n"
-                               << "A\\n";
-    QTest::newRow("hexadecimal") << "\\x41\\x05"
-                                 << "A\x05";
-    QTest::newRow("cut hexadecimal") << "\\x4"
-                                     << "\\x4";
-    QTest::newRow("unknown") << "\\q"
-                             << "\\q";
-    QTest::newRow("backslash at the end") << "A\\"
-                                          << "A\\";
+    row("line ends", "A\\r\\nB", "A\r\nB");
+    row("backslash", "A\\\\n", "A\\n");
+    row("hexadecimal", "\\x41\\x05", "A\x05");
+    row("cut hexadecimal", "\\x4", "\\x4");
+    row("unknown", "\\q", "\\q");
+    row("backslash at the end", "A\\", "A\\");
 }
 
 void TestLinesimBytes::escapesAreReadBack()

@@ -1,6 +1,7 @@
 // The switching centre: its strict reading of the terminal, its bookkeeping, its scenario.
 
 #include "tests/linesim/clerk.h"
+#include "tests/support/row.h"
 #include "tools/linesim/console/scenario.h"
 
 #include <QtTest>
@@ -38,29 +39,25 @@ void TestLinesimCentre::readsEachForm_data()
     QTest::addColumn<int>("kind");
     QTest::addColumn<int>("number");
     QTest::addColumn<QString>("text");
-    QTest::newRow("request") << "|ЗЗ " << int(TerminalMessage::ReceiptRequest) << -1 << "";
-    QTest::newRow("receipt") << "|ЗЦЗЦ КС ВАШ 012=012 НННН  " << int(TerminalMessage::Receipt) << 12 << "";
-    QTest::newRow("receipt that differs from itself")
-        << "|ЗЦЗЦ КС ВАШ 012=013 НННН  " << int(TerminalMessage::Foreign) << -1 << "КС ВАШ 012=013 ";
-    QTest::newRow("receipt behind line ends")
-        << "\r\n|ЗЦЗЦ КС ВАШ 012=012 НННН  " << int(TerminalMessage::Receipt) << 12 << "";
-    QTest::newRow("stop") << "|ЗЦЗЦ КС СТОП НННН  " << int(TerminalMessage::Stop) << -1 << "";
-    QTest::newRow("text") << "|ЗЦЗЦ КС ТЕКСТ НННН  " << int(TerminalMessage::Text) << -1 << "";
-    QTest::newRow("confirmation") << "|ЗЦЗЦ КС Р007 ПРИН ИВАНОВА НННН  " << int(TerminalMessage::Confirmation)
-                                  << 7 << "ИВАНОВА";
-    QTest::newRow("telegram") << "|ЗЦЗЦ 007 А\r\nБ НННН  " << int(TerminalMessage::Telegram) << 7 << "А\r\nБ";
-    QTest::newRow("empty telegram") << "|ЗЦЗЦ 007  НННН  " << int(TerminalMessage::Telegram) << 7 << "";
-    QTest::newRow("two digits") << "|ЗЦЗЦ 07 А НННН  " << int(TerminalMessage::Foreign) << -1 << "07 А ";
-    QTest::newRow("mark inside a form")
-        << "|ЗЦЗЦ КС |СТОП НННН  " << int(TerminalMessage::Foreign) << -1 << "КС |СТОП ";
-    QTest::newRow("request without its mark") << "ЗЗ " << int(TerminalMessage::Foreign) << -1 << "ЗЗ ";
-    QTest::newRow("request under the figures' mark")
-        << "#ЗЗ " << int(TerminalMessage::Foreign) << -1 << "#ЗЗ ";
-    QTest::newRow("form without its mark")
-        << "ЗЦЗЦ КС СТОП НННН  " << int(TerminalMessage::Foreign) << -1 << "ЗЦЗЦ КС СТОП НННН  ";
-    QTest::newRow("Latin brackets") << "&ZCZC 001 A NNNN  " << int(TerminalMessage::Foreign) << -1
-                                    << "&ZCZC 001 A NNNN  ";
-    QTest::newRow("no form") << "ПРИВЕТ" << int(TerminalMessage::Foreign) << -1 << "ПРИВЕТ";
+    row("request", "|ЗЗ ", int(TerminalMessage::ReceiptRequest), -1, "");
+    row("receipt", "|ЗЦЗЦ КС ВАШ 012=012 НННН  ", int(TerminalMessage::Receipt), 12, "");
+    row("receipt that differs from itself", "|ЗЦЗЦ КС ВАШ 012=013 НННН  ", int(TerminalMessage::Foreign), -1,
+        "КС ВАШ 012=013 ");
+    row("receipt behind line ends", "\r\n|ЗЦЗЦ КС ВАШ 012=012 НННН  ", int(TerminalMessage::Receipt), 12, "");
+    row("stop", "|ЗЦЗЦ КС СТОП НННН  ", int(TerminalMessage::Stop), -1, "");
+    row("text", "|ЗЦЗЦ КС ТЕКСТ НННН  ", int(TerminalMessage::Text), -1, "");
+    row("confirmation", "|ЗЦЗЦ КС Р007 ПРИН ИВАНОВА НННН  ", int(TerminalMessage::Confirmation), 7,
+        "ИВАНОВА");
+    row("telegram", "|ЗЦЗЦ 007 А\r\nБ НННН  ", int(TerminalMessage::Telegram), 7, "А\r\nБ");
+    row("empty telegram", "|ЗЦЗЦ 007  НННН  ", int(TerminalMessage::Telegram), 7, "");
+    row("two digits", "|ЗЦЗЦ 07 А НННН  ", int(TerminalMessage::Foreign), -1, "07 А ");
+    row("mark inside a form", "|ЗЦЗЦ КС |СТОП НННН  ", int(TerminalMessage::Foreign), -1, "КС |СТОП ");
+    row("request without its mark", "ЗЗ ", int(TerminalMessage::Foreign), -1, "ЗЗ ");
+    row("request under the figures' mark", "#ЗЗ ", int(TerminalMessage::Foreign), -1, "#ЗЗ ");
+    row("form without its mark", "ЗЦЗЦ КС СТОП НННН  ", int(TerminalMessage::Foreign), -1,
+        "ЗЦЗЦ КС СТОП НННН  ");
+    row("Latin brackets", "&ZCZC 001 A NNNN  ", int(TerminalMessage::Foreign), -1, "&ZCZC 001 A NNNN  ");
+    row("no form", "ПРИВЕТ", int(TerminalMessage::Foreign), -1, "ПРИВЕТ");
 }
 
 void TestLinesimCentre::readsEachForm()
@@ -186,20 +183,14 @@ void TestLinesimCentre::breachesAreCounted_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("breach");
-    QTest::newRow("number out of order") << "|ЗЦЗЦ 002 Х НННН  "
-                                         << "violation: telegram 2 instead of 1";
-    QTest::newRow("receipt ahead of what was sent") << "|ЗЦЗЦ КС ВАШ 003=003 НННН  "
-                                                    << "violation: receipt 3 of 0 sent";
-    QTest::newRow("letter among the figures") << "|ЗЦЗЦ 001 #12А НННН  "
-                                              << "violation: telegram 1 out of its register";
-    QTest::newRow("number that repeats") << "|ЗЦЗЦ 000 Х НННН  "
-                                         << "violation: telegram 0 instead of 1";
-    QTest::newRow("text of no form") << "ПРИВЕТ"
-                                     << "violation: text of no form ПРИВЕТ";
-    QTest::newRow("unknown form") << "|ЗЦЗЦ КС ПРИВЕТ НННН  "
-                                  << "violation: text of no form КС ПРИВЕТ ";
-    QTest::newRow("confirmation unasked") << "|ЗЦЗЦ КС Р001 ПРИН ОНА НННН  "
-                                          << "violation: confirmation 1 that was not asked for";
+    row("number out of order", "|ЗЦЗЦ 002 Х НННН  ", "violation: telegram 2 instead of 1");
+    row("receipt ahead of what was sent", "|ЗЦЗЦ КС ВАШ 003=003 НННН  ", "violation: receipt 3 of 0 sent");
+    row("letter among the figures", "|ЗЦЗЦ 001 #12А НННН  ", "violation: telegram 1 out of its register");
+    row("number that repeats", "|ЗЦЗЦ 000 Х НННН  ", "violation: telegram 0 instead of 1");
+    row("text of no form", "ПРИВЕТ", "violation: text of no form ПРИВЕТ");
+    row("unknown form", "|ЗЦЗЦ КС ПРИВЕТ НННН  ", "violation: text of no form КС ПРИВЕТ ");
+    row("confirmation unasked", "|ЗЦЗЦ КС Р001 ПРИН ОНА НННН  ",
+        "violation: confirmation 1 that was not asked for");
 }
 
 void TestLinesimCentre::breachesAreCounted()

@@ -2,6 +2,7 @@
 // every fault.
 
 #include "tests/linesim/clerk.h"
+#include "tests/support/row.h"
 #include "tools/linesim/centre/centre_texts.h"
 
 #include <QtTest>
@@ -72,13 +73,13 @@ void TestLinesimClerk::headersInTurn()
 void TestLinesimClerk::notes_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::newRow("long") << "....МИН....ПРИНЯТА\r\n";
-    QTest::newRow("long-marked") << "....|МИН#....12\r\n";
-    QTest::newRow("dashed") << "....МИН....ПРИНЯТА\r\n----\r\n";
-    QTest::newRow("short") << "....МИН.\r\n\n\n\n";
-    QTest::newRow("short-marked") << "....|МИН#.\r\n\n\n\n";
-    QTest::newRow("А\\r\\n") << "А\r\n";
-    QTest::newRow("") << "";
+    row("long", "....МИН....ПРИНЯТА\r\n");
+    row("long-marked", "....|МИН#....12\r\n");
+    row("dashed", "....МИН....ПРИНЯТА\r\n----\r\n");
+    row("short", "....МИН.\r\n\n\n\n");
+    row("short-marked", "....|МИН#.\r\n\n\n\n");
+    row("А\\r\\n", "А\r\n");
+    row("", "");
 }
 
 void TestLinesimClerk::notes()
@@ -114,11 +115,11 @@ void TestLinesimClerk::withoutStamps()
 void TestLinesimClerk::clockIsOff_data()
 {
     QTest::addColumn<QString>("stamp");
-    QTest::newRow("1") << "1201";
-    QTest::newRow("2") << "1202";
-    QTest::newRow("-1") << "1159";
-    QTest::newRow("-2") << "1158";
-    QTest::newRow("0") << "1200";
+    row("1", "1201");
+    row("2", "1202");
+    row("-1", "1159");
+    row("-2", "1158");
+    row("0", "1200");
 }
 
 void TestLinesimClerk::clockIsOff()
@@ -134,18 +135,12 @@ void TestLinesimClerk::registerMarks_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("marked");
-    QTest::newRow("letters, figures, Latin") << "ДОМ 12 А B"
-                                             << "|ДОМ #12 |А &B";
-    QTest::newRow("a stop is a figure") << "А.Б"
-                                        << "|А#.|Б";
-    QTest::newRow("line ends change nothing") << "\r\nА\r\nБ"
-                                              << "\r\n|А\r\nБ";
-    QTest::newRow("marks of its own stay") << "....|МИН#....12"
-                                           << "#....|МИН#....12";
-    QTest::newRow("a mark of its own that is needed") << "|А"
-                                                      << "|А";
-    QTest::newRow("nothing") << ""
-                             << "";
+    row("letters, figures, Latin", "ДОМ 12 А B", "|ДОМ #12 |А &B");
+    row("a stop is a figure", "А.Б", "|А#.|Б");
+    row("line ends change nothing", "\r\nА\r\nБ", "\r\n|А\r\nБ");
+    row("marks of its own stay", "....|МИН#....12", "#....|МИН#....12");
+    row("a mark of its own that is needed", "|А", "|А");
+    row("nothing", "", "");
 }
 
 void TestLinesimClerk::registerMarks()
@@ -167,11 +162,11 @@ void TestLinesimClerk::findsWhatIsOutOfItsRegister_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("position");
-    QTest::newRow("no marks") << "А1B" << -1;
-    QTest::newRow("right") << "|А1 #12 &B 3" << -1;
-    QTest::newRow("letter among figures") << "#12 А" << 4;
-    QTest::newRow("Latin letter among national ones") << "|АB" << 2;
-    QTest::newRow("national letter among Latin ones") << "&BА" << 2;
+    row("no marks", "А1B", -1);
+    row("right", "|А1 #12 &B 3", -1);
+    row("letter among figures", "#12 А", 4);
+    row("Latin letter among national ones", "|АB", 2);
+    row("national letter among Latin ones", "&BА", 2);
 }
 
 void TestLinesimClerk::findsWhatIsOutOfItsRegister()
@@ -187,34 +182,20 @@ void TestLinesimClerk::saysEachMessage_data()
     QTest::addColumn<QString>("said");
     QTest::addColumn<int>("channel");
     const int open = CentreDesk::Open, asked = CentreDesk::Asked, closed = CentreDesk::Closed;
-    QTest::newRow("ask") << "ask"
-                         << "ЗАПРОСИТЕ КВИТАНЦИЮ" << open;
-    QTest::newRow("announce") << "announce-renumber"
-                              << "ЗАПРОСИТЕ КВИТАНЦИЮ СМЕНА НУМЕРАЦИИ В 0001" << open;
-    QTest::newRow("receipt") << "receipt ЗАКРЫТО ПО 1800"
-                             << "ВАШ 001 НАШ 002 ПОСЛЕДНИЕ ЗАКРЫТО ПО 1800" << open;
-    QTest::newRow("open") << "open"
-                          << "ОТКРОЙТЕ СВЯЗЬ АБВ123/4" << asked;
-    QTest::newRow("opened") << "opened"
-                            << "СВЯЗЬ ОТКРЫТА" << open;
-    QTest::newRow("close") << "close"
-                           << "СВЯЗЬ ЗАКРЫТА" << closed;
-    QTest::newRow("wait") << "wait"
-                          << "ЖДУ ОТКРЫТИЯ СВЯЗИ" << asked;
-    QTest::newRow("elsewhere") << "elsewhere 5"
-                               << "ОБРАЩАЙТЕСЬ В КСС ЗА ТЛГ 003-007" << open;
-    QTest::newRow("repeated") << "repeated"
-                              << "ПОВТОР ОКОНЧЕН" << open;
-    QTest::newRow("accept") << "accept"
-                            << "Р 1 ПРИНЯТА" << open;
-    QTest::newRow("confirm") << "confirm"
-                             << "ПОДТВЕРДИТЕ ПРИЕМ Р 002" << int(CentreDesk::Confirming);
-    QTest::newRow("taken") << "taken"
-                           << "ССС ПРИНЯТО 1" << open;
-    QTest::newRow("renumber") << "renumber"
-                              << "СМЕНА НУМЕРАЦИИ ПРИН 0000 ПЕР 0000 ОТКРОЙТЕ СВЯЗЬ" << open;
-    QTest::newRow("any other") << "kg ТЕЛЕГРАММА НЕ ПРИНЯТА"
-                               << "ТЕЛЕГРАММА НЕ ПРИНЯТА" << open;
+    row("ask", "ask", "ЗАПРОСИТЕ КВИТАНЦИЮ", open);
+    row("announce", "announce-renumber", "ЗАПРОСИТЕ КВИТАНЦИЮ СМЕНА НУМЕРАЦИИ В 0001", open);
+    row("receipt", "receipt ЗАКРЫТО ПО 1800", "ВАШ 001 НАШ 002 ПОСЛЕДНИЕ ЗАКРЫТО ПО 1800", open);
+    row("open", "open", "ОТКРОЙТЕ СВЯЗЬ АБВ123/4", asked);
+    row("opened", "opened", "СВЯЗЬ ОТКРЫТА", open);
+    row("close", "close", "СВЯЗЬ ЗАКРЫТА", closed);
+    row("wait", "wait", "ЖДУ ОТКРЫТИЯ СВЯЗИ", asked);
+    row("elsewhere", "elsewhere 5", "ОБРАЩАЙТЕСЬ В КСС ЗА ТЛГ 003-007", open);
+    row("repeated", "repeated", "ПОВТОР ОКОНЧЕН", open);
+    row("accept", "accept", "Р 1 ПРИНЯТА", open);
+    row("confirm", "confirm", "ПОДТВЕРДИТЕ ПРИЕМ Р 002", int(CentreDesk::Confirming));
+    row("taken", "taken", "ССС ПРИНЯТО 1", open);
+    row("renumber", "renumber", "СМЕНА НУМЕРАЦИИ ПРИН 0000 ПЕР 0000 ОТКРОЙТЕ СВЯЗЬ", open);
+    row("any other", "kg ТЕЛЕГРАММА НЕ ПРИНЯТА", "ТЕЛЕГРАММА НЕ ПРИНЯТА", open);
 }
 
 void TestLinesimClerk::saysEachMessage()
@@ -244,9 +225,9 @@ void TestLinesimClerk::unknownCommandIsNone()
 void TestLinesimClerk::distortionHasThreeForms_data()
 {
     QTest::addColumn<QString>("said");
-    QTest::newRow("") << "ИСКАЖЕНИЕ 1 ВАШ 0";
-    QTest::newRow("plural") << "ИСКАЖЕНИЯ 1";
-    QTest::newRow("bare") << "ИСКАЖЕНИЯ";
+    row("", "ИСКАЖЕНИЕ 1 ВАШ 0");
+    row("plural", "ИСКАЖЕНИЯ 1");
+    row("bare", "ИСКАЖЕНИЯ");
 }
 
 void TestLinesimClerk::distortionHasThreeForms()

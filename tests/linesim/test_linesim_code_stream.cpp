@@ -1,5 +1,6 @@
 // The 5-bit code as it comes over a line, and as it goes.
 
+#include "tests/support/row.h"
 #include "tools/linesim/adapter/code_stream.h"
 
 #include <QtTest>
@@ -72,21 +73,21 @@ void TestLinesimCodeStream::everyCodeHasItsSigns()
 void TestLinesimCodeStream::textBecomesCodes_data()
 {
     QTest::addColumn<QByteArray>("codes");
-    QTest::newRow("") << QByteArray();
-    QTest::newRow("АБ") << QByteArray("000319");
-    QTest::newRow("аб") << QByteArray("000319");
-    QTest::newRow("AB") << QByteArray("0319");
-    QTest::newRow("#3&E") << QByteArray("1b011f01");
-    QTest::newRow("А1Б") << QByteArray("00031b170019");
-    QTest::newRow("А Б") << QByteArray("00030419");
-    QTest::newRow("1 2") << QByteArray("1b170413");
-    QTest::newRow("АЧ") << QByteArray("00031b0a");
-    QTest::newRow("|||") << QByteArray("000000");
-    QTest::newRow("|ЗЗ ") << QByteArray("00111104");
-    QTest::newRow("#<>1") << QByteArray("1b080217");
-    QTest::newRow("А!^Б") << QByteArray("000319");
-    QTest::newRow("1А&A") << QByteArray("1b1700031f03");
-    QTest::newRow("ЖЮ") << QByteArray("001e1b0b");
+    row("", QByteArray());
+    row("АБ", QByteArray("000319"));
+    row("аб", QByteArray("000319"));
+    row("AB", QByteArray("0319"));
+    row("#3&E", QByteArray("1b011f01"));
+    row("А1Б", QByteArray("00031b170019"));
+    row("А Б", QByteArray("00030419"));
+    row("1 2", QByteArray("1b170413"));
+    row("АЧ", QByteArray("00031b0a"));
+    row("|||", QByteArray("000000"));
+    row("|ЗЗ ", QByteArray("00111104"));
+    row("#<>1", QByteArray("1b080217"));
+    row("А!^Б", QByteArray("000319"));
+    row("1А&A", QByteArray("1b1700031f03"));
+    row("ЖЮ", QByteArray("001e1b0b"));
 }
 
 void TestLinesimCodeStream::textBecomesCodes()
@@ -118,7 +119,7 @@ void TestLinesimCodeStream::codesBecomeText_data()
     QTest::addColumn<QByteArray>("codes");
     QTest::addColumn<QString>("text");
     const auto row = [](const char *name, const char *codes, const char *text) {
-        QTest::newRow(name) << QByteArray(codes) << QString::fromUtf8(text);
+        ::row(name, QByteArray(codes), QString::fromUtf8(text));
     };
     row("Latin from the start", "0319", "AB");
     row("change that the letter needs", "000319", "АБ");
@@ -179,9 +180,7 @@ void TestLinesimCodeStream::openingSplitByAPauseLosesItsMark()
 void TestLinesimCodeStream::writtenAndReadAgainTextIsTheSame_data()
 {
     QTest::addColumn<QString>("text");
-    const auto row = [](const char *name, const char *text) {
-        QTest::newRow(name) << QString::fromUtf8(text);
-    };
+    const auto row = [](const char *name, const char *text) { ::row(name, QString::fromUtf8(text)); };
     row("request", "|ЗЗ ");
     row("telegram", "|ЗЦЗЦ 001 МОСКВА 12/34 (ПРОВЕРКА)=\r\nНННН  ");
     row("receipt", "|ЗЦЗЦ КС ВАШ 001=001 НННН  ");

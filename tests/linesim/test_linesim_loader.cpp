@@ -1,5 +1,6 @@
 // The simulated boot loader, with the serial port class of the workstation at the other end of its cable.
 
+#include "tests/support/row.h"
 #include "tools/linesim/loader/loader.h"
 #include "tools/linesim/subcommands.h"
 
@@ -88,9 +89,9 @@ void TestLinesimLoader::commandIsWrittenDownAndAnswered_data()
 {
     QTest::addColumn<QByteArray>("sent");
     QTest::addColumn<QString>("line");
-    QTest::newRow("sync") << QByteArray("3020") << qs("command: 30 20");
-    QTest::newRow("address") << QByteArray("55800020") << qs("command: 55 80 00 20");
-    QTest::newRow("leave") << QByteArray("5120") << qs("command: 51 20");
+    row("sync", QByteArray("3020"), qs("command: 30 20"));
+    row("address", QByteArray("55800020"), qs("command: 55 80 00 20"));
+    row("leave", QByteArray("5120"), qs("command: 51 20"));
 }
 
 void TestLinesimLoader::commandIsWrittenDownAndAnswered()
@@ -127,15 +128,13 @@ void TestLinesimLoader::againstTheRulesIsAViolation_data()
     QTest::addColumn<QString>("line");
     QTest::addColumn<QByteArray>("answer");
     const QByteArray good("\x14\x10"), unknown("\x15");
-    QTest::newRow("unknown") << QByteArray("99") << qs("violation: no command") << unknown;
-    QTest::newRow("end mark missing") << QByteArray("3021") << qs("violation: no command") << unknown;
-    QTest::newRow("not entered") << QByteArray("55000020") << qs("violation: not in programming mode")
-                                 << good;
-    QTest::newRow("left already") << QByteArray("502051205120") << qs("violation: not in programming mode")
-                                  << good + good + good;
-    QTest::newRow("no address") << QByteArray("50206400014610205120")
-                                << qs("violation: page without address, of another memory or too long")
-                                << good + good + good;
+    row("unknown", QByteArray("99"), qs("violation: no command"), unknown);
+    row("end mark missing", QByteArray("3021"), qs("violation: no command"), unknown);
+    row("not entered", QByteArray("55000020"), qs("violation: not in programming mode"), good);
+    row("left already", QByteArray("502051205120"), qs("violation: not in programming mode"),
+        good + good + good);
+    row("no address", QByteArray("50206400014610205120"),
+        qs("violation: page without address, of another memory or too long"), good + good + good);
 }
 
 void TestLinesimLoader::againstTheRulesIsAViolation()
@@ -216,11 +215,11 @@ void TestLinesimLoader::optionsThatMakeNoSense_data()
     QTest::addColumn<QStringList>("options");
     for (const char *fault : {"", "wrong", "loud:page", "wrong:pages", "wrong:page:", "wrong:page:-1",
                               "wrong:page:x", "wrong:page:1:2"})
-        QTest::newRow(fault) << QStringList{qs("--fault"), qs(fault)};
-    QTest::newRow("rubbish") << QStringList{qs("--rubbish"), qs("-1")};
-    QTest::newRow("noise") << QStringList{qs("--noise"), qs("x")};
-    QTest::newRow("word") << QStringList{qs("word")};
-    QTest::newRow("unknown") << QStringList{qs("--listen"), qs("1")};
+        row(fault, QStringList{qs("--fault"), qs(fault)});
+    row("rubbish", QStringList{qs("--rubbish"), qs("-1")});
+    row("noise", QStringList{qs("--noise"), qs("x")});
+    row("word", QStringList{qs("word")});
+    row("unknown", QStringList{qs("--listen"), qs("1")});
 }
 
 void TestLinesimLoader::optionsThatMakeNoSense()

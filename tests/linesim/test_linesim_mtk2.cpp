@@ -1,5 +1,6 @@
 // The code as the far ends know it, against values worked out by hand.
 
+#include "tests/support/row.h"
 #include "tools/linesim/serial/mtk2_code.h"
 
 #include <QTest>
@@ -22,11 +23,11 @@ void TestLinesimMtk2::textAndCodesAgree_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QByteArray>("codes");
     QTest::addColumn<int>("after");
-    QTest::newRow("letters") << "|ЗЦЗЦ" << QByteArray::fromHex("00110e110e") << int(Mtk2::Letters);
-    QTest::newRow("figures") << "#1590" << QByteArray::fromHex("1b17101816") << int(Mtk2::Figures);
-    QTest::newRow("latin") << "&QTXV" << QByteArray::fromHex("1f17101d1e") << int(Mtk2::Latin);
-    QTest::newRow("line ends") << "|А\r\n Б" << QByteArray::fromHex("000308020419") << int(Mtk2::Letters);
-    QTest::newRow("rare letters") << "#ЮЭЩШ" << QByteArray::fromHex("1b0b0d141a") << int(Mtk2::Figures);
+    row("letters", "|ЗЦЗЦ", QByteArray::fromHex("00110e110e"), int(Mtk2::Letters));
+    row("figures", "#1590", QByteArray::fromHex("1b17101816"), int(Mtk2::Figures));
+    row("latin", "&QTXV", QByteArray::fromHex("1f17101d1e"), int(Mtk2::Latin));
+    row("line ends", "|А\r\n Б", QByteArray::fromHex("000308020419"), int(Mtk2::Letters));
+    row("rare letters", "#ЮЭЩШ", QByteArray::fromHex("1b0b0d141a"), int(Mtk2::Figures));
 }
 
 void TestLinesimMtk2::textAndCodesAgree()
@@ -64,13 +65,13 @@ void TestLinesimMtk2::registerIsChangedWhereTheTextNeedsIt_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("before");
     QTest::addColumn<QByteArray>("codes");
-    QTest::newRow("to letters") << "АБ" << int(Mtk2::Latin) << QByteArray::fromHex("000319");
-    QTest::newRow("to figures and back") << "А1А" << int(Mtk2::Letters) << QByteArray::fromHex("031b170003");
-    QTest::newRow("none for a blank") << "1 2" << int(Mtk2::Figures) << QByteArray::fromHex("170413");
-    QTest::newRow("mark twice") << "||" << int(Mtk2::Letters) << QByteArray::fromHex("0000");
-    QTest::newRow("small letters") << "аz" << int(Mtk2::Letters) << QByteArray::fromHex("031f11");
-    QTest::newRow("without a code") << "А№!Б" << int(Mtk2::Letters) << QByteArray::fromHex("0319");
-    QTest::newRow("Ч") << "Ч" << int(Mtk2::Letters) << QByteArray::fromHex("1b0a");
+    row("to letters", "АБ", int(Mtk2::Latin), QByteArray::fromHex("000319"));
+    row("to figures and back", "А1А", int(Mtk2::Letters), QByteArray::fromHex("031b170003"));
+    row("none for a blank", "1 2", int(Mtk2::Figures), QByteArray::fromHex("170413"));
+    row("mark twice", "||", int(Mtk2::Letters), QByteArray::fromHex("0000"));
+    row("small letters", "аz", int(Mtk2::Letters), QByteArray::fromHex("031f11"));
+    row("without a code", "А№!Б", int(Mtk2::Letters), QByteArray::fromHex("0319"));
+    row("Ч", "Ч", int(Mtk2::Letters), QByteArray::fromHex("1b0a"));
 }
 
 void TestLinesimMtk2::registerIsChangedWhereTheTextNeedsIt()

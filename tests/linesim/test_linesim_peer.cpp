@@ -1,3 +1,4 @@
+#include "tests/support/row.h"
 #include "tools/linesim/peer/peer.h"
 #include "tools/linesim/subcommands.h"
 
@@ -257,16 +258,16 @@ void TestLinesimPeer::timedCommandRuns()
 void TestLinesimPeer::optionsThatAreNotUnderstood_data()
 {
     QTest::addColumn<QString>("options");
-    QTest::newRow("neither end") << "";
-    QTest::newRow("both ends") << "--listen 0 --connect 127.0.0.1:1";
-    QTest::newRow("port is no number") << "--listen x";
-    QTest::newRow("port too high") << "--listen 65536";
-    QTest::newRow("host is no address") << "--connect localhost:1";
-    QTest::newRow("unknown option") << "--listen 0 --dance";
-    QTest::newRow("seed above a byte") << "--listen 0 --seed 100";
-    QTest::newRow("negative speed") << "--listen 0 --speed -1";
-    QTest::newRow("delay is no number") << "--listen 0 --after x:drop";
-    QTest::newRow("stray argument") << "--listen 0 stray";
+    row("neither end", "");
+    row("both ends", "--listen 0 --connect 127.0.0.1:1");
+    row("port is no number", "--listen x");
+    row("port too high", "--listen 65536");
+    row("host is no address", "--connect localhost:1");
+    row("unknown option", "--listen 0 --dance");
+    row("seed above a byte", "--listen 0 --seed 100");
+    row("negative speed", "--listen 0 --speed -1");
+    row("delay is no number", "--listen 0 --after x:drop");
+    row("stray argument", "--listen 0 stray");
 }
 
 void TestLinesimPeer::optionsThatAreNotUnderstood()

@@ -1,5 +1,6 @@
 // The simulated perforator, with a workstation at its port that keeps the rules or breaks them.
 
+#include "tests/support/row.h"
 #include "tools/linesim/perforator/perforator.h"
 
 #include <QElapsedTimer>
@@ -260,9 +261,9 @@ void TestLinesimPerforator::firstByteThatIsNoModeIsABreach_data()
 {
     QTest::addColumn<QByteArray>("first");
     QTest::addColumn<QString>("breach");
-    QTest::newRow("code") << QByteArray("03") << "violation: a code ahead of the mode";
-    QTest::newRow("start") << QByteArray("51") << "violation: a command ahead of the mode";
-    QTest::newRow("stop") << QByteArray("50") << "violation: a command ahead of the mode";
+    row("code", QByteArray("03"), "violation: a code ahead of the mode");
+    row("start", QByteArray("51"), "violation: a command ahead of the mode");
+    row("stop", QByteArray("50"), "violation: a command ahead of the mode");
 }
 
 void TestLinesimPerforator::firstByteThatIsNoModeIsABreach()
@@ -278,7 +279,7 @@ void TestLinesimPerforator::byteWithoutAMeaningIsABreach_data()
 {
     QTest::addColumn<QByteArray>("byte");
     for (const char *byte : {"20", "3f", "40", "4f", "52", "5f", "60", "70", "80", "ff"})
-        QTest::newRow(byte) << QByteArray(byte);
+        row(byte, QByteArray(byte));
 }
 
 void TestLinesimPerforator::byteWithoutAMeaningIsABreach()
@@ -454,11 +455,11 @@ void TestLinesimPerforator::optionsAreRead()
 void TestLinesimPerforator::optionsThatMakeNoSenseAreRefused_data()
 {
     QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("room") << QStringList({"--room", "x"});
-    QTest::newRow("speed") << QStringList({"--speed", "-1"});
-    QTest::newRow("two tapes") << QStringList({"--tape", "a", "--tape-codes", "b"});
-    QTest::newRow("unknown") << QStringList({"--listen", "0"});
-    QTest::newRow("left over") << QStringList({"file"});
+    row("room", QStringList({"--room", "x"}));
+    row("speed", QStringList({"--speed", "-1"}));
+    row("two tapes", QStringList({"--tape", "a", "--tape-codes", "b"}));
+    row("unknown", QStringList({"--listen", "0"}));
+    row("left over", QStringList({"file"}));
 }
 
 void TestLinesimPerforator::optionsThatMakeNoSenseAreRefused()

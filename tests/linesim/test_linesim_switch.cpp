@@ -1,6 +1,7 @@
 // The exchange of the switched-channel network in dialogue with a terminal.
 
 #include "tests/linesim/exchange_desk.h"
+#include "tests/support/row.h"
 
 #include <QtTest>
 
@@ -73,11 +74,11 @@ void TestLinesimSwitch::numberBehindTheGoAhead()
 void TestLinesimSwitch::refusesACall_data()
 {
     QTest::addColumn<QString>("said");
-    QTest::newRow("busy") << "\r\n&OCC\r\n";
-    QTest::newRow("broken") << "\r\n&BK\r\n\r\n";
-    QTest::newRow("signal-der") << "!>СИГНАЛ DER\r\n";
-    QTest::newRow("drop") << "@H";
-    QTest::newRow("nothing") << "";
+    row("busy", "\r\n&OCC\r\n");
+    row("broken", "\r\n&BK\r\n\r\n");
+    row("signal-der", "!>СИГНАЛ DER\r\n");
+    row("drop", "@H");
+    row("nothing", "");
 }
 
 void TestLinesimSwitch::refusesACall()
@@ -96,10 +97,10 @@ void TestLinesimSwitch::refusesACall()
 void TestLinesimSwitch::successShows_data()
 {
     QTest::addColumn<QString>("said");
-    QTest::newRow("stamp") << "\r\n #12.34";
-    QTest::newRow("df") << "\r\n&DF#";
-    QTest::newRow("ask") << "\r\n#*";
-    QTest::newRow("silence") << "";
+    row("stamp", "\r\n #12.34");
+    row("df", "\r\n&DF#");
+    row("ask", "\r\n#*");
+    row("silence", "");
 }
 
 void TestLinesimSwitch::successShows()
@@ -138,17 +139,12 @@ void TestLinesimSwitch::partyAnswersQuestions_data()
 {
     QTest::addColumn<QString>("soon"); // within 2 seconds
     QTest::addColumn<QString>("later");
-    QTest::newRow("right") << zaryaAnswers << "";
-    QTest::newRow("wrong") << "#\r\n999999 |ЧУЖОЙ    "
-                           << "";
-    QTest::newRow("cut") << "#\r\n112233"
-                         << " |ЗАРЯ     ";
-    QTest::newRow("half") << "#\r\n112233"
-                          << "";
-    QTest::newRow("telegram") << "\r\nЗЦЗЦ 001 СЛУЖБА\r\nВХОДЯЩАЯ ТЕЛЕГРАММА ВНУТРИ СОЕДИНЕНИЯ=\r\nНННН  "
-                              << zaryaAnswers;
-    QTest::newRow("none") << ""
-                          << "";
+    row("right", zaryaAnswers, "");
+    row("wrong", "#\r\n999999 |ЧУЖОЙ    ", "");
+    row("cut", "#\r\n112233", " |ЗАРЯ     ");
+    row("half", "#\r\n112233", "");
+    row("telegram", "\r\nЗЦЗЦ 001 СЛУЖБА\r\nВХОДЯЩАЯ ТЕЛЕГРАММА ВНУТРИ СОЕДИНЕНИЯ=\r\nНННН  ", zaryaAnswers);
+    row("none", "", "");
 }
 
 void TestLinesimSwitch::partyAnswersQuestions()
@@ -198,14 +194,14 @@ void TestLinesimSwitch::deedsComeAtTheirMoment_data()
 {
     QTest::addColumn<QString>("deed");
     QTest::addColumn<int>("step"); // after which it comes: 0 connection, 1 question, 2 answerback, ...
-    QTest::newRow("connection") << "say@connect+1" << 0;
-    QTest::newRow("question") << "say@question" << 1;
-    QTest::newRow("answerback") << "say@answerback" << 2;
-    QTest::newRow("text") << "say@text" << 3;
-    QTest::newRow("end of the text") << "say@end" << 4;
-    QTest::newRow("last question") << "say@last-question" << 5;
-    QTest::newRow("last answerback") << "say@last-answerback" << 6;
-    QTest::newRow("later") << "say@connect+15" << 3;
+    row("connection", "say@connect+1", 0);
+    row("question", "say@question", 1);
+    row("answerback", "say@answerback", 2);
+    row("text", "say@text", 3);
+    row("end of the text", "say@end", 4);
+    row("last question", "say@last-question", 5);
+    row("last answerback", "say@last-answerback", 6);
+    row("later", "say@connect+15", 3);
 }
 
 void TestLinesimSwitch::deedsComeAtTheirMoment()

@@ -1,6 +1,7 @@
 // What the exchange of the switched-channel network holds against a terminal, and what it does not.
 
 #include "tests/linesim/exchange_desk.h"
+#include "tests/support/row.h"
 
 class TestLinesimSwitchBreaches : public QObject
 {
@@ -21,35 +22,16 @@ void TestLinesimSwitchBreaches::breaches_data()
     QTest::addColumn<QString>("before"); // a number dialled before, empty for an idle line
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("breach");
-    QTest::newRow("text without a connection") << ""
-                                               << "ПРИВЕТ"
-                                               << "text without a connection: ПРИВЕТ";
-    QTest::newRow("question without a connection") << ""
-                                                   << "#*"
-                                                   << "text without a connection: #*";
-    QTest::newRow("answerback without a connection")
-        << "" << own << "text without a connection: #\\r\\n654321 ЗНАМЯ";
-    QTest::newRow("text before the result") << ""
-                                            << "@C@N112233@ПРИВЕТ"
-                                            << "text without a connection: ПРИВЕТ";
-    QTest::newRow("dialling while connected") << "112233"
-                                              << "@C@N112233@"
-                                              << "dialling while connected";
-    QTest::newRow("dialling behind a refusal") << "222222"
-                                               << "@C@N112233@"
-                                               << "dialling without a hang-up";
-    QTest::newRow("text behind a refusal") << "222222"
-                                           << "ПРИВЕТ"
-                                           << "text without a connection: ПРИВЕТ";
-    QTest::newRow("seizure while connected") << "112233"
-                                             << "@E"
-                                             << "seizure of a busy line";
-    QTest::newRow("no number") << ""
-                               << "@C@N@"
-                               << "no number";
-    QTest::newRow("unknown command") << ""
-                                     << "@S"
-                                     << "no command @S";
+    row("text without a connection", "", "ПРИВЕТ", "text without a connection: ПРИВЕТ");
+    row("question without a connection", "", "#*", "text without a connection: #*");
+    row("answerback without a connection", "", own, "text without a connection: #\\r\\n654321 ЗНАМЯ");
+    row("text before the result", "", "@C@N112233@ПРИВЕТ", "text without a connection: ПРИВЕТ");
+    row("dialling while connected", "112233", "@C@N112233@", "dialling while connected");
+    row("dialling behind a refusal", "222222", "@C@N112233@", "dialling without a hang-up");
+    row("text behind a refusal", "222222", "ПРИВЕТ", "text without a connection: ПРИВЕТ");
+    row("seizure while connected", "112233", "@E", "seizure of a busy line");
+    row("no number", "", "@C@N@", "no number");
+    row("unknown command", "", "@S", "no command @S");
 }
 
 void TestLinesimSwitchBreaches::breaches()
@@ -72,12 +54,12 @@ void TestLinesimSwitchBreaches::silenceIsABreach_data()
     QTest::addColumn<QString>("line");
     QTest::addColumn<int>("seconds"); // that are still allowed
     QTest::addColumn<QString>("breach");
-    QTest::newRow("no number") << "@C" << 30 << "no hang-up in a call";
-    QTest::newRow("no hang-up without a result") << "@C@N333333@" << 100 << "no hang-up in a call";
-    QTest::newRow("silent connection") << "@C@N112233@" << 123 << "no hang-up in a silent connection";
-    QTest::newRow("call not accepted") << "ring" << 30 << "call not accepted";
-    QTest::newRow("no hang-up behind the network's") << "release" << 30 << "no hang-up";
-    QTest::newRow("no answerback") << "asked" << 30 << "no answerback in 30 s";
+    row("no number", "@C", 30, "no hang-up in a call");
+    row("no hang-up without a result", "@C@N333333@", 100, "no hang-up in a call");
+    row("silent connection", "@C@N112233@", 123, "no hang-up in a silent connection");
+    row("call not accepted", "ring", 30, "call not accepted");
+    row("no hang-up behind the network's", "release", 30, "no hang-up");
+    row("no answerback", "asked", 30, "no answerback in 30 s");
 }
 
 void TestLinesimSwitchBreaches::silenceIsABreach()

@@ -1,5 +1,6 @@
 // What the switched-channel network reads and says: items of the line, forms, habits of its subscribers.
 
+#include "tests/support/row.h"
 #include "tools/linesim/network/network_forms.h"
 #include "tools/linesim/network/subscriber.h"
 #include "tools/linesim/network/switch_reader.h"
@@ -53,23 +54,24 @@ void TestLinesimSwitchForms::readsEachItem_data()
     QTest::addColumn<QString>("line");
     QTest::addColumn<int>("kind");
     QTest::addColumn<QString>("text");
-    QTest::newRow("call") << "@C" << int(SwitchItem::Call) << "@C";
-    QTest::newRow("number") << "@N123456@" << int(SwitchItem::Number) << "123456";
-    QTest::newRow("number in code") << "@n123456@" << int(SwitchItem::Number) << "123456";
-    QTest::newRow("number with a plus") << "@N123+@" << int(SwitchItem::Number) << "123+";
-    QTest::newRow("no number") << "@N@" << int(SwitchItem::Number) << "";
-    QTest::newRow("seizure") << "@E" << int(SwitchItem::Seize) << "@E";
-    QTest::newRow("hang-up") << "@H" << int(SwitchItem::HangUp) << "@H";
-    QTest::newRow("question") << "#*" << int(SwitchItem::Question) << "#*";
-    QTest::newRow("answerback") << "#\r\n654321 ЗНАМЯ" << int(SwitchItem::Answerback) << "#\r\n654321 ЗНАМЯ";
-    QTest::newRow("muted") << "\r\n|АО ВЫКЛ" << int(SwitchItem::Muted) << "\r\n|АО ВЫКЛ";
-    QTest::newRow("unmuted") << "\r\n|АО ВКЛ" << int(SwitchItem::Unmuted) << "\r\n|АО ВКЛ";
-    QTest::newRow("text") << "ПРИВЕТ" << int(SwitchItem::Text) << "ПРИВЕТ";
-    QTest::newRow("number as text") << "#123456" << int(SwitchItem::Text) << "#123456";
-    QTest::newRow("strange answerback") << "#\r"
-                                           "X"
-                                        << int(SwitchItem::Text) << "#";
-    QTest::newRow("unknown command") << "@S" << int(SwitchItem::Unknown) << "@S";
+    row("call", "@C", int(SwitchItem::Call), "@C");
+    row("number", "@N123456@", int(SwitchItem::Number), "123456");
+    row("number in code", "@n123456@", int(SwitchItem::Number), "123456");
+    row("number with a plus", "@N123+@", int(SwitchItem::Number), "123+");
+    row("no number", "@N@", int(SwitchItem::Number), "");
+    row("seizure", "@E", int(SwitchItem::Seize), "@E");
+    row("hang-up", "@H", int(SwitchItem::HangUp), "@H");
+    row("question", "#*", int(SwitchItem::Question), "#*");
+    row("answerback", "#\r\n654321 ЗНАМЯ", int(SwitchItem::Answerback), "#\r\n654321 ЗНАМЯ");
+    row("muted", "\r\n|АО ВЫКЛ", int(SwitchItem::Muted), "\r\n|АО ВЫКЛ");
+    row("unmuted", "\r\n|АО ВКЛ", int(SwitchItem::Unmuted), "\r\n|АО ВКЛ");
+    row("text", "ПРИВЕТ", int(SwitchItem::Text), "ПРИВЕТ");
+    row("number as text", "#123456", int(SwitchItem::Text), "#123456");
+    row("strange answerback",
+        "#\r"
+        "X",
+        int(SwitchItem::Text), "#");
+    row("unknown command", "@S", int(SwitchItem::Unknown), "@S");
 }
 
 void TestLinesimSwitchForms::readsEachItem()
@@ -104,7 +106,7 @@ void TestLinesimSwitchForms::waitsForTheRestOfAForm_data()
 {
     QTest::addColumn<QString>("line");
     for (const char *line : {"@", "@N", "@N123", "#", "#\r", "#\r\n654321 ЗНАМ", "\r", "\r\n|АО В"})
-        QTest::newRow(line) << line;
+        row(line, line);
 }
 
 void TestLinesimSwitchForms::waitsForTheRestOfAForm()
@@ -138,17 +140,17 @@ void TestLinesimSwitchForms::takesSilenceForTheEnd()
 void TestLinesimSwitchForms::saysEachResult_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::newRow("busy") << "\r\n&OCC";
-    QTest::newRow("fault") << "\r\n&DER";
-    QTest::newRow("no-circuit") << "\r\n&NC&";
-    QTest::newRow("wrong") << "\r\n&NP&";
-    QTest::newRow("absent") << "\r\n&ABS";
-    QTest::newRow("network-fault") << "\r\n&CI&";
-    QTest::newRow("barred") << "\r\n&NA&";
-    QTest::newRow("inf") << "\r\n&INF";
-    QTest::newRow("nch") << "\r\n&NCH";
-    QTest::newRow("broken") << "\r\n&BK\r\n";
-    QTest::newRow("married") << "";
+    row("busy", "\r\n&OCC");
+    row("fault", "\r\n&DER");
+    row("no-circuit", "\r\n&NC&");
+    row("wrong", "\r\n&NP&");
+    row("absent", "\r\n&ABS");
+    row("network-fault", "\r\n&CI&");
+    row("barred", "\r\n&NA&");
+    row("inf", "\r\n&INF");
+    row("nch", "\r\n&NCH");
+    row("broken", "\r\n&BK\r\n");
+    row("married", "");
 }
 
 void TestLinesimSwitchForms::saysEachResult()
@@ -159,12 +161,12 @@ void TestLinesimSwitchForms::saysEachResult()
 void TestLinesimSwitchForms::saysEachSignal_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::newRow("signal-occ") << "!>СИГНАЛ OCC\r\n";
-    QTest::newRow("signal-der") << "!>СИГНАЛ DER\r\n";
-    QTest::newRow("signal-nc") << "!>СИГНАЛ NC\r\n";
-    QTest::newRow("signal-np") << "!>СИГНАЛ NP\r\n";
-    QTest::newRow("signal-other") << "!>СИГНАЛ INF\r\n";
-    QTest::newRow("busy") << "";
+    row("signal-occ", "!>СИГНАЛ OCC\r\n");
+    row("signal-der", "!>СИГНАЛ DER\r\n");
+    row("signal-nc", "!>СИГНАЛ NC\r\n");
+    row("signal-np", "!>СИГНАЛ NP\r\n");
+    row("signal-other", "!>СИГНАЛ INF\r\n");
+    row("busy", "");
 }
 
 void TestLinesimSwitchForms::saysEachSignal()
@@ -176,12 +178,9 @@ void TestLinesimSwitchForms::stampsTheTime_data()
 {
     QTest::addColumn<QString>("format");
     QTest::addColumn<QString>("text");
-    QTest::newRow("usual") << "<> #hh.mm"
-                           << "\r\n #09.07";
-    QTest::newRow("with the day") << "<>#dd hh mm"
-                                  << "\r\n#03 09 07";
-    QTest::newRow("none") << ""
-                          << "";
+    row("usual", "<> #hh.mm", "\r\n #09.07");
+    row("with the day", "<>#dd hh mm", "\r\n#03 09 07");
+    row("none", "", "");
 }
 
 void TestLinesimSwitchForms::stampsTheTime()
@@ -204,13 +203,13 @@ void TestLinesimSwitchForms::centreAnswerbacks_data()
     QTest::addColumn<bool>("lineFirst");
     QTest::addColumn<QString>("shortForm");
     QTest::addColumn<int>("longLength");
-    QTest::newRow("0") << 0 << false << "#\r\n#01 123 |ЦКС&    " << 50;
-    QTest::newRow("0, line first") << 0 << true << "\r\n##01 123 |ЦКС&    " << 50;
-    QTest::newRow("1") << 1 << false << "#\r\n#01 123 |ЦКС&    " << 48;
-    QTest::newRow("2") << 2 << false << "#\r\n911 #01|ЦКС&     " << 48;
-    QTest::newRow("3") << 3 << false << "#\r\nТТ 7001 ТРАНЗИТ  " << 58;
-    QTest::newRow("4") << 4 << false << "#\r\n5150 УЗЕЛ СВЯЗИ  " << 60;
-    QTest::newRow("5") << 5 << false << "#\r\n#01 123 |ЦКС&    " << 0;
+    row("0", 0, false, "#\r\n#01 123 |ЦКС&    ", 50);
+    row("0, line first", 0, true, "\r\n##01 123 |ЦКС&    ", 50);
+    row("1", 1, false, "#\r\n#01 123 |ЦКС&    ", 48);
+    row("2", 2, false, "#\r\n911 #01|ЦКС&     ", 48);
+    row("3", 3, false, "#\r\nТТ 7001 ТРАНЗИТ  ", 58);
+    row("4", 4, false, "#\r\n5150 УЗЕЛ СВЯЗИ  ", 60);
+    row("5", 5, false, "#\r\n#01 123 |ЦКС&    ", 0);
 }
 
 void TestLinesimSwitchForms::centreAnswerbacks()
@@ -256,7 +255,7 @@ void TestLinesimSwitchForms::refusesAnUnknownHabit_data()
     QTest::addColumn<QString>("word");
     for (const char *word : {"lazy", "first=late", "sign=smile", "seconds=x", "seconds=-1", "ask@noon",
                              "sing@text", "ask@text+x", "colour=red"})
-        QTest::newRow(word) << word;
+        row(word, word);
 }
 
 void TestLinesimSwitchForms::refusesAnUnknownHabit()
@@ -301,12 +300,9 @@ void TestLinesimSwitchForms::refusesABadLine_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("fault");
-    QTest::newRow("no number") << ":А"
-                               << ":А";
-    QTest::newRow("no answerback") << "112233"
-                                   << "112233";
-    QTest::newRow("unknown habit") << "112233:А:/lazy"
-                                   << "lazy";
+    row("no number", ":А", ":А");
+    row("no answerback", "112233", "112233");
+    row("unknown habit", "112233:А:/lazy", "lazy");
 }
 
 void TestLinesimSwitchForms::refusesABadLine()

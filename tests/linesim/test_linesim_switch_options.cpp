@@ -1,5 +1,6 @@
 // The switched-channel network as a program: its options, its commands.
 
+#include "tests/support/row.h"
 #include "tools/linesim/network/channel_switch.h"
 
 #include <QTemporaryFile>
@@ -72,14 +73,14 @@ void TestLinesimSwitchOptions::hasItsDefaults()
 void TestLinesimSwitchOptions::refusesWhatItDoesNotUnderstand_data()
 {
     QTest::addColumn<QStringList>("more");
-    QTest::newRow("no such option") << QStringList{"--smile"};
-    QTest::newRow("no such file") << QStringList{"--subscribers", "/nonexistent/file"};
-    QTest::newRow("bad subscriber") << QStringList{"--subscriber", "112233"};
-    QTest::newRow("bad habit") << QStringList{"--subscriber", "112233:А:lazy"};
-    QTest::newRow("bad sign") << QStringList{"--sign", "smile"};
-    QTest::newRow("bad type") << QStringList{"--centre-type", "5"};
-    QTest::newRow("type that is no number") << QStringList{"--centre-type", "x"};
-    QTest::newRow("bad patience") << QStringList{"--patience", "-1"};
+    row("no such option", QStringList{"--smile"});
+    row("no such file", QStringList{"--subscribers", "/nonexistent/file"});
+    row("bad subscriber", QStringList{"--subscriber", "112233"});
+    row("bad habit", QStringList{"--subscriber", "112233:А:lazy"});
+    row("bad sign", QStringList{"--sign", "smile"});
+    row("bad type", QStringList{"--centre-type", "5"});
+    row("type that is no number", QStringList{"--centre-type", "x"});
+    row("bad patience", QStringList{"--patience", "-1"});
 }
 
 void TestLinesimSwitchOptions::refusesWhatItDoesNotUnderstand()
@@ -91,23 +92,23 @@ void TestLinesimSwitchOptions::refusesWhatItDoesNotUnderstand()
 void TestLinesimSwitchOptions::commandsAreUnderstood_data()
 {
     QTest::addColumn<QString>("lines");
-    QTest::newRow("call 112233") << "";
-    QTest::newRow("call 112233 ask@connect+1") << "";
-    QTest::newRow("call 112233 lazy") << "error: no habit lazy";
-    QTest::newRow("hang") << "hang-up: nothing to end";
-    QTest::newRow("ask") << "error: no connection";
-    QTest::newRow("ao") << "error: no connection";
-    QTest::newRow("telegram") << "error: no connection";
-    QTest::newRow("check") << "error: no connection";
-    QTest::newRow("crypt") << "error: no connection";
-    QTest::newRow("say ПРИВЕТ") << "";
-    QTest::newRow("point АБ-123456") << "";
-    QTest::newRow("windows off") << "";
-    QTest::newRow("drop") << "";
-    QTest::newRow("figures") << "figures: connections 0";
-    QTest::newRow("quit") << "figures: connections 0";
-    QTest::newRow("dance now") << "error: no command dance now";
-    QTest::newRow("") << "";
+    row("call 112233", "");
+    row("call 112233 ask@connect+1", "");
+    row("call 112233 lazy", "error: no habit lazy");
+    row("hang", "hang-up: nothing to end");
+    row("ask", "error: no connection");
+    row("ao", "error: no connection");
+    row("telegram", "error: no connection");
+    row("check", "error: no connection");
+    row("crypt", "error: no connection");
+    row("say ПРИВЕТ", "");
+    row("point АБ-123456", "");
+    row("windows off", "");
+    row("drop", "");
+    row("figures", "figures: connections 0");
+    row("quit", "figures: connections 0");
+    row("dance now", "error: no command dance now");
+    row("", "");
 }
 
 void TestLinesimSwitchOptions::commandsAreUnderstood()

@@ -4,6 +4,7 @@
 #include "link/adapter_stream.h"
 #include "link/tlg_thread.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -80,10 +81,10 @@ void TestAdapterStream::modeByte_data()
     QTest::addColumn<int>("processMode");
     QTest::addColumn<int>("baud");
     QTest::addColumn<int>("byte");
-    QTest::newRow("no speed") << 2 << 0 << 0x64;
-    QTest::newRow("50") << 2 << 50 << 0x65;
-    QTest::newRow("100") << 0 << 100 << 0x66;
-    QTest::newRow("200") << 2 << 200 << 0x67;
+    row("no speed", 2, 0, 0x64);
+    row("50", 2, 50, 0x65);
+    row("100", 0, 100, 0x66);
+    row("200", 2, 200, 0x67);
     for (const int baud : {0, 50, 100, 200})
         QTest::addRow("switched, %d", baud) << 1 << baud << 0x69;
 }
@@ -113,10 +114,10 @@ void TestAdapterStream::eventBytes_data()
 {
     QTest::addColumn<QByteArray>("byte");
     QTest::addColumn<QString>("command");
-    QTest::newRow("43") << QByteArray("43") << "@C";
-    QTest::newRow("41") << QByteArray("41") << "@H";
-    QTest::newRow("44") << QByteArray("44") << "@E";
-    QTest::newRow("45") << QByteArray("45") << "@S";
+    row("43", QByteArray("43"), "@C");
+    row("41", QByteArray("41"), "@H");
+    row("44", QByteArray("44"), "@E");
+    row("45", QByteArray("45"), "@S");
 }
 
 void TestAdapterStream::eventBytes()
@@ -133,8 +134,8 @@ void TestAdapterStream::eventBytes()
 void TestAdapterStream::bytesWithoutMeaningAreIgnored_data()
 {
     QTest::addColumn<int>("version");
-    QTest::newRow("old") << OldFirmware;
-    QTest::newRow("new") << NewFirmware;
+    row("old", OldFirmware);
+    row("new", NewFirmware);
 }
 
 void TestAdapterStream::bytesWithoutMeaningAreIgnored()
@@ -192,10 +193,10 @@ void TestAdapterStream::statusWithNewFirmware_data()
     QTest::addColumn<int>("credit");
     QTest::addColumn<bool>("allSent");
     QTest::addColumn<QString>("pending");
-    QTest::newRow("3F: drained, fifteen") << QByteArray("3f") << 15 << true << "";
-    QTest::newRow("30: drained, none") << QByteArray("30") << 0 << true << "";
-    QTest::newRow("2F: fifteen") << QByteArray("2f") << 15 << false << "АБ";
-    QTest::newRow("20: leaves the flag") << QByteArray("20") << 0 << false << "АБ";
+    row("3F: drained, fifteen", QByteArray("3f"), 15, true, "");
+    row("30: drained, none", QByteArray("30"), 0, true, "");
+    row("2F: fifteen", QByteArray("2f"), 15, false, "АБ");
+    row("20: leaves the flag", QByteArray("20"), 0, false, "АБ");
 }
 
 void TestAdapterStream::statusWithNewFirmware()
@@ -221,9 +222,9 @@ void TestAdapterStream::statusWithOldFirmware_data()
     QTest::addColumn<QByteArray>("status");
     QTest::addColumn<bool>("before");
     QTest::addColumn<bool>("allSent");
-    QTest::newRow("20 clears the flag") << QByteArray("20") << true << false;
-    QTest::newRow("21 sets it") << QByteArray("21") << false << true;
-    QTest::newRow("30 sets it") << QByteArray("30") << false << true;
+    row("20 clears the flag", QByteArray("20"), true, false);
+    row("21 sets it", QByteArray("21"), false, true);
+    row("30 sets it", QByteArray("30"), false, true);
 }
 
 void TestAdapterStream::statusWithOldFirmware()
@@ -319,13 +320,13 @@ void TestAdapterStream::commands_data()
 {
     QTest::addColumn<QString>("command");
     QTest::addColumn<QByteArray>("bytes");
-    QTest::newRow("@C") << "@C" << QByteArray("43");
-    QTest::newRow("@E") << "@E" << QByteArray("44");
-    QTest::newRow("@H") << "@H" << QByteArray("41");
-    QTest::newRow("@N") << "@N120@" << QByteArray("5d4201020040");
-    QTest::newRow("@N with plus") << "@N123+@" << QByteArray("5d420102030b40");
-    QTest::newRow("@n") << "@n9@" << QByteArray("5e420940");
-    QTest::newRow("flow report") << "@07*" << QByteArray();
+    row("@C", "@C", QByteArray("43"));
+    row("@E", "@E", QByteArray("44"));
+    row("@H", "@H", QByteArray("41"));
+    row("@N", "@N120@", QByteArray("5d4201020040"));
+    row("@N with plus", "@N123+@", QByteArray("5d420102030b40"));
+    row("@n", "@n9@", QByteArray("5e420940"));
+    row("flow report", "@07*", QByteArray());
 }
 
 void TestAdapterStream::commands()
@@ -344,7 +345,7 @@ void TestAdapterStream::commandsOutsideTheSwitchedChannelAreLost_data()
 {
     QTest::addColumn<QString>("command");
     for (const char *command : {"@C", "@E", "@H", "@N12@", "@n12@"})
-        QTest::newRow(command) << command;
+        row(command, command);
 }
 
 void TestAdapterStream::commandsOutsideTheSwitchedChannelAreLost()
@@ -398,12 +399,12 @@ void TestAdapterStream::versionReply_data()
 {
     QTest::addColumn<QByteArray>("reply");
     QTest::addColumn<int>("version");
-    QTest::newRow("new") << QByteArray("170b0b") << 20231111;
-    QTest::newRow("old") << QByteArray("170b0a") << 20231110;
-    QTest::newRow("mixed with status bytes") << QByteArray("3f17210b303f0b20") << 20231111;
-    QTest::newRow("two codes") << QByteArray("170b") << -1;
-    QTest::newRow("four codes") << QByteArray("170b0b0b") << -1;
-    QTest::newRow("nothing") << QByteArray() << -1;
+    row("new", QByteArray("170b0b"), 20231111);
+    row("old", QByteArray("170b0a"), 20231110);
+    row("mixed with status bytes", QByteArray("3f17210b303f0b20"), 20231111);
+    row("two codes", QByteArray("170b"), -1);
+    row("four codes", QByteArray("170b0b0b"), -1);
+    row("nothing", QByteArray(), -1);
 }
 
 void TestAdapterStream::versionReply()

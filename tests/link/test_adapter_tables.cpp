@@ -5,6 +5,7 @@
 #include "link/adapter_stream.h"
 #include "link/tlg_thread.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 
 #include <QtTest>
 
@@ -133,7 +134,7 @@ void TestAdapterTables::everyCommand_data()
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QString>("left");
     const auto row = [](const char *name, const char *text, const char *bytes, const char *left = "") {
-        QTest::newRow(name) << QByteArray(text) << QByteArray(bytes) << qs(left);
+        ::row(name, QByteArray(text), QByteArray(bytes), qs(left));
     };
     row("@C", "@C", "43");
     row("@E", "@E", "44");

@@ -2,6 +2,7 @@
 #include "link/adapter_stream.h"
 #include "link/tlg_thread.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 
 #include <QtTest>
 
@@ -21,9 +22,9 @@ void TestAdapterVanishedText::emptiedBufferIsReported_data()
 {
     QTest::addColumn<QString>("text");
 
-    QTest::newRow("end-of-file sign") << "\x1A";
-    QTest::newRow("foreign letters") << "日本";
-    QTest::newRow("command without bytes on a direct link") << "@C";
+    row("end-of-file sign", "\x1A");
+    row("foreign letters", "日本");
+    row("command without bytes on a direct link", "@C");
 }
 
 void TestAdapterVanishedText::emptiedBufferIsReported()

@@ -1,4 +1,5 @@
 #include "link/tlg_thread.h"
+#include "tests/support/row.h"
 
 #include <QtTest>
 
@@ -18,9 +19,7 @@ void TestCmdLength::commandLength_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("length");
-    const auto row = [](const char *text, int length) {
-        QTest::newRow(text) << QString::fromUtf8(text) << length;
-    };
+    const auto row = [](const char *text, int length) { ::row(text, QString::fromUtf8(text), length); };
     row("", 0);
     row("A", 0);
     row("A@H", 0);
@@ -77,7 +76,7 @@ void TestCmdLength::loopsTakeOperatorKeysAsLoneMark_data()
 {
     QTest::addColumn<QString>("text");
     for (const char *text : {"@L", "@V", "@LABC", "@V@"})
-        QTest::newRow(text) << QString::fromUtf8(text);
+        row(text, QString::fromUtf8(text));
 }
 
 void TestCmdLength::loopsTakeOperatorKeysAsLoneMark()

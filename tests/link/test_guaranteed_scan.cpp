@@ -2,6 +2,7 @@
 
 #include "link/tlg_thread.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 
 #include <QRandomGenerator>
 #include <QtTest>
@@ -63,7 +64,7 @@ void TestGuaranteedScan::scanGivesTextAndKeepsRest_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("kept");
     const auto row = [](const char *name, const char *received, const char *text, const char *kept) {
-        QTest::newRow(name) << qs(received) << qs(text) << qs(kept);
+        ::row(name, qs(received), qs(text), qs(kept));
     };
     row("plain text", "|ПРИВЕТ#123", "|ПРИВЕТ#123", "");
     row("letter after the mark", "&ABC", "&ABC", "");
@@ -191,10 +192,10 @@ void TestGuaranteedScan::switchingOffLeavesTheRestUnread()
 void TestGuaranteedScan::floodOfMarksIsBoundedAndNotLost_data()
 {
     QTest::addColumn<QString>("pattern");
-    QTest::newRow("marks") << qs("&");
-    QTest::newRow("acknowledgements") << qs("&|");
-    QTest::newRow("marks with letters") << qs("&A");
-    QTest::newRow("marks with noise") << qs("&#;");
+    row("marks", qs("&"));
+    row("acknowledgements", qs("&|"));
+    row("marks with letters", qs("&A"));
+    row("marks with noise", qs("&#;"));
 }
 
 void TestGuaranteedScan::floodOfMarksIsBoundedAndNotLost()

@@ -2,6 +2,7 @@
 
 #include "link/tlg_thread.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 
 #include <QtTest>
 
@@ -160,11 +161,11 @@ void TestGuaranteedTransfer::readerGoesOnInTheRegisterOfTheLastFrame()
 void TestGuaranteedTransfer::shortBufferNeedsMore_data()
 {
     QTest::addColumn<QString>("buffer");
-    QTest::newRow("marks") << qs("&#");
-    QTest::newRow("header") << qs("&#Э");
-    QTest::newRow("length") << qs("&#Э3");
-    QTest::newRow("register") << qs("&#Э3&");
-    QTest::newRow("one code short of 25") << qs("&#Э?&") + QString(24, QLatin1Char('E'));
+    row("marks", qs("&#"));
+    row("header", qs("&#Э"));
+    row("length", qs("&#Э3"));
+    row("register", qs("&#Э3&"));
+    row("one code short of 25", qs("&#Э?&") + QString(24, QLatin1Char('E')));
 }
 
 void TestGuaranteedTransfer::shortBufferNeedsMore()
@@ -178,11 +179,11 @@ void TestGuaranteedTransfer::shortBufferNeedsMore()
 void TestGuaranteedTransfer::lengthOutOfRangeIsNoFrame_data()
 {
     QTest::addColumn<QString>("buffer");
-    QTest::newRow("0") << qs("&#Э|");
-    QTest::newRow("26") << qs("&#ЭШ");
-    QTest::newRow("27") << qs("&#Э#");
-    QTest::newRow("30") << qs("&#Э=");
-    QTest::newRow("31") << qs("&#Э&");
+    row("0", qs("&#Э|"));
+    row("26", qs("&#ЭШ"));
+    row("27", qs("&#Э#"));
+    row("30", qs("&#Э="));
+    row("31", qs("&#Э&"));
 }
 
 void TestGuaranteedTransfer::lengthOutOfRangeIsNoFrame()
@@ -195,10 +196,10 @@ void TestGuaranteedTransfer::lengthOutOfRangeIsNoFrame()
 void TestGuaranteedTransfer::wrongCrcIsNoFrame_data()
 {
     QTest::addColumn<QString>("buffer");
-    QTest::newRow("header 0C") << qs("&#,3&E");
-    QTest::newRow("other payload") << qs("&#Э3&A");
-    QTest::newRow("other register") << qs("&#Э3|Е");
-    QTest::newRow("whole frame of 25") << qs("&#Э?&") + QString(25, QLatin1Char('E'));
+    row("header 0C", qs("&#,3&E"));
+    row("other payload", qs("&#Э3&A"));
+    row("other register", qs("&#Э3|Е"));
+    row("whole frame of 25", qs("&#Э?&") + QString(25, QLatin1Char('E')));
 }
 
 void TestGuaranteedTransfer::wrongCrcIsNoFrame()
@@ -228,8 +229,8 @@ void TestGuaranteedTransfer::repeatClaimsTheWholeBuffer()
 void TestGuaranteedTransfer::frameOutOfTurnIsNotTaken_data()
 {
     QTest::addColumn<QString>("buffer");
-    QTest::newRow("sequence 2") << qs("&#63&E");
-    QTest::newRow("sequence 3") << qs("&#/3&E");
+    row("sequence 2", qs("&#63&E"));
+    row("sequence 3", qs("&#/3&E"));
 }
 
 void TestGuaranteedTransfer::frameOutOfTurnIsNotTaken()

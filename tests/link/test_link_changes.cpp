@@ -1,6 +1,7 @@
 // Links that follow each other: what one leaves behind must not reach the next.
 
 #include "tests/link/adapter_port.h"
+#include "tests/support/row.h"
 
 #include <QSet>
 #include <QTcpServer>
@@ -146,7 +147,7 @@ void TestLinkChanges::linkThatComesToNothingBeginsCleanToo_data()
     QTest::addColumn<int>("to");
     for (const Kind from : {Adapter, Client, Server})
         for (const Kind to : {Adapter, Client, Server})
-            QTest::newRow(qPrintable(transition(from, to))) << int(from) << int(to);
+            row(qPrintable(transition(from, to)), int(from), int(to));
 }
 
 // No device, nobody who takes the call, a port that is taken: each is over at once.

@@ -1,6 +1,7 @@
 // A serial port that does not open, falls silent, or goes away in any state of the connection.
 
 #include "tests/link/adapter_port.h"
+#include "tests/support/row.h"
 
 #include <QFile>
 #include <QSerialPort>
@@ -47,12 +48,9 @@ void TestPortFailures::portThatDoesNotOpen_data()
 {
     QTest::addColumn<QString>("kind");
     QTest::addColumn<QString>("error");
-    QTest::newRow("directory") << "directory"
-                               << ":Is a directory";
-    QTest::newRow("file that is no terminal") << "file"
-                                              << ":Inappropriate ioctl for device";
-    QTest::newRow("path that is not there") << "missing"
-                                            << ":No such file or directory";
+    row("directory", "directory", ":Is a directory");
+    row("file that is no terminal", "file", ":Inappropriate ioctl for device");
+    row("path that is not there", "missing", ":No such file or directory");
 }
 
 void TestPortFailures::portThatDoesNotOpen()

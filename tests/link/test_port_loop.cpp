@@ -3,6 +3,7 @@
 #include "app/options.h"
 #include "tests/link/adapter_port.h"
 #include "tests/support/patience.h"
+#include "tests/support/row.h"
 
 #include <QtTest>
 
@@ -103,11 +104,11 @@ void TestPortLoop::oneModeByteForABatchWithStatuses_data()
     QTest::addColumn<int>("processMode");
     QTest::addColumn<int>("baud");
     QTest::addColumn<QByteArray>("byte");
-    QTest::newRow("no speed") << 0 << 0 << QByteArray("64");
-    QTest::newRow("50") << 0 << 50 << QByteArray("65");
-    QTest::newRow("100") << 2 << 100 << QByteArray("66");
-    QTest::newRow("200") << 2 << 200 << QByteArray("67");
-    QTest::newRow("switched") << 1 << 200 << QByteArray("69");
+    row("no speed", 0, 0, QByteArray("64"));
+    row("50", 0, 50, QByteArray("65"));
+    row("100", 2, 100, QByteArray("66"));
+    row("200", 2, 200, QByteArray("67"));
+    row("switched", 1, 200, QByteArray("69"));
 }
 
 void TestPortLoop::oneModeByteForABatchWithStatuses()

@@ -2,6 +2,7 @@
 
 #include "app/options.h"
 #include "tests/link/adapter_port.h"
+#include "tests/support/row.h"
 
 #include <QElapsedTimer>
 #include <QtTest>
@@ -46,11 +47,10 @@ void TestPortOpening::connectingIsTold_data()
     QTest::addColumn<QByteArray>("serial");
     QTest::addColumn<bool>("told");
     QTest::addColumn<QString>("prefix");
-    QTest::newRow("line adapter") << QByteArray("10000001") << true << "Trelo (10000001)";
-    QTest::newRow("line adapter, in an outage") << QByteArray("10000001") << false << "Trelo (10000001)";
-    QTest::newRow("Ethernet adapter") << QByteArray("30000001") << true << "Nerva (30000001)";
-    QTest::newRow("perforator's class is no other kind")
-        << QByteArray("20000001") << true << "Trelo (20000001)";
+    row("line adapter", QByteArray("10000001"), true, "Trelo (10000001)");
+    row("line adapter, in an outage", QByteArray("10000001"), false, "Trelo (10000001)");
+    row("Ethernet adapter", QByteArray("30000001"), true, "Nerva (30000001)");
+    row("perforator's class is no other kind", QByteArray("20000001"), true, "Trelo (20000001)");
 }
 
 void TestPortOpening::connectingIsTold()

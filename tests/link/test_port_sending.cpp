@@ -2,6 +2,7 @@
 
 #include "app/options.h"
 #include "tests/link/adapter_port.h"
+#include "tests/support/row.h"
 
 #include <QtTest>
 
@@ -126,14 +127,14 @@ void TestPortSending::commandsOfTheSwitchedChannel_data()
 {
     QTest::addColumn<QString>("command");
     QTest::addColumn<QByteArray>("bytes");
-    QTest::newRow("call") << "@C" << QByteArray("43");
-    QTest::newRow("answer") << "@E" << QByteArray("44");
-    QTest::newRow("hang up") << "@H" << QByteArray("41");
-    QTest::newRow("pulses") << "@N1234567890@" << QByteArray("5d420102030405060708090040");
-    QTest::newRow("pulses, with plus") << "@N123+@" << QByteArray("5d420102030b40");
-    QTest::newRow("no digits") << "@N@" << QByteArray("5d4240");
-    QTest::newRow("second form") << "@n90@" << QByteArray("5e42090040");
-    QTest::newRow("as the procedure dials") << "@C@n12@" << QByteArray("435e42010240");
+    row("call", "@C", QByteArray("43"));
+    row("answer", "@E", QByteArray("44"));
+    row("hang up", "@H", QByteArray("41"));
+    row("pulses", "@N1234567890@", QByteArray("5d420102030405060708090040"));
+    row("pulses, with plus", "@N123+@", QByteArray("5d420102030b40"));
+    row("no digits", "@N@", QByteArray("5d4240"));
+    row("second form", "@n90@", QByteArray("5e42090040"));
+    row("as the procedure dials", "@C@n12@", QByteArray("435e42010240"));
 }
 
 void TestPortSending::commandsOfTheSwitchedChannel()
@@ -152,8 +153,8 @@ void TestPortSending::commandsOfTheSwitchedChannel()
 void TestPortSending::commandsElsewhereAreConsumedWithoutAByte_data()
 {
     QTest::addColumn<int>("processMode");
-    QTest::newRow("centre") << 0;
-    QTest::newRow("direct") << 2;
+    row("centre", 0);
+    row("direct", 2);
 }
 
 void TestPortSending::commandsElsewhereAreConsumedWithoutAByte()
@@ -275,8 +276,8 @@ void TestPortSending::atMostEightBytesWaitUnsent()
         const QMutexLocker lock(&link.thread.sendBuffer.mutex);
         return link.thread.sendBuffer.text.size();
     };
-    // Without the event loop nothing reads the cable. Each grant is awaited in the buffer it empties, for some
-    // passes of the link, however long a busy machine takes for them.
+    // Without the event loop nothing reads the cable. Each grant is awaited in the buffer it empties, for
+    // some passes of the link, however long a busy machine takes for them.
     const auto pass = [&] {
         link.thread.slotOnSec();
         while (link.thread.secondTick && !link.line.ended())

@@ -2,6 +2,7 @@
 
 #include "tests/link/adapter_port.h"
 #include "tests/support/patience.h"
+#include "tests/support/row.h"
 
 #include <QElapsedTimer>
 #include <QtTest>
@@ -101,14 +102,13 @@ void TestPortVersion::reply_data()
     QTest::addColumn<QString>("version");
     QTest::addColumn<bool>("echoes");
     const auto pieces = [](std::initializer_list<QByteArray> list) { return QList<QByteArray>(list); };
-    QTest::newRow("first that echoes") << pieces({"170b0b"}) << "20231111" << true;
-    QTest::newRow("last that does not") << pieces({"170b0a"}) << "20231110" << false;
-    QTest::newRow("code by code") << pieces({"17", "0b", "0b"}) << "20231111" << true;
-    QTest::newRow("mixed with statuses") << pieces({"3f17303f0b20", "30", "210b2f"}) << "20231111" << true;
-    QTest::newRow("mixed with any byte above the codes")
-        << pieces({"4f175e0b", "839f45ff", "0b"}) << "20231111" << true;
-    QTest::newRow("greatest") << pieces({"1f1f1f"}) << "20313131" << true;
-    QTest::newRow("least") << pieces({"000000"}) << "20000000" << false;
+    row("first that echoes", pieces({"170b0b"}), "20231111", true);
+    row("last that does not", pieces({"170b0a"}), "20231110", false);
+    row("code by code", pieces({"17", "0b", "0b"}), "20231111", true);
+    row("mixed with statuses", pieces({"3f17303f0b20", "30", "210b2f"}), "20231111", true);
+    row("mixed with any byte above the codes", pieces({"4f175e0b", "839f45ff", "0b"}), "20231111", true);
+    row("greatest", pieces({"1f1f1f"}), "20313131", true);
+    row("least", pieces({"000000"}), "20000000", false);
 }
 
 void TestPortVersion::reply()
@@ -134,10 +134,10 @@ void TestPortVersion::reply()
 void TestPortVersion::withoutAnUsableReplyTheOldRulesHold_data()
 {
     QTest::addColumn<QByteArray>("reply");
-    QTest::newRow("none") << QByteArray();
-    QTest::newRow("statuses alone") << QByteArray("3f3f3f");
-    QTest::newRow("two codes") << QByteArray("170b");
-    QTest::newRow("four codes at once") << QByteArray("170b0b0b");
+    row("none", QByteArray());
+    row("statuses alone", QByteArray("3f3f3f"));
+    row("two codes", QByteArray("170b"));
+    row("four codes at once", QByteArray("170b0b0b"));
 }
 
 void TestPortVersion::withoutAnUsableReplyTheOldRulesHold()
@@ -207,9 +207,9 @@ void TestPortVersion::busyAdapterIsNotAwaitedForEver()
 void TestPortVersion::questionEndsOnceNoReplyCanCome_data()
 {
     QTest::addColumn<QByteArray>("bytes");
-    QTest::newRow("a code from the line in front") << QByteArray("05170b0b");
-    QTest::newRow("statuses among them") << QByteArray("053f173f0b300b");
-    QTest::newRow("a telegram") << QByteArray("001b1f1b1f03");
+    row("a code from the line in front", QByteArray("05170b0b"));
+    row("statuses among them", QByteArray("053f173f0b300b"));
+    row("a telegram", QByteArray("001b1f1b1f03"));
 }
 
 void TestPortVersion::questionEndsOnceNoReplyCanCome()

@@ -2,6 +2,7 @@
 #include "link/utils_ports.h"
 #include "tests/link/line.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 #include "text/utils.h"
 
 #include <QSerialPortInfo>
@@ -56,12 +57,12 @@ void TestPorts::listIsReadEntryByEntry_data()
 {
     QTest::addColumn<QString>("list");
     QTest::addColumn<QStringList>("ports");
-    QTest::newRow("empty") << QString() << QStringList();
-    QTest::newRow("one") << qs("10000001=/dev/pts/4") << QStringList(qs("10000001 /dev/pts/4"));
-    QTest::newRow("two, with spaces") << qs(" 10000001 = /dev/pts/4 ; 20000001=COM5;")
-                                      << QStringList({qs("10000001 /dev/pts/4"), qs("20000001 COM5")});
-    QTest::newRow("no entries") << qs(";;abc;=x;y=;") << QStringList();
-    QTest::newRow("second sign is of the name") << qs("1=a=b") << QStringList(qs("1 a=b"));
+    row("empty", QString(), QStringList());
+    row("one", qs("10000001=/dev/pts/4"), QStringList(qs("10000001 /dev/pts/4")));
+    row("two, with spaces", qs(" 10000001 = /dev/pts/4 ; 20000001=COM5;"),
+        QStringList({qs("10000001 /dev/pts/4"), qs("20000001 COM5")}));
+    row("no entries", qs(";;abc;=x;y=;"), QStringList());
+    row("second sign is of the name", qs("1=a=b"), QStringList(qs("1 a=b")));
 }
 
 void TestPorts::listIsReadEntryByEntry()
@@ -89,12 +90,12 @@ void TestPorts::serialFindsItsPort_data()
 {
     QTest::addColumn<QString>("serial");
     QTest::addColumn<QString>("name");
-    QTest::newRow("12 characters match on the first 8") << qs("10000001") << qs("/dev/a");
-    QTest::newRow("7 characters match nothing") << qs("1000000") << QString();
-    QTest::newRow("12 characters match nothing") << qs("10000001ABCD") << QString();
-    QTest::newRow("exact") << qs("20000001") << qs("/dev/c");
-    QTest::newRow("absent") << qs("10000009") << QString();
-    QTest::newRow("empty") << QString() << QString();
+    row("12 characters match on the first 8", qs("10000001"), qs("/dev/a"));
+    row("7 characters match nothing", qs("1000000"), QString());
+    row("12 characters match nothing", qs("10000001ABCD"), QString());
+    row("exact", qs("20000001"), qs("/dev/c"));
+    row("absent", qs("10000009"), QString());
+    row("empty", QString(), QString());
 }
 
 void TestPorts::serialFindsItsPort()
@@ -142,14 +143,12 @@ void TestPorts::automaticSearchAdoptsAnAdapterOfTheClass_data()
     QTest::addColumn<int>("autoClass");
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("adopted");
-    QTest::newRow("present one stays") << qs("10000002") << 1 << qs("/dev/d") << qs("10000002");
-    QTest::newRow("present one of another class stays")
-        << qs("20000002") << 1 << qs("/dev/e") << qs("20000002");
-    QTest::newRow("absent one gives way to the first")
-        << qs("10000009") << 1 << qs("/dev/a") << qs("10000001");
-    QTest::newRow("none set") << QString() << 1 << qs("/dev/a") << qs("10000001");
-    QTest::newRow("perforators") << QString() << 2 << qs("/dev/c") << qs("20000001");
-    QTest::newRow("class without adapters") << qs("30000001") << 3 << QString() << qs("30000001");
+    row("present one stays", qs("10000002"), 1, qs("/dev/d"), qs("10000002"));
+    row("present one of another class stays", qs("20000002"), 1, qs("/dev/e"), qs("20000002"));
+    row("absent one gives way to the first", qs("10000009"), 1, qs("/dev/a"), qs("10000001"));
+    row("none set", QString(), 1, qs("/dev/a"), qs("10000001"));
+    row("perforators", QString(), 2, qs("/dev/c"), qs("20000001"));
+    row("class without adapters", qs("30000001"), 3, QString(), qs("30000001"));
 }
 
 void TestPorts::automaticSearchAdoptsAnAdapterOfTheClass()
@@ -167,11 +166,11 @@ void TestPorts::ethernetAdapterIsToldByItsSerial_data()
 {
     QTest::addColumn<QString>("serial");
     QTest::addColumn<bool>("ethernet");
-    QTest::newRow("of the class") << qs("30000001") << true;
-    QTest::newRow("line adapter") << qs("10000003") << false;
-    QTest::newRow("short") << qs("3000000") << false;
-    QTest::newRow("long") << qs("300000011") << false;
-    QTest::newRow("empty") << QString() << false;
+    row("of the class", qs("30000001"), true);
+    row("line adapter", qs("10000003"), false);
+    row("short", qs("3000000"), false);
+    row("long", qs("300000011"), false);
+    row("empty", QString(), false);
 }
 
 void TestPorts::ethernetAdapterIsToldByItsSerial()
@@ -217,9 +216,9 @@ void TestPorts::telegraphSpeedIsOneOfThree_data()
     QTest::addColumn<int>("asked");
     QTest::addColumn<int>("stored");
     for (const int baud : {50, 100, 200})
-        QTest::newRow(qPrintable(QString::number(baud))) << baud << baud;
+        row(qPrintable(QString::number(baud)), baud, baud);
     for (const int baud : {0, -50, 49, 75, 300})
-        QTest::newRow(qPrintable(QString::number(baud))) << baud << 0;
+        row(qPrintable(QString::number(baud)), baud, 0);
 }
 
 void TestPorts::telegraphSpeedIsOneOfThree()
@@ -236,9 +235,9 @@ void TestPorts::linkSaysThatThereIsNoDevice_data()
 {
     QTest::addColumn<QString>("serial");
     QTest::addColumn<QString>("prefix");
-    QTest::newRow("line adapter") << qs("10000001") << qs("Trelo (10000001)");
-    QTest::newRow("Ethernet adapter") << qs("30000001") << qs("Nerva (30000001)");
-    QTest::newRow("none set") << QString() << qs("Trelo ()");
+    row("line adapter", qs("10000001"), qs("Trelo (10000001)"));
+    row("Ethernet adapter", qs("30000001"), qs("Nerva (30000001)"));
+    row("none set", QString(), qs("Trelo ()"));
 }
 
 void TestPorts::linkSaysThatThereIsNoDevice()

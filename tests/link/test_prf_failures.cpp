@@ -1,6 +1,7 @@
 // The perforator that is not there, or goes away.
 
 #include "tests/link/prf_adapter.h"
+#include "tests/support/row.h"
 
 #include <QElapsedTimer>
 #include <QTemporaryDir>
@@ -58,8 +59,8 @@ void TestPrfFailures::absentAdapterIsReportedOnce()
 void TestPrfFailures::nextAttemptIsAMinuteAway_data()
 {
     QTest::addColumn<QByteArray>("ports");
-    QTest::newRow("no port") << QByteArray();
-    QTest::newRow("port that does not open") << QByteArray("20000001=/nowhere/absent");
+    row("no port", QByteArray());
+    row("port that does not open", QByteArray("20000001=/nowhere/absent"));
 }
 
 // Another attempt at each look: a second may pass between the failure and the look.
@@ -245,11 +246,11 @@ void TestPrfFailures::unpluggedWhileReading()
 void TestPrfFailures::serialOfAWrongLengthFindsNoPort_data()
 {
     QTest::addColumn<QString>("serial");
-    QTest::newRow("empty") << QString();
-    QTest::newRow("1") << qs("2");
-    QTest::newRow("7") << qs("2000000");
-    QTest::newRow("9") << qs("200000011");
-    QTest::newRow("100") << QString(100, QLatin1Char('2'));
+    row("empty", QString());
+    row("1", qs("2"));
+    row("7", qs("2000000"));
+    row("9", qs("200000011"));
+    row("100", QString(100, QLatin1Char('2')));
 }
 
 void TestPrfFailures::serialOfAWrongLengthFindsNoPort()

@@ -1,6 +1,7 @@
 // Text on its way to the tape.
 
 #include "tests/link/prf_adapter.h"
+#include "tests/support/row.h"
 
 class TestPrfPunch : public QObject
 {
@@ -36,10 +37,10 @@ void TestPrfPunch::modeByteNamesTheSpeed_data()
 {
     QTest::addColumn<int>("index");
     QTest::addColumn<QByteArray>("byte");
-    QTest::newRow("first") << 0 << QByteArray("61");
-    QTest::newRow("second") << 1 << QByteArray("62");
-    QTest::newRow("third") << 2 << QByteArray("63");
-    QTest::newRow("eighth") << 7 << QByteArray("68");
+    row("first", 0, QByteArray("61"));
+    row("second", 1, QByteArray("62"));
+    row("third", 2, QByteArray("63"));
+    row("eighth", 7, QByteArray("68"));
 }
 
 void TestPrfPunch::modeByteNamesTheSpeed()
@@ -231,13 +232,13 @@ void TestPrfPunch::eachBatchWithAStatusIsAnsweredOnce_data()
 {
     QTest::addColumn<QByteArray>("batch");
     QTest::addColumn<int>("answers");
-    QTest::newRow("a status") << QByteArray("20") << 1;
-    QTest::newRow("three") << QByteArray("20213f") << 1;
-    QTest::newRow("among codes") << QByteArray("0301200301") << 1;
-    QTest::newRow("codes alone") << QByteArray("00011f1b") << 0;
-    QTest::newRow("other byte") << QByteArray("40") << 1;
-    QTest::newRow("highest byte") << QByteArray("ff") << 1;
-    QTest::newRow("lowest byte of the upper half") << QByteArray("80") << 1;
+    row("a status", QByteArray("20"), 1);
+    row("three", QByteArray("20213f"), 1);
+    row("among codes", QByteArray("0301200301"), 1);
+    row("codes alone", QByteArray("00011f1b"), 0);
+    row("other byte", QByteArray("40"), 1);
+    row("highest byte", QByteArray("ff"), 1);
+    row("lowest byte of the upper half", QByteArray("80"), 1);
 }
 
 void TestPrfPunch::eachBatchWithAStatusIsAnsweredOnce()

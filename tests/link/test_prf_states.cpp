@@ -1,6 +1,7 @@
 // The perforator's connection from state to state.
 
 #include "tests/link/prf_adapter.h"
+#include "tests/support/row.h"
 
 #include <QDir>
 
@@ -66,9 +67,9 @@ void TestPrfStates::pausedThreadLeavesThePortFree()
 void TestPrfStates::pauseIsEnded_data()
 {
     QTest::addColumn<Call>("call");
-    QTest::newRow("Activate") << Call(&CPrfThread::Activate);
-    QTest::newRow("restartThread") << Call(&CPrfThread::restartThread);
-    QTest::newRow("setSorel") << Call(nullptr);
+    row("Activate", Call(&CPrfThread::Activate));
+    row("restartThread", Call(&CPrfThread::restartThread));
+    row("setSorel", Call(nullptr));
 }
 
 void TestPrfStates::pauseIsEnded()
@@ -92,8 +93,8 @@ void TestPrfStates::pauseIsEnded()
 void TestPrfStates::connectionIsGivenUp_data()
 {
     QTest::addColumn<Call>("call");
-    QTest::newRow("Deactivate") << Call(&CPrfThread::Deactivate);
-    QTest::newRow("pauseThread") << Call(&CPrfThread::pauseThread);
+    row("Deactivate", Call(&CPrfThread::Deactivate));
+    row("pauseThread", Call(&CPrfThread::pauseThread));
 }
 
 void TestPrfStates::connectionIsGivenUp()

@@ -5,6 +5,7 @@
 #include "tests/link/line.h"
 #include "tests/support/desk.h"
 #include "tests/support/patience.h"
+#include "tests/support/row.h"
 
 #include <QElapsedTimer>
 #include <QRandomGenerator>
@@ -189,10 +190,10 @@ void TestTcpHostile::tenMegabytesOfNoisePass_data()
 {
     QTest::addColumn<int>("mode");
     QTest::addColumn<bool>("guaranteed");
-    QTest::newRow("centre") << 0 << false;
-    QTest::newRow("switched channels") << 1 << false;
-    QTest::newRow("direct") << 2 << false;
-    QTest::newRow("guaranteed transfer") << 2 << true;
+    row("centre", 0, false);
+    row("switched channels", 1, false);
+    row("direct", 2, false);
+    row("guaranteed transfer", 2, true);
 }
 
 void TestTcpHostile::tenMegabytesOfNoisePass()

@@ -4,6 +4,7 @@
 #include "tests/link/line.h"
 #include "tests/support/desk.h"
 #include "tests/support/patience.h"
+#include "tests/support/row.h"
 
 #include <QTcpServer>
 #include <QtTest>
@@ -65,8 +66,8 @@ std::unique_ptr<Peer> TestTcpKey::join(Line &line, bool asServer)
 void TestTcpKey::bothRolesExchangeSeedsAndCipher_data()
 {
     QTest::addColumn<bool>("asServer");
-    QTest::newRow("client") << false;
-    QTest::newRow("server") << true;
+    row("client", false);
+    row("server", true);
 }
 
 void TestTcpKey::bothRolesExchangeSeedsAndCipher()
@@ -108,10 +109,9 @@ void TestTcpKey::linkStaysPlain_data()
 {
     QTest::addColumn<QStringList>("keys");
     QTest::addColumn<int>("mode");
-    QTest::newRow("centre") << QStringList({QString(), qs("A1"), qs("ключ")})
-                            << 0; // none, one byte, no digits
-    QTest::newRow("switched channels") << QStringList(qs("010203")) << 1;
-    QTest::newRow("direct") << QStringList(qs("010203")) << 2;
+    row("centre", QStringList({QString(), qs("A1"), qs("ключ")}), 0); // none, one byte, no digits
+    row("switched channels", QStringList(qs("010203")), 1);
+    row("direct", QStringList(qs("010203")), 2);
 }
 
 void TestTcpKey::linkStaysPlain()

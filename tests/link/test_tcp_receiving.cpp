@@ -5,6 +5,7 @@
 #include "link/tcp_stream.h"
 #include "link/tlg_thread.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 
 #include <QRandomGenerator>
 #include <QtTest>
@@ -102,7 +103,7 @@ void TestTcpReceiving::windowReportGrantsTwiceItsLowBits_data()
     QTest::addColumn<char>("report");
     QTest::addColumn<int>("granted");
     for (int i = 0; i < 16; ++i)
-        QTest::newRow(qPrintable(QString::number(0xB0 + i, 16))) << char(0xB0 + i) << 2 * i;
+        row(qPrintable(QString::number(0xB0 + i, 16)), char(0xB0 + i), 2 * i);
 }
 
 void TestTcpReceiving::windowReportGrantsTwiceItsLowBits()
@@ -144,13 +145,13 @@ void TestTcpReceiving::commandIsHandedOnAsItIs_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QString>("text");
-    const auto row = [](const char *bytes) { QTest::newRow(bytes) << QByteArray(bytes) << qs(bytes); };
+    const auto row = [](const char *bytes) { ::row(bytes, QByteArray(bytes), qs(bytes)); };
     for (const char *command :
          {"@C", "@E", "@H", "@L", "@V", "@N123@", "@n123+@", "@N12X", "@Z", "@1AB", "@12X"})
         row(command);
     for (const char *mixed : {"AB@HCD", "@C@N12@", "A@CB@HC", "@@H"})
         row(mixed);
-    QTest::newRow("letter behind") << QByteArray("@\x80") << qs("@А");
+    ::row("letter behind", QByteArray("@\x80"), qs("@А"));
 }
 
 void TestTcpReceiving::commandIsHandedOnAsItIs()

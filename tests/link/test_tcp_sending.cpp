@@ -5,6 +5,7 @@
 #include "link/tcp_stream.h"
 #include "link/tlg_thread.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 
 #include <QtTest>
 
@@ -130,14 +131,14 @@ void TestTcpSending::flowReportHalvesOneChunk_data()
 {
     QTest::addColumn<QByteArray>("report");
     QTest::addColumn<int>("limit");
-    QTest::newRow("07") << QByteArray("@07*") << 3;
-    QTest::newRow("06") << QByteArray("@06*") << 3;
-    QTest::newRow("00") << QByteArray("@00*") << 0;
-    QTest::newRow("01") << QByteArray("@01*") << 0;
-    QTest::newRow("31") << QByteArray("@31*") << 15;
-    QTest::newRow("32 is none") << QByteArray("@32*") << 32;
-    QTest::newRow("64") << QByteArray("@64*") << 32;
-    QTest::newRow("99") << QByteArray("@99*") << 32;
+    row("07", QByteArray("@07*"), 3);
+    row("06", QByteArray("@06*"), 3);
+    row("00", QByteArray("@00*"), 0);
+    row("01", QByteArray("@01*"), 0);
+    row("31", QByteArray("@31*"), 15);
+    row("32 is none", QByteArray("@32*"), 32);
+    row("64", QByteArray("@64*"), 32);
+    row("99", QByteArray("@99*"), 32);
 }
 
 void TestTcpSending::flowReportHalvesOneChunk()
@@ -156,8 +157,8 @@ void TestTcpSending::windowAndFlowReportBothLimit_data()
 {
     QTest::addColumn<QByteArray>("reports");
     QTest::addColumn<int>("limit");
-    QTest::newRow("flow is less") << QByteArray("\xB8@07*") << 3;
-    QTest::newRow("window is less") << QByteArray("\xB1@07*") << 2;
+    row("flow is less", QByteArray("\xB8@07*"), 3);
+    row("window is less", QByteArray("\xB1@07*"), 2);
 }
 
 void TestTcpSending::windowAndFlowReportBothLimit()
@@ -351,10 +352,10 @@ void TestTcpSending::chunkThatStaysKeepsItsOwners()
 void TestTcpSending::everyCutKeepsTheOwners_data()
 {
     QTest::addColumn<QByteArray>("grant");
-    QTest::newRow("windows of 2") << QByteArray("\xB1");
-    QTest::newRow("windows of 10") << QByteArray("\xB5");
-    QTest::newRow("flow reports for 3") << QByteArray("\xBF@07*");
-    QTest::newRow("flow reports for 1") << QByteArray("\xBF@02*");
+    row("windows of 2", QByteArray("\xB1"));
+    row("windows of 10", QByteArray("\xB5"));
+    row("flow reports for 3", QByteArray("\xBF@07*"));
+    row("flow reports for 1", QByteArray("\xBF@02*"));
 }
 
 void TestTcpSending::everyCutKeepsTheOwners()

@@ -5,6 +5,7 @@
 #include "records/file_attr.h"
 #include "records/send_model.h"
 #include "tests/procedures/cks_desk.h"
+#include "tests/support/row.h"
 #include "tests/support/sound_server.h"
 #include "tests/ui/wave_file.h"
 #include "ui/sound.h"
@@ -33,9 +34,9 @@ void TestCksDelivery::deliveredFileIsMarked_data()
 {
     QTest::addColumn<bool>("markInp");
     QTest::addColumn<bool>("markOut");
-    QTest::newRow("neither") << false << false;
-    QTest::newRow("received ones alone") << true << false;
-    QTest::newRow("sent ones alone") << false << true;
+    row("neither", false, false);
+    row("received ones alone", true, false);
+    row("sent ones alone", false, true);
 }
 
 void TestCksDelivery::deliveredFileIsMarked()
@@ -57,10 +58,10 @@ void TestCksDelivery::sentTelegramIsPrinted_data()
 {
     QTest::addColumn<int>("mode");
     QTest::addColumn<bool>("printed");
-    QTest::newRow("none") << 0 << false;
-    QTest::newRow("received") << 1 << false;
-    QTest::newRow("sent") << 2 << true;
-    QTest::newRow("both") << 3 << true;
+    row("none", 0, false);
+    row("received", 1, false);
+    row("sent", 2, true);
+    row("both", 3, true);
 }
 
 void TestCksDelivery::sentTelegramIsPrinted()
@@ -86,11 +87,11 @@ void TestCksDelivery::soundOfATelegram_data()
     QTest::addColumn<int>("type");
     QTest::addColumn<bool>("running");
     QTest::addColumn<QString>("playing");
-    QTest::newRow("silent") << 0 << false << "";
-    QTest::newRow("once") << 1 << false << "new.wav";
-    QTest::newRow("in a loop") << 2 << false << "new.wav";
-    QTest::newRow("silent, another one runs") << 0 << true << "old.wav";
-    QTest::newRow("once, another one runs") << 1 << true << "old.wav";
+    row("silent", 0, false, "");
+    row("once", 1, false, "new.wav");
+    row("in a loop", 2, false, "new.wav");
+    row("silent, another one runs", 0, true, "old.wav");
+    row("once, another one runs", 1, true, "old.wav");
 }
 
 void TestCksDelivery::soundOfATelegram()

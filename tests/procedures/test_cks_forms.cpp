@@ -3,6 +3,7 @@
 
 #include "app/options.h"
 #include "tests/procedures/cks_desk.h"
+#include "tests/support/row.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -62,14 +63,14 @@ void TestCksForms::formsToTheLine_data()
 {
     QTest::addColumn<int>("code");
     QTest::addColumn<QString>("line");
-    QTest::newRow("0 receipt request") << 0 << "|ЗЗ ";
-    QTest::newRow("1 receipt") << 1 << "|ЗЦЗЦ КС ВАШ 007=007 НННН  ";
-    QTest::newRow("2 stop") << 2 << "|ЗЦЗЦ КС СТОП НННН  ";
-    QTest::newRow("3 nothing") << 3 << "";
-    QTest::newRow("4 nothing, though it has a button") << 4 << "";
-    QTest::newRow("5 text") << 5 << "|ЗЦЗЦ КС ТЕКСТ НННН  ";
-    QTest::newRow("6 nothing") << 6 << "";
-    QTest::newRow("-1 nothing") << -1 << "";
+    row("0 receipt request", 0, "|ЗЗ ");
+    row("1 receipt", 1, "|ЗЦЗЦ КС ВАШ 007=007 НННН  ");
+    row("2 stop", 2, "|ЗЦЗЦ КС СТОП НННН  ");
+    row("3 nothing", 3, "");
+    row("4 nothing, though it has a button", 4, "");
+    row("5 text", 5, "|ЗЦЗЦ КС ТЕКСТ НННН  ");
+    row("6 nothing", 6, "");
+    row("-1 nothing", -1, "");
 }
 
 void TestCksForms::formsToTheLine()
@@ -137,17 +138,17 @@ void TestCksForms::stateWord_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("mode");
-    QTest::newRow("closed") << "СВЯЗЬ ЗАКРЫТА " << 1;
-    QTest::newRow("open") << "СВЯЗЬ ОТКРЫТА " << 3;
-    QTest::newRow("open, extra fields") << "СВЯЗЬ ОТКРЫТА 1035 ЕЩЕ " << 3;
-    QTest::newRow("word БД") << "СВЯЗЬ БД" << 1;
-    QTest::newRow("word БА") << "СВЯЗЬ БА" << 2;
-    QTest::newRow("word РБ") << "СВЯЗЬ РБ" << 3;
-    QTest::newRow("word БВ") << "СВЯЗЬ БВ" << 4;
-    QTest::newRow("word БР") << "СВЯЗЬ БР" << 5;
-    QTest::newRow("unknown word") << "СВЯЗЬ ОТКРЫТ" << 0;
-    QTest::newRow("no word: not read") << "СВЯЗЬ " << 4;
-    QTest::newRow("no blank: not this message") << "СВЯЗЬ" << 4;
+    row("closed", "СВЯЗЬ ЗАКРЫТА ", 1);
+    row("open", "СВЯЗЬ ОТКРЫТА ", 3);
+    row("open, extra fields", "СВЯЗЬ ОТКРЫТА 1035 ЕЩЕ ", 3);
+    row("word БД", "СВЯЗЬ БД", 1);
+    row("word БА", "СВЯЗЬ БА", 2);
+    row("word РБ", "СВЯЗЬ РБ", 3);
+    row("word БВ", "СВЯЗЬ БВ", 4);
+    row("word БР", "СВЯЗЬ БР", 5);
+    row("unknown word", "СВЯЗЬ ОТКРЫТ", 0);
+    row("no word: not read", "СВЯЗЬ ", 4);
+    row("no blank: not this message", "СВЯЗЬ", 4);
 }
 
 void TestCksForms::stateWord()
@@ -164,16 +165,11 @@ void TestCksForms::openingRequest_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("name");
-    QTest::newRow("with a channel name") << "ОТКРОЙТЕ СВЯЗЬ АБВГДЕ/12 1035"
-                                         << "АБВГДЕ/12";
-    QTest::newRow("seven characters suffice") << "ОТКРОЙТЕ СВЯЗЬ АБВГДЕ/"
-                                              << "АБВГДЕ/";
-    QTest::newRow("one character short") << "ОТКРОЙТЕ СВЯЗЬ АБВГД/"
-                                         << "";
-    QTest::newRow("stroke elsewhere") << "ОТКРОЙТЕ СВЯЗЬ АБВГД/Е12"
-                                      << "";
-    QTest::newRow("nothing behind") << "ОТКРОЙТЕ СВЯЗЬ"
-                                    << "";
+    row("with a channel name", "ОТКРОЙТЕ СВЯЗЬ АБВГДЕ/12 1035", "АБВГДЕ/12");
+    row("seven characters suffice", "ОТКРОЙТЕ СВЯЗЬ АБВГДЕ/", "АБВГДЕ/");
+    row("one character short", "ОТКРОЙТЕ СВЯЗЬ АБВГД/", "");
+    row("stroke elsewhere", "ОТКРОЙТЕ СВЯЗЬ АБВГД/Е12", "");
+    row("nothing behind", "ОТКРОЙТЕ СВЯЗЬ", "");
 }
 
 void TestCksForms::openingRequest()
@@ -219,14 +215,14 @@ void TestCksForms::waiting_data()
     QTest::addColumn<int>("modeBefore");
     QTest::addColumn<int>("mode");
     QTest::addColumn<int>("ask");
-    QTest::newRow("opening, open, automatic") << "ЖДУ ОТКРЫТИЯ СВЯЗИ " << false << 3 << 0 << 2;
-    QTest::newRow("opening, open, manual") << "ЖДУ ОТКРЫТИЯ СВЯЗИ " << true << 3 << 2 << 0;
-    QTest::newRow("opening, closed, automatic") << "ЖДУ ОТКРЫТИЯ СВЯЗИ " << false << 1 << 0 << 2;
-    QTest::newRow("opening, closed, manual") << "ЖДУ ОТКРЫТИЯ СВЯЗИ " << true << 1 << 1 << 0;
-    QTest::newRow("other word, automatic") << "ЖДУ ЗАКРЫТИЯ СВЯЗИ " << false << 3 << 0 << 0;
-    QTest::newRow("other word, manual") << "ЖДУ ЗАКРЫТИЯ СВЯЗИ " << true << 3 << 3 << 0;
-    QTest::newRow("second word is another") << "ЖДУ ОТКРЫТИЯ КАНАЛА " << false << 3 << 3 << 0;
-    QTest::newRow("one word") << "ЖДУ ОТКРЫТИЯ" << false << 3 << 3 << 0;
+    row("opening, open, automatic", "ЖДУ ОТКРЫТИЯ СВЯЗИ ", false, 3, 0, 2);
+    row("opening, open, manual", "ЖДУ ОТКРЫТИЯ СВЯЗИ ", true, 3, 2, 0);
+    row("opening, closed, automatic", "ЖДУ ОТКРЫТИЯ СВЯЗИ ", false, 1, 0, 2);
+    row("opening, closed, manual", "ЖДУ ОТКРЫТИЯ СВЯЗИ ", true, 1, 1, 0);
+    row("other word, automatic", "ЖДУ ЗАКРЫТИЯ СВЯЗИ ", false, 3, 0, 0);
+    row("other word, manual", "ЖДУ ЗАКРЫТИЯ СВЯЗИ ", true, 3, 3, 0);
+    row("second word is another", "ЖДУ ОТКРЫТИЯ КАНАЛА ", false, 3, 3, 0);
+    row("one word", "ЖДУ ОТКРЫТИЯ", false, 3, 3, 0);
 }
 
 void TestCksForms::waiting()
@@ -248,13 +244,13 @@ void TestCksForms::correction_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("counter");
-    QTest::newRow("range that follows ours") << "ОБРАЩАЙТЕСЬ В КСС ЗА ТЛГ 005-009 " << 9;
-    QTest::newRow("range of one") << "ОБРАЩАЙТЕСЬ В КСС ЗА ТЛГ 005-005" << 5;
-    QTest::newRow("range that begins later") << "ОБРАЩАЙТЕСЬ В КСС ЗА ТЛГ 006-009 " << 4;
-    QTest::newRow("range that begins earlier") << "ОБРАЩАЙТЕСЬ В КСС ЗА ТЛГ 004-009 " << 4;
-    QTest::newRow("last number missing") << "ОБРАЩАЙТЕСЬ В КСС ЗА ТЛГ 005-" << 4;
-    QTest::newRow("last number short") << "ОБРАЩАЙТЕСЬ В КСС ЗА ТЛГ 005-09 " << 4;
-    QTest::newRow("word missing") << "ОБРАЩАЙТЕСЬ В КСС ЗА 005-009 " << 4;
+    row("range that follows ours", "ОБРАЩАЙТЕСЬ В КСС ЗА ТЛГ 005-009 ", 9);
+    row("range of one", "ОБРАЩАЙТЕСЬ В КСС ЗА ТЛГ 005-005", 5);
+    row("range that begins later", "ОБРАЩАЙТЕСЬ В КСС ЗА ТЛГ 006-009 ", 4);
+    row("range that begins earlier", "ОБРАЩАЙТЕСЬ В КСС ЗА ТЛГ 004-009 ", 4);
+    row("last number missing", "ОБРАЩАЙТЕСЬ В КСС ЗА ТЛГ 005-", 4);
+    row("last number short", "ОБРАЩАЙТЕСЬ В КСС ЗА ТЛГ 005-09 ", 4);
+    row("word missing", "ОБРАЩАЙТЕСЬ В КСС ЗА 005-009 ", 4);
 }
 
 void TestCksForms::correction()
@@ -312,10 +308,10 @@ void TestCksForms::confirmationRequest_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("number");
-    QTest::newRow("with a number") << "ПОДТВЕРДИТЕ ПРИЕМ Р 017 " << 17;
-    QTest::newRow("without: the last of the centre") << "ПОДТВЕРДИТЕ ПРИЕМ Р ВСЕХ" << 40;
-    QTest::newRow("nothing behind") << "ПОДТВЕРДИТЕ ПРИЕМ Р " << 40;
-    QTest::newRow("one blank short: not this message") << "ПОДТВЕРДИТЕ ПРИЕМ Р" << -1;
+    row("with a number", "ПОДТВЕРДИТЕ ПРИЕМ Р 017 ", 17);
+    row("without: the last of the centre", "ПОДТВЕРДИТЕ ПРИЕМ Р ВСЕХ", 40);
+    row("nothing behind", "ПОДТВЕРДИТЕ ПРИЕМ Р ", 40);
+    row("one blank short: not this message", "ПОДТВЕРДИТЕ ПРИЕМ Р", -1);
 }
 
 void TestCksForms::confirmationRequest()
@@ -362,7 +358,7 @@ void TestCksForms::messagesThatChangeNothing_data()
     QTest::addColumn<QString>("text");
     for (const char *text : {"ПОВТОР ОКОНЧЕН", "ССС ПРИНЯТО 5", "ССС", "ССС ПРИНЯТО ", "", "ПРИВЕТ", "ВАШ",
                              "Р", "12 ТЕКСТ", "связь открыта", " СВЯЗЬ ОТКРЫТА", "ЖДУ", "СМЕНА", "ИСКАЖЕН"})
-        QTest::newRow(*text ? text : "empty") << QString::fromUtf8(text);
+        row(*text ? text : "empty", QString::fromUtf8(text));
 }
 
 void TestCksForms::messagesThatChangeNothing()

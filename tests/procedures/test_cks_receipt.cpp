@@ -2,6 +2,7 @@
 
 #include "app/options.h"
 #include "tests/procedures/cks_desk.h"
+#include "tests/support/row.h"
 
 #include <QDir>
 #include <QSignalSpy>
@@ -81,10 +82,10 @@ void TestCksReceipt::yourWithoutBlankIsNoReceipt()
 void TestCksReceipt::tornReceiptOnlyEndsTheAsking_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::newRow("no blank before the second figure") << "ВАШ 005 НАШ";
-    QTest::newRow("first figure short") << "ВАШ 05 НАШ 003 ПОСЛЕДНИЕ СВЯЗЬ ОТКРЫТА";
-    QTest::newRow("second figure short") << "ВАШ 005 НАШ 03 ПОСЛЕДНИЕ";
-    QTest::newRow("letters") << "ВАШ АБВ НАШ 003";
+    row("no blank before the second figure", "ВАШ 005 НАШ");
+    row("first figure short", "ВАШ 05 НАШ 003 ПОСЛЕДНИЕ СВЯЗЬ ОТКРЫТА");
+    row("second figure short", "ВАШ 005 НАШ 03 ПОСЛЕДНИЕ");
+    row("letters", "ВАШ АБВ НАШ 003");
 }
 
 void TestCksReceipt::tornReceiptOnlyEndsTheAsking()
@@ -115,14 +116,14 @@ void TestCksReceipt::words_data()
 {
     QTest::addColumn<QString>("words");
     QTest::addColumn<int>("mode");
-    QTest::newRow("asked to open") << "ОТКРОЙТЕ СВЯЗЬ " << 2;
-    QTest::newRow("open") << "СВЯЗЬ ОТКРЫТА " << 3;
-    QTest::newRow("closed") << "СВЯЗЬ ЗАКРЫТА " << 1;
-    QTest::newRow("unknown state") << "СВЯЗЬ НЕЯСНА " << 0;
-    QTest::newRow("closed till") << "ЗАКРЫТО ПО " << 4;
-    QTest::newRow("closed otherwise") << "ЗАКРЫТО ДО " << 1;
-    QTest::newRow("another word") << "ПРИВЕТ ВАМ " << 1;
-    QTest::newRow("one word is too few") << "СВЯЗЬ" << 1;
+    row("asked to open", "ОТКРОЙТЕ СВЯЗЬ ", 2);
+    row("open", "СВЯЗЬ ОТКРЫТА ", 3);
+    row("closed", "СВЯЗЬ ЗАКРЫТА ", 1);
+    row("unknown state", "СВЯЗЬ НЕЯСНА ", 0);
+    row("closed till", "ЗАКРЫТО ПО ", 4);
+    row("closed otherwise", "ЗАКРЫТО ДО ", 1);
+    row("another word", "ПРИВЕТ ВАМ ", 1);
+    row("one word is too few", "СВЯЗЬ", 1);
 }
 
 void TestCksReceipt::words()
@@ -276,10 +277,10 @@ void TestCksReceipt::morningGrace_data()
     QTest::addColumn<QTime>("time");
     QTest::addColumn<int>("sent");
     QTest::addColumn<bool>("mismatch");
-    QTest::newRow("00:04, none sent") << QTime(0, 4) << 0 << false;
-    QTest::newRow("00:06, none sent") << QTime(0, 6, 59) << 0 << false;
-    QTest::newRow("00:07, none sent") << QTime(0, 7) << 0 << true;
-    QTest::newRow("00:04, one sent") << QTime(0, 4) << 1 << true;
+    row("00:04, none sent", QTime(0, 4), 0, false);
+    row("00:06, none sent", QTime(0, 6, 59), 0, false);
+    row("00:07, none sent", QTime(0, 7), 0, true);
+    row("00:04, one sent", QTime(0, 4), 1, true);
 }
 
 void TestCksReceipt::morningGrace()
@@ -300,10 +301,10 @@ void TestCksReceipt::openingReceiptIsAnsweredInThreeSeconds_data()
     QTest::addColumn<QString>("words");
     QTest::addColumn<bool>("manual");
     QTest::addColumn<int>("countdown");
-    QTest::newRow("automatic") << "ОТКРОЙТЕ СВЯЗЬ" << false << 3;
-    QTest::newRow("manual") << "ОТКРОЙТЕ СВЯЗЬ" << true << 0;
-    QTest::newRow("another word") << "СВЯЗЬ ОТКРЫТА" << false << 0;
-    QTest::newRow("one word is too few") << "ОТКРОЙТЕ" << false << 0;
+    row("automatic", "ОТКРОЙТЕ СВЯЗЬ", false, 3);
+    row("manual", "ОТКРОЙТЕ СВЯЗЬ", true, 0);
+    row("another word", "СВЯЗЬ ОТКРЫТА", false, 0);
+    row("one word is too few", "ОТКРОЙТЕ", false, 0);
 }
 
 void TestCksReceipt::openingReceiptIsAnsweredInThreeSeconds()
@@ -322,13 +323,13 @@ void TestCksReceipt::renumberingIsGoodOrBad_data()
     QTest::addColumn<int>("prevIn");
     QTest::addColumn<int>("prevOut");
     QTest::addColumn<bool>("good");
-    QTest::newRow("five lost") << 35 << 12 << true;
-    QTest::newRow("none lost") << 40 << 12 << true;
-    QTest::newRow("nine lost") << 31 << 12 << true;
-    QTest::newRow("ten lost") << 30 << 12 << false;
-    QTest::newRow("more than the centre sent") << 41 << 12 << false;
-    QTest::newRow("one of ours more") << 40 << 13 << false;
-    QTest::newRow("one of ours less") << 40 << 11 << false;
+    row("five lost", 35, 12, true);
+    row("none lost", 40, 12, true);
+    row("nine lost", 31, 12, true);
+    row("ten lost", 30, 12, false);
+    row("more than the centre sent", 41, 12, false);
+    row("one of ours more", 40, 13, false);
+    row("one of ours less", 40, 11, false);
 }
 
 void TestCksReceipt::renumberingIsGoodOrBad()
@@ -363,10 +364,10 @@ void TestCksReceipt::goodRenumberingIsAnswered_data()
     QTest::addColumn<bool>("manual");
     QTest::addColumn<QString>("answer");
     const QString answer = QStringLiteral("\r\n|ЗЦЗЦ КС ВАШ 040=040 НННН  ");
-    QTest::newRow("automatic") << "ОТКРОЙТЕ СВЯЗЬ " << false << answer;
-    QTest::newRow("one word suffices") << "ОТКРОЙТЕ" << false << answer;
-    QTest::newRow("manual") << "ОТКРОЙТЕ СВЯЗЬ " << true << "";
-    QTest::newRow("another word") << "СВЯЗЬ ОТКРЫТА " << false << "";
+    row("automatic", "ОТКРОЙТЕ СВЯЗЬ ", false, answer);
+    row("one word suffices", "ОТКРОЙТЕ", false, answer);
+    row("manual", "ОТКРОЙТЕ СВЯЗЬ ", true, "");
+    row("another word", "СВЯЗЬ ОТКРЫТА ", false, "");
 }
 
 void TestCksReceipt::goodRenumberingIsAnswered()
@@ -412,16 +413,11 @@ void TestCksReceipt::distortionSetsTheFileAside_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("suffix");
     QTest::addColumn<int>("centreIn");
-    QTest::newRow("both numbers") << "ИСКАЖЕНИЕ 7 ВАШ 12"
-                                  << ".b07" << 12;
-    QTest::newRow("first number alone") << "ИСКАЖЕНИЕ 7 "
-                                        << ".b07" << 6;
-    QTest::newRow("plural") << "ИСКАЖЕНИЯ 123 ЕЩЕ"
-                            << ".b23" << 6;
-    QTest::newRow("plural without a number") << "ИСКАЖЕНИЯ"
-                                             << ".brk" << 6;
-    QTest::newRow("singular without a number") << "ИСКАЖЕНИЕ ВАШ 12"
-                                               << ".brk" << 6;
+    row("both numbers", "ИСКАЖЕНИЕ 7 ВАШ 12", ".b07", 12);
+    row("first number alone", "ИСКАЖЕНИЕ 7 ", ".b07", 6);
+    row("plural", "ИСКАЖЕНИЯ 123 ЕЩЕ", ".b23", 6);
+    row("plural without a number", "ИСКАЖЕНИЯ", ".brk", 6);
+    row("singular without a number", "ИСКАЖЕНИЕ ВАШ 12", ".brk", 6);
 }
 
 void TestCksReceipt::distortionSetsTheFileAside()

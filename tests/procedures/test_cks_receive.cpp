@@ -3,6 +3,7 @@
 #include "app/clock.h"
 #include "app/options.h"
 #include "tests/procedures/cks_desk.h"
+#include "tests/support/row.h"
 
 #include <QDir>
 #include <QRandomGenerator>
@@ -126,16 +127,11 @@ void TestCksReceive::textAfterTheLastStartMarkCounts_data()
 {
     QTest::addColumn<QString>("before");
     QTest::addColumn<QString>("mark");
-    QTest::newRow("one mark") << ""
-                              << "ЗЦЗЦ ";
-    QTest::newRow("Latin between") << "ЗЦЗЦ 009 ПРЕРВАНО ZCZC 008 ТОЖЕ "
-                                   << "ЗЦЗЦ ";
-    QTest::newRow("Latin last") << "ZCZC 009 ПРЕРВАНО ЗЦЗЦ 005 ТОЖЕ "
-                                << "ZCZC ";
-    QTest::newRow("marks in a row") << "ЗЦЗЦ ЗЦЗЦ ZCZC ZCZC ЗЦЗЦ "
-                                    << "ЗЦЗЦ ";
-    QTest::newRow("torn marks") << "ЗЦЗЦ ЗЦЗЦЗЦЗЦ ЗЦ"
-                                << "ЗЦЗЦ ";
+    row("one mark", "", "ЗЦЗЦ ");
+    row("Latin between", "ЗЦЗЦ 009 ПРЕРВАНО ZCZC 008 ТОЖЕ ", "ЗЦЗЦ ");
+    row("Latin last", "ZCZC 009 ПРЕРВАНО ЗЦЗЦ 005 ТОЖЕ ", "ZCZC ");
+    row("marks in a row", "ЗЦЗЦ ЗЦЗЦ ZCZC ZCZC ЗЦЗЦ ", "ЗЦЗЦ ");
+    row("torn marks", "ЗЦЗЦ ЗЦЗЦЗЦЗЦ ЗЦ", "ЗЦЗЦ ");
 }
 
 void TestCksReceive::textAfterTheLastStartMarkCounts()
@@ -202,9 +198,9 @@ void TestCksReceive::loneEndMarkIsATimeStamp_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("taken");
     QTest::addColumn<bool>("noted");
-    QTest::newRow("twelve characters, far off") << "НННН  1035\r\n" << true << true;
-    QTest::newRow("twelve characters, right") << "ШУМ НННН  1200\r\n" << true << false;
-    QTest::newRow("eleven characters") << "НННН  1035\r" << false << false;
+    row("twelve characters, far off", "НННН  1035\r\n", true, true);
+    row("twelve characters, right", "ШУМ НННН  1200\r\n", true, false);
+    row("eleven characters", "НННН  1035\r", false, false);
 }
 
 void TestCksReceive::loneEndMarkIsATimeStamp()
@@ -223,24 +219,24 @@ void TestCksReceive::timeStamp_data()
 {
     QTest::addColumn<QString>("stamp");
     QTest::addColumn<bool>("noted");
-    QTest::newRow("right") << "1200" << false;
-    QTest::newRow("one minute slow") << "1159" << false;
-    QTest::newRow("one minute fast") << "1201" << false;
-    QTest::newRow("two minutes slow") << "1158" << true;
-    QTest::newRow("two minutes fast") << "1202" << true;
-    QTest::newRow("with figure mark") << "#1202" << true;
-    QTest::newRow("two figure marks") << "##1202" << false;
-    QTest::newRow("followed by a blank") << "1202 " << true;
-    QTest::newRow("followed by a letter") << "1202А" << false;
-    QTest::newRow("followed by a digit") << "12021" << false;
-    QTest::newRow("followed by the last that is no sign") << "1202 А" << true;
+    row("right", "1200", false);
+    row("one minute slow", "1159", false);
+    row("one minute fast", "1201", false);
+    row("two minutes slow", "1158", true);
+    row("two minutes fast", "1202", true);
+    row("with figure mark", "#1202", true);
+    row("two figure marks", "##1202", false);
+    row("followed by a blank", "1202 ", true);
+    row("followed by a letter", "1202А", false);
+    row("followed by a digit", "12021", false);
+    row("followed by the last that is no sign", "1202 А", true);
     for (char c = 33; c <= 48; ++c)
         QTest::addRow("followed by code %d", c) << QString("1202") + QLatin1Char(c) << false;
     for (const char c : {'\1', '\t', '\n', '\r', '\x1F'})
         QTest::addRow("followed by code %d", c) << QString("1202") + QLatin1Char(c) << true;
-    QTest::newRow("three digits") << "120" << false;
-    QTest::newRow("a letter among them") << "12О2" << false;
-    QTest::newRow("none") << "" << false;
+    row("three digits", "120", false);
+    row("a letter among them", "12О2", false);
+    row("none", "", false);
 }
 
 void TestCksReceive::timeStamp()
@@ -257,12 +253,12 @@ void TestCksReceive::stampOfAMessageIsCompared_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("noted");
-    QTest::newRow("service message, far off") << "ЗЦЗЦ КС НННН  1035\r\n" << true;
-    QTest::newRow("service message, right") << "ЗЦЗЦ КС НННН  1200\r\n" << false;
-    QTest::newRow("service message without a stamp") << "ЗЦЗЦ КС НННН  \r\n" << false;
-    QTest::newRow("telegram, far off") << "ЗЦЗЦ 001 ТЕКСТ НННН  #1202\r\n" << true;
-    QTest::newRow("telegram, right") << "ЗЦЗЦ 001 ТЕКСТ НННН  #1201\r\n" << false;
-    QTest::newRow("telegram without a return") << "ЗЦЗЦ 001 ТЕКСТ НННН  1035" << false;
+    row("service message, far off", "ЗЦЗЦ КС НННН  1035\r\n", true);
+    row("service message, right", "ЗЦЗЦ КС НННН  1200\r\n", false);
+    row("service message without a stamp", "ЗЦЗЦ КС НННН  \r\n", false);
+    row("telegram, far off", "ЗЦЗЦ 001 ТЕКСТ НННН  #1202\r\n", true);
+    row("telegram, right", "ЗЦЗЦ 001 ТЕКСТ НННН  #1201\r\n", false);
+    row("telegram without a return", "ЗЦЗЦ 001 ТЕКСТ НННН  1035", false);
 }
 
 /// In front of what the message itself brings to the journal; of one that ends in silence no stamp is read.
@@ -286,10 +282,10 @@ void TestCksReceive::timeStampAtTheTurnOfTheDay_data()
 {
     QTest::addColumn<QTime>("time");
     QTest::addColumn<bool>("compared");
-    QTest::newRow("00:05") << QTime(0, 5, 59) << false;
-    QTest::newRow("00:06") << QTime(0, 6) << true;
-    QTest::newRow("23:54") << QTime(23, 54, 59) << true;
-    QTest::newRow("23:55") << QTime(23, 55) << false;
+    row("00:05", QTime(0, 5, 59), false);
+    row("00:06", QTime(0, 6), true);
+    row("23:54", QTime(23, 54, 59), true);
+    row("23:55", QTime(23, 55), false);
 }
 
 void TestCksReceive::timeStampAtTheTurnOfTheDay()
@@ -307,21 +303,16 @@ void TestCksReceive::note_data()
     QTest::addColumn<QString>("behind");
     QTest::addColumn<QString>("tail");
     const QString mark = QStringLiteral("НННН  1200");
-    QTest::newRow("long form through the dashes")
-        << "\r\n....МИН....ТОЧКИ\r\n----\r\nЕЩЕ" << mark + "\r\n....МИН....ТОЧКИ\r\n----\r\n";
-    QTest::newRow("long form without dashes through its line") << "\r\n....МИН....ТОЧКИ\r\nЕЩЕ\r\n"
-                                                               << mark + "\r\n....МИН....ТОЧКИ\r\n";
-    QTest::newRow("long form with marks") << "\r\n....|МИН#....5\r\nЕЩЕ" << mark + "\r\n....|МИН#....5\r\n";
-    QTest::newRow("long form unended") << "\r\n....МИН....ТОЧКИ"
-                                       << "";
-    QTest::newRow("short form, thirteen characters")
-        << "\r\n....МИН.\r\n\n\n\nЕЩЕ" << mark + "\r\n....МИН.\r\n\n\n\n";
-    QTest::newRow("short form with marks, also thirteen")
-        << "\r\n....|МИН#.\r\n\n\n\nЕЩЕ" << mark + "\r\n....|МИН#.\r\n\n";
-    QTest::newRow("short form incomplete") << "\r\n....МИН.\r\n\n\n"
-                                           << "";
-    QTest::newRow("no note") << "\r\nТЕКСТ\r\n"
-                             << "";
+    row("long form through the dashes", "\r\n....МИН....ТОЧКИ\r\n----\r\nЕЩЕ",
+        mark + "\r\n....МИН....ТОЧКИ\r\n----\r\n");
+    row("long form without dashes through its line", "\r\n....МИН....ТОЧКИ\r\nЕЩЕ\r\n",
+        mark + "\r\n....МИН....ТОЧКИ\r\n");
+    row("long form with marks", "\r\n....|МИН#....5\r\nЕЩЕ", mark + "\r\n....|МИН#....5\r\n");
+    row("long form unended", "\r\n....МИН....ТОЧКИ", "");
+    row("short form, thirteen characters", "\r\n....МИН.\r\n\n\n\nЕЩЕ", mark + "\r\n....МИН.\r\n\n\n\n");
+    row("short form with marks, also thirteen", "\r\n....|МИН#.\r\n\n\n\nЕЩЕ", mark + "\r\n....|МИН#.\r\n\n");
+    row("short form incomplete", "\r\n....МИН.\r\n\n\n", "");
+    row("no note", "\r\nТЕКСТ\r\n", "");
 }
 
 void TestCksReceive::note()
@@ -377,9 +368,9 @@ void TestCksReceive::noteIsNoMatterForServiceMessages()
 void TestCksReceive::endMarkCutAnywhere_data()
 {
     QTest::addColumn<QString>("mark");
-    QTest::newRow("Cyrillic") << "НННН  ";
-    QTest::newRow("Latin") << "NNNN  ";
-    QTest::newRow("behind half a mark") << "ННННН  ";
+    row("Cyrillic", "НННН  ");
+    row("Latin", "NNNN  ");
+    row("behind half a mark", "ННННН  ");
 }
 
 /// A waiting message is looked at again only where it is new: a mark that comes in two is still found.

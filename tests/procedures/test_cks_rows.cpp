@@ -3,6 +3,7 @@
 
 #include "app/options.h"
 #include "tests/procedures/cks_desk.h"
+#include "tests/support/row.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -94,7 +95,7 @@ const char Automatic[] = "a", Manual[] = "m", Both[] = "am", AllModes[] = "01234
 void row(const char *name, const char *text, const char *modes, const char *manners,
          const QStringList &changes)
 {
-    QTest::newRow(name) << QString::fromUtf8(text) << modes << manners << changes;
+    ::row(name, QString::fromUtf8(text), modes, manners, changes);
 }
 
 const QStringList toManual{"manual=1", "scan=3"};
@@ -289,7 +290,7 @@ void TestCksRows::oneCharacterShortIsNoMessage_data()
          {"ЗАПРОСИТЕ КВИТАНЦИЮ", "ВАШ ", "ОТКРОЙТЕ СВЯЗЬ", "СВЯЗЬ ", "ЖДУ ", "СМЕНА ",
           "ОБРАЩАЙТЕСЬ В КСС ЗА ", "ПОВТОР ОКОНЧЕН", "ИСКАЖЕНИ", "ПЕРЕДАЕТСЯ КАТЕГОРИЙНАЯ ", "Р ",
           "ПОДТВЕРДИТЕ ПРИЕМ Р ", "ТЕЛЕГРАММА НЕ ПРИНЯТА", "ССС"})
-        QTest::newRow(begins) << QString::fromUtf8(begins).chopped(1);
+        ::row(begins, QString::fromUtf8(begins).chopped(1));
 }
 
 void TestCksRows::oneCharacterShortIsNoMessage()

@@ -6,6 +6,7 @@
 #include "records/send_model.h"
 #include "tests/procedures/cks_desk.h"
 #include "tests/records/special_files.h"
+#include "tests/support/row.h"
 
 #include <QtTest>
 
@@ -42,7 +43,7 @@ private slots:
 
 namespace
 {
-CTableViewModelItem_Send row(const QString &name)
+CTableViewModelItem_Send queueRow(const QString &name)
 {
     CTableViewModelItem_Send item;
     item.fileName = name;
@@ -67,7 +68,7 @@ void TestCksSend::fileGoesOutUnderTheNextNumber()
     const OpenDesk desk;
     desk.write("out/20260731u001", "П123456\r\nпривет = 1<>");
     State.PK_out = State.CKS_in = 7;
-    auto item = row("20260731u001");
+    auto item = queueRow("20260731u001");
     ProcessCKS.checkForSendNewTlg(item);
     QCOMPARE(desk.sent(), QStringLiteral("|ЗЦЗЦ 008 П123456\r\nПРИВЕТ = 1\r\n НННН  "));
     QVERIFY(State.fileInProgress);
@@ -81,7 +82,7 @@ void TestCksSend::emptyFileGoesOutAndCounts()
     const OpenDesk desk;
     desk.write("out/20260731u001", "");
     State.PK_out = State.CKS_in = 7;
-    auto item = row("20260731u001");
+    auto item = queueRow("20260731u001");
     ProcessCKS.checkForSendNewTlg(item);
     QCOMPARE(desk.sent(), QStringLiteral("|ЗЦЗЦ 008  НННН  "));
     QCOMPARE(State.PK_out, 8);
@@ -91,7 +92,7 @@ void TestCksSend::textEndsAtTheFirstZeroByte()
 {
     const OpenDesk desk;
     desk.write("out/20260731u001", QByteArray("ДО\0ПОСЛЕ", 13));
-    auto item = row("20260731u001");
+    auto item = queueRow("20260731u001");
     ProcessCKS.checkForSendNewTlg(item);
     QCOMPARE(desk.sent(), QStringLiteral("|ЗЦЗЦ 001 ДО НННН  "));
 }
@@ -100,7 +101,7 @@ void TestCksSend::numberIsSpentBeforeACharacterGoesOut()
 {
     const OpenDesk desk;
     desk.write("out/20260731u001", "ТЕКСТ");
-    auto item = row("20260731u001");
+    auto item = queueRow("20260731u001");
     ProcessCKS.checkForSendNewTlg(item);
     QVERIFY(desk.read("velda_state.ini").contains("PK_out=1"));
 }
@@ -110,7 +111,7 @@ void TestCksSend::wrapsFromNineHundredNinetyNine()
     const OpenDesk desk;
     desk.write("out/20260731u001", "ТЕКСТ");
     State.PK_out = State.CKS_in = 999;
-    auto item = row("20260731u001");
+    auto item = queueRow("20260731u001");
     ProcessCKS.checkForSendNewTlg(item);
     QCOMPARE(desk.sent(), QStringLiteral("|ЗЦЗЦ 000 ТЕКСТ НННН  "));
     QCOMPARE(State.PK_out, 0);
@@ -122,7 +123,7 @@ void TestCksSend::countersThatDifferEndTheAutomaticMode()
     desk.write("out/20260731u001", "ТЕКСТ");
     State.PK_out = 7;
     State.CKS_in = 6;
-    auto item = row("20260731u001");
+    auto item = queueRow("20260731u001");
     ProcessCKS.checkForSendNewTlg(item);
     QVERIFY(State.manualMode);
     QCOMPARE(State.askReceiptCountdown, 2);
@@ -137,7 +138,7 @@ void TestCksSend::badMarkBlocksWithoutALine()
 {
     const OpenDesk desk;
     desk.write("out/20260731u001", "ТЕКСТ");
-    auto item = row("20260731u001");
+    auto item = queueRow("20260731u001");
     item.bad = true;
     ProcessCKS.checkForSendNewTlg(item);
     QVERIFY(!State.fileInProgress);
@@ -148,7 +149,7 @@ void TestCksSend::badMarkBlocksWithoutALine()
 void TestCksSend::unreadableFileKeepsItsRow()
 {
     const OpenDesk desk;
-    auto item = row("20260731u001");
+    auto item = queueRow("20260731u001");
     for (int attempt = 0; attempt < 2; ++attempt) {
         ProcessCKS.checkForSendNewTlg(item);
         QVERIFY(!State.fileInProgress);
@@ -164,7 +165,7 @@ void TestCksSend::specialFileCountsAsUnreadable()
     QFETCH(SpecialFile, kind);
     const OpenDesk desk;
     place(desk, kind, "out/20260731u001");
-    auto item = row("20260731u001");
+    auto item = queueRow("20260731u001");
     ProcessCKS.checkForSendNewTlg(item);
     QVERIFY(!State.fileInProgress);
     QCOMPARE(State.PK_out, 0);
@@ -185,9 +186,9 @@ void TestCksSend::askCountdown_data()
     QTest::addColumn<int>("before");
     QTest::addColumn<int>("after");
     QTest::addColumn<QString>("line");
-    QTest::newRow("off") << 0 << 0 << "";
-    QTest::newRow("the tick before the last") << 2 << 1 << "";
-    QTest::newRow("the last tick") << 1 << 0 << "|ЗЗ ";
+    row("off", 0, 0, "");
+    row("the tick before the last", 2, 1, "");
+    row("the last tick", 1, 0, "|ЗЗ ");
 }
 
 void TestCksSend::askCountdown()
@@ -208,9 +209,9 @@ void TestCksSend::receiptCountdown_data()
     QTest::addColumn<int>("before");
     QTest::addColumn<int>("after");
     QTest::addColumn<QString>("line");
-    QTest::newRow("off") << 0 << 0 << "";
-    QTest::newRow("the tick before the last") << 2 << 1 << "";
-    QTest::newRow("the last tick") << 1 << 0 << "|ЗЦЗЦ КС ВАШ 009=009 НННН  ";
+    row("off", 0, 0, "");
+    row("the tick before the last", 2, 1, "");
+    row("the last tick", 1, 0, "|ЗЦЗЦ КС ВАШ 009=009 НННН  ");
 }
 
 void TestCksSend::receiptCountdown()
@@ -311,11 +312,11 @@ void TestCksSend::quietTimeBegins_data()
 {
     QTest::addColumn<QTime>("time");
     QTest::addColumn<bool>("quiet");
-    QTest::newRow("23:55:59") << QTime(23, 55, 59) << false;
-    QTest::newRow("23:56:00") << QTime(23, 56, 0) << true;
-    QTest::newRow("23:59:59") << QTime(23, 59, 59) << true;
-    QTest::newRow("22:58") << QTime(22, 58) << false;
-    QTest::newRow("00:00") << QTime(0, 0) << false;
+    row("23:55:59", QTime(23, 55, 59), false);
+    row("23:56:00", QTime(23, 56, 0), true);
+    row("23:59:59", QTime(23, 59, 59), true);
+    row("22:58", QTime(22, 58), false);
+    row("00:00", QTime(0, 0), false);
 }
 
 void TestCksSend::quietTimeBegins()
@@ -331,11 +332,11 @@ void TestCksSend::quietTimeEnds_data()
 {
     QTest::addColumn<QTime>("time");
     QTest::addColumn<bool>("quiet");
-    QTest::newRow("23:54") << QTime(23, 54, 59) << false;
-    QTest::newRow("23:55") << QTime(23, 55) << true;
-    QTest::newRow("23:59") << QTime(23, 59, 59) << true;
-    QTest::newRow("00:00") << QTime(0, 0, 59) << true;
-    QTest::newRow("00:01") << QTime(0, 1) << false;
+    row("23:54", QTime(23, 54, 59), false);
+    row("23:55", QTime(23, 55), true);
+    row("23:59", QTime(23, 59, 59), true);
+    row("00:00", QTime(0, 0, 59), true);
+    row("00:01", QTime(0, 1), false);
 }
 
 void TestCksSend::quietTimeEnds()

@@ -3,6 +3,7 @@
 #include "app/options.h"
 #include "records/file_attr.h"
 #include "tests/procedures/cks_desk.h"
+#include "tests/support/row.h"
 
 #include <QDir>
 #include <QFile>
@@ -88,34 +89,20 @@ void TestCksTelegram::headerGivesTheTimePart_data()
 {
     QTest::addColumn<QString>("body");
     QTest::addColumn<QString>("name");
-    QTest::newRow("first form") << "П12 123456 7\r\n"
-                                << "u456";
-    QTest::newRow("first form, three letters") << "АБВ12 123456 7\r\n"
-                                               << "u456";
-    QTest::newRow("first form, Latin C") << "C12 123456 7\r\n"
-                                         << "q456";
-    QTest::newRow("first form, Cyrillic С") << "С12 123456 7\r\n"
-                                            << "u456";
-    QTest::newRow("first form, no last number") << "П12 123456\r\n"
-                                                << "u000";
-    QTest::newRow("second form") << "П123 456 7\r\n"
-                                 << "u456";
-    QTest::newRow("third form") << "П123=123 12 654789 \r\n"
-                                << "u789";
-    QTest::newRow("third form, Latin C") << "C123=123 12 654789 \r\n"
-                                         << "q789";
-    QTest::newRow("third form with its last number read") << "П123=123 12 654789 5\r\n"
-                                                          << "u000";
-    QTest::newRow("third form, figures that differ") << "П123=124 12 654789 \r\n"
-                                                     << "u000";
-    QTest::newRow("no header") << "ТЕКСТ\r\n"
-                               << "u000";
-    QTest::newRow("nothing at all") << ""
-                                    << "u000";
-    QTest::newRow("a category from a failed attempt") << "C TEXT\r\n"
-                                                      << "q000";
-    QTest::newRow("register marks stand in the way") << "П#12 123456 7\r\n"
-                                                     << "u000";
+    row("first form", "П12 123456 7\r\n", "u456");
+    row("first form, three letters", "АБВ12 123456 7\r\n", "u456");
+    row("first form, Latin C", "C12 123456 7\r\n", "q456");
+    row("first form, Cyrillic С", "С12 123456 7\r\n", "u456");
+    row("first form, no last number", "П12 123456\r\n", "u000");
+    row("second form", "П123 456 7\r\n", "u456");
+    row("third form", "П123=123 12 654789 \r\n", "u789");
+    row("third form, Latin C", "C123=123 12 654789 \r\n", "q789");
+    row("third form with its last number read", "П123=123 12 654789 5\r\n", "u000");
+    row("third form, figures that differ", "П123=124 12 654789 \r\n", "u000");
+    row("no header", "ТЕКСТ\r\n", "u000");
+    row("nothing at all", "", "u000");
+    row("a category from a failed attempt", "C TEXT\r\n", "q000");
+    row("register marks stand in the way", "П#12 123456 7\r\n", "u000");
 }
 
 void TestCksTelegram::headerGivesTheTimePart()
@@ -139,8 +126,8 @@ void TestCksTelegram::registersAreRemovedOnRequest()
 void TestCksTelegram::newMark_data()
 {
     QTest::addColumn<bool>("on");
-    QTest::newRow("on") << true;
-    QTest::newRow("off") << false;
+    row("on", true);
+    row("off", false);
 }
 
 void TestCksTelegram::newMark()
@@ -184,10 +171,10 @@ void TestCksTelegram::printing_data()
 {
     QTest::addColumn<int>("mode");
     QTest::addColumn<bool>("printed");
-    QTest::newRow("none") << 0 << false;
-    QTest::newRow("received") << 1 << true;
-    QTest::newRow("sent") << 2 << false;
-    QTest::newRow("both") << 3 << true;
+    row("none", 0, false);
+    row("received", 1, true);
+    row("sent", 2, false);
+    row("both", 3, true);
 }
 
 void TestCksTelegram::printing()
@@ -212,14 +199,12 @@ void TestCksTelegram::forwarded_data()
     QTest::addColumn<QString>("body");
     QTest::addColumn<QString>("file");
     const QString body = QStringLiteral("П12 123456 7 (АБВ)\r\n\r\n |ТЕКСТ#12\r\n| ");
-    QTest::newRow("whole") << "654321" << false << body << "П654321\r\n" + body;
-    QTest::newRow("without header") << "654321" << true << body << "П654321\r\n|ТЕКСТ#12";
-    QTest::newRow("without header, none there") << "654321" << true << "ТЕКСТ \r\n"
-                                                << "П654321\r\nТЕКСТ";
-    QTest::newRow("without header, nothing else") << "654321" << true << "(А)\r\n \r\n"
-                                                  << "П654321\r\n";
-    QTest::newRow("index of five") << "65432" << false << body << "";
-    QTest::newRow("index of seven") << "6543210" << false << body << "";
+    row("whole", "654321", false, body, "П654321\r\n" + body);
+    row("without header", "654321", true, body, "П654321\r\n|ТЕКСТ#12");
+    row("without header, none there", "654321", true, "ТЕКСТ \r\n", "П654321\r\nТЕКСТ");
+    row("without header, nothing else", "654321", true, "(А)\r\n \r\n", "П654321\r\n");
+    row("index of five", "65432", false, body, "");
+    row("index of seven", "6543210", false, body, "");
 }
 
 void TestCksTelegram::forwarded()

@@ -1,6 +1,7 @@
 #include "app/clock.h"
 #include "tests/procedures/direct_desk.h"
 #include "tests/support/full_disk.h"
+#include "tests/support/row.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -79,13 +80,10 @@ void TestDirectReceive::noiseAround_data()
     QTest::addColumn<QString>("before");
     QTest::addColumn<QString>("after");
 
-    QTest::newRow("in front") << "АБВ\r\n"
-                              << "";
-    QTest::newRow("behind") << ""
-                            << "\r\nАБВ";
-    QTest::newRow("start mark without its blank") << "ЗЦЗЦ\r\n"
-                                                  << "";
-    QTest::newRow("1000 characters") << QString(1000, 'X') << "";
+    row("in front", "АБВ\r\n", "");
+    row("behind", "", "\r\nАБВ");
+    row("start mark without its blank", "ЗЦЗЦ\r\n", "");
+    row("1000 characters", QString(1000, 'X'), "");
 }
 
 void TestDirectReceive::noiseAround()
@@ -103,10 +101,10 @@ void TestDirectReceive::noiseIsCutAbove256_data()
     QTest::addColumn<int>("received");
     QTest::addColumn<int>("left");
 
-    QTest::newRow("255") << 255 << 255;
-    QTest::newRow("256") << 256 << 256;
-    QTest::newRow("257") << 257 << 200;
-    QTest::newRow("300") << 300 << 200;
+    row("255", 255, 255);
+    row("256", 256, 256);
+    row("257", 257, 200);
+    row("300", 300, 200);
 }
 
 void TestDirectReceive::noiseIsCutAbove256()
@@ -153,15 +151,15 @@ void TestDirectReceive::marksPair_data()
     QTest::addColumn<QString>("telegram");
     QTest::addColumn<bool>("stored");
 
-    QTest::newRow("Cyrillic") << "ЗЦЗЦ А\r\nНННН  " << true;
-    QTest::newRow("Latin") << "ZCZC A\r\nNNNN  " << true;
-    QTest::newRow("Latin, then Cyrillic") << "ZCZC A\r\nНННН  " << true;
-    QTest::newRow("Cyrillic, then Latin") << "ЗЦЗЦ А\r\nNNNN  " << true;
-    QTest::newRow("line feed alone") << "ЗЦЗЦ А\nНННН  " << true;
-    QTest::newRow("carriage return alone") << "ЗЦЗЦ А\rНННН  " << true;
-    QTest::newRow("end mark with one blank") << "ЗЦЗЦ А\r\nНННН " << false;
-    QTest::newRow("start mark without blank") << "ЗЦЗЦА\r\nНННН  " << false;
-    QTest::newRow("small letters") << "зцзц А\r\nнннн  " << false;
+    row("Cyrillic", "ЗЦЗЦ А\r\nНННН  ", true);
+    row("Latin", "ZCZC A\r\nNNNN  ", true);
+    row("Latin, then Cyrillic", "ZCZC A\r\nНННН  ", true);
+    row("Cyrillic, then Latin", "ЗЦЗЦ А\r\nNNNN  ", true);
+    row("line feed alone", "ЗЦЗЦ А\nНННН  ", true);
+    row("carriage return alone", "ЗЦЗЦ А\rНННН  ", true);
+    row("end mark with one blank", "ЗЦЗЦ А\r\nНННН ", false);
+    row("start mark without blank", "ЗЦЗЦА\r\nНННН  ", false);
+    row("small letters", "зцзц А\r\nнннн  ", false);
 }
 
 void TestDirectReceive::marksPair()
@@ -234,11 +232,11 @@ void TestDirectReceive::printing_data()
     QTest::addColumn<int>("mode");
     QTest::addColumn<bool>("printed");
 
-    QTest::newRow("none") << 0 << false;
-    QTest::newRow("received") << 1 << true;
-    QTest::newRow("sent") << 2 << false;
-    QTest::newRow("both") << 3 << true;
-    QTest::newRow("unknown") << 5 << false;
+    row("none", 0, false);
+    row("received", 1, true);
+    row("sent", 2, false);
+    row("both", 3, true);
+    row("unknown", 5, false);
 }
 
 void TestDirectReceive::printing()

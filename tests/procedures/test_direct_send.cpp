@@ -2,6 +2,7 @@
 #include "link/tlg_thread.h"
 #include "tests/procedures/direct_desk.h"
 #include "tests/records/special_files.h"
+#include "tests/support/row.h"
 #include "text/mtk2.h"
 
 #include <QtTest>
@@ -85,14 +86,15 @@ void TestDirectSend::textOfTheFile_data()
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("line");
 
-    QTest::newRow("up to the first NUL") << QByteArray("AB\0CD", 5) << "AB";
-    QTest::newRow("angle brackets stay") << QByteArray("<A>") << "<A>";
-    QTest::newRow("bytes that are no UTF-8") << QByteArray("A\xC0\xFF"
-                                                           "B")
-                                             << "A\uFFFD\uFFFDB";
-    QTest::newRow("torn character at the end") << QByteArray("A\xD0") << "A\uFFFD";
-    QTest::newRow("control command") << QByteArray("A@n1@") << "A@N1@";
-    QTest::newRow("blank") << QByteArray(" ") << " ";
+    row("up to the first NUL", QByteArray("AB\0CD", 5), "AB");
+    row("angle brackets stay", QByteArray("<A>"), "<A>");
+    row("bytes that are no UTF-8",
+        QByteArray("A\xC0\xFF"
+                   "B"),
+        "A\uFFFD\uFFFDB");
+    row("torn character at the end", QByteArray("A\xD0"), "A\uFFFD");
+    row("control command", QByteArray("A@n1@"), "A@N1@");
+    row("blank", QByteArray(" "), " ");
 }
 
 void TestDirectSend::textOfTheFile()
@@ -157,10 +159,10 @@ void TestDirectSend::fileWithoutTextIsDoneAtOnce_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QByteArray>("content");
 
-    QTest::newRow("empty") << Plain << QByteArray();
-    QTest::newRow("NUL in front") << Plain << QByteArray("\0AB", 3);
-    QTest::newRow("byte order mark alone") << Plain << QByteArray("\xEF\xBB\xBF");
-    QTest::newRow("under guaranteed transfer") << Protected << QByteArray();
+    row("empty", Plain, QByteArray());
+    row("NUL in front", Plain, QByteArray("\0AB", 3));
+    row("byte order mark alone", Plain, QByteArray("\xEF\xBB\xBF"));
+    row("under guaranteed transfer", Protected, QByteArray());
 }
 
 void TestDirectSend::fileWithoutTextIsDoneAtOnce()
@@ -209,14 +211,14 @@ void TestDirectSend::guaranteedTransfer_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<bool>("on");
 
-    QTest::newRow("g") << true << Protected << true;
-    QTest::newRow("g, not enabled") << false << Protected << false;
-    QTest::newRow("u") << true << Plain << false;
-    QTest::newRow("capital G") << true << "20260731G001.260731_115900" << false;
-    QTest::newRow("nine characters") << true << "20260731g" << true;
-    QTest::newRow("eight characters") << true << "2026073g" << false;
-    QTest::newRow("g in another place") << true << "2026073gg" << true;
-    QTest::newRow("g as the tenth") << true << "202607311g01" << false;
+    row("g", true, Protected, true);
+    row("g, not enabled", false, Protected, false);
+    row("u", true, Plain, false);
+    row("capital G", true, "20260731G001.260731_115900", false);
+    row("nine characters", true, "20260731g", true);
+    row("eight characters", true, "2026073g", false);
+    row("g in another place", true, "2026073gg", true);
+    row("g as the tenth", true, "202607311g01", false);
 }
 
 void TestDirectSend::guaranteedTransfer()
@@ -282,11 +284,11 @@ void TestDirectSend::printing_data()
     QTest::addColumn<int>("mode");
     QTest::addColumn<bool>("printed");
 
-    QTest::newRow("none") << 0 << false;
-    QTest::newRow("received") << 1 << false;
-    QTest::newRow("sent") << 2 << true;
-    QTest::newRow("both") << 3 << true;
-    QTest::newRow("unknown") << 6 << false;
+    row("none", 0, false);
+    row("received", 1, false);
+    row("sent", 2, true);
+    row("both", 3, true);
+    row("unknown", 6, false);
 }
 
 void TestDirectSend::printing()

@@ -2,6 +2,7 @@
 #include "procedures/process_cks.h"
 #include "tests/procedures/direct_desk.h"
 #include "tests/procedures/skk_desk.h"
+#include "tests/support/row.h"
 #include "text/utils.h"
 
 #include <QDir>
@@ -60,15 +61,12 @@ void TestJournalNames::charactersBelow32AreShownAsQuestionMarks_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("shown");
-    QTest::newRow("ordinary") << "20260731с001.b1"
-                              << "20260731с001.b1";
-    QTest::newRow("a line feed and a mark") << Forged << Shown;
-    QTest::newRow("a carriage return and a tab") << "a\r\tb"
-                                                 << "a??b";
-    QTest::newRow("zero and 31") << QString(QChar(0)) + QChar(31) << "??";
-    QTest::newRow("32, 127 and 160") << QString(" \x7F") + QChar(160) << QString(" \x7F") + QChar(160);
-    QTest::newRow("nothing") << ""
-                             << "";
+    row("ordinary", "20260731с001.b1", "20260731с001.b1");
+    row("a line feed and a mark", Forged, Shown);
+    row("a carriage return and a tab", "a\r\tb", "a??b");
+    row("zero and 31", QString(QChar(0)) + QChar(31), "??");
+    row("32, 127 and 160", QString(" \x7F") + QChar(160), QString(" \x7F") + QChar(160));
+    row("nothing", "", "");
 }
 
 void TestJournalNames::charactersBelow32AreShownAsQuestionMarks()

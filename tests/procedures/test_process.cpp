@@ -5,6 +5,7 @@
 #include "procedures/process_direct.h"
 #include "procedures/process_skk.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 #include "text/mtk2.h"
 
 #include <QtTest>
@@ -31,26 +32,17 @@ void TestProcess::textReachesTheLine_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("line");
 
-    QTest::newRow("angle brackets become CR and LF") << "<>А<<Б>>"
-                                                     << "\r\nА\r\rБ\n\n";
-    QTest::newRow("CR and LF stay") << "А\r\nБ"
-                                    << "А\r\nБ";
-    QTest::newRow("small letters become capitals") << "привет Abc ё"
-                                                   << "ПРИВЕТ ABC Ё";
-    QTest::newRow("register marks stay") << "|зцзц #001 &A"
-                                         << "|ЗЦЗЦ #001 &A";
-    QTest::newRow("hang-up command") << "@H"
-                                     << "@H";
-    QTest::newRow("dialling command") << "@C@N2345@"
-                                      << "@C@N2345@";
-    QTest::newRow("small letter of a command is lost") << "@C@n"
-                                                       << "@C@N";
-    QTest::newRow("command amid text") << "а@H<б"
-                                       << "А@H\rБ";
-    QTest::newRow("Georgian letters stay")
-        << QString(QChar(0x10D0)) + QChar(0x10FA) << QString(QChar(0x10D0)) + QChar(0x10FA);
-    QTest::newRow("blanks") << "   "
-                            << "   ";
+    row("angle brackets become CR and LF", "<>А<<Б>>", "\r\nА\r\rБ\n\n");
+    row("CR and LF stay", "А\r\nБ", "А\r\nБ");
+    row("small letters become capitals", "привет Abc ё", "ПРИВЕТ ABC Ё");
+    row("register marks stay", "|зцзц #001 &A", "|ЗЦЗЦ #001 &A");
+    row("hang-up command", "@H", "@H");
+    row("dialling command", "@C@N2345@", "@C@N2345@");
+    row("small letter of a command is lost", "@C@n", "@C@N");
+    row("command amid text", "а@H<б", "А@H\rБ");
+    row("Georgian letters stay", QString(QChar(0x10D0)) + QChar(0x10FA),
+        QString(QChar(0x10D0)) + QChar(0x10FA));
+    row("blanks", "   ", "   ");
 }
 
 void TestProcess::textReachesTheLine()
@@ -67,10 +59,10 @@ void TestProcess::nationalLettersAreMaskedInTatarAlone_data()
     QTest::addColumn<int>("language");
     QTest::addColumn<QString>("line");
 
-    QTest::newRow("none") << 0 << "АӘҺӘ";
-    QTest::newRow("Tatar, a small letter is not masked") << 1 << "А\?\?\?'''Ә";
-    QTest::newRow("Georgian") << 2 << "АӘҺӘ";
-    QTest::newRow("Armenian") << 4 << "АӘҺӘ";
+    row("none", 0, "АӘҺӘ");
+    row("Tatar, a small letter is not masked", 1, "А\?\?\?'''Ә");
+    row("Georgian", 2, "АӘҺӘ");
+    row("Armenian", 4, "АӘҺӘ");
 }
 
 void TestProcess::nationalLettersAreMaskedInTatarAlone()

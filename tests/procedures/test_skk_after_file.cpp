@@ -1,6 +1,7 @@
 // The steps of the automatic send behind the file: the proof of delivery and the end.
 
 #include "tests/procedures/skk_desk.h"
+#include "tests/support/row.h"
 
 #include <QFile>
 #include <QtTest>
@@ -37,10 +38,10 @@ void TestSkkAfterFile::afterTheFile_data()
     QTest::addColumn<bool>("toCKS");
     QTest::addColumn<bool>("asks");
     QTest::addColumn<QList<int>>("after");
-    QTest::newRow("subscriber, asked") << false << true << QList<int>({13, 3, 0});
-    QTest::newRow("subscriber, asked all the same") << false << false << QList<int>({13, 3, 0});
-    QTest::newRow("centre, asked") << true << true << QList<int>({13, 13, 0});
-    QTest::newRow("centre, not asked") << true << false << QList<int>({14, 22, 9});
+    row("subscriber, asked", false, true, QList<int>({13, 3, 0}));
+    row("subscriber, asked all the same", false, false, QList<int>({13, 3, 0}));
+    row("centre, asked", true, true, QList<int>({13, 13, 0}));
+    row("centre, not asked", true, false, QList<int>({14, 22, 9}));
 }
 
 void TestSkkAfterFile::afterTheFile()
@@ -62,8 +63,8 @@ void TestSkkAfterFile::lastQuestion_data()
 {
     QTest::addColumn<bool>("toCKS");
     QTest::addColumn<QList<int>>("after");
-    QTest::newRow("subscriber") << false << QList<int>({14, 12, 7});
-    QTest::newRow("centre") << true << QList<int>({14, 22, 9});
+    row("subscriber", false, QList<int>({14, 12, 7}));
+    row("centre", true, QList<int>({14, 22, 9}));
 }
 
 void TestSkkAfterFile::lastQuestion()
@@ -114,9 +115,9 @@ void TestSkkAfterFile::pauseBeforeAnsweringIsExtended_data()
 {
     QTest::addColumn<int>("silence");
     QTest::addColumn<int>("timer"); // 0: the answerback goes
-    QTest::newRow("talks now") << 0 << 4;
-    QTest::newRow("last second that extends") << 2 << 2;
-    QTest::newRow("silent enough") << 3 << 0;
+    row("talks now", 0, 4);
+    row("last second that extends", 2, 2);
+    row("silent enough", 3, 0);
 }
 
 void TestSkkAfterFile::pauseBeforeAnsweringIsExtended()

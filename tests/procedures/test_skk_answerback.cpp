@@ -1,6 +1,7 @@
 // The answerbacks of the automatic send, form by form.
 
 #include "tests/procedures/skk_answerbacks.h"
+#include "tests/support/row.h"
 
 #include <QtTest>
 
@@ -35,23 +36,23 @@ void TestSkkAnswerback::subscriber_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<Fate>("fate");
-    QTest::newRow("exact") << fill("#\r\n123456 АБОНЕНТ", 20) << Taken;
-    QTest::newRow("one character short") << fill("#\r\n123456 АБОНЕНТ", 19) << Waits;
-    QTest::newRow("seventeen characters") << "#\r\n00000000000000" << Waits;
-    QTest::newRow("nineteen, another number") << "#\r\n0000000000000000" << Waits;
-    QTest::newRow("another number") << "#\r\n00000000000000000" << Refused;
+    row("exact", fill("#\r\n123456 АБОНЕНТ", 20), Taken);
+    row("one character short", fill("#\r\n123456 АБОНЕНТ", 19), Waits);
+    row("seventeen characters", "#\r\n00000000000000", Waits);
+    row("nineteen, another number", "#\r\n0000000000000000", Waits);
+    row("another number", "#\r\n00000000000000000", Refused);
     for (int place = 3; place <= 14; ++place)
         QTest::addRow("number at %d", place) << fill(fill("#\r\n", place) + "123456", 20) << Taken;
-    QTest::newRow("number one beyond, cut off") << fill("#\r\n", 15) + "12345" << Refused;
-    QTest::newRow("number behind all") << fill("#\r\n", 40) + "123456" << Taken;
-    QTest::newRow("number in front") << "123456#\r\n" + QString(17, '-') << Refused;
-    QTest::newRow("from its third character") << fill("#\r\n--345678", 20) << Taken;
-    QTest::newRow("from its second character") << fill("#\r\n--234567", 20) << Refused;
-    QTest::newRow("from its fourth character") << fill("#\r\n--45678", 20) << Refused;
-    QTest::newRow("first five") << fill("#\r\n12345-", 20) << Refused;
-    QTest::newRow("opening of a centre") << fill("\r\n#123456", 20) << Waits;
-    QTest::newRow("no opening") << fill("\r\n123456", 30) << Waits;
-    QTest::newRow("behind noise") << "ШУМ" + fill("#\r\n123456", 20) << Taken;
+    row("number one beyond, cut off", fill("#\r\n", 15) + "12345", Refused);
+    row("number behind all", fill("#\r\n", 40) + "123456", Taken);
+    row("number in front", "123456#\r\n" + QString(17, '-'), Refused);
+    row("from its third character", fill("#\r\n--345678", 20), Taken);
+    row("from its second character", fill("#\r\n--234567", 20), Refused);
+    row("from its fourth character", fill("#\r\n--45678", 20), Refused);
+    row("first five", fill("#\r\n12345-", 20), Refused);
+    row("opening of a centre", fill("\r\n#123456", 20), Waits);
+    row("no opening", fill("\r\n123456", 30), Waits);
+    row("behind noise", "ШУМ" + fill("#\r\n123456", 20), Taken);
 }
 
 void TestSkkAnswerback::subscriber()
@@ -78,9 +79,9 @@ void TestSkkAnswerback::subscriberInEachState_data()
 {
     QTest::addColumn<int>("state");
     QTest::addColumn<int>("after");
-    QTest::newRow("asked") << 4 << 6;
-    QTest::newRow("waiting") << 5 << 6;
-    QTest::newRow("waiting after the file") << 14 << 15;
+    row("asked", 4, 6);
+    row("waiting", 5, 6);
+    row("waiting after the file", 14, 15);
     for (const int state : {2, 6, 10, 11, 15, 16, 17})
         QTest::addRow("%d", state) << state << state;
 }
@@ -143,10 +144,10 @@ void TestSkkAnswerback::anyTextOnRequest_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<Fate>("fate");
-    QTest::newRow("nineteen characters of noise") << QString(19, 'A') << Waits;
-    QTest::newRow("twenty") << QString(20, 'A') << Taken;
-    QTest::newRow("more") << QString(25, 'A') << Taken;
-    QTest::newRow("another number") << fill("#\r\n654321", 20) << Taken;
+    row("nineteen characters of noise", QString(19, 'A'), Waits);
+    row("twenty", QString(20, 'A'), Taken);
+    row("more", QString(25, 'A'), Taken);
+    row("another number", fill("#\r\n654321", 20), Taken);
 }
 
 void TestSkkAnswerback::anyTextOnRequest()
@@ -168,10 +169,10 @@ void TestSkkAnswerback::anyTextInEachState_data()
 {
     QTest::addColumn<int>("state");
     QTest::addColumn<int>("after");
-    QTest::newRow("asked") << 4 << 6;
-    QTest::newRow("waiting") << 5 << 6;
-    QTest::newRow("waiting after the file") << 14 << 15;
-    QTest::newRow("any other") << 11 << 11;
+    row("asked", 4, 6);
+    row("waiting", 5, 6);
+    row("waiting after the file", 14, 15);
+    row("any other", 11, 11);
 }
 
 void TestSkkAnswerback::anyTextInEachState()
@@ -222,14 +223,14 @@ void TestSkkAnswerback::shortCentre_data()
         row("name without its marks", "\r\n#01 ЦКС", Refused);
         row("no opening", "--#01 |ЦКС&", Waits);
     }
-    QTest::newRow("type 2") << 2 << fill("\r\n#911", 20) << Taken;
-    QTest::newRow("type 2, at the end") << 2 << fill("#\r\n", 17) + "911" << Taken;
-    QTest::newRow("type 2, other number") << 2 << fill("\r\n#01 |ЦКС&", 20) << Refused;
-    QTest::newRow("type 3") << 3 << fill("\r\n#", 20) << Taken;
-    QTest::newRow("type 4") << 4 << fill("#\r\n", 20) << Taken;
-    QTest::newRow("type 5") << 5 << fill("\r\n#01 |ЦКС&911", 20) << Refused;
-    QTest::newRow("type 6") << 6 << fill("\r\n#01 |ЦКС&911", 20) << Refused;
-    QTest::newRow("type below 0") << -1 << fill("\r\n#01 |ЦКС&911", 20) << Refused;
+    ::row("type 2", 2, fill("\r\n#911", 20), Taken);
+    ::row("type 2, at the end", 2, fill("#\r\n", 17) + "911", Taken);
+    ::row("type 2, other number", 2, fill("\r\n#01 |ЦКС&", 20), Refused);
+    ::row("type 3", 3, fill("\r\n#", 20), Taken);
+    ::row("type 4", 4, fill("#\r\n", 20), Taken);
+    ::row("type 5", 5, fill("\r\n#01 |ЦКС&911", 20), Refused);
+    ::row("type 6", 6, fill("\r\n#01 |ЦКС&911", 20), Refused);
+    ::row("type below 0", -1, fill("\r\n#01 |ЦКС&911", 20), Refused);
 }
 
 void TestSkkAnswerback::shortCentre()
@@ -273,14 +274,14 @@ void TestSkkAnswerback::openingExtendsTheWait_data()
     QTest::addColumn<bool>("toCKS");
     QTest::addColumn<int>("state");
     QTest::addColumn<QList<int>>("after");
-    QTest::newRow("before the question") << false << 3 << QList<int>({5, 8, 7});
-    QTest::newRow("before the question, centre") << true << 3 << QList<int>({5, 18, 8});
-    QTest::newRow("asked") << false << 4 << QList<int>({5, 13, 7});
-    QTest::newRow("asked, centre") << true << 4 << QList<int>({5, 23, 8});
-    QTest::newRow("before the last question") << false << 13 << QList<int>({14, 13, 7});
-    QTest::newRow("before the last question, centre") << true << 13 << QList<int>({14, 23, 9});
-    QTest::newRow("waiting") << false << 5 << QList<int>({5, 9, 7});
-    QTest::newRow("waiting after the file, centre") << true << 14 << QList<int>({14, 9, 8});
+    row("before the question", false, 3, QList<int>({5, 8, 7}));
+    row("before the question, centre", true, 3, QList<int>({5, 18, 8}));
+    row("asked", false, 4, QList<int>({5, 13, 7}));
+    row("asked, centre", true, 4, QList<int>({5, 23, 8}));
+    row("before the last question", false, 13, QList<int>({14, 13, 7}));
+    row("before the last question, centre", true, 13, QList<int>({14, 23, 9}));
+    row("waiting", false, 5, QList<int>({5, 9, 7}));
+    row("waiting after the file, centre", true, 14, QList<int>({14, 9, 8}));
 }
 
 void TestSkkAnswerback::openingExtendsTheWait()
@@ -313,10 +314,10 @@ void TestSkkAnswerback::noWaitReadsNothing_data()
 {
     QTest::addColumn<int>("state");
     QTest::addColumn<int>("kind");
-    QTest::newRow("nothing awaited") << 5 << 0;
-    QTest::newRow("unknown kind") << 5 << 3;
-    QTest::newRow("call in setup") << 1 << 7;
-    QTest::newRow("no automatic send") << 0 << 7;
+    row("nothing awaited", 5, 0);
+    row("unknown kind", 5, 3);
+    row("call in setup", 1, 7);
+    row("no automatic send", 0, 7);
 }
 
 void TestSkkAnswerback::noWaitReadsNothing()

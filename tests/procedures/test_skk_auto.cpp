@@ -2,6 +2,7 @@
 
 #include "tests/procedures/skk_desk.h"
 #include "tests/records/special_files.h"
+#include "tests/support/row.h"
 
 #include <QFile>
 #include <QtTest>
@@ -84,11 +85,11 @@ void TestSkkAuto::startIsRefused_data()
     QTest::addColumn<int>("trys");
     QTest::addColumn<int>("seconds");
     QTest::addColumn<bool>("starts");
-    QTest::newRow("its time is past") << false << 1 << -1 << true;
-    QTest::newRow("its time is now") << false << 1 << 0 << false;
-    QTest::newRow("its time will come") << false << 1 << 1 << false;
-    QTest::newRow("no tries left") << false << 0 << -1 << false;
-    QTest::newRow("bad mark") << true << 1 << -1 << false;
+    row("its time is past", false, 1, -1, true);
+    row("its time is now", false, 1, 0, false);
+    row("its time will come", false, 1, 1, false);
+    row("no tries left", false, 0, -1, false);
+    row("bad mark", true, 1, -1, false);
 }
 
 void TestSkkAuto::startIsRefused()
@@ -137,8 +138,8 @@ void TestSkkAuto::connectedAsksWithThePause_data()
 {
     QTest::addColumn<bool>("toCKS");
     QTest::addColumn<int>("pause");
-    QTest::newRow("subscriber") << false << 3;
-    QTest::newRow("centre") << true << 13;
+    row("subscriber", false, 3);
+    row("centre", true, 13);
 }
 
 void TestSkkAuto::connectedAsksWithThePause()
@@ -158,8 +159,8 @@ void TestSkkAuto::connectedWaitsWithoutAsking_data()
 {
     QTest::addColumn<bool>("toCKS");
     QTest::addColumn<QList<int>>("after");
-    QTest::newRow("subscriber") << false << QList<int>({5, 12, 7});
-    QTest::newRow("centre") << true << QList<int>({5, 22, 8});
+    row("subscriber", false, QList<int>({5, 12, 7}));
+    row("centre", true, QList<int>({5, 22, 8}));
 }
 
 void TestSkkAuto::connectedWaitsWithoutAsking()
@@ -185,8 +186,8 @@ void TestSkkAuto::questionsBeforeTheFile_data()
     QTest::addColumn<bool>("toCKS");
     QTest::addColumn<QList<int>>("asked");
     QTest::addColumn<QList<int>>("askedAgain");
-    QTest::newRow("subscriber") << false << QList<int>({4, 7, 7}) << QList<int>({5, 12, 7});
-    QTest::newRow("centre") << true << QList<int>({4, 17, 8}) << QList<int>({5, 22, 8});
+    row("subscriber", false, QList<int>({4, 7, 7}), QList<int>({5, 12, 7}));
+    row("centre", true, QList<int>({4, 17, 8}), QList<int>({5, 22, 8}));
 }
 
 void TestSkkAuto::questionsBeforeTheFile()
@@ -262,10 +263,10 @@ void TestSkkAuto::pauseBeforeTheFileIsExtended_data()
 {
     QTest::addColumn<int>("silence");
     QTest::addColumn<int>("timer"); // 0: the file goes
-    QTest::newRow("talks now") << 0 << 6;
-    QTest::newRow("last second that extends") << 4 << 2;
-    QTest::newRow("silent enough") << 5 << 0;
-    QTest::newRow("silent for long") << 6 << 0;
+    row("talks now", 0, 6);
+    row("last second that extends", 4, 2);
+    row("silent enough", 5, 0);
+    row("silent for long", 6, 0);
 }
 
 void TestSkkAuto::pauseBeforeTheFileIsExtended()

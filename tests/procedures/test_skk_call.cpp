@@ -1,6 +1,7 @@
 // Outgoing calls and their watch, second by second.
 
 #include "tests/procedures/skk_desk.h"
+#include "tests/support/row.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -34,9 +35,9 @@ void TestSkkCall::callNumber_data()
     QTest::addColumn<QString>("sent");
     QTest::addColumn<int>("state");
     QTest::addColumn<char>("letter");
-    QTest::newRow("code") << 0 << "@C@N123456@" << 1 << 'N';
-    QTest::newRow("pulses") << 1 << "@C@N123456@" << 1 << 'N';
-    QTest::newRow("code by program") << 2 << "@E" << 2 << 'E';
+    row("code", 0, "@C@N123456@", 1, 'N');
+    row("pulses", 1, "@C@N123456@", 1, 'N');
+    row("code by program", 2, "@E", 2, 'E');
 }
 
 void TestSkkCall::callNumber()
@@ -116,9 +117,9 @@ void TestSkkCall::success_data()
     QTest::addColumn<int>("before");
     QTest::addColumn<int>("after");
     QTest::addColumn<int>("timer");
-    QTest::newRow("manual") << 0 << 0 << 33;
-    QTest::newRow("call in setup") << 1 << 2 << 1;
-    QTest::newRow("later already") << 5 << 5 << 33;
+    row("manual", 0, 0, 33);
+    row("call in setup", 1, 2, 1);
+    row("later already", 5, 5, 33);
 }
 
 void TestSkkCall::success()
@@ -154,12 +155,12 @@ void TestSkkCall::callDirection_data()
     QTest::addColumn<int>("to");
     QTest::addColumn<int>("mode");
     QTest::addColumn<int>("out");
-    QTest::newRow("incoming") << 0 << 1 << 2 << 0;
-    QTest::newRow("outgoing") << 0 << 2 << 3 << 1;
-    QTest::newRow("none") << 1 << 0 << 2 << 0;
-    QTest::newRow("incoming again") << 1 << 1 << 5 << 0;
-    QTest::newRow("outgoing again") << 2 << 2 << 5 << 0;
-    QTest::newRow("outgoing turned to incoming") << 2 << 1 << 2 << 0;
+    row("incoming", 0, 1, 2, 0);
+    row("outgoing", 0, 2, 3, 1);
+    row("none", 1, 0, 2, 0);
+    row("incoming again", 1, 1, 5, 0);
+    row("outgoing again", 2, 2, 5, 0);
+    row("outgoing turned to incoming", 2, 1, 2, 0);
 }
 
 void TestSkkCall::callDirection()

@@ -1,6 +1,7 @@
 // Encrypted text inside a connection, whose "#*" is no question.
 
 #include "tests/procedures/skk_desk.h"
+#include "tests/support/row.h"
 
 #include <QtTest>
 
@@ -46,14 +47,14 @@ void TestSkkEncrypted::encryptedTextBeginsWithBothSigns_data()
     QTest::addColumn<QString>("left");
     const QString mark = QStringLiteral(" КРПТ КРПТ КРПТ ");
     const QString signs(9, QChar(0x042E));
-    QTest::newRow("mark alone") << mark << false << mark;
-    QTest::newRow("eight signs") << mark + signs.left(8) << false << mark + signs.left(8);
-    QTest::newRow("signs in front") << signs + mark << false << signs + mark;
-    QTest::newRow("no blank in front") << mark.mid(1) + signs << false << mark.mid(1) + signs;
-    QTest::newRow("together") << mark + signs << true << "";
-    QTest::newRow("signs later") << mark + "12345" + signs << true << signs.left(5);
-    QTest::newRow("ten signs") << mark + signs + signs.left(1) << true << signs.left(1);
-    QTest::newRow("noise in front") << "ШУМ" + mark + signs + "К" << true << "К";
+    row("mark alone", mark, false, mark);
+    row("eight signs", mark + signs.left(8), false, mark + signs.left(8));
+    row("signs in front", signs + mark, false, signs + mark);
+    row("no blank in front", mark.mid(1) + signs, false, mark.mid(1) + signs);
+    row("together", mark + signs, true, "");
+    row("signs later", mark + "12345" + signs, true, signs.left(5));
+    row("ten signs", mark + signs + signs.left(1), true, signs.left(1));
+    row("noise in front", "ШУМ" + mark + signs + "К", true, "К");
 }
 
 void TestSkkEncrypted::encryptedTextBeginsWithBothSigns()

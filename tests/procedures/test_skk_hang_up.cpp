@@ -2,6 +2,7 @@
 
 #include "tests/procedures/skk_desk.h"
 #include "tests/support/full_disk.h"
+#include "tests/support/row.h"
 
 #include <QDir>
 #include <QSignalSpy>
@@ -174,8 +175,8 @@ void TestSkkHangUp::transcriptThatCannotBeSaved_data()
 {
     QTest::addColumn<int>("direction");
     QTest::addColumn<QString>("directory");
-    QTest::newRow("incoming") << 1 << "inp/20260731";
-    QTest::newRow("outgoing") << 2 << "out/20260731";
+    row("incoming", 1, "inp/20260731");
+    row("outgoing", 2, "out/20260731");
 }
 
 void TestSkkHangUp::transcriptThatCannotBeSaved()

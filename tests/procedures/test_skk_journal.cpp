@@ -1,6 +1,7 @@
 // Which lines of a dialled connection cut a running line of text, and which wait for its end.
 
 #include "tests/procedures/skk_desk.h"
+#include "tests/support/row.h"
 
 #include <QtTest>
 
@@ -43,7 +44,7 @@ void TestSkkJournal::lineCutsOrWaits_data()
     QTest::addColumn<QString>("line"); // with the digit of its type
     QTest::addColumn<bool>("waits");
     const auto row = [](const char *line, bool waits, Action act) {
-        QTest::newRow(line) << act << QString::fromUtf8(line) << waits;
+        ::row(line, act, QString::fromUtf8(line), waits);
     };
     row("312:00:00 Набор номера 123", false, [](const SkkDesk &) { ProcessSKK.callNumber("123"); });
     row("312:00:00 Входящий отбой", true, [](const SkkDesk &desk) {
@@ -78,8 +79,8 @@ void TestSkkJournal::lineCutsOrWaits_data()
         ProcessSKK.processAutoMode();
     });
     row("312:00:00 АО не распознан", false, [](const SkkDesk &) { endIn(CProcessSKK::AutoBeforeQuestion); });
-    QTest::newRow("no answer") << Action([](const SkkDesk &) { endIn(CProcessSKK::AutoWaitAA); })
-                               << "312:00:00 АО не распознан" << false;
+    ::row("no answer", Action([](const SkkDesk &) { endIn(CProcessSKK::AutoWaitAA); }),
+          "312:00:00 АО не распознан", false);
     row("312:00:00 Неправильный АО", true,
         [](const SkkDesk &) { badAnswerback(CProcessSKK::SubscriberAA, 20); });
     row("312:00:00 Неправильный АО ЦКС", true,

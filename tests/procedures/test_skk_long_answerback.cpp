@@ -1,6 +1,7 @@
 // The long answerback of a centre, which proves the delivery.
 
 #include "tests/procedures/skk_answerbacks.h"
+#include "tests/support/row.h"
 
 #include <QtTest>
 
@@ -71,13 +72,13 @@ void TestSkkLongAnswerback::longCentreByItsLength_data()
     QTest::addColumn<int>("type");
     QTest::addColumn<int>("option");
     QTest::addColumn<int>("length");
-    QTest::newRow("type 0") << 0 << 50 << 50;
-    QTest::newRow("type 0, another length set") << 0 << 30 << 50;
-    QTest::newRow("type 1") << 1 << COptions::longAOLength(1) << 48;
-    QTest::newRow("type 1, custom") << 1 << 33 << 33;
-    QTest::newRow("type 2") << 2 << COptions::longAOLength(2) << 48;
-    QTest::newRow("type 2, custom") << 2 << 70 << 70;
-    QTest::newRow("type 2, shorter than any") << 2 << 0 << 20;
+    row("type 0", 0, 50, 50);
+    row("type 0, another length set", 0, 30, 50);
+    row("type 1", 1, COptions::longAOLength(1), 48);
+    row("type 1, custom", 1, 33, 33);
+    row("type 2", 2, COptions::longAOLength(2), 48);
+    row("type 2, custom", 2, 70, 70);
+    row("type 2, shorter than any", 2, 0, 20);
 }
 
 void TestSkkLongAnswerback::longCentreByItsLength()
@@ -125,8 +126,8 @@ void TestSkkLongAnswerback::longCentreOutcome_data()
 {
     QTest::addColumn<bool>("silent");
     QTest::addColumn<QList<int>>("after");
-    QTest::newRow("own answerback follows") << false << QList<int>({15, 15, 0});
-    QTest::newRow("no own answerback") << true << QList<int>({16, 1, 9});
+    row("own answerback follows", false, QList<int>({15, 15, 0}));
+    row("no own answerback", true, QList<int>({16, 1, 9}));
 }
 
 void TestSkkLongAnswerback::longCentreOutcome()

@@ -1,6 +1,7 @@
 // How the automatic send ends, by state and by the result of the call.
 
 #include "tests/procedures/skk_desk.h"
+#include "tests/support/row.h"
 
 #include <QDir>
 #include <QFile>
@@ -133,10 +134,10 @@ void TestSkkOutcome::triesOfTheWrongNumber_data()
 {
     QTest::addColumn<int>("before");
     QTest::addColumn<int>("after");
-    QTest::newRow("none left") << 0 << 0;
-    QTest::newRow("one left") << 1 << 1;
-    QTest::newRow("two left") << 2 << 1;
-    QTest::newRow("many left") << 9 << 1;
+    row("none left", 0, 0);
+    row("one left", 1, 1);
+    row("two left", 2, 1);
+    row("many left", 9, 1);
 }
 
 void TestSkkOutcome::triesOfTheWrongNumber()

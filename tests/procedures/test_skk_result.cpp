@@ -1,6 +1,7 @@
 // What the network answers to a call: its refusals and its signs of success.
 
 #include "tests/procedures/skk_desk.h"
+#include "tests/support/row.h"
 
 #include <QtTest>
 
@@ -38,16 +39,16 @@ void TestSkkResult::result_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("index");
     QTest::addColumn<QString>("description");
-    QTest::newRow("OCC") << "\r\n&OCC" << 2 << "Абонент занят";
-    QTest::newRow("DER") << "\r\n&DER" << 3 << "Повреждение абонента";
-    QTest::newRow("NC") << "\r\n&NC&" << 4 << "Нет цепи";
-    QTest::newRow("NP") << "\r\n&NP&" << 5 << "Неправильный набор";
-    QTest::newRow("ABS") << "\r\n&ABS" << 6 << "Абонент временно не работает";
-    QTest::newRow("CI") << "\r\n&CI&" << 7 << "Повреждение на сети";
-    QTest::newRow("NA") << "\r\n&NA&" << 8 << "Связь с абонентом запрещена";
-    QTest::newRow("INF") << "\r\n&INF" << 9 << "";
-    QTest::newRow("NCH") << "\r\n&NCH" << 10 << "";
-    QTest::newRow("BK") << "\r\n&BK\r\n" << 11 << "Соединение не установлено";
+    row("OCC", "\r\n&OCC", 2, "Абонент занят");
+    row("DER", "\r\n&DER", 3, "Повреждение абонента");
+    row("NC", "\r\n&NC&", 4, "Нет цепи");
+    row("NP", "\r\n&NP&", 5, "Неправильный набор");
+    row("ABS", "\r\n&ABS", 6, "Абонент временно не работает");
+    row("CI", "\r\n&CI&", 7, "Повреждение на сети");
+    row("NA", "\r\n&NA&", 8, "Связь с абонентом запрещена");
+    row("INF", "\r\n&INF", 9, "");
+    row("NCH", "\r\n&NCH", 10, "");
+    row("BK", "\r\n&BK\r\n", 11, "Соединение не установлено");
 }
 
 void TestSkkResult::result()
@@ -172,12 +173,9 @@ void TestSkkResult::resultGoesBeforeStationTime_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("left");
-    QTest::newRow("result first") << "\r\n&OCC\r\n #12.34"
-                                  << "\r\n #12.34";
-    QTest::newRow("station time first") << "\r\n #12.34\r\n&OCC"
-                                        << "";
-    QTest::newRow("answered first") << "&DF\r\n&OCC"
-                                    << "";
+    row("result first", "\r\n&OCC\r\n #12.34", "\r\n #12.34");
+    row("station time first", "\r\n #12.34\r\n&OCC", "");
+    row("answered first", "&DF\r\n&OCC", "");
 }
 
 void TestSkkResult::resultGoesBeforeStationTime()
@@ -197,15 +195,14 @@ void TestSkkResult::emptyFormatTakesTwoFigures_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("state");
     QTest::addColumn<QString>("left");
-    QTest::newRow("two figures") << "ШУМ#12" << 6 << "";
-    QTest::newRow("more of them") << "#1234" << 6 << "34";
-    QTest::newRow("behind other marks") << "##1#А2#56.7" << 6 << ".7";
-    QTest::newRow("one figure") << "#1" << 5 << "#1";
-    QTest::newRow("a letter between") << "#1А2" << 5 << "#1А2";
-    QTest::newRow("a figure of another script")
-        << QStringLiteral("#1\u0661") << 5 << QStringLiteral("#1\u0661");
-    QTest::newRow("no mark") << "12.34" << 5 << "12.34";
-    QTest::newRow("in front of the answer") << "#12&DF" << 6 << "&DF";
+    row("two figures", "ШУМ#12", 6, "");
+    row("more of them", "#1234", 6, "34");
+    row("behind other marks", "##1#А2#56.7", 6, ".7");
+    row("one figure", "#1", 5, "#1");
+    row("a letter between", "#1А2", 5, "#1А2");
+    row("a figure of another script", QStringLiteral("#1\u0661"), 5, QStringLiteral("#1\u0661"));
+    row("no mark", "12.34", 5, "12.34");
+    row("in front of the answer", "#12&DF", 6, "&DF");
 }
 
 void TestSkkResult::emptyFormatTakesTwoFigures()
@@ -250,18 +247,10 @@ void TestSkkResult::successForms_data()
     QTest::addColumn<QString>("format");
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("left");
-    QTest::newRow("time before answer") << "hh"
-                                        << "&DF12К"
-                                        << "К";
-    QTest::newRow("time before question") << "hh"
-                                          << "А#*12К"
-                                          << "К";
-    QTest::newRow("figures before answer") << ""
-                                           << "&DF#12К"
-                                           << "К";
-    QTest::newRow("answer before question") << ""
-                                            << "А#*&DFК"
-                                            << "К";
+    row("time before answer", "hh", "&DF12К", "К");
+    row("time before question", "hh", "А#*12К", "К");
+    row("figures before answer", "", "&DF#12К", "К");
+    row("answer before question", "", "А#*&DFК", "К");
 }
 
 void TestSkkResult::successForms()
@@ -282,8 +271,8 @@ void TestSkkResult::successForms()
 void TestSkkResult::questionConnects_data()
 {
     QTest::addColumn<int>("pause");
-    QTest::newRow("answered at once") << 0;
-    QTest::newRow("answered later") << 3;
+    row("answered at once", 0);
+    row("answered later", 3);
 }
 
 void TestSkkResult::questionConnects()

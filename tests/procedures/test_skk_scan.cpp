@@ -1,6 +1,7 @@
 // The reading of the line: questions, hang-ups, encrypted text, noise, in the order of their tests.
 
 #include "tests/procedures/skk_desk.h"
+#include "tests/support/row.h"
 
 #include <QtTest>
 
@@ -79,9 +80,9 @@ void TestSkkScan::questionInEachAutoState()
 void TestSkkScan::questionIsAnsweredInEachDirection_data()
 {
     QTest::addColumn<int>("direction");
-    QTest::newRow("none") << 0;
-    QTest::newRow("incoming") << 1;
-    QTest::newRow("outgoing") << 2;
+    row("none", 0);
+    row("incoming", 1);
+    row("outgoing", 2);
 }
 
 void TestSkkScan::questionIsAnsweredInEachDirection()
@@ -172,10 +173,10 @@ void TestSkkScan::farEndHangsUp_data()
 {
     QTest::addColumn<int>("direction");
     QTest::addColumn<bool>("active");
-    QTest::newRow("nothing to end") << 0 << false;
-    QTest::newRow("call in setup") << 0 << true;
-    QTest::newRow("incoming") << 1 << true;
-    QTest::newRow("outgoing") << 2 << true;
+    row("nothing to end", 0, false);
+    row("call in setup", 0, true);
+    row("incoming", 1, true);
+    row("outgoing", 2, true);
 }
 
 void TestSkkScan::farEndHangsUp()
@@ -261,8 +262,8 @@ void TestSkkScan::noiseIsCutAboveTwoHundredFiftySix()
 void TestSkkScan::connectionIsNotCut_data()
 {
     QTest::addColumn<int>("direction");
-    QTest::newRow("incoming") << 1;
-    QTest::newRow("outgoing") << 2;
+    row("incoming", 1);
+    row("outgoing", 2);
 }
 
 void TestSkkScan::connectionIsNotCut()
@@ -293,22 +294,12 @@ void TestSkkScan::orderOfForms_data()
     QTest::addColumn<QString>("sent");
     QTest::addColumn<QString>("left");
     QTest::addColumn<int>("direction");
-    QTest::newRow("call, question") << "@C#*"
-                                    << "@E" + OwnAO << "" << 1;
-    QTest::newRow("question, call") << "#*@C" << OwnAO + "@E"
-                                    << "" << 1;
-    QTest::newRow("call, hang-up, call") << "@C@H@C"
-                                         << "@H@E"
-                                         << "" << 1;
-    QTest::newRow("hang-up, seized") << "@H@E"
-                                     << "@H"
-                                     << "" << 0;
-    QTest::newRow("telegram outside a connection") << "ЗЦЗЦ ТЕКСТ НННН  @C"
-                                                   << "@E"
-                                                   << "" << 1;
-    QTest::newRow("telegram goes before what is in it") << "@CЗЦЗЦ  КРПТ КРПТ КРПТ ЮЮЮЮЮЮЮЮЮ#*НННН  К"
-                                                        << "@E"
-                                                        << "К" << 1;
+    row("call, question", "@C#*", "@E" + OwnAO, "", 1);
+    row("question, call", "#*@C", OwnAO + "@E", "", 1);
+    row("call, hang-up, call", "@C@H@C", "@H@E", "", 1);
+    row("hang-up, seized", "@H@E", "@H", "", 0);
+    row("telegram outside a connection", "ЗЦЗЦ ТЕКСТ НННН  @C", "@E", "", 1);
+    row("telegram goes before what is in it", "@CЗЦЗЦ  КРПТ КРПТ КРПТ ЮЮЮЮЮЮЮЮЮ#*НННН  К", "@E", "К", 1);
 }
 
 void TestSkkScan::orderOfForms()

@@ -1,6 +1,7 @@
 // The scan takes up where it can; what comes of it is that of a scan from the start.
 
 #include "tests/procedures/skk_desk.h"
+#include "tests/support/row.h"
 #include "tests/support/sessions.h"
 
 #include <QRandomGenerator>
@@ -120,9 +121,9 @@ void TestSkkScanMemory::whatStandsBehindAnAnswerbackIsReadWithTheNextPiece_data(
 {
     QTest::addColumn<int>("kind");
     QTest::addColumn<QString>("text"); // taken whole
-    QTest::newRow("subscriber") << 7 << QStringLiteral("#\r\n123456-----------");
-    QTest::newRow("short centre") << 8 << QStringLiteral("\r\n#01 |ЦКС&---------");
-    QTest::newRow("telegram of the centre") << 9 << QString("\r\n#" + QString(45, '-') + "ЗЦЗЦ ТЕКСТ НННН  ");
+    row("subscriber", 7, QStringLiteral("#\r\n123456-----------"));
+    row("short centre", 8, QStringLiteral("\r\n#01 |ЦКС&---------"));
+    row("telegram of the centre", 9, QString("\r\n#" + QString(45, '-') + "ЗЦЗЦ ТЕКСТ НННН  "));
 }
 
 /// An answerback leaves the buffer with all that stands in front of it, but the scan goes on at its place,
@@ -161,8 +162,8 @@ void TestSkkScanMemory::answerbackThatEndsTheScanLeavesWhatIsBehind_data()
     const auto row = [](const char *name, int kind, int state, const char *answerback, const char *behind,
                         int timer, const char *sent) {
         const int length = kind == 9 ? 50 : 20;
-        QTest::newRow(name) << kind << state << QString::fromUtf8(answerback).leftJustified(length, '-')
-                            << QString(behind) << timer << QString(sent);
+        ::row(name, kind, state, QString::fromUtf8(answerback).leftJustified(length, '-'), QString(behind),
+              timer, QString(sent));
     };
     row("subscriber, taken", 7, 5, "#\r\n123456", "Б#*", 5, "");
     row("subscriber, refused", 7, 5, "#\r\n000000", "@C", 0, "@H");

@@ -1,6 +1,7 @@
 // The reading of the line while a call is set up.
 
 #include "tests/procedures/skk_desk.h"
+#include "tests/support/row.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -30,12 +31,12 @@ void TestSkkSetup::lineSeized_data()
 {
     QTest::addColumn<int>("before");
     QTest::addColumn<int>("after");
-    QTest::newRow("no call") << 0 << 0;
-    QTest::newRow("dialled") << 1 << 5;
-    QTest::newRow("seized") << 2 << 2;
-    QTest::newRow("go-ahead") << 4 << 4;
-    QTest::newRow("waiting for the result") << 5 << 5;
-    QTest::newRow("connected") << 6 << 6;
+    row("no call", 0, 0);
+    row("dialled", 1, 5);
+    row("seized", 2, 2);
+    row("go-ahead", 4, 4);
+    row("waiting for the result", 5, 5);
+    row("connected", 6, 6);
 }
 
 void TestSkkSetup::lineSeized()

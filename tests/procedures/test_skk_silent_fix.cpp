@@ -1,6 +1,7 @@
 // The long answerback of a centre that gives it no form: fixed by its silence, or by its question.
 
 #include "tests/procedures/skk_desk.h"
+#include "tests/support/row.h"
 
 #include <QtTest>
 
@@ -55,11 +56,11 @@ void otherWaits()
     QTest::addColumn<int>("type");
     QTest::addColumn<int>("kind");
     QTest::addColumn<int>("state");
-    QTest::newRow("type 3") << 3 << 9 << 14;
-    QTest::newRow("type 0") << 0 << 9 << 14;
-    QTest::newRow("type 5") << 5 << 9 << 14;
-    QTest::newRow("nothing awaited") << 4 << 0 << 14;
-    QTest::newRow("state 16") << 4 << 9 << 16;
+    row("type 3", 3, 9, 14);
+    row("type 0", 0, 9, 14);
+    row("type 5", 5, 9, 14);
+    row("nothing awaited", 4, 0, 14);
+    row("state 16", 4, 9, 16);
 }
 } // namespace
 
@@ -68,15 +69,15 @@ void TestSkkSilentFix::silenceFixes_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("silence");
     QTest::addColumn<bool>("fixed");
-    QTest::newRow("two seconds") << fill("\r\n#", 30) << 2 << false;
-    QTest::newRow("three seconds") << fill("\r\n#", 30) << 3 << true;
-    QTest::newRow("twenty characters") << fill("\r\n#", 20) << 3 << false;
-    QTest::newRow("twenty-one characters") << fill("\r\n#", 21) << 3 << true;
-    QTest::newRow("other opening") << fill("#\r\n", 21) << 3 << true;
-    QTest::newRow("behind noise") << "ШУМ" + fill("\r\n#", 21) << 3 << true;
-    QTest::newRow("behind noise, short") << fill("ШУМ\r\n#", 23) << 3 << false;
-    QTest::newRow("the first form decides") << fill("\r\n#", 30) + "#\r\n" << 3 << false;
-    QTest::newRow("no opening") << fill("", 100) << 3 << false;
+    row("two seconds", fill("\r\n#", 30), 2, false);
+    row("three seconds", fill("\r\n#", 30), 3, true);
+    row("twenty characters", fill("\r\n#", 20), 3, false);
+    row("twenty-one characters", fill("\r\n#", 21), 3, true);
+    row("other opening", fill("#\r\n", 21), 3, true);
+    row("behind noise", "ШУМ" + fill("\r\n#", 21), 3, true);
+    row("behind noise, short", fill("ШУМ\r\n#", 23), 3, false);
+    row("the first form decides", fill("\r\n#", 30) + "#\r\n", 3, false);
+    row("no opening", fill("", 100), 3, false);
 }
 
 void TestSkkSilentFix::silenceFixes()
@@ -98,8 +99,8 @@ void TestSkkSilentFix::silenceFixes()
 void TestSkkSilentFix::silenceFixesOnlyWhatIsAwaited_data()
 {
     otherWaits();
-    QTest::newRow("subscriber awaited") << 4 << 7 << 14;
-    QTest::newRow("state 13") << 4 << 9 << 13;
+    row("subscriber awaited", 4, 7, 14);
+    row("state 13", 4, 9, 13);
 }
 
 void TestSkkSilentFix::silenceFixesOnlyWhatIsAwaited()
@@ -123,8 +124,8 @@ void TestSkkSilentFix::afterSilence_data()
     QTest::addColumn<bool>("silent");
     QTest::addColumn<QList<int>>("after");
     // The tick that fixes it takes a second of the new timer at once.
-    QTest::newRow("own answerback follows") << false << QList<int>({15, 14, 0});
-    QTest::newRow("no own answerback") << true << QList<int>({17, 14, 9});
+    row("own answerback follows", false, QList<int>({15, 14, 0}));
+    row("no own answerback", true, QList<int>({17, 14, 9}));
 }
 
 void TestSkkSilentFix::afterSilence()
@@ -148,12 +149,12 @@ void TestSkkSilentFix::questionFixes_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<bool>("fixed");
-    QTest::newRow("twenty to the end of the buffer") << fill("\r\n#", 18) + "#*" << false;
-    QTest::newRow("twenty-one") << fill("\r\n#", 19) + "#*" << true;
-    QTest::newRow("what is behind the question counts") << fill("\r\n#", 10) + "#*---------" << true;
-    QTest::newRow("other opening") << fill("#\r\n", 19) + "#*" << true;
-    QTest::newRow("opening behind the question") << "#*" + fill("\r\n#", 30) << false;
-    QTest::newRow("no opening") << fill("", 30) + "#*" << false;
+    row("twenty to the end of the buffer", fill("\r\n#", 18) + "#*", false);
+    row("twenty-one", fill("\r\n#", 19) + "#*", true);
+    row("what is behind the question counts", fill("\r\n#", 10) + "#*---------", true);
+    row("other opening", fill("#\r\n", 19) + "#*", true);
+    row("opening behind the question", "#*" + fill("\r\n#", 30), false);
+    row("no opening", fill("", 30) + "#*", false);
 }
 
 void TestSkkSilentFix::questionFixes()
@@ -196,8 +197,8 @@ void TestSkkSilentFix::afterTheQuestion_data()
     QTest::addColumn<bool>("silent");
     QTest::addColumn<QList<int>>("after");
     QTest::addColumn<QString>("sent");
-    QTest::newRow("own answerback follows") << false << QList<int>({15, 1, 0}) << "";
-    QTest::newRow("question answered at once") << true << QList<int>({16, 1, 9}) << "#\r\n777777 ДЕСК";
+    row("own answerback follows", false, QList<int>({15, 1, 0}), "");
+    row("question answered at once", true, QList<int>({16, 1, 9}), "#\r\n777777 ДЕСК");
 }
 
 void TestSkkSilentFix::afterTheQuestion()

@@ -1,6 +1,7 @@
 // The sounds of a dialled connection. None of them stops one that is running.
 
 #include "tests/procedures/skk_desk.h"
+#include "tests/support/row.h"
 #include "tests/support/sound_server.h"
 #include "tests/ui/wave_file.h"
 #include "ui/sound.h"
@@ -34,11 +35,11 @@ void rows()
     QTest::addColumn<int>("type");
     QTest::addColumn<bool>("running");
     QTest::addColumn<QString>("playing");
-    QTest::newRow("silent") << 0 << false << "";
-    QTest::newRow("once") << 1 << false << "new.wav";
-    QTest::newRow("in a loop") << 2 << false << "new.wav";
-    QTest::newRow("silent, another one runs") << 0 << true << "old.wav";
-    QTest::newRow("once, another one runs") << 1 << true << "old.wav";
+    row("silent", 0, false, "");
+    row("once", 1, false, "new.wav");
+    row("in a loop", 2, false, "new.wav");
+    row("silent, another one runs", 0, true, "old.wav");
+    row("once, another one runs", 1, true, "old.wav");
 }
 
 void begin(const SkkDesk &desk, bool running)
@@ -108,11 +109,11 @@ void TestSkkSound::storedTranscript_data()
     QTest::addColumn<int>("direction");
     QTest::addColumn<int>("length");
     QTest::addColumn<QString>("playing");
-    QTest::newRow("silent") << 0 << false << 1 << 21 << "";
-    QTest::newRow("once") << 1 << false << 1 << 21 << "new.wav";
-    QTest::newRow("twenty characters") << 1 << false << 1 << 20 << "";
-    QTest::newRow("outgoing") << 1 << false << 2 << 21 << "";
-    QTest::newRow("another one runs") << 2 << true << 1 << 21 << "old.wav";
+    row("silent", 0, false, 1, 21, "");
+    row("once", 1, false, 1, 21, "new.wav");
+    row("twenty characters", 1, false, 1, 20, "");
+    row("outgoing", 1, false, 2, 21, "");
+    row("another one runs", 2, true, 1, 21, "old.wav");
 }
 
 void TestSkkSound::storedTranscript()

@@ -1,6 +1,7 @@
 // The signals of a network switch in text form, on TCP links.
 
 #include "tests/procedures/skk_desk.h"
+#include "tests/support/row.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -50,11 +51,11 @@ void TestSkkSwitch::signalsAreTextOnOtherLinks()
 void TestSkkSwitch::signalsWaitForTheirLineFeed_data()
 {
     QTest::addColumn<QString>("signal");
-    QTest::newRow("hang-up") << "!>ОТБОЙ";
-    QTest::newRow("channel") << "ТОЧКА 1 КАНАЛ: АБ-123/45";
-    QTest::newRow("refusal") << "!>СИГНАЛ NP";
-    QTest::newRow("call") << "!>ВЫЗОВ 123456\r";
-    QTest::newRow("accepted") << "=>ВЫЗОВ ПРИНЯТ";
+    row("hang-up", "!>ОТБОЙ");
+    row("channel", "ТОЧКА 1 КАНАЛ: АБ-123/45");
+    row("refusal", "!>СИГНАЛ NP");
+    row("call", "!>ВЫЗОВ 123456\r");
+    row("accepted", "=>ВЫЗОВ ПРИНЯТ");
 }
 
 void TestSkkSwitch::signalsWaitForTheirLineFeed()
@@ -78,9 +79,9 @@ void TestSkkSwitch::signalsWaitForTheirLineFeed()
 void TestSkkSwitch::hangUp_data()
 {
     QTest::addColumn<int>("direction");
-    QTest::newRow("none") << 0;
-    QTest::newRow("incoming") << 1;
-    QTest::newRow("outgoing") << 2;
+    row("none", 0);
+    row("incoming", 1);
+    row("outgoing", 2);
 }
 
 void TestSkkSwitch::hangUp()
@@ -118,26 +119,16 @@ void TestSkkSwitch::channelName_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("name");
-    QTest::newRow("nine characters") << "ТОЧКА 1 КАНАЛ: АБ-123/456\n"
-                                     << "АБ-123/45";
-    QTest::newRow("as far as the text goes") << "ТОЧКА КАНАЛ: АБ-1\n"
-                                             << "АБ-1\n";
-    QTest::newRow("shortest") << "ТОЧКА КАНАЛ: А\n-"
-                              << "А\n-";
-    QTest::newRow("two characters") << "ТОЧКА КАНАЛ: А\n"
-                                    << "";
-    QTest::newRow("dash elsewhere") << "ТОЧКА КАНАЛ: АБВ-123\n"
-                                    << "";
-    QTest::newRow("no channel") << "ТОЧКА АБ-123/45\n"
-                                << "";
-    QTest::newRow("channel without its blank") << "ТОЧКА КАНАЛ:АБ-123/45\n"
-                                               << "";
-    QTest::newRow("first of two") << "ТОЧКА КАНАЛ: 11-111111 КАНАЛ: 22-222222\n"
-                                  << "11-111111";
-    QTest::newRow("of a later line") << "ТОЧКА\nКАНАЛ: 11-111111"
-                                     << "11-111111";
-    QTest::newRow("only behind") << "КАНАЛ: 11-111111ТОЧКА\n"
-                                 << "";
+    row("nine characters", "ТОЧКА 1 КАНАЛ: АБ-123/456\n", "АБ-123/45");
+    row("as far as the text goes", "ТОЧКА КАНАЛ: АБ-1\n", "АБ-1\n");
+    row("shortest", "ТОЧКА КАНАЛ: А\n-", "А\n-");
+    row("two characters", "ТОЧКА КАНАЛ: А\n", "");
+    row("dash elsewhere", "ТОЧКА КАНАЛ: АБВ-123\n", "");
+    row("no channel", "ТОЧКА АБ-123/45\n", "");
+    row("channel without its blank", "ТОЧКА КАНАЛ:АБ-123/45\n", "");
+    row("first of two", "ТОЧКА КАНАЛ: 11-111111 КАНАЛ: 22-222222\n", "11-111111");
+    row("of a later line", "ТОЧКА\nКАНАЛ: 11-111111", "11-111111");
+    row("only behind", "КАНАЛ: 11-111111ТОЧКА\n", "");
 }
 
 void TestSkkSwitch::channelName()
@@ -157,16 +148,16 @@ void TestSkkSwitch::refusal_data()
 {
     QTest::addColumn<QString>("signal");
     QTest::addColumn<int>("result");
-    QTest::newRow("OCC") << "!>СИГНАЛ OCC\n" << 2;
-    QTest::newRow("DER") << "!>СИГНАЛ DER\n" << 3;
-    QTest::newRow("NC") << "!>СИГНАЛ NC\n" << 4;
-    QTest::newRow("NP") << "!>СИГНАЛ NP\n" << 5;
-    QTest::newRow("none") << "!>СИГНАЛ ABS\n" << 0;
-    QTest::newRow("nothing") << "!>СИГНАЛ\n" << 0;
-    QTest::newRow("OCC first") << "!>СИГНАЛ NP NC DER OCC\n" << 2;
-    QTest::newRow("DER before NC") << "!>СИГНАЛ NP NC DER\n" << 3;
-    QTest::newRow("NC before NP") << "!>СИГНАЛNPNC\n" << 4;
-    QTest::newRow("Cyrillic letters") << "!>СИГНАЛ ОСС\n" << 0;
+    row("OCC", "!>СИГНАЛ OCC\n", 2);
+    row("DER", "!>СИГНАЛ DER\n", 3);
+    row("NC", "!>СИГНАЛ NC\n", 4);
+    row("NP", "!>СИГНАЛ NP\n", 5);
+    row("none", "!>СИГНАЛ ABS\n", 0);
+    row("nothing", "!>СИГНАЛ\n", 0);
+    row("OCC first", "!>СИГНАЛ NP NC DER OCC\n", 2);
+    row("DER before NC", "!>СИГНАЛ NP NC DER\n", 3);
+    row("NC before NP", "!>СИГНАЛNPNC\n", 4);
+    row("Cyrillic letters", "!>СИГНАЛ ОСС\n", 0);
 }
 
 void TestSkkSwitch::refusal()
@@ -192,11 +183,11 @@ void TestSkkSwitch::refusalEndsTheAutomaticCall_data()
 {
     QTest::addColumn<QString>("signal");
     QTest::addColumn<bool>("ends");
-    QTest::newRow("OCC") << "!>СИГНАЛ OCC\n" << true;
-    QTest::newRow("DER") << "!>СИГНАЛ DER\n" << true;
-    QTest::newRow("NC") << "!>СИГНАЛ NC\n" << true;
-    QTest::newRow("NP") << "!>СИГНАЛ NP\n" << true;
-    QTest::newRow("none") << "!>СИГНАЛ ABS\n" << false;
+    row("OCC", "!>СИГНАЛ OCC\n", true);
+    row("DER", "!>СИГНАЛ DER\n", true);
+    row("NC", "!>СИГНАЛ NC\n", true);
+    row("NP", "!>СИГНАЛ NP\n", true);
+    row("none", "!>СИГНАЛ ABS\n", false);
 }
 
 void TestSkkSwitch::refusalEndsTheAutomaticCall()

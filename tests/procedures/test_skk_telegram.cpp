@@ -3,6 +3,7 @@
 #include "records/file_attr.h"
 #include "tests/procedures/skk_desk.h"
 #include "tests/support/full_disk.h"
+#include "tests/support/row.h"
 
 #include <QDir>
 #include <QFile>
@@ -165,8 +166,8 @@ void TestSkkTelegram::counterIsNeitherSavedNorWrapped()
 void TestSkkTelegram::newMark_data()
 {
     QTest::addColumn<bool>("marked");
-    QTest::newRow("marked") << true;
-    QTest::newRow("not marked") << false;
+    row("marked", true);
+    row("not marked", false);
 }
 
 void TestSkkTelegram::newMark()
@@ -243,9 +244,9 @@ void TestSkkTelegram::isPartOfTheTranscriptToo()
 void TestSkkTelegram::rejectionEndsTheConnection_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::newRow("plain") << "ЗЦЗЦ ПРОВЕРЬТЕ СВОЙ АВТООТВЕТ НННН  ";
-    QTest::newRow("with register marks") << "ЗЦЗЦ |ПРОВЕРЬТЕ#| СВОЙ &|АВТООТВЕТ| НННН  ";
-    QTest::newRow("with line marks") << "ЗЦЗЦ ПРОВЕРЬТЕ<> СВОЙ АВТООТВЕТ НННН  ";
+    row("plain", "ЗЦЗЦ ПРОВЕРЬТЕ СВОЙ АВТООТВЕТ НННН  ");
+    row("with register marks", "ЗЦЗЦ |ПРОВЕРЬТЕ#| СВОЙ &|АВТООТВЕТ| НННН  ");
+    row("with line marks", "ЗЦЗЦ ПРОВЕРЬТЕ<> СВОЙ АВТООТВЕТ НННН  ");
 }
 
 void TestSkkTelegram::rejectionEndsTheConnection()
@@ -270,10 +271,10 @@ void TestSkkTelegram::rejectionEndsTheConnection()
 void TestSkkTelegram::otherWordsAreATelegram_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::newRow("a word more") << "ЗЦЗЦ ПРОВЕРЬТЕ СВОЙ АВТООТВЕТ ДА НННН  ";
-    QTest::newRow("a blank more") << "ЗЦЗЦ ПРОВЕРЬТЕ СВОЙ  АВТООТВЕТ НННН  ";
-    QTest::newRow("a blank less") << "ЗЦЗЦ ПРОВЕРЬТЕ СВОЙ АВТООТВЕТНННН  ";
-    QTest::newRow("line end inside") << "ЗЦЗЦ ПРОВЕРЬТЕ СВОЙ АВТООТВЕТ\r\n НННН  ";
+    row("a word more", "ЗЦЗЦ ПРОВЕРЬТЕ СВОЙ АВТООТВЕТ ДА НННН  ");
+    row("a blank more", "ЗЦЗЦ ПРОВЕРЬТЕ СВОЙ  АВТООТВЕТ НННН  ");
+    row("a blank less", "ЗЦЗЦ ПРОВЕРЬТЕ СВОЙ АВТООТВЕТНННН  ");
+    row("line end inside", "ЗЦЗЦ ПРОВЕРЬТЕ СВОЙ АВТООТВЕТ\r\n НННН  ");
 }
 
 void TestSkkTelegram::otherWordsAreATelegram()

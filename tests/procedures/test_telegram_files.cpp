@@ -1,5 +1,6 @@
 #include "procedures/telegram_files.h"
 #include "tests/records/special_files.h"
+#include "tests/support/row.h"
 
 /// Which queue files are read, and how far.
 class TestTelegramFiles : public QObject
@@ -24,9 +25,9 @@ constexpr int Greatest = 16777216; // characters
 void letters()
 {
     QTest::addColumn<QString>("letter");
-    QTest::newRow("of one byte") << QStringLiteral("A");
-    QTest::newRow("of two") << QStringLiteral("Я");
-    QTest::newRow("of three") << QStringLiteral("₽");
+    row("of one byte", QStringLiteral("A"));
+    row("of two", QStringLiteral("Я"));
+    row("of three", QStringLiteral("₽"));
 }
 } // namespace
 

@@ -2,6 +2,7 @@
 
 #include "records/protocol.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 
 #include <QFile>
 #include <QtTest>
@@ -35,8 +36,8 @@ inline void writeFromOutside(const Desk &desk, const QByteArray &content)
 inline void twoModes()
 {
     QTest::addColumn<bool>("keepOpen");
-    QTest::newRow("closed after each save") << false;
-    QTest::newRow("kept open") << true;
+    row("closed after each save", false);
+    row("kept open", true);
 }
 
 /// A save after which the file must be complete in either mode.

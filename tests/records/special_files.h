@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 
 #include <QDir>
 #include <QFile>
@@ -15,10 +16,10 @@ Q_DECLARE_METATYPE(SpecialFile)
 inline void specialFiles()
 {
     QTest::addColumn<SpecialFile>("kind");
-    QTest::newRow("a FIFO") << SpecialFile::Fifo;
-    QTest::newRow("a link to a FIFO") << SpecialFile::LinkToFifo;
-    QTest::newRow("a link to a device") << SpecialFile::LinkToDevice;
-    QTest::newRow("a directory") << SpecialFile::Directory;
+    row("a FIFO", SpecialFile::Fifo);
+    row("a link to a FIFO", SpecialFile::LinkToFifo);
+    row("a link to a device", SpecialFile::LinkToDevice);
+    row("a directory", SpecialFile::Directory);
 }
 
 inline void makeFifo(const QString &path)

@@ -1,5 +1,6 @@
 #include "records/file_attr.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 
 #include <QDir>
 #include <QFile>
@@ -75,10 +76,10 @@ void TestFileAttr::carriers()
 {
     QTest::addColumn<bool>("refuse");
     QTest::addColumn<QString>("name");
-    QTest::newRow("attribute") << false << text("inp/20260731u001");
-    QTest::newRow("attribute, Cyrillic name") << false << text("inp/20260731с001");
-    QTest::newRow("hidden file") << true << text("inp/20260731u001");
-    QTest::newRow("hidden file, Cyrillic name") << true << text("inp/20260731с001");
+    row("attribute", false, text("inp/20260731u001"));
+    row("attribute, Cyrillic name", false, text("inp/20260731с001"));
+    row("hidden file", true, text("inp/20260731u001"));
+    row("hidden file, Cyrillic name", true, text("inp/20260731с001"));
 }
 
 void TestFileAttr::fileThatNobodyMarkedIsNotNew()

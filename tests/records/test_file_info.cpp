@@ -2,6 +2,7 @@
 #include "records/file_info.h"
 #include "tests/records/file_size_limit.h"
 #include "tests/records/special_files.h"
+#include "tests/support/row.h"
 
 namespace
 {
@@ -59,19 +60,19 @@ void TestFileInfo::saveWritesOneLine_data()
 {
     QTest::addColumn<CFileInfo>("info");
     QTest::addColumn<QByteArray>("line");
-    QTest::newRow("empty record") << CFileInfo() << QByteArray("|S||u|0|N|");
-    QTest::newRow("every field") << filled() << QByteArray("1234567|C|01.08.2026 09:05|u|3|B|НЕТ ОТВЕТА");
+    row("empty record", CFileInfo(), QByteArray("|S||u|0|N|"));
+    row("every field", filled(), QByteArray("1234567|C|01.08.2026 09:05|u|3|B|НЕТ ОТВЕТА"));
     CFileInfo info = filled();
     info.qFlag = true;
-    QTest::newRow("qFlag") << info << QByteArray("1234567|C|01.08.2026 09:05|q|3|B|НЕТ ОТВЕТА");
+    row("qFlag", info, QByteArray("1234567|C|01.08.2026 09:05|q|3|B|НЕТ ОТВЕТА"));
     info = filled();
     info.toCKS = false;
     info.bad = false;
     info.trys = -1;
     info.resultText.clear();
-    QTest::newRow("to a subscriber") << info << QByteArray("1234567|S|01.08.2026 09:05|u|-1|N|");
+    row("to a subscriber", info, QByteArray("1234567|S|01.08.2026 09:05|u|-1|N|"));
     info.resultText = "a|b";
-    QTest::newRow("separator in the text") << info << QByteArray("1234567|S|01.08.2026 09:05|u|-1|N|a|b");
+    row("separator in the text", info, QByteArray("1234567|S|01.08.2026 09:05|u|-1|N|a|b"));
 }
 
 void TestFileInfo::saveWritesOneLine()
@@ -153,26 +154,25 @@ void TestFileInfo::loadReadsTheFields_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<CFileInfo>("expected");
-    QTest::newRow("every field") << QByteArray("1234567|C|01.08.2026 09:05|u|3|B|НЕТ ОТВЕТА") << filled();
-    QTest::newRow("line feed at the end")
-        << QByteArray("1234567|C|01.08.2026 09:05|u|3|B|НЕТ ОТВЕТА\r\n") << filled();
-    QTest::newRow("first line alone")
-        << QByteArray("1234567|C|01.08.2026 09:05|u|3|B|НЕТ ОТВЕТА\nсовсем|другое") << filled();
+    row("every field", QByteArray("1234567|C|01.08.2026 09:05|u|3|B|НЕТ ОТВЕТА"), filled());
+    row("line feed at the end", QByteArray("1234567|C|01.08.2026 09:05|u|3|B|НЕТ ОТВЕТА\r\n"), filled());
+    row("first line alone", QByteArray("1234567|C|01.08.2026 09:05|u|3|B|НЕТ ОТВЕТА\nсовсем|другое"),
+        filled());
     CFileInfo info = filled();
     info.toCKS = false;
-    QTest::newRow("S") << QByteArray("1234567|S|01.08.2026 09:05|u|3|B|НЕТ ОТВЕТА") << info;
-    QTest::newRow("neither C nor S") << QByteArray("1234567|c|01.08.2026 09:05|u|3|B|НЕТ ОТВЕТА") << info;
+    row("S", QByteArray("1234567|S|01.08.2026 09:05|u|3|B|НЕТ ОТВЕТА"), info);
+    row("neither C nor S", QByteArray("1234567|c|01.08.2026 09:05|u|3|B|НЕТ ОТВЕТА"), info);
     info.bad = false;
-    QTest::newRow("N") << QByteArray("1234567|S|01.08.2026 09:05|u|3|N|НЕТ ОТВЕТА") << info;
-    QTest::newRow("neither B nor N") << QByteArray("1234567|S|01.08.2026 09:05|u|3|b|НЕТ ОТВЕТА") << info;
+    row("N", QByteArray("1234567|S|01.08.2026 09:05|u|3|N|НЕТ ОТВЕТА"), info);
+    row("neither B nor N", QByteArray("1234567|S|01.08.2026 09:05|u|3|b|НЕТ ОТВЕТА"), info);
     info.resultText.clear();
-    QTest::newRow("six fields") << QByteArray("1234567|S|01.08.2026 09:05|u|3|N") << info;
-    QTest::newRow("empty text") << QByteArray("1234567|S|01.08.2026 09:05|u|3|N|") << info;
+    row("six fields", QByteArray("1234567|S|01.08.2026 09:05|u|3|N"), info);
+    row("empty text", QByteArray("1234567|S|01.08.2026 09:05|u|3|N|"), info);
     info.trys = 0;
-    QTest::newRow("tries that are no number") << QByteArray("1234567|S|01.08.2026 09:05|u|x|N|") << info;
+    row("tries that are no number", QByteArray("1234567|S|01.08.2026 09:05|u|x|N|"), info);
     info.sendTime = QDateTime();
-    QTest::newRow("time that is none") << QByteArray("1234567|S|32.08.2026 09:05|u|0|N|") << info;
-    QTest::newRow("empty time") << QByteArray("1234567|S||u|0|N|") << info;
+    row("time that is none", QByteArray("1234567|S|32.08.2026 09:05|u|0|N|"), info);
+    row("empty time", QByteArray("1234567|S||u|0|N|"), info);
 }
 
 void TestFileInfo::loadReadsTheFields()
@@ -230,13 +230,13 @@ void TestFileInfo::tornAndForeignRecordsLoad_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("number");
-    QTest::newRow("empty") << QByteArray() << QString();
-    QTest::newRow("one field") << QByteArray("123") << QString("123");
-    QTest::newRow("torn within the time") << QByteArray("123|C|01.08.20") << QString("123");
-    QTest::newRow("zeros") << QByteArray(100, '\0') << QString();
-    QTest::newRow("text behind a zero") << QByteArray("12\0003|S||u|5|B|", 15) << QString("12");
-    QTest::newRow("not UTF-8") << QByteArray("\xFF") << QString(QChar(0xFFFD));
-    QTest::newRow("a megabyte without an end") << QByteArray(3 << 20, '|') << QString();
+    row("empty", QByteArray(), QString());
+    row("one field", QByteArray("123"), QString("123"));
+    row("torn within the time", QByteArray("123|C|01.08.20"), QString("123"));
+    row("zeros", QByteArray(100, '\0'), QString());
+    row("text behind a zero", QByteArray("12\0003|S||u|5|B|", 15), QString("12"));
+    row("not UTF-8", QByteArray("\xFF"), QString(QChar(0xFFFD)));
+    row("a megabyte without an end", QByteArray(3 << 20, '|'), QString());
 }
 
 void TestFileInfo::tornAndForeignRecordsLoad()

@@ -1,4 +1,5 @@
 #include "records/journal_lines.h"
+#include "tests/support/row.h"
 #include "text/scan_position.h"
 
 #include <QtTest>
@@ -34,8 +35,8 @@ void TestJournalLines::growthLeavesPositions()
 void TestJournalLines::exchangeOfAnyLineEndsThem_data()
 {
     QTest::addColumn<int>("line");
-    QTest::newRow("first") << 0;
-    QTest::newRow("last") << 2;
+    row("first", 0);
+    row("last", 2);
 }
 
 void TestJournalLines::exchangeOfAnyLineEndsThem()

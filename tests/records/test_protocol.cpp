@@ -1,6 +1,7 @@
 #include "app/clock.h"
 #include "records/protocol.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -101,11 +102,11 @@ void TestProtocol::eachTypeMarksItsText_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<int>("code");
-    QTest::newRow("received") << int(ProtocolReceived) << 1;
-    QTest::newRow("sent") << int(ProtocolSent) << 2;
-    QTest::newRow("information") << int(ProtocolInfo) << 3;
-    QTest::newRow("error") << int(ProtocolError) << 4;
-    QTest::newRow("reserved") << int(ProtocolOther) << 5;
+    row("received", int(ProtocolReceived), 1);
+    row("sent", int(ProtocolSent), 2);
+    row("information", int(ProtocolInfo), 3);
+    row("error", int(ProtocolError), 4);
+    row("reserved", int(ProtocolOther), 5);
 }
 
 void TestProtocol::eachTypeMarksItsText()
@@ -149,10 +150,10 @@ void TestProtocol::controlCharacterBelow10IsTakenForAMark_data()
 {
     QTest::addColumn<int>("code");
     QTest::addColumn<QString>("line");
-    QTest::newRow("0, under which any type differs") << 0 << "\1A" + QString(QChar(0)) + "\1B";
-    QTest::newRow("9, the last that counts") << 9 << "\1A\x09\1B";
-    QTest::newRow("11, the first that does not and is no line feed") << 11 << "\1A\x0B" + text("B");
-    QTest::newRow("1, the type itself") << 1 << "\1A\1" + text("B");
+    row("0, under which any type differs", 0, "\1A" + QString(QChar(0)) + "\1B");
+    row("9, the last that counts", 9, "\1A\x09\1B");
+    row("11, the first that does not and is no line feed", 11, "\1A\x0B" + text("B"));
+    row("1, the type itself", 1, "\1A\1" + text("B"));
 }
 
 void TestProtocol::controlCharacterBelow10IsTakenForAMark()
@@ -242,12 +243,12 @@ void TestProtocol::listAlteredFromOutsideIsReadAnew_data()
 {
     QTest::addColumn<QStringList>("outside");
     QTest::addColumn<QStringList>("expected");
-    QTest::newRow("cleared") << QStringList() << list({"\1X"});
-    QTest::newRow("last line of the same length and another type") << list({"\2AB"}) << list({"\2AB\1X"});
-    QTest::newRow("last line longer") << list({"\2ABCD"}) << list({"\2ABCD\1X"});
-    QTest::newRow("more lines") << list({"\2AB", "\1A"}) << list({"\2AB", "\1AX"});
-    QTest::newRow("line without a mark") << list({"ABC"}) << list({"ABC\1X"});
-    QTest::newRow("line as wide as the limit allows") << list({"\1ABCDEF"}) << list({"\1ABCDEF", "\1X"});
+    row("cleared", QStringList(), list({"\1X"}));
+    row("last line of the same length and another type", list({"\2AB"}), list({"\2AB\1X"}));
+    row("last line longer", list({"\2ABCD"}), list({"\2ABCD\1X"}));
+    row("more lines", list({"\2AB", "\1A"}), list({"\2AB", "\1AX"}));
+    row("line without a mark", list({"ABC"}), list({"ABC\1X"}));
+    row("line as wide as the limit allows", list({"\1ABCDEF"}), list({"\1ABCDEF", "\1X"}));
 }
 
 void TestProtocol::listAlteredFromOutsideIsReadAnew()
@@ -279,8 +280,8 @@ void TestProtocol::millionCharactersInOneLineTakeLinearTime_data()
 {
     QTest::addColumn<int>("limit");
     QTest::addColumn<char>("character");
-    QTest::newRow("without a limit") << 0 << 'A';
-    QTest::newRow("characters that never reach the limit") << 69 << '|';
+    row("without a limit", 0, 'A');
+    row("characters that never reach the limit", 69, '|');
 }
 
 void TestProtocol::millionCharactersInOneLineTakeLinearTime()

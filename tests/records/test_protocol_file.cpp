@@ -1,6 +1,7 @@
 #include "app/clock.h"
 #include "app/options.h"
 #include "tests/records/journal_file.h"
+#include "tests/support/row.h"
 
 #include <random>
 
@@ -139,13 +140,13 @@ void TestProtocolFile::surrogatePairMayBeSplitByASave()
 void TestProtocolFile::listThatWasExchangedIsWrittenWhole_data()
 {
     QTest::addColumn<QStringList>("outside");
-    QTest::newRow("cleared") << QStringList();
-    QTest::newRow("another first line") << QStringList{"\1X", "\1BCD", "\1E"};
-    QTest::newRow("another line before the last") << QStringList{"\1A", "\1XYZ", "\1E"};
-    QTest::newRow("another last line") << QStringList{"\1A", "\1BCD", "\1X"};
-    QTest::newRow("one line") << QStringList{"\1A"};
-    QTest::newRow("one line more") << QStringList{"\1X", "\1BCD", "\1E", "\1F"};
-    QTest::newRow("nothing but the last line longer") << QStringList{"\1A", "\1BCD", "\1EF"};
+    row("cleared", QStringList());
+    row("another first line", QStringList{"\1X", "\1BCD", "\1E"});
+    row("another line before the last", QStringList{"\1A", "\1XYZ", "\1E"});
+    row("another last line", QStringList{"\1A", "\1BCD", "\1X"});
+    row("one line", QStringList{"\1A"});
+    row("one line more", QStringList{"\1X", "\1BCD", "\1E", "\1F"});
+    row("nothing but the last line longer", QStringList{"\1A", "\1BCD", "\1EF"});
 }
 
 void TestProtocolFile::listThatWasExchangedIsWrittenWhole()

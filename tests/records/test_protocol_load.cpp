@@ -1,5 +1,6 @@
 #include "app/options.h"
 #include "tests/records/journal_file.h"
+#include "tests/support/row.h"
 
 #include <QSignalSpy>
 
@@ -129,17 +130,15 @@ void TestProtocolLoad::loadTrimsItsLines_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QStringList>("lines");
-    QTest::newRow("empty file") << QByteArray("") << QStringList();
-    QTest::newRow("blank lines") << QByteArray("\n \n\1A\n\n\1B") << QStringList{"", "", "\1A", "", "\1B"};
-    QTest::newRow("white space at both ends") << QByteArray(" \1A B \t\r\n") << QStringList{"\1A B"};
-    QTest::newRow("white space within") << QByteArray("\1A  B \t C\n") << QStringList{"\1A  B \t C"};
-    QTest::newRow("a mark 9 is white space") << QByteArray("\tA\n") << QStringList{"A"};
-    QTest::newRow("up to the first zero byte")
-        << QByteArray("\1A\0B\n\1C\n\0\0", 10) << QStringList{"\1A", "\1C", ""};
-    QTest::newRow("not UTF-8") << QByteArray("\1A\xFF\n\1B\n")
-                               << QStringList{QString("\1A") + QChar(0xFFFD), "\1B"};
-    QTest::newRow("no line feed at the end") << QByteArray("\1A\n\1B") << QStringList{"\1A", "\1B"};
-    QTest::newRow("line feed at the end") << QByteArray("\1A\n\1B\n") << QStringList{"\1A", "\1B"};
+    row("empty file", QByteArray(""), QStringList());
+    row("blank lines", QByteArray("\n \n\1A\n\n\1B"), QStringList{"", "", "\1A", "", "\1B"});
+    row("white space at both ends", QByteArray(" \1A B \t\r\n"), QStringList{"\1A B"});
+    row("white space within", QByteArray("\1A  B \t C\n"), QStringList{"\1A  B \t C"});
+    row("a mark 9 is white space", QByteArray("\tA\n"), QStringList{"A"});
+    row("up to the first zero byte", QByteArray("\1A\0B\n\1C\n\0\0", 10), QStringList{"\1A", "\1C", ""});
+    row("not UTF-8", QByteArray("\1A\xFF\n\1B\n"), QStringList{QString("\1A") + QChar(0xFFFD), "\1B"});
+    row("no line feed at the end", QByteArray("\1A\n\1B"), QStringList{"\1A", "\1B"});
+    row("line feed at the end", QByteArray("\1A\n\1B\n"), QStringList{"\1A", "\1B"});
 }
 
 void TestProtocolLoad::loadTrimsItsLines()

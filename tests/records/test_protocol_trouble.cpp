@@ -1,6 +1,7 @@
 #include "app/options.h"
 #include "tests/records/file_size_limit.h"
 #include "tests/records/journal_file.h"
+#include "tests/support/row.h"
 
 #include <csignal>
 
@@ -245,14 +246,14 @@ void TestProtocolTrouble::tornAndForeignFilesLoad_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<int>("lines");
-    QTest::newRow("a megabyte of zeros") << QByteArray(1 << 20, '\0') << 1;
-    QTest::newRow("a megabyte of line feeds") << QByteArray(1 << 20, '\n') << (1 << 20);
-    QTest::newRow("a megabyte without a line feed") << QByteArray(1 << 20, '\xFF') << 1;
-    QTest::newRow("cut within a letter") << QByteArray("\1АБ").left(4) << 1;
+    row("a megabyte of zeros", QByteArray(1 << 20, '\0'), 1);
+    row("a megabyte of line feeds", QByteArray(1 << 20, '\n'), (1 << 20));
+    row("a megabyte without a line feed", QByteArray(1 << 20, '\xFF'), 1);
+    row("cut within a letter", QByteArray("\1АБ").left(4), 1);
     QByteArray every;
     for (int code = 0; code < 256; ++code)
         every += char(code);
-    QTest::newRow("every byte") << every << 2;
+    row("every byte", every, 2);
 }
 
 void TestProtocolTrouble::tornAndForeignFilesLoad()

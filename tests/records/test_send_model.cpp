@@ -1,6 +1,7 @@
 #include "app/options.h"
 #include "records/send_model.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>
@@ -71,12 +72,11 @@ void TestSendModel::tableHasABlockForEachProcedure_data()
     QTest::addColumn<QList<int>>("widths");
     QTest::addColumn<QStringList>("titles");
     const QStringList two{text("Файл"), "-"};
-    QTest::newRow("CKS") << 0 << 20 << QList<int>{17, 8} << two;
-    QTest::newRow("SKK") << 1 << 40 << QList<int>{17, 2, 9, 9, 16, 50}
-                         << QStringList{text("Файл"),         "-",
-                                        text("Абонент"),      text("Попыток"),
-                                        text("Время начала"), text("Информация")};
-    QTest::newRow("direct") << 2 << 20 << QList<int>{27, 8} << two;
+    row("CKS", 0, 20, QList<int>{17, 8}, two);
+    row("SKK", 1, 40, QList<int>{17, 2, 9, 9, 16, 50},
+        QStringList{text("Файл"), "-", text("Абонент"), text("Попыток"), text("Время начала"),
+                    text("Информация")});
+    row("direct", 2, 20, QList<int>{27, 8}, two);
 }
 
 void TestSendModel::tableHasABlockForEachProcedure()
@@ -144,12 +144,12 @@ void TestSendModel::cellsShowTheRecord_data()
 {
     QTest::addColumn<int>("column");
     QTest::addColumn<QVariant>("shown");
-    QTest::newRow("file") << 0 << QVariant("20260731u001");
-    QTest::newRow("dash") << 1 << QVariant();
-    QTest::newRow("number") << 2 << QVariant("1234567");
-    QTest::newRow("tries") << 3 << QVariant(2);
-    QTest::newRow("time") << 4 << QVariant("01.08.2026 09:05");
-    QTest::newRow("result") << 5 << QVariant(text("НЕТ ОТВЕТА"));
+    row("file", 0, QVariant("20260731u001"));
+    row("dash", 1, QVariant());
+    row("number", 2, QVariant("1234567"));
+    row("tries", 3, QVariant(2));
+    row("time", 4, QVariant("01.08.2026 09:05"));
+    row("result", 5, QVariant(text("НЕТ ОТВЕТА")));
 }
 
 void TestSendModel::cellsShowTheRecord()
@@ -272,9 +272,9 @@ void TestSendModel::updateReportsAllColumnsOfTheRow_data()
 {
     QTest::addColumn<int>("mode");
     QTest::addColumn<int>("lastColumn");
-    QTest::newRow("CKS") << 0 << 1;
-    QTest::newRow("SKK") << 1 << 5;
-    QTest::newRow("direct") << 2 << 1;
+    row("CKS", 0, 1);
+    row("SKK", 1, 5);
+    row("direct", 2, 1);
 }
 
 void TestSendModel::updateReportsAllColumnsOfTheRow()

@@ -1,5 +1,6 @@
 #include "app/clock.h"
 #include "tests/records/queue_desk.h"
+#include "tests/support/row.h"
 
 #include <QDir>
 #include <QFile>
@@ -10,8 +11,8 @@ namespace
 void proceduresWithRecords()
 {
     QTest::addColumn<int>("mode");
-    QTest::newRow("CKS") << 0;
-    QTest::newRow("SKK") << 1;
+    row("CKS", 0);
+    row("SKK", 1);
 }
 } // namespace
 
@@ -64,14 +65,14 @@ void TestSendQueue::masksAreListedInTheirOrder()
 void TestSendQueue::namesThatMatchNoMaskAreNotListed_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::newRow("one character short") << "20260731u01";
-    QTest::newRow("one character more") << "20260731u0011";
-    QTest::newRow("guaranteed transfer") << "20260731g001";
-    QTest::newRow("Latin c") << "20260731c001";
-    QTest::newRow("with a time") << "20260731u001.260731_120000";
-    QTest::newRow("side-car") << "20260731u001.dat";
-    QTest::newRow("side-car of no name") << ".dat";
-    QTest::newRow("mark too early") << "20260731u01.b1";
+    row("one character short", "20260731u01");
+    row("one character more", "20260731u0011");
+    row("guaranteed transfer", "20260731g001");
+    row("Latin c", "20260731c001");
+    row("with a time", "20260731u001.260731_120000");
+    row("side-car", "20260731u001.dat");
+    row("side-car of no name", ".dat");
+    row("mark too early", "20260731u01.b1");
 }
 
 void TestSendQueue::namesThatMatchNoMaskAreNotListed()
@@ -87,9 +88,9 @@ void TestSendQueue::fileWithLetterQIsNeverListed_data()
 {
     QTest::addColumn<int>("mode");
     QTest::addColumn<QString>("name");
-    QTest::newRow("CKS") << 0 << "20260731q001";
-    QTest::newRow("SKK") << 1 << "20260731q001";
-    QTest::newRow("direct") << 2 << "20260731q001.260731_120000";
+    row("CKS", 0, "20260731q001");
+    row("SKK", 1, "20260731q001");
+    row("direct", 2, "20260731q001.260731_120000");
 }
 
 void TestSendQueue::fileWithLetterQIsNeverListed()

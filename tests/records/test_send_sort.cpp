@@ -1,6 +1,7 @@
 #include "app/options.h"
 #include "records/send_model.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -8,7 +9,7 @@
 namespace
 {
 /// "name number tries minute", with "-" for no number and a "!" behind the name of a bad one.
-CTableViewModelItem_Send row(const QString &description)
+CTableViewModelItem_Send queueRow(const QString &description)
 {
     const QStringList words = description.split(' ');
     CTableViewModelItem_Send item;
@@ -35,7 +36,7 @@ QStringList sorted(int mode, const QStringList &rows)
     Options.processMode = mode;
     CTableViewModel_Send model;
     for (const QString &description : rows)
-        model.append(row(description));
+        model.append(queueRow(description));
     model.sortValues();
     return names(model);
 }
@@ -68,20 +69,19 @@ private slots:
 void TestSendSort::centreStandsFirstInCKS_data()
 {
     columns();
-    QTest::newRow("all tie") << QStringList{"a -", "b -", "c -"} << QStringList{"a", "b", "c"};
-    QTest::newRow("all to subscribers tie") << QStringList{"a 1", "b 2", "c 1"} << QStringList{"a", "b", "c"};
-    QTest::newRow("centre first, each group in its order")
-        << QStringList{"a 1", "b -", "c 2", "d -"} << QStringList{"b", "d", "a", "c"};
-    QTest::newRow("good ones first") << QStringList{"a! -", "b -", "c! -", "d -"}
-                                     << QStringList{"b", "d", "a!", "c!"};
-    QTest::newRow("bad ones alone tie") << QStringList{"a! -", "b! -"} << QStringList{"a!", "b!"};
-    QTest::newRow("bad to subscribers tie with good") << QStringList{"a! 1", "b 2"} << QStringList{"a!", "b"};
-    QTest::newRow("a good one to a subscriber passes a bad one to the centre")
-        << QStringList{"a! -", "b 1"} << QStringList{"b", "a!"};
-    QTest::newRow("a bad one to the centre passes one to a subscriber")
-        << QStringList{"a 1", "b! -"} << QStringList{"b!", "a"};
-    QTest::newRow("all kinds") << QStringList{"a! -", "b 1", "c -"} << QStringList{"c", "b", "a!"};
-    QTest::newRow("time has no say") << QStringList{"a - 1 9", "b - 1 2"} << QStringList{"a", "b"};
+    row("all tie", QStringList{"a -", "b -", "c -"}, QStringList{"a", "b", "c"});
+    row("all to subscribers tie", QStringList{"a 1", "b 2", "c 1"}, QStringList{"a", "b", "c"});
+    row("centre first, each group in its order", QStringList{"a 1", "b -", "c 2", "d -"},
+        QStringList{"b", "d", "a", "c"});
+    row("good ones first", QStringList{"a! -", "b -", "c! -", "d -"}, QStringList{"b", "d", "a!", "c!"});
+    row("bad ones alone tie", QStringList{"a! -", "b! -"}, QStringList{"a!", "b!"});
+    row("bad to subscribers tie with good", QStringList{"a! 1", "b 2"}, QStringList{"a!", "b"});
+    row("a good one to a subscriber passes a bad one to the centre", QStringList{"a! -", "b 1"},
+        QStringList{"b", "a!"});
+    row("a bad one to the centre passes one to a subscriber", QStringList{"a 1", "b! -"},
+        QStringList{"b!", "a"});
+    row("all kinds", QStringList{"a! -", "b 1", "c -"}, QStringList{"c", "b", "a!"});
+    row("time has no say", QStringList{"a - 1 9", "b - 1 2"}, QStringList{"a", "b"});
 }
 
 void TestSendSort::centreStandsFirstInCKS()
@@ -94,24 +94,21 @@ void TestSendSort::centreStandsFirstInCKS()
 void TestSendSort::subscribersStandFirstByTimeInSKK_data()
 {
     columns();
-    QTest::newRow("by time") << QStringList{"a 1 1 30", "b 1 1 10", "c 2 1 20"} << QStringList{"b", "c", "a"};
-    QTest::newRow("equal times keep their order")
-        << QStringList{"a 1 1 5", "b 2 1 5", "c 3 1 1", "d 4 1 5"} << QStringList{"c", "a", "b", "d"};
-    QTest::newRow("with a number before without")
-        << QStringList{"a - 1 1", "b 1 1 5", "c - 1 2", "d 2 1 3"} << QStringList{"d", "b", "a", "c"};
-    QTest::newRow("without numbers by time, too")
-        << QStringList{"a - 1 9", "b - 1 2"} << QStringList{"b", "a"};
-    QTest::newRow("no tries left gives way to a later time")
-        << QStringList{"a 1 0 1", "b 1 1 9"} << QStringList{"b", "a"};
-    QTest::newRow("the first with tries is moved at once, though an earlier one follows")
-        << QStringList{"a 1 0 1", "b 1 1 9", "c 1 1 2"} << QStringList{"b", "c", "a"};
-    QTest::newRow("no tries left, but earlier") << QStringList{"a 1 1 5", "b 1 0 1"} << QStringList{"b", "a"};
-    QTest::newRow("none has tries left") << QStringList{"a 1 0 5", "b 1 0 1"} << QStringList{"b", "a"};
-    QTest::newRow("one without a number is passed over, whatever its tries")
-        << QStringList{"a 1 0 5", "b - 3 1"} << QStringList{"a", "b"};
-    QTest::newRow("bad has no say") << QStringList{"a! 1 1 1", "b 1 1 2"} << QStringList{"a!", "b"};
-    QTest::newRow("a time that is none stands first")
-        << QStringList{"a 1 1 1", "b 1 1"} << QStringList{"b", "a"};
+    row("by time", QStringList{"a 1 1 30", "b 1 1 10", "c 2 1 20"}, QStringList{"b", "c", "a"});
+    row("equal times keep their order", QStringList{"a 1 1 5", "b 2 1 5", "c 3 1 1", "d 4 1 5"},
+        QStringList{"c", "a", "b", "d"});
+    row("with a number before without", QStringList{"a - 1 1", "b 1 1 5", "c - 1 2", "d 2 1 3"},
+        QStringList{"d", "b", "a", "c"});
+    row("without numbers by time, too", QStringList{"a - 1 9", "b - 1 2"}, QStringList{"b", "a"});
+    row("no tries left gives way to a later time", QStringList{"a 1 0 1", "b 1 1 9"}, QStringList{"b", "a"});
+    row("the first with tries is moved at once, though an earlier one follows",
+        QStringList{"a 1 0 1", "b 1 1 9", "c 1 1 2"}, QStringList{"b", "c", "a"});
+    row("no tries left, but earlier", QStringList{"a 1 1 5", "b 1 0 1"}, QStringList{"b", "a"});
+    row("none has tries left", QStringList{"a 1 0 5", "b 1 0 1"}, QStringList{"b", "a"});
+    row("one without a number is passed over, whatever its tries", QStringList{"a 1 0 5", "b - 3 1"},
+        QStringList{"a", "b"});
+    row("bad has no say", QStringList{"a! 1 1 1", "b 1 1 2"}, QStringList{"a!", "b"});
+    row("a time that is none stands first", QStringList{"a 1 1 1", "b 1 1"}, QStringList{"b", "a"});
 }
 
 void TestSendSort::subscribersStandFirstByTimeInSKK()
@@ -124,15 +121,13 @@ void TestSendSort::subscribersStandFirstByTimeInSKK()
 void TestSendSort::earliestTimeStandsFirstOnTheDirectLink_data()
 {
     columns();
-    QTest::newRow("by time") << QStringList{"a - 0 30", "b - 0 10", "c - 0 20"} << QStringList{"b", "c", "a"};
-    QTest::newRow("equal times keep their order")
-        << QStringList{"a - 0 5", "b - 0 5", "c - 0 1", "d - 0 5"} << QStringList{"c", "a", "b", "d"};
-    QTest::newRow("neither number nor tries nor bad have a say")
-        << QStringList{"a! - 0 2", "b 1 3 1", "c - 1 3"} << QStringList{"b", "a!", "c"};
-    QTest::newRow("a time that is none stands first")
-        << QStringList{"a - 0 1", "b - 0"} << QStringList{"b", "a"};
-    QTest::newRow("reversed") << QStringList{"d - 0 4", "c - 0 3", "b - 0 2", "a - 0 1"}
-                              << QStringList{"a", "b", "c", "d"};
+    row("by time", QStringList{"a - 0 30", "b - 0 10", "c - 0 20"}, QStringList{"b", "c", "a"});
+    row("equal times keep their order", QStringList{"a - 0 5", "b - 0 5", "c - 0 1", "d - 0 5"},
+        QStringList{"c", "a", "b", "d"});
+    row("neither number nor tries nor bad have a say", QStringList{"a! - 0 2", "b 1 3 1", "c - 1 3"},
+        QStringList{"b", "a!", "c"});
+    row("a time that is none stands first", QStringList{"a - 0 1", "b - 0"}, QStringList{"b", "a"});
+    row("reversed", QStringList{"d - 0 4", "c - 0 3", "b - 0 2", "a - 0 1"}, QStringList{"a", "b", "c", "d"});
 }
 
 void TestSendSort::earliestTimeStandsFirstOnTheDirectLink()
@@ -153,7 +148,7 @@ void TestSendSort::sortedRowsAreNotMoved()
     Options.processMode = 2;
     CTableViewModel_Send model;
     for (const char *description : {"a - 0 1", "b - 0 1", "c - 0 2"})
-        model.append(row(description));
+        model.append(queueRow(description));
     QSignalSpy moved(&model, &QAbstractItemModel::rowsMoved);
     model.sortValues();
     QCOMPARE(moved.count(), 0);
@@ -165,7 +160,7 @@ void TestSendSort::movedRowKeepsItsSelection()
     Options.processMode = 2;
     CTableViewModel_Send model;
     for (const char *description : {"a - 0 3", "b - 0 2", "c - 0 1"})
-        model.append(row(description));
+        model.append(queueRow(description));
     const QPersistentModelIndex b(model.index(1, 0));
     const QPersistentModelIndex c(model.index(2, 0));
     model.sortValues();

@@ -2,6 +2,7 @@
 #include "records/file_attr.h"
 #include "records/protocol.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 #include "text/utils.h"
 
 #include <QDir>
@@ -124,10 +125,10 @@ void TestUtilsFiles::renameMarksOnlyIfAsked_data()
 {
     QTest::addColumn<bool>("mark");
     QTest::addColumn<bool>("directoryThere");
-    QTest::newRow("marked") << true << true;
-    QTest::newRow("not marked") << false << true;
-    QTest::newRow("marked, on the second try") << true << false;
-    QTest::newRow("not marked, on the second try") << false << false;
+    row("marked", true, true);
+    row("not marked", false, true);
+    row("marked, on the second try", true, false);
+    row("not marked, on the second try", false, false);
 }
 
 void TestUtilsFiles::renameMarksOnlyIfAsked()
@@ -275,20 +276,13 @@ void TestUtilsFiles::pathBelowTheDataDirectoryLosesIt_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("expected");
-    QTest::newRow("below") << "/data/velda/sound/a.wav"
-                           << "sound/a.wav";
-    QTest::newRow("itself") << "/data/velda/"
-                            << "";
-    QTest::newRow("beside") << "/data/velda2/a.wav"
-                            << "/data/velda2/a.wav";
-    QTest::newRow("elsewhere") << "/other/a.wav"
-                               << "/other/a.wav";
-    QTest::newRow("already relative") << "sound/a.wav"
-                                      << "sound/a.wav";
-    QTest::newRow("within another path") << "/mnt/data/velda/a"
-                                         << "/mnt/data/velda/a";
-    QTest::newRow("empty") << ""
-                           << "";
+    row("below", "/data/velda/sound/a.wav", "sound/a.wav");
+    row("itself", "/data/velda/", "");
+    row("beside", "/data/velda2/a.wav", "/data/velda2/a.wav");
+    row("elsewhere", "/other/a.wav", "/other/a.wav");
+    row("already relative", "sound/a.wav", "sound/a.wav");
+    row("within another path", "/mnt/data/velda/a", "/mnt/data/velda/a");
+    row("empty", "", "");
 }
 
 void TestUtilsFiles::pathBelowTheDataDirectoryLosesIt()

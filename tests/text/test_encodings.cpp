@@ -1,3 +1,4 @@
+#include "tests/support/row.h"
 #include "tests/text/language.h"
 #include "text/encodings.h"
 
@@ -147,18 +148,18 @@ void TestEncodings::corvaUpperHalf_data()
     QTest::addColumn<QString>("fromE0");
     QTest::addColumn<QString>("fromF0");
     const QString ap = characterRange(0x0410, 0x041F), rya = characterRange(0x0420, 0x042F);
-    QTest::newRow("none") << 0 << ap << rya << QString(16, u' ');
-    QTest::newRow("Tatar") << 1 << ap << rya << characterRange(0x0430, 0x043F);
+    row("none", 0, ap, rya, QString(16, u' '));
+    row("Tatar", 1, ap, rya, characterRange(0x0430, 0x043F));
     // Byte by byte; a dot stands for the space of a byte without a letter.
-    QTest::newRow("Georgian") << 2 << QString::fromUtf8(".აბგდ.ევზთიკლმ.ნ").replace(u'.', u' ')
-                              << QString::fromUtf8("..ო.პ.ჟრსტუფქღყშ").replace(u'.', u' ')
-                              << QString::fromUtf8("ჩცძწჭხჯჰ........").replace(u'.', u' ');
-    QTest::newRow("Armenian") << 4 << QString::fromUtf8(".ԱԲԳԴ.ԵԶԷԸԹԺԻԼ.Խ").replace(u'.', u' ')
-                              << QString::fromUtf8("..Ծ.Կ.ՀՁՂՃՄՅՆՇՈՉ").replace(u'.', u' ')
-                              << QString::fromUtf8("ՊՋՌՍՎՏՐՑՒՓ..ՔՕՖ.").replace(u'.', u' ');
-    QTest::newRow("not offered 3") << 3 << QString() << QString() << QString();
-    QTest::newRow("behind the last") << 5 << QString() << QString() << QString();
-    QTest::newRow("below the first") << -1 << QString() << QString() << QString();
+    row("Georgian", 2, QString::fromUtf8(".აბგდ.ევზთიკლმ.ნ").replace(u'.', u' '),
+        QString::fromUtf8("..ო.პ.ჟრსტუფქღყშ").replace(u'.', u' '),
+        QString::fromUtf8("ჩცძწჭხჯჰ........").replace(u'.', u' '));
+    row("Armenian", 4, QString::fromUtf8(".ԱԲԳԴ.ԵԶԷԸԹԺԻԼ.Խ").replace(u'.', u' '),
+        QString::fromUtf8("..Ծ.Կ.ՀՁՂՃՄՅՆՇՈՉ").replace(u'.', u' '),
+        QString::fromUtf8("ՊՋՌՍՎՏՐՑՒՓ..ՔՕՖ.").replace(u'.', u' '));
+    row("not offered 3", 3, QString(), QString(), QString());
+    row("behind the last", 5, QString(), QString(), QString());
+    row("below the first", -1, QString(), QString(), QString());
 }
 
 void TestEncodings::corvaUpperHalf()

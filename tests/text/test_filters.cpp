@@ -1,3 +1,4 @@
+#include "tests/support/row.h"
 #include "tests/text/language.h"
 #include "text/filters.h"
 
@@ -66,14 +67,12 @@ void TestFilters::everyFilterTreatsTheSignsOfItsRow_data()
 {
     QTest::addColumn<Filter>("filter");
     QTest::addColumn<QString>("left");
-    QTest::newRow("line") << Filter(QStringClearNonMTK2) << QStringLiteral("АBCDEFGH");
-    QTest::newRow("return kept, line feed made")
-        << Filter(QStringClearNonMTK2SkipCRConverNL) << QStringLiteral("А<B\nCDEFGH");
-    QTest::newRow("line feed made, editor's signs kept")
-        << Filter(convertAndSkip) << QStringLiteral("А<B\nC[DE{F}G$H");
-    QTest::newRow("visible line ends kept")
-        << Filter(QStringClearNonMTK2SkipCRNL) << QStringLiteral("А<B>CDEFGH");
-    QTest::newRow("editor field") << Filter(QStringClearForEditorNonMTK2) << QStringLiteral("А<B>C[DE{F}G$H");
+    row("line", Filter(QStringClearNonMTK2), QStringLiteral("АBCDEFGH"));
+    row("return kept, line feed made", Filter(QStringClearNonMTK2SkipCRConverNL),
+        QStringLiteral("А<B\nCDEFGH"));
+    row("line feed made, editor's signs kept", Filter(convertAndSkip), QStringLiteral("А<B\nC[DE{F}G$H"));
+    row("visible line ends kept", Filter(QStringClearNonMTK2SkipCRNL), QStringLiteral("А<B>CDEFGH"));
+    row("editor field", Filter(QStringClearForEditorNonMTK2), QStringLiteral("А<B>C[DE{F}G$H"));
 }
 
 void TestFilters::everyFilterTreatsTheSignsOfItsRow()
@@ -157,21 +156,21 @@ void TestFilters::everySignIsSpelledOut_data()
 {
     QTest::addColumn<QString>("sign");
     QTest::addColumn<QString>("spelling");
-    QTest::newRow("hard sign") << QStringLiteral("Ъ") << QStringLiteral("Ь");
-    QTest::newRow("small hard sign") << QStringLiteral("ъ") << QStringLiteral("Ь");
-    QTest::newRow("yo") << QStringLiteral("Ё") << QStringLiteral("Е");
-    QTest::newRow("small yo") << QStringLiteral("ё") << QStringLiteral("Е");
-    QTest::newRow("che") << QStringLiteral("Ч") << QStringLiteral("4");
-    QTest::newRow("small che") << QStringLiteral("ч") << QStringLiteral("4");
-    QTest::newRow("backslash") << QStringLiteral("\\") << QStringLiteral("/");
-    QTest::newRow("exclamation") << QStringLiteral("!") << QStringLiteral(" ВОСКЛИЦАТЕЛЬНЫЙ ЗНАК ");
-    QTest::newRow("euro") << QStringLiteral("€") << QStringLiteral(" ЕВРО ");
-    QTest::newRow("percent") << QStringLiteral("%") << QStringLiteral(" ПРОЦЕНТЫ ");
-    QTest::newRow("star") << QStringLiteral("*") << QStringLiteral(" ЗВЕЗДО4КА ");
-    QTest::newRow("semicolon") << QStringLiteral(";") << QStringLiteral(" ТОЧКА С ЗАПЯТОЙ ");
-    QTest::newRow("at, with a Latin A") << QStringLiteral("@") << QStringLiteral("(\x41)");
-    QTest::newRow("underscore") << QStringLiteral("_") << QStringLiteral(" НИЖНЕЕ ПОДЧЕРКИВАНИЕ ");
-    QTest::newRow("numero") << QStringLiteral("№") << QStringLiteral(" НОМЕР ");
+    row("hard sign", QStringLiteral("Ъ"), QStringLiteral("Ь"));
+    row("small hard sign", QStringLiteral("ъ"), QStringLiteral("Ь"));
+    row("yo", QStringLiteral("Ё"), QStringLiteral("Е"));
+    row("small yo", QStringLiteral("ё"), QStringLiteral("Е"));
+    row("che", QStringLiteral("Ч"), QStringLiteral("4"));
+    row("small che", QStringLiteral("ч"), QStringLiteral("4"));
+    row("backslash", QStringLiteral("\\"), QStringLiteral("/"));
+    row("exclamation", QStringLiteral("!"), QStringLiteral(" ВОСКЛИЦАТЕЛЬНЫЙ ЗНАК "));
+    row("euro", QStringLiteral("€"), QStringLiteral(" ЕВРО "));
+    row("percent", QStringLiteral("%"), QStringLiteral(" ПРОЦЕНТЫ "));
+    row("star", QStringLiteral("*"), QStringLiteral(" ЗВЕЗДО4КА "));
+    row("semicolon", QStringLiteral(";"), QStringLiteral(" ТОЧКА С ЗАПЯТОЙ "));
+    row("at, with a Latin A", QStringLiteral("@"), QStringLiteral("(\x41)"));
+    row("underscore", QStringLiteral("_"), QStringLiteral(" НИЖНЕЕ ПОДЧЕРКИВАНИЕ "));
+    row("numero", QStringLiteral("№"), QStringLiteral(" НОМЕР "));
 }
 
 void TestFilters::everySignIsSpelledOut()

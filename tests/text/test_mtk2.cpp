@@ -1,3 +1,4 @@
+#include "tests/support/row.h"
 #include "tests/text/code_points.h"
 #include "tests/text/language.h"
 
@@ -103,13 +104,13 @@ void TestMTK2::receivedCheIsNoLetter()
 void TestMTK2::characterWithoutCellWritesNothing_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::newRow("caret, though the filler cell holds it") << QStringLiteral("^");
-    QTest::newRow("exclamation mark") << QStringLiteral("!");
-    QTest::newRow("Ё") << QStringLiteral("Ё");
-    QTest::newRow("Ъ") << QStringLiteral("Ъ");
-    QTest::newRow("zero") << QString(QChar());
-    QTest::newRow("surrogates") << QString::fromUtf8("\xF0\x9F\x98\x80");
-    QTest::newRow("last of the plane") << QString(QChar(0xFFFF));
+    row("caret, though the filler cell holds it", QStringLiteral("^"));
+    row("exclamation mark", QStringLiteral("!"));
+    row("Ё", QStringLiteral("Ё"));
+    row("Ъ", QStringLiteral("Ъ"));
+    row("zero", QString(QChar()));
+    row("surrogates", QString::fromUtf8("\xF0\x9F\x98\x80"));
+    row("last of the plane", QString(QChar(0xFFFF)));
 }
 
 void TestMTK2::characterWithoutCellWritesNothing()
@@ -235,9 +236,9 @@ void TestMTK2::everyStreamComesBackIdentical()
 void TestMTK2::everyCharacterFollowsTheSearch_data()
 {
     QTest::addColumn<int>("table");
-    QTest::newRow("Russian") << 0;
-    QTest::newRow("Georgian") << 2;
-    QTest::newRow("Armenian") << 4;
+    row("Russian", 0);
+    row("Georgian", 2);
+    row("Armenian", 4);
 }
 
 void TestMTK2::everyCharacterFollowsTheSearch()

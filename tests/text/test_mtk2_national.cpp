@@ -1,3 +1,4 @@
+#include "tests/support/row.h"
 #include "tests/text/language.h"
 
 #include <QtTest>
@@ -117,12 +118,12 @@ void TestMTK2National::everyMaskGoesBothWays_data()
 {
     QTest::addColumn<ushort>("letter");
     QTest::addColumn<QString>("mask");
-    QTest::newRow("04D8") << ushort(0x04D8) << QStringLiteral("???");
-    QTest::newRow("04E8") << ushort(0x04E8) << QStringLiteral("(((");
-    QTest::newRow("04AE") << ushort(0x04AE) << QStringLiteral(")))");
-    QTest::newRow("0496") << ushort(0x0496) << QStringLiteral("///");
-    QTest::newRow("04A2") << ushort(0x04A2) << QStringLiteral(":::");
-    QTest::newRow("04BA") << ushort(0x04BA) << QStringLiteral("'''");
+    row("04D8", ushort(0x04D8), QStringLiteral("???"));
+    row("04E8", ushort(0x04E8), QStringLiteral("((("));
+    row("04AE", ushort(0x04AE), QStringLiteral(")))"));
+    row("0496", ushort(0x0496), QStringLiteral("///"));
+    row("04A2", ushort(0x04A2), QStringLiteral(":::"));
+    row("04BA", ushort(0x04BA), QStringLiteral("'''"));
 }
 
 void TestMTK2National::everyMaskGoesBothWays()

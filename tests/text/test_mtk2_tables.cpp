@@ -1,3 +1,4 @@
+#include "tests/support/row.h"
 #include "tests/text/code_points.h"
 #include "tests/text/language.h"
 
@@ -44,7 +45,7 @@ void TestMTK2Tables::everyCellHoldsItsCodePoint_data()
 {
     QTest::addColumn<int>("table");
     for (int i = 0; i < int(std::size(CodePoints::Tables)); ++i)
-        QTest::newRow(CodePoints::Tables[i].name) << i;
+        row(CodePoints::Tables[i].name, i);
 }
 
 void TestMTK2Tables::everyCellHoldsItsCodePoint()

@@ -1,3 +1,4 @@
+#include "tests/support/row.h"
 #include "text/growing_text.h"
 #include "text/scan_position.h"
 
@@ -53,12 +54,12 @@ void TestScanPosition::positionSurvivesAnAppend()
 void TestScanPosition::everyOtherChangeEndsIt_data()
 {
     QTest::addColumn<Change>("change");
-    QTest::newRow("head removed") << Change([](CGrowingText &text) { text.removeHead(1); });
-    QTest::newRow("more removed than there is") << Change([](CGrowingText &text) { text.removeHead(100); });
-    QTest::newRow("tail kept") << Change([](CGrowingText &text) { text.keepTail(3); });
-    QTest::newRow("cleared") << Change([](CGrowingText &text) { text.clear(); });
-    QTest::newRow("another text") << Change([](CGrowingText &text) { text = QStringLiteral("ДРУГОЙ"); });
-    QTest::newRow("an equal text") << Change([](CGrowingText &text) { text = QStringLiteral("ПЕРВЫЙ"); });
+    row("head removed", Change([](CGrowingText &text) { text.removeHead(1); }));
+    row("more removed than there is", Change([](CGrowingText &text) { text.removeHead(100); }));
+    row("tail kept", Change([](CGrowingText &text) { text.keepTail(3); }));
+    row("cleared", Change([](CGrowingText &text) { text.clear(); }));
+    row("another text", Change([](CGrowingText &text) { text = QStringLiteral("ДРУГОЙ"); }));
+    row("an equal text", Change([](CGrowingText &text) { text = QStringLiteral("ПЕРВЫЙ"); }));
 }
 
 void TestScanPosition::everyOtherChangeEndsIt()

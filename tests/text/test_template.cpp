@@ -1,3 +1,4 @@
+#include "tests/support/row.h"
 #include "tests/text/row_name.h"
 #include "text/utils.h"
 
@@ -294,9 +295,9 @@ void TestTemplate::unknownFieldsEndTheMatch_data()
     QTest::addColumn<QString>("format");
     for (const char *format :
          {"%", "%.", "%3", "%.3", "%x", "%a", "%S", "%123d", "%-3d", "%.%", "%3 ", "% ", "%\n"})
-        QTest::newRow(rowName(format).constData()) << QString::fromUtf8(format);
-    QTest::newRow("letter above U+00FF whose low byte is d") << QStringLiteral("%") + QChar(0x0164);
-    QTest::newRow("zero") << QStringLiteral("%") + QChar();
+        ::row(rowName(format).constData(), QString::fromUtf8(format));
+    ::row("letter above U+00FF whose low byte is d", QStringLiteral("%") + QChar(0x0164));
+    ::row("zero", QStringLiteral("%") + QChar());
 }
 
 void TestTemplate::unknownFieldsEndTheMatch()

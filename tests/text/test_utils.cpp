@@ -1,3 +1,4 @@
+#include "tests/support/row.h"
 #include "text/utils.h"
 
 #include <QtTest>
@@ -83,7 +84,7 @@ void TestUtils::fourBecomesCheOrStays_data()
     QTest::addColumn<QString>("received");
     QTest::addColumn<QString>("read");
     const auto row = [](const char *name, const char *received, const char *read) {
-        QTest::newRow(name) << QString::fromUtf8(received) << QString::fromUtf8(read);
+        ::row(name, QString::fromUtf8(received), QString::fromUtf8(read));
     };
     row("empty", "", "");
     row("marks are dropped", "|А#1&A|", "А1A");
@@ -131,7 +132,7 @@ void TestUtils::serviceIsLeftOut_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("left");
     const auto row = [](const char *name, const char *text, const char *left) {
-        QTest::newRow(name) << QString::fromUtf8(text) << QString::fromUtf8(left);
+        ::row(name, QString::fromUtf8(text), QString::fromUtf8(left));
     };
     row("no command", "|АБ#12", "|АБ#12");
     row("empty", "", "");
@@ -176,16 +177,16 @@ void TestUtils::startMarkIsTheEarlierOfTwo_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("position");
-    QTest::newRow("none") << QStringLiteral("АБ") << -1;
-    QTest::newRow("empty") << QString() << -1;
-    QTest::newRow("Cyrillic") << QStringLiteral("А ЗЦЗЦ 001") << 2;
-    QTest::newRow("Latin") << QStringLiteral("АБВ ZCZC 001") << 4;
-    QTest::newRow("at the start") << QStringLiteral("ZCZC ") << 0;
-    QTest::newRow("Cyrillic first") << QStringLiteral(".ЗЦЗЦ ZCZC ") << 1;
-    QTest::newRow("Latin first") << QStringLiteral("..ZCZC ЗЦЗЦ ") << 2;
-    QTest::newRow("small letters") << QStringLiteral("зцзц zczc ") << -1;
-    QTest::newRow("letters of both alphabets") << QStringLiteral("ЗCЗC ") << -1;
-    QTest::newRow("first without its space") << QStringLiteral("ЗЦЗЦЗЦЗЦ ") << 4;
+    row("none", QStringLiteral("АБ"), -1);
+    row("empty", QString(), -1);
+    row("Cyrillic", QStringLiteral("А ЗЦЗЦ 001"), 2);
+    row("Latin", QStringLiteral("АБВ ZCZC 001"), 4);
+    row("at the start", QStringLiteral("ZCZC "), 0);
+    row("Cyrillic first", QStringLiteral(".ЗЦЗЦ ZCZC "), 1);
+    row("Latin first", QStringLiteral("..ZCZC ЗЦЗЦ "), 2);
+    row("small letters", QStringLiteral("зцзц zczc "), -1);
+    row("letters of both alphabets", QStringLiteral("ЗCЗC "), -1);
+    row("first without its space", QStringLiteral("ЗЦЗЦЗЦЗЦ "), 4);
 }
 
 void TestUtils::startMarkIsTheEarlierOfTwo()
@@ -199,14 +200,14 @@ void TestUtils::endMarkIsTheEarlierOfTwo_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("position");
-    QTest::newRow("none") << QStringLiteral("АБ") << -1;
-    QTest::newRow("Cyrillic") << QStringLiteral("А НННН  ") << 2;
-    QTest::newRow("Latin") << QStringLiteral("АБ NNNN  ") << 3;
-    QTest::newRow("one space") << QStringLiteral("НННН NNNN ") << -1;
-    QTest::newRow("Cyrillic first") << QStringLiteral("НННН  NNNN  ") << 0;
-    QTest::newRow("Latin first") << QStringLiteral(".NNNN  НННН  ") << 1;
-    QTest::newRow("five letters") << QStringLiteral("ННННН  ") << 1;
-    QTest::newRow("small letters") << QStringLiteral("нннн  nnnn  ") << -1;
+    row("none", QStringLiteral("АБ"), -1);
+    row("Cyrillic", QStringLiteral("А НННН  "), 2);
+    row("Latin", QStringLiteral("АБ NNNN  "), 3);
+    row("one space", QStringLiteral("НННН NNNN "), -1);
+    row("Cyrillic first", QStringLiteral("НННН  NNNN  "), 0);
+    row("Latin first", QStringLiteral(".NNNN  НННН  "), 1);
+    row("five letters", QStringLiteral("ННННН  "), 1);
+    row("small letters", QStringLiteral("нннн  nnnn  "), -1);
 }
 
 void TestUtils::endMarkIsTheEarlierOfTwo()
@@ -221,17 +222,17 @@ void TestUtils::numbersHaveTheirLastDigits_data()
     QTest::addColumn<int>("n");
     QTest::addColumn<QString>("three");
     QTest::addColumn<QString>("two");
-    QTest::newRow("0") << 0 << QStringLiteral("000") << QStringLiteral("00");
-    QTest::newRow("5") << 5 << QStringLiteral("005") << QStringLiteral("05");
-    QTest::newRow("7") << 7 << QStringLiteral("007") << QStringLiteral("07");
-    QTest::newRow("99") << 99 << QStringLiteral("099") << QStringLiteral("99");
-    QTest::newRow("100") << 100 << QStringLiteral("100") << QStringLiteral("00");
-    QTest::newRow("999") << 999 << QStringLiteral("999") << QStringLiteral("99");
-    QTest::newRow("1000") << 1000 << QStringLiteral("000") << QStringLiteral("00");
-    QTest::newRow("1234") << 1234 << QStringLiteral("234") << QStringLiteral("34");
-    QTest::newRow("greatest") << 2147483647 << QStringLiteral("647") << QStringLiteral("47");
-    QTest::newRow("least") << int(-2147483647 - 1) << QStringLiteral("648") << QStringLiteral("48");
-    QTest::newRow("-7") << -7 << QStringLiteral("007") << QStringLiteral("07");
+    row("0", 0, QStringLiteral("000"), QStringLiteral("00"));
+    row("5", 5, QStringLiteral("005"), QStringLiteral("05"));
+    row("7", 7, QStringLiteral("007"), QStringLiteral("07"));
+    row("99", 99, QStringLiteral("099"), QStringLiteral("99"));
+    row("100", 100, QStringLiteral("100"), QStringLiteral("00"));
+    row("999", 999, QStringLiteral("999"), QStringLiteral("99"));
+    row("1000", 1000, QStringLiteral("000"), QStringLiteral("00"));
+    row("1234", 1234, QStringLiteral("234"), QStringLiteral("34"));
+    row("greatest", 2147483647, QStringLiteral("647"), QStringLiteral("47"));
+    row("least", int(-2147483647 - 1), QStringLiteral("648"), QStringLiteral("48"));
+    row("-7", -7, QStringLiteral("007"), QStringLiteral("07"));
 }
 
 void TestUtils::numbersHaveTheirLastDigits()

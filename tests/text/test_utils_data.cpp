@@ -1,3 +1,4 @@
+#include "tests/support/row.h"
 #include "tests/text/row_name.h"
 #include "text/utils.h"
 
@@ -59,7 +60,7 @@ void TestUtilsData::values_data()
     QTest::addColumn<QByteArray>("json");
     QTest::addColumn<QString>("value");
     const auto row = [](const char *json, const char *value) {
-        QTest::newRow(rowName(json).constData()) << QByteArray(json) << QString::fromUtf8(value);
+        ::row(rowName(json).constData(), QByteArray(json), QString::fromUtf8(value));
     };
     row("{key:12}", "12");
     row("{key:12,b:3}", "12");
@@ -107,29 +108,28 @@ void TestUtilsData::codePage_data()
 {
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<QString>("text");
-    QTest::newRow("empty") << QByteArray() << QString();
-    QTest::newRow("ASCII stays as it is") << QByteArray("abc 123\r\n") << QStringLiteral("abc 123\r\n");
-    QTest::newRow("UTF-8") << QByteArray("\xD0\x9F\xD1\x80\xD0\xB8") << QStringLiteral("При");
-    QTest::newRow("UTF-8 ends at a zero byte")
-        << QByteArray("\xD0\x90\x00\xD0\x91", 5) << QStringLiteral("А");
-    QTest::newRow("ASCII ends at a zero byte") << QByteArray("a\0b", 3) << QStringLiteral("a");
+    row("empty", QByteArray(), QString());
+    row("ASCII stays as it is", QByteArray("abc 123\r\n"), QStringLiteral("abc 123\r\n"));
+    row("UTF-8", QByteArray("\xD0\x9F\xD1\x80\xD0\xB8"), QStringLiteral("При"));
+    row("UTF-8 ends at a zero byte", QByteArray("\xD0\x90\x00\xD0\x91", 5), QStringLiteral("А"));
+    row("ASCII ends at a zero byte", QByteArray("a\0b", 3), QStringLiteral("a"));
     // П Р И в е т a
-    QTest::newRow("1251") << QByteArray("\xCF\xC8\xE2\xE5\xF2 a") << QStringLiteral("ПИВЕТ A");
-    QTest::newRow("1251, a zero byte inside")
-        << QByteArray("\xCF\x00\xE2", 3) << QStringLiteral("П") + QChar() + QChar(0x0412);
-    QTest::newRow("866") << QByteArray("\x8F\xE0\xA8\xA2\xA5\xE2 a") << QStringLiteral("ПРИВЕТ A");
-    QTest::newRow("866, all small") << QByteArray("\xAF\xA0\xE7\xEF") << QStringLiteral("ПАЧЯ");
+    row("1251", QByteArray("\xCF\xC8\xE2\xE5\xF2 a"), QStringLiteral("ПИВЕТ A"));
+    row("1251, a zero byte inside", QByteArray("\xCF\x00\xE2", 3),
+        QStringLiteral("П") + QChar() + QChar(0x0412));
+    row("866", QByteArray("\x8F\xE0\xA8\xA2\xA5\xE2 a"), QStringLiteral("ПРИВЕТ A"));
+    row("866, all small", QByteArray("\xAF\xA0\xE7\xEF"), QStringLiteral("ПАЧЯ"));
     // Two bytes against two: UTF-8 wins a draw. 0xCF is no letter of UTF-8 here, and decodes to its sign.
-    QTest::newRow("UTF-8 wins a draw with 1251") << QByteArray("\xD0\x90\xCF") << QStringLiteral("А\uFFFD");
-    QTest::newRow("UTF-8 wins a draw with 866") << QByteArray("\xD0\x90\x8F") << QStringLiteral("А\uFFFD");
-    QTest::newRow("UTF-8 loses by one to 1251") << QByteArray("\xD0\x90\xCF\xCF") << QStringLiteral("РђПП");
+    row("UTF-8 wins a draw with 1251", QByteArray("\xD0\x90\xCF"), QStringLiteral("А\uFFFD"));
+    row("UTF-8 wins a draw with 866", QByteArray("\xD0\x90\x8F"), QStringLiteral("А\uFFFD"));
+    row("UTF-8 loses by one to 1251", QByteArray("\xD0\x90\xCF\xCF"), QStringLiteral("РђПП"));
     // The byte behind 0xD0 is not looked at: it does not vote for 1251.
-    QTest::newRow("the second byte is unseen")
-        << QByteArray("\xD0\xCF\xD1\xCF\xCF\xCF") << QStringLiteral("\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD");
-    QTest::newRow("866 wins a draw with 1251") << QByteArray("\x8F\xCF") << QStringLiteral("П\u2567");
-    QTest::newRow("lone first byte at the end") << QByteArray("a\xD0") << QStringLiteral("a\uFFFD");
+    row("the second byte is unseen", QByteArray("\xD0\xCF\xD1\xCF\xCF\xCF"),
+        QStringLiteral("\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD"));
+    row("866 wins a draw with 1251", QByteArray("\x8F\xCF"), QStringLiteral("П\u2567"));
+    row("lone first byte at the end", QByteArray("a\xD0"), QStringLiteral("a\uFFFD"));
     // Bytes that vote for nothing: a text of them alone is taken for UTF-8.
-    QTest::newRow("no votes") << QByteArray("\xE0 \xB0") << QStringLiteral("\uFFFD \uFFFD");
+    row("no votes", QByteArray("\xE0 \xB0"), QStringLiteral("\uFFFD \uFFFD"));
 }
 
 void TestUtilsData::codePage()

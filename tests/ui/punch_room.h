@@ -4,6 +4,7 @@
 #include "link/prf_thread.h"
 #include "tests/support/desk.h"
 #include "tests/support/patience.h"
+#include "tests/support/row.h"
 #include "tools/linesim/perforator/perforator.h"
 
 #include <QApplication>
@@ -145,7 +146,7 @@ inline void addWaysToClose()
 {
     QTest::addColumn<QString>("way");
     for (const char *way : {"close", "cross", "Esc"})
-        QTest::newRow(way) << QString::fromLatin1(way);
+        row(way, QString::fromLatin1(way));
 }
 
 inline void closeBy(const QString &way, QDialog &dialog)

@@ -5,6 +5,7 @@
 #include "app/state.h"
 #include "procedures/process_cks.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 #include "ui/confirm_category_dialog.h"
 #include "ui/confirm_r_dialog.h"
 #include "ui/form_main.h"
@@ -102,10 +103,10 @@ void TestConfirmDialogs::confirmationGoesOutWithThreeDigits_data()
 {
     QTest::addColumn<int>("number");
     QTest::addColumn<QString>("line");
-    QTest::newRow("one digit") << 7 << "|ЗЦЗЦ КС Р007 ПРИН ИВАНОВА НННН  ";
-    QTest::newRow("two digits") << 70 << "|ЗЦЗЦ КС Р070 ПРИН ИВАНОВА НННН  ";
-    QTest::newRow("three digits") << 700 << "|ЗЦЗЦ КС Р700 ПРИН ИВАНОВА НННН  ";
-    QTest::newRow("four digits") << 7000 << "|ЗЦЗЦ КС Р7000 ПРИН ИВАНОВА НННН  ";
+    row("one digit", 7, "|ЗЦЗЦ КС Р007 ПРИН ИВАНОВА НННН  ");
+    row("two digits", 70, "|ЗЦЗЦ КС Р070 ПРИН ИВАНОВА НННН  ");
+    row("three digits", 700, "|ЗЦЗЦ КС Р700 ПРИН ИВАНОВА НННН  ");
+    row("four digits", 7000, "|ЗЦЗЦ КС Р7000 ПРИН ИВАНОВА НННН  ");
 }
 
 void TestConfirmDialogs::confirmationGoesOutWithThreeDigits()
@@ -254,9 +255,9 @@ void TestConfirmDialogs::soundsPlayByTheirTypes_data()
 {
     QTest::addColumn<int>("type");
     QTest::addColumn<bool>("plays");
-    QTest::newRow("silent") << 0 << false;
-    QTest::newRow("once") << 1 << true;
-    QTest::newRow("loop") << 2 << true;
+    row("silent", 0, false);
+    row("once", 1, true);
+    row("loop", 2, true);
 }
 
 void TestConfirmDialogs::soundsPlayByTheirTypes()

@@ -2,6 +2,7 @@
 
 #include "app/options.h"
 #include "tests/support/desk.h"
+#include "tests/support/row.h"
 #include "ui/abonent_number_dialog.h"
 #include "ui/about_dialog.h"
 #include "ui/confirm_category_dialog.h"
@@ -130,14 +131,14 @@ void addRows()
 {
     QTest::addColumn<int>("index");
     for (int i = 0; i < int(std::size(rows)); ++i)
-        QTest::newRow(rows[i].name) << i;
+        row(rows[i].name, i);
 }
 
 void addPlaces()
 {
     QTest::addColumn<int>("index");
     for (int i = 0; i < int(std::size(places)); ++i)
-        QTest::newRow(places[i].row) << i;
+        ::row(places[i].row, i);
 }
 } // namespace
 
@@ -191,10 +192,8 @@ void TestDialogFrames::countersAreToldApart_data()
 {
     QTest::addColumn<QString>("row");
     QTest::addColumn<QString>("title");
-    QTest::newRow("received") << "received"
-                              << "Принято телеграмм";
-    QTest::newRow("sent") << "sent"
-                          << "Передано телеграмм";
+    row("received", "received", "Принято телеграмм");
+    row("sent", "sent", "Передано телеграмм");
 }
 
 void TestDialogFrames::countersAreToldApart()

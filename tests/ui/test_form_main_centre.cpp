@@ -5,6 +5,7 @@
 #include "app/options.h"
 #include "app/state.h"
 #include "link/tlg_thread.h"
+#include "tests/support/row.h"
 #include "tests/ui/station.h"
 #include "ui/confirm_r_dialog.h"
 #include "ui/form_main.h"
@@ -51,8 +52,8 @@ void TestFormMainCentre::rowDoesNotGoAtTheFirstSecondOfTheQuietTime_data()
 {
     QTest::addColumn<QTime>("time");
     QTest::addColumn<bool>("goes");
-    QTest::newRow("23:55:59") << QTime(23, 55, 59) << true;
-    QTest::newRow("23:56:00") << QTime(23, 56, 0) << false;
+    row("23:55:59", QTime(23, 55, 59), true);
+    row("23:56:00", QTime(23, 56, 0), false);
 }
 
 void TestFormMainCentre::rowDoesNotGoAtTheFirstSecondOfTheQuietTime()

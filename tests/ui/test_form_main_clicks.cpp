@@ -1,5 +1,6 @@
 #include "app/options.h"
 #include "app/state.h"
+#include "tests/support/row.h"
 #include "tests/ui/station.h"
 #include "ui/form_main.h"
 
@@ -65,10 +66,10 @@ void TestFormMainClicks::counterIsEditedOnlyForACentreInManualMode_data()
     QTest::addColumn<int>("processMode");
     QTest::addColumn<bool>("manual");
     QTest::addColumn<bool>("opens");
-    QTest::newRow("CKS, manual") << CKS << true << true;
-    QTest::newRow("CKS, automatic") << CKS << false << false;
-    QTest::newRow("SKK, manual") << SKK << true << false;
-    QTest::newRow("direct, manual") << Direct << true << false;
+    row("CKS, manual", CKS, true, true);
+    row("CKS, automatic", CKS, false, false);
+    row("SKK, manual", SKK, true, false);
+    row("direct, manual", Direct, true, false);
 }
 
 void TestFormMainClicks::counterIsEditedOnlyForACentreInManualMode()
@@ -89,12 +90,10 @@ void TestFormMainClicks::editedCounterIsJournalledAndSaved_data()
     QTest::addColumn<QString>("title");
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("key");
-    QTest::newRow("in") << QByteArray("labelPKin") << "Принято телеграмм"
-                        << "312:00:00 Оператор изменил количество принятых телеграмм: 7 на 123"
-                        << "STATE/PK_in";
-    QTest::newRow("out") << QByteArray("labelPKout") << "Передано телеграмм"
-                         << "312:00:00 Оператор изменил количество переданых телеграмм 8 на 123"
-                         << "STATE/PK_out";
+    row("in", QByteArray("labelPKin"), "Принято телеграмм",
+        "312:00:00 Оператор изменил количество принятых телеграмм: 7 на 123", "STATE/PK_in");
+    row("out", QByteArray("labelPKout"), "Передано телеграмм",
+        "312:00:00 Оператор изменил количество переданых телеграмм 8 на 123", "STATE/PK_out");
 }
 
 void TestFormMainClicks::editedCounterIsJournalledAndSaved()
@@ -203,9 +202,9 @@ void TestFormMainClicks::operatorListIsShownOnlyIfUsed_data()
     QTest::addColumn<bool>("action");
     QTest::addColumn<bool>("combo");
     const QStringList two{QStringLiteral("ИВАНОВ"), QStringLiteral("ПЕТРОВ")};
-    QTest::newRow("unused") << false << two << false << false;
-    QTest::newRow("empty list") << true << QStringList() << true << false;
-    QTest::newRow("used") << true << two << true << true;
+    row("unused", false, two, false, false);
+    row("empty list", true, QStringList(), true, false);
+    row("used", true, two, true, true);
 }
 
 void TestFormMainClicks::operatorListIsShownOnlyIfUsed()
@@ -278,12 +277,12 @@ void TestFormMainClicks::editorRowsFollowTheForm_data()
 {
     QTest::addColumn<int>("form");
     QTest::addColumn<QString>("rows"); // heading, cash desk, from where, signature
-    QTest::newRow("message") << 0 << "----";
-    QTest::newRow("telegram") << 1 << "----";
-    QTest::newRow("telegram in full form") << 2 << "+--+";
-    QTest::newRow("international") << 3 << "-+++";
-    QTest::newRow("REX400") << 4 << "+--+";
-    QTest::newRow("out of range") << 9 << "----";
+    row("message", 0, "----");
+    row("telegram", 1, "----");
+    row("telegram in full form", 2, "+--+");
+    row("international", 3, "-+++");
+    row("REX400", 4, "+--+");
+    row("out of range", 9, "----");
 }
 
 void TestFormMainClicks::editorRowsFollowTheForm()

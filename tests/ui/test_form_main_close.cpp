@@ -1,6 +1,7 @@
 #include "app/options.h"
 #include "app/state.h"
 #include "link/tlg_thread.h"
+#include "tests/support/row.h"
 #include "tests/ui/station.h"
 #include "ui/form_main.h"
 #include "ui/protocol_widget.h"
@@ -64,9 +65,9 @@ void TestFormMainClose::closeIsAskedFor()
 void TestFormMainClose::refusalChangesNothing_data()
 {
     QTest::addColumn<int>("answer");
-    QTest::newRow("no") << int(QMessageBox::No);
-    QTest::newRow("box closed") << int(QMessageBox::NoButton);
-    QTest::newRow("Esc") << int(QMessageBox::Cancel);
+    row("no", int(QMessageBox::No));
+    row("box closed", int(QMessageBox::NoButton));
+    row("Esc", int(QMessageBox::Cancel));
 }
 
 void TestFormMainClose::refusalChangesNothing()
@@ -85,7 +86,7 @@ void TestFormMainClose::agreementCountsDown_data()
     QTest::addColumn<int>("countdown");
     for (const int mode : {0, 1, 2, 4, 5})
         QTest::addRow("%d", mode) << mode << 2;
-    QTest::newRow("3") << 3 << 5;
+    row("3", 3, 5);
 }
 
 void TestFormMainClose::agreementCountsDown()
@@ -113,9 +114,9 @@ void TestFormMainClose::trayExitAsksOnlyOnceAtATime()
 void TestFormMainClose::modeGoesToNoneWithTheFirstTick_data()
 {
     QTest::addColumn<int>("processMode");
-    QTest::newRow("CKS") << CKS;
-    QTest::newRow("SKK") << SKK;
-    QTest::newRow("direct") << Direct;
+    row("CKS", CKS);
+    row("SKK", SKK);
+    row("direct", Direct);
 }
 
 void TestFormMainClose::modeGoesToNoneWithTheFirstTick()

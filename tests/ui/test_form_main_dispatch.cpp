@@ -5,6 +5,7 @@
 #include "procedures/process_cks.h"
 #include "procedures/process_direct.h"
 #include "procedures/process_skk.h"
+#include "tests/support/row.h"
 #include "tests/ui/station.h"
 #include "ui/form_main.h"
 
@@ -107,11 +108,11 @@ void TestFormMainDispatch::directRowGoesOnlyAfterItsStamp_data()
 {
     QTest::addColumn<QString>("stamp");
     QTest::addColumn<bool>("goes");
-    QTest::newRow("a second before") << "260731_120000" << true;
-    QTest::newRow("the very second") << "260731_120001" << false;
-    QTest::newRow("a second after") << "260731_120002" << false;
-    QTest::newRow("yesterday") << "260730_235959" << true;
-    QTest::newRow("next year") << "270101_000000" << false;
+    row("a second before", "260731_120000", true);
+    row("the very second", "260731_120001", false);
+    row("a second after", "260731_120002", false);
+    row("yesterday", "260730_235959", true);
+    row("next year", "270101_000000", false);
 }
 
 void TestFormMainDispatch::directRowGoesOnlyAfterItsStamp()
@@ -251,13 +252,13 @@ void TestFormMainDispatch::centreRowWaits_data()
     QTest::addColumn<bool>("inProgress");
     QTest::addColumn<bool>("quietTime");
     QTest::addColumn<QString>("number");
-    QTest::newRow("mode 0") << 0 << false << false << "";
-    QTest::newRow("mode 2") << 2 << false << false << "";
-    QTest::newRow("mode 4") << 4 << false << false << "";
-    QTest::newRow("mode 5") << 5 << false << false << "";
-    QTest::newRow("file in progress") << 3 << true << false << "";
-    QTest::newRow("quiet time") << 3 << false << true << "";
-    QTest::newRow("row of a subscriber") << 3 << false << false << "1234";
+    row("mode 0", 0, false, false, "");
+    row("mode 2", 2, false, false, "");
+    row("mode 4", 4, false, false, "");
+    row("mode 5", 5, false, false, "");
+    row("file in progress", 3, true, false, "");
+    row("quiet time", 3, false, true, "");
+    row("row of a subscriber", 3, false, false, "1234");
 }
 
 void TestFormMainDispatch::centreRowWaits()
@@ -283,11 +284,11 @@ void TestFormMainDispatch::receiptIsDueEachThirtiethSecondInModeBA_data()
 {
     QTest::addColumn<int>("secondsBefore"); // tlgModeSeconds before the tick, which raises it
     QTest::addColumn<bool>("due");
-    QTest::newRow("28") << 28 << false;
-    QTest::newRow("29") << 29 << true;
-    QTest::newRow("30") << 30 << false;
-    QTest::newRow("59") << 59 << true;
-    QTest::newRow("86399") << 86399 << true;
+    row("28", 28, false);
+    row("29", 29, true);
+    row("30", 30, false);
+    row("59", 59, true);
+    row("86399", 86399, true);
 }
 
 void TestFormMainDispatch::receiptIsDueEachThirtiethSecondInModeBA()
@@ -307,11 +308,11 @@ void TestFormMainDispatch::requestIsDueEachSixtiethSecondInModeNone_data()
 {
     QTest::addColumn<int>("secondsBefore");
     QTest::addColumn<bool>("due");
-    QTest::newRow("29") << 29 << false;
-    QTest::newRow("58") << 58 << false;
-    QTest::newRow("59") << 59 << true;
-    QTest::newRow("60") << 60 << false;
-    QTest::newRow("119") << 119 << true;
+    row("29", 29, false);
+    row("58", 58, false);
+    row("59", 59, true);
+    row("60", 60, false);
+    row("119", 119, true);
 }
 
 void TestFormMainDispatch::requestIsDueEachSixtiethSecondInModeNone()
@@ -331,9 +332,9 @@ void TestFormMainDispatch::silentDayLeavesThePeriodAsItIs_data()
     QTest::addColumn<int>("tlgMode");
     QTest::addColumn<int>("period");
     QTest::addColumn<QString>("asked");
-    QTest::newRow("no mode") << 0 << 60 << "|ЗЗ ";
-    QTest::newRow("mode BA") << 2 << 30 << "|ЗЦЗЦ КС ВАШ 000=000 НННН  ";
-    QTest::newRow("mode BD") << 1 << 0 << "";
+    row("no mode", 0, 60, "|ЗЗ ");
+    row("mode BA", 2, 30, "|ЗЦЗЦ КС ВАШ 000=000 НННН  ");
+    row("mode BD", 1, 0, "");
 }
 
 /// From five minutes before the age of the mode stands still to five minutes behind.

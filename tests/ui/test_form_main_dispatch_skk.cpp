@@ -2,6 +2,7 @@
 #include "app/options.h"
 #include "app/state.h"
 #include "link/tlg_thread.h"
+#include "tests/support/row.h"
 #include "tests/ui/station.h"
 #include "ui/form_main.h"
 
@@ -54,12 +55,12 @@ void TestFormMainDispatchSkk::rowOfASubscriberIsCalled()
 void TestFormMainDispatchSkk::rowWaits_data()
 {
     QTest::addColumn<QString>("because");
-    QTest::newRow("connection") << "connection";
-    QTest::newRow("file in progress") << "progress";
-    QTest::newRow("automatic send") << "automatic";
-    QTest::newRow("incoming call") << "incoming";
-    QTest::newRow("row without a number") << "number";
-    QTest::newRow("link down") << "link";
+    row("connection", "connection");
+    row("file in progress", "progress");
+    row("automatic send", "automatic");
+    row("incoming call", "incoming");
+    row("row without a number", "number");
+    row("link down", "link");
 }
 
 void TestFormMainDispatchSkk::rowWaits()
@@ -110,9 +111,9 @@ void TestFormMainDispatchSkk::automaticSendMovesOnlyWhenAllIsSent_data()
     QTest::addColumn<QString>("buffer");
     QTest::addColumn<bool>("allSent");
     QTest::addColumn<int>("timer"); // 20 before the tick
-    QTest::newRow("all sent") << "" << true << 19;
-    QTest::newRow("text in the buffer") << "А" << true << 20;
-    QTest::newRow("far end behind") << "" << false << 20;
+    row("all sent", "", true, 19);
+    row("text in the buffer", "А", true, 20);
+    row("far end behind", "", false, 20);
 }
 
 void TestFormMainDispatchSkk::automaticSendMovesOnlyWhenAllIsSent()

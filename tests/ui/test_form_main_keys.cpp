@@ -1,5 +1,6 @@
 #include "app/options.h"
 #include "app/state.h"
+#include "tests/support/row.h"
 #include "tests/ui/station.h"
 #include "ui/form_main.h"
 #include "ui/protocol_widget.h"
@@ -51,10 +52,10 @@ void setApplicationFontSize(int points)
 void TestFormMainKeys::altAFlipsTheModeFromAnyField_data()
 {
     QTest::addColumn<QByteArray>("field");
-    QTest::newRow("journal") << QByteArray("protocolWidget");
-    QTest::newRow("line of the editor") << QByteArray("editorFrom");
-    QTest::newRow("date picker") << QByteArray("dateInput");
-    QTest::newRow("tabs") << QByteArray("tabWidget");
+    row("journal", QByteArray("protocolWidget"));
+    row("line of the editor", QByteArray("editorFrom"));
+    row("date picker", QByteArray("dateInput"));
+    row("tabs", QByteArray("tabWidget"));
 }
 
 void TestFormMainKeys::altAFlipsTheModeFromAnyField()
@@ -104,12 +105,12 @@ void TestFormMainKeys::otherModifiersAreLeftAlone_data()
 {
     QTest::addColumn<int>("key");
     QTest::addColumn<int>("modifiers");
-    QTest::newRow("A") << int(Qt::Key_A) << int(Qt::NoModifier);
-    QTest::newRow("Ctrl+A") << int(Qt::Key_A) << int(Qt::ControlModifier);
-    QTest::newRow("Ctrl+Alt+A") << int(Qt::Key_A) << int(Qt::ControlModifier | Qt::AltModifier);
-    QTest::newRow("X") << int(Qt::Key_X) << int(Qt::NoModifier);
-    QTest::newRow("Shift+Alt+X") << int(Qt::Key_X) << int(Qt::ShiftModifier | Qt::AltModifier);
-    QTest::newRow("Alt+B") << int(Qt::Key_B) << int(Qt::AltModifier);
+    row("A", int(Qt::Key_A), int(Qt::NoModifier));
+    row("Ctrl+A", int(Qt::Key_A), int(Qt::ControlModifier));
+    row("Ctrl+Alt+A", int(Qt::Key_A), int(Qt::ControlModifier | Qt::AltModifier));
+    row("X", int(Qt::Key_X), int(Qt::NoModifier));
+    row("Shift+Alt+X", int(Qt::Key_X), int(Qt::ShiftModifier | Qt::AltModifier));
+    row("Alt+B", int(Qt::Key_B), int(Qt::AltModifier));
 }
 
 void TestFormMainKeys::otherModifiersAreLeftAlone()
@@ -168,12 +169,12 @@ void TestFormMainKeys::keypadChangesTheFonts_data()
     QTest::addColumn<int>("key");
     QTest::addColumn<int>("before");
     QTest::addColumn<int>("after");
-    QTest::newRow("grows") << int(Qt::Key_Plus) << 10 << 11;
-    QTest::newRow("grows from 23") << int(Qt::Key_Plus) << 23 << 24;
-    QTest::newRow("24 does not grow") << int(Qt::Key_Plus) << 24 << 24;
-    QTest::newRow("shrinks") << int(Qt::Key_Minus) << 10 << 9;
-    QTest::newRow("shrinks from 7") << int(Qt::Key_Minus) << 7 << 6;
-    QTest::newRow("6 does not shrink") << int(Qt::Key_Minus) << 6 << 6;
+    row("grows", int(Qt::Key_Plus), 10, 11);
+    row("grows from 23", int(Qt::Key_Plus), 23, 24);
+    row("24 does not grow", int(Qt::Key_Plus), 24, 24);
+    row("shrinks", int(Qt::Key_Minus), 10, 9);
+    row("shrinks from 7", int(Qt::Key_Minus), 7, 6);
+    row("6 does not shrink", int(Qt::Key_Minus), 6, 6);
 }
 
 void TestFormMainKeys::keypadChangesTheFonts()

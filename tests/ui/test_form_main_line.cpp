@@ -4,6 +4,7 @@
 #include "procedures/process_direct.h"
 #include "procedures/process_skk.h"
 #include "records/protocol.h"
+#include "tests/support/row.h"
 #include "tests/ui/station.h"
 #include "ui/form_main.h"
 #include "ui/protocol_widget.h"
@@ -44,30 +45,30 @@ void TestFormMainLine::receivedTextIsCutIntoCommandsAndText_data()
     QTest::addColumn<QStringList>("pieces"); // as they reach the journal
     QTest::addColumn<QString>("rest");       // what waits for more
     const QString none;
-    QTest::newRow("text") << "АБВ" << QStringList{"АБВ"} << none;
-    QTest::newRow("@C") << "@CАБ" << QStringList{"@C", "АБ"} << none;
-    QTest::newRow("@E") << "@E" << QStringList{"@E"} << none;
-    QTest::newRow("@H behind text") << "АБ@H" << QStringList{"АБ", "@H"} << none;
-    QTest::newRow("lone @") << "@" << QStringList{} << "@";
-    QTest::newRow("text and lone @") << "АБ@" << QStringList{"АБ"} << "@";
-    QTest::newRow("@5") << "@5" << QStringList{} << "@5";
-    QTest::newRow("@57") << "АБ@57" << QStringList{"АБ"} << "@57";
-    QTest::newRow("@57*") << "@57*А" << QStringList{"@57*", "А"} << none;
-    QTest::newRow("@57X") << "@57X" << QStringList{"@", "57X"} << none;
-    QTest::newRow("@5XY") << "@5XY" << QStringList{"@", "5XY"} << none;
-    QTest::newRow("@N") << "@N" << QStringList{} << "@N";
-    QTest::newRow("@N123") << "@N123" << QStringList{} << "@N123";
-    QTest::newRow("@N123+") << "@N123+" << QStringList{} << "@N123+";
-    QTest::newRow("@N123@") << "@N123@А" << QStringList{"@N123@", "А"} << none;
-    QTest::newRow("@N123+@") << "@N123+@" << QStringList{"@N123+@"} << none;
-    QTest::newRow("@n12 then text") << "@n12А" << QStringList{"@n12", "А"} << none;
-    QTest::newRow("@N++") << "@N++" << QStringList{"@N+", "+"} << none;
-    QTest::newRow("@L is no command here") << "@LА" << QStringList{"@", "LА"} << none;
-    QTest::newRow("@V is no command here") << "@V" << QStringList{"@", "V"} << none;
-    QTest::newRow("@ before text") << "@Ю" << QStringList{"@", "Ю"} << none;
-    QTest::newRow("@@C") << "@@C" << QStringList{"@", "@C"} << none;
-    QTest::newRow("commands in a row") << "@C@E@H" << QStringList{"@C", "@E", "@H"} << none;
-    QTest::newRow("all kinds") << "А@CБ@12*В@" << QStringList{"А", "@C", "Б", "@12*", "В"} << "@";
+    row("text", "АБВ", QStringList{"АБВ"}, none);
+    row("@C", "@CАБ", QStringList{"@C", "АБ"}, none);
+    row("@E", "@E", QStringList{"@E"}, none);
+    row("@H behind text", "АБ@H", QStringList{"АБ", "@H"}, none);
+    row("lone @", "@", QStringList{}, "@");
+    row("text and lone @", "АБ@", QStringList{"АБ"}, "@");
+    row("@5", "@5", QStringList{}, "@5");
+    row("@57", "АБ@57", QStringList{"АБ"}, "@57");
+    row("@57*", "@57*А", QStringList{"@57*", "А"}, none);
+    row("@57X", "@57X", QStringList{"@", "57X"}, none);
+    row("@5XY", "@5XY", QStringList{"@", "5XY"}, none);
+    row("@N", "@N", QStringList{}, "@N");
+    row("@N123", "@N123", QStringList{}, "@N123");
+    row("@N123+", "@N123+", QStringList{}, "@N123+");
+    row("@N123@", "@N123@А", QStringList{"@N123@", "А"}, none);
+    row("@N123+@", "@N123+@", QStringList{"@N123+@"}, none);
+    row("@n12 then text", "@n12А", QStringList{"@n12", "А"}, none);
+    row("@N++", "@N++", QStringList{"@N+", "+"}, none);
+    row("@L is no command here", "@LА", QStringList{"@", "LА"}, none);
+    row("@V is no command here", "@V", QStringList{"@", "V"}, none);
+    row("@ before text", "@Ю", QStringList{"@", "Ю"}, none);
+    row("@@C", "@@C", QStringList{"@", "@C"}, none);
+    row("commands in a row", "@C@E@H", QStringList{"@C", "@E", "@H"}, none);
+    row("all kinds", "А@CБ@12*В@", QStringList{"А", "@C", "Б", "@12*", "В"}, "@");
 }
 
 void TestFormMainLine::receivedTextIsCutIntoCommandsAndText()
@@ -227,10 +228,10 @@ void TestFormMainLine::lastCharacterOfAFileIsActedUpon_data()
     QTest::addColumn<int>("processMode");
     QTest::addColumn<bool>("inProgress");
     QTest::addColumn<int>("askReceiptCountdown");
-    QTest::newRow("CKS") << CKS << true << 2;
-    QTest::newRow("CKS without a file") << CKS << false << 0;
-    QTest::newRow("SKK") << SKK << true << 0;
-    QTest::newRow("direct without a file") << Direct << false << 0;
+    row("CKS", CKS, true, 2);
+    row("CKS without a file", CKS, false, 0);
+    row("SKK", SKK, true, 0);
+    row("direct without a file", Direct, false, 0);
 }
 
 void TestFormMainLine::lastCharacterOfAFileIsActedUpon()
@@ -278,17 +279,12 @@ void TestFormMainLine::operatorsTextGoesInTheFormOfTheLine_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("sent");
-    QTest::newRow("nothing") << ""
-                             << "";
-    QTest::newRow("upper case") << "Привет abc"
-                                << "ПРИВЕТ ABC";
-    QTest::newRow("CR LF") << "а\r\nб"
-                           << "А<>Б";
-    QTest::newRow("marks stay") << "|<>#"
-                                << "|<>#";
-    QTest::newRow("command") << "@C@n"
-                             << "@C@N";
-    QTest::newRow("Georgian stays") << QString(QChar(0x10D0)) << QString(QChar(0x10D0));
+    row("nothing", "", "");
+    row("upper case", "Привет abc", "ПРИВЕТ ABC");
+    row("CR LF", "а\r\nб", "А<>Б");
+    row("marks stay", "|<>#", "|<>#");
+    row("command", "@C@n", "@C@N");
+    row("Georgian stays", QString(QChar(0x10D0)), QString(QChar(0x10D0)));
 }
 
 void TestFormMainLine::operatorsTextGoesInTheFormOfTheLine()

@@ -1,6 +1,7 @@
 #include "app/options.h"
 #include "app/state.h"
 #include "procedures/process_skk.h"
+#include "tests/support/row.h"
 #include "tests/ui/station.h"
 #include "ui/form_main.h"
 #include "ui/protocol_widget.h"
@@ -55,22 +56,14 @@ void TestFormMainMode::centreModeSetsLabelAndButtons_data()
     QTest::addColumn<int>("tlgMode");
     QTest::addColumn<QString>("label");
     QTest::addColumn<QString>("on"); // КГ0 КГ1 КГ2 КГ4 КГ5
-    QTest::newRow("0") << 0 << "--"
-                       << "+----";
-    QTest::newRow("1") << 1 << "БД"
-                       << "+----";
-    QTest::newRow("2") << 2 << "БА"
-                       << "++--+";
-    QTest::newRow("3") << 3 << "РБ"
-                       << "+-+--";
-    QTest::newRow("4") << 4 << "БВ"
-                       << "+----";
-    QTest::newRow("5") << 5 << "БР"
-                       << "--++-";
-    QTest::newRow("6") << 6 << "?"
-                       << "-----";
-    QTest::newRow("-1") << -1 << "?"
-                        << "-----";
+    row("0", 0, "--", "+----");
+    row("1", 1, "БД", "+----");
+    row("2", 2, "БА", "++--+");
+    row("3", 3, "РБ", "+-+--");
+    row("4", 4, "БВ", "+----");
+    row("5", 5, "БР", "--++-");
+    row("6", 6, "?", "-----");
+    row("-1", -1, "?", "-----");
 }
 
 void TestFormMainMode::centreModeSetsLabelAndButtons()
@@ -87,13 +80,13 @@ void TestFormMainMode::switchedModeSetsLabel_data()
 {
     QTest::addColumn<int>("tlgMode");
     QTest::addColumn<QString>("label");
-    QTest::newRow("0") << 0 << "--";
-    QTest::newRow("1") << 1 << "БД";
-    QTest::newRow("2") << 2 << "БА";
-    QTest::newRow("3") << 3 << "РБ";
-    QTest::newRow("4") << 4 << "--";
-    QTest::newRow("5") << 5 << "--";
-    QTest::newRow("9") << 9 << "--";
+    row("0", 0, "--");
+    row("1", 1, "БД");
+    row("2", 2, "БА");
+    row("3", 3, "РБ");
+    row("4", 4, "--");
+    row("5", 5, "--");
+    row("9", 9, "--");
 }
 
 void TestFormMainMode::switchedModeSetsLabel()

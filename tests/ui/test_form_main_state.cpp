@@ -1,6 +1,7 @@
 #include "app/state.h"
 #include "link/prf_thread.h"
 #include "link/tlg_thread.h"
+#include "tests/support/row.h"
 #include "tests/ui/station.h"
 #include "tools/linesim/serial/pseudo_terminal.h"
 #include "ui/form_main.h"
@@ -172,9 +173,9 @@ void TestFormMainState::stateOfThePerforatorIsShown_data()
     QTest::addColumn<bool>("connected");
     QTest::addColumn<bool>("found");
     QTest::addColumn<QColor>("colour");
-    QTest::newRow("connected") << true << true << QColor(Qt::green);
-    QTest::newRow("found") << false << true << QColor(Qt::white);
-    QTest::newRow("absent") << false << false << QColor(Qt::red);
+    row("connected", true, true, QColor(Qt::green));
+    row("found", false, true, QColor(Qt::white));
+    row("absent", false, false, QColor(Qt::red));
 }
 
 void TestFormMainState::stateOfThePerforatorIsShown()

@@ -2,6 +2,7 @@
 #include "app/state.h"
 #include "link/prf_thread.h"
 #include "link/tlg_thread.h"
+#include "tests/support/row.h"
 #include "tests/ui/station.h"
 #include "text/utils.h"
 #include "ui/form_main.h"
@@ -63,8 +64,8 @@ void TestFormMainStrip::stripShowsItsFirstTexts_data()
     QTest::addColumn<QPoint>("place");
     QTest::addColumn<QString>("text");
     for (const Row &row : rows)
-        QTest::newRow(row.name) << QByteArray(row.name) << row.box << QPoint(row.column, row.row)
-                                << QString::fromUtf8(row.text);
+        ::row(row.name, QByteArray(row.name), row.box, QPoint(row.column, row.row),
+              QString::fromUtf8(row.text));
 }
 
 void TestFormMainStrip::stripShowsItsFirstTexts()

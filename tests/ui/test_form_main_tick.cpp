@@ -6,6 +6,7 @@
 #include "procedures/process_skk.h"
 #include "records/protocol.h"
 #include "tests/support/full_disk.h"
+#include "tests/support/row.h"
 #include "tests/ui/station.h"
 #include "ui/form_main.h"
 #include "ui/protocol_widget.h"
@@ -125,13 +126,13 @@ void TestFormMainTick::journalIsAskedToFlush_data()
     QTest::addColumn<bool>("noClose");
     QTest::addColumn<int>("cacheTime");
     QTest::addColumn<QString>("asked"); // of six ticks
-    QTest::newRow("file closed") << false << 0 << "------";
-    QTest::newRow("file closed, cached") << false << 2 << "------";
-    QTest::newRow("0") << true << 0 << "++++++";
-    QTest::newRow("1") << true << 1 << "++++++";
-    QTest::newRow("2") << true << 2 << "-+-+-+";
-    QTest::newRow("3") << true << 3 << "--+--+";
-    QTest::newRow("negative") << true << -4 << "++++++";
+    row("file closed", false, 0, "------");
+    row("file closed, cached", false, 2, "------");
+    row("0", true, 0, "++++++");
+    row("1", true, 1, "++++++");
+    row("2", true, 2, "-+-+-+");
+    row("3", true, 3, "--+--+");
+    row("negative", true, -4, "++++++");
 }
 
 void TestFormMainTick::journalIsAskedToFlush()
@@ -155,8 +156,8 @@ void TestFormMainTick::lastLineOfAQuietNightIsOnTheDisk_data()
 {
     QTest::addColumn<int>("cacheTime");
     QTest::addColumn<int>("ticks"); // until the journal's turn
-    QTest::newRow("each second") << 0 << 1;
-    QTest::newRow("each fifth second") << 5 << 5;
+    row("each second", 0, 1);
+    row("each fifth second", 5, 5);
 }
 
 void TestFormMainTick::lastLineOfAQuietNightIsOnTheDisk()
@@ -272,10 +273,10 @@ void TestFormMainTick::idleHangUpTellsOfAnOutgoingSendAlone_data()
     QTest::addColumn<int>("direction");
     QTest::addColumn<bool>("debug");
     QTest::addColumn<int>("lines"); // of the state of the send
-    QTest::newRow("incoming") << 1 << false << 0;
-    QTest::newRow("incoming, with the debug option") << 1 << true << 0;
-    QTest::newRow("outgoing") << 2 << false << 0;
-    QTest::newRow("outgoing, with the debug option") << 2 << true << 6;
+    row("incoming", 1, false, 0);
+    row("incoming, with the debug option", 1, true, 0);
+    row("outgoing", 2, false, 0);
+    row("outgoing, with the debug option", 2, true, 6);
 }
 
 void TestFormMainTick::idleHangUpTellsOfAnOutgoingSendAlone()

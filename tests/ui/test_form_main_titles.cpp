@@ -1,6 +1,7 @@
 #include "app/options.h"
 #include "app/startup.h"
 #include "app/state.h"
+#include "tests/support/row.h"
 #include "tests/ui/station.h"
 #include "ui/form_main.h"
 
@@ -38,21 +39,11 @@ void TestFormMainTitles::titlesFollowTheTable_data()
     QTest::addColumn<QString>("title");
     QTest::addColumn<QString>("toolTip");
     const QString built = QStringLiteral("Velda (") + buildDate() + QStringLiteral(")");
-    QTest::newRow("direct, TCP") << Direct << ""
-                                 << "" << true << "Velda - ПС / V:2026.07.31"
-                                 << built + " - ПС\n10.1.2.3:5674";
-    QTest::newRow("CKS, adapter") << CKS << ""
-                                  << "" << false << "Velda - ЦКС / V:2026.07.31"
-                                  << built + " - ЦКС\n10000001";
-    QTest::newRow("SKK, channel") << SKK << ""
-                                  << "МСК12" << true << "МСК12 - СКК / V:2026.07.31"
-                                  << "МСК12 - СКК\n10.1.2.3:5674";
-    QTest::newRow("main title") << CKS << "УЗЕЛ"
-                                << "" << true << "УЗЕЛ / Velda - ЦКС / V:2026.07.31"
-                                << "УЗЕЛ";
-    QTest::newRow("main title, channel") << SKK << "УЗЕЛ"
-                                         << "МСК12" << false << "УЗЕЛ / Velda - СКК / V:2026.07.31"
-                                         << "УЗЕЛ";
+    row("direct, TCP", Direct, "", "", true, "Velda - ПС / V:2026.07.31", built + " - ПС\n10.1.2.3:5674");
+    row("CKS, adapter", CKS, "", "", false, "Velda - ЦКС / V:2026.07.31", built + " - ЦКС\n10000001");
+    row("SKK, channel", SKK, "", "МСК12", true, "МСК12 - СКК / V:2026.07.31", "МСК12 - СКК\n10.1.2.3:5674");
+    row("main title", CKS, "УЗЕЛ", "", true, "УЗЕЛ / Velda - ЦКС / V:2026.07.31", "УЗЕЛ");
+    row("main title, channel", SKK, "УЗЕЛ", "МСК12", false, "УЗЕЛ / Velda - СКК / V:2026.07.31", "УЗЕЛ");
 }
 
 void TestFormMainTitles::titlesFollowTheTable()

@@ -1,4 +1,5 @@
 #include "app/state.h"
+#include "tests/support/row.h"
 #include "tests/ui/station.h"
 #include "ui/form_main.h"
 
@@ -35,16 +36,16 @@ void TestFormMainTray::trayShowsModeOfTheChannel_data()
     QTest::addColumn<bool>("up");
     QTest::addColumn<int>("tlgMode");
     QTest::addColumn<int>("index");
-    QTest::newRow("no link") << false << 0 << 7;
-    QTest::newRow("no link in mode РБ") << false << 3 << 7;
-    QTest::newRow("--") << true << 0 << 0;
-    QTest::newRow("БД") << true << 1 << 4;
-    QTest::newRow("БА") << true << 2 << 3;
-    QTest::newRow("РБ") << true << 3 << 5;
-    QTest::newRow("БВ") << true << 4 << 6;
-    QTest::newRow("БР") << true << 5 << 0;
-    QTest::newRow("above") << true << 6 << 0;
-    QTest::newRow("below") << true << -1 << 0;
+    row("no link", false, 0, 7);
+    row("no link in mode РБ", false, 3, 7);
+    row("--", true, 0, 0);
+    row("БД", true, 1, 4);
+    row("БА", true, 2, 3);
+    row("РБ", true, 3, 5);
+    row("БВ", true, 4, 6);
+    row("БР", true, 5, 0);
+    row("above", true, 6, 0);
+    row("below", true, -1, 0);
 }
 
 void TestFormMainTray::trayShowsModeOfTheChannel()

@@ -2,6 +2,7 @@
 #include "app/state.h"
 #include "link/prf_thread.h"
 #include "link/tlg_thread.h"
+#include "tests/support/row.h"
 #include "tests/ui/station.h"
 #include "ui/form_main.h"
 #include "ui/protocol_widget.h"
@@ -52,9 +53,9 @@ void TestFormMainWindow::buttonsFollowTheProcedure_data()
 {
     QTest::addColumn<int>("processMode");
     QTest::addColumn<QString>("texts");
-    QTest::newRow("CKS") << CKS << "КГ0 ЗЗ|КГ1 ВАШ|КГ2 СТОП|КГ4 P|КГ5 ТЕКСТ";
-    QTest::newRow("SKK") << SKK << "Вызов|Набор|КТО|АО|Отпр. файл|Отпр. строку|Звонок|Отбой";
-    QTest::newRow("direct") << Direct << "Отпр. файл|Отпр. строку|Отпр. текст";
+    row("CKS", CKS, "КГ0 ЗЗ|КГ1 ВАШ|КГ2 СТОП|КГ4 P|КГ5 ТЕКСТ");
+    row("SKK", SKK, "Вызов|Набор|КТО|АО|Отпр. файл|Отпр. строку|Звонок|Отбой");
+    row("direct", Direct, "Отпр. файл|Отпр. строку|Отпр. текст");
 }
 
 void TestFormMainWindow::buttonsFollowTheProcedure()
@@ -74,9 +75,9 @@ void TestFormMainWindow::settingsMenuFollowsTheProcedure_data()
 {
     QTest::addColumn<int>("processMode");
     QTest::addColumn<QString>("entries");
-    QTest::newRow("CKS") << CKS << "Параметры|-|Операторы";
-    QTest::newRow("SKK") << SKK << "Параметры|-|Абоненты|Списки абонентов|-|Операторы";
-    QTest::newRow("direct") << Direct << "Параметры|-|Операторы";
+    row("CKS", CKS, "Параметры|-|Операторы");
+    row("SKK", SKK, "Параметры|-|Абоненты|Списки абонентов|-|Операторы");
+    row("direct", Direct, "Параметры|-|Операторы");
 }
 
 void TestFormMainWindow::settingsMenuFollowsTheProcedure()

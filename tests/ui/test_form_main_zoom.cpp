@@ -1,6 +1,7 @@
 #include "app/options.h"
 #include "app/state.h"
 #include "link/prf_thread.h"
+#include "tests/support/row.h"
 #include "tests/ui/station.h"
 #include "text/utils.h"
 #include "ui/form_main.h"
@@ -98,9 +99,9 @@ QString nameOf(const QWidget *widget)
 void everyProcedure()
 {
     QTest::addColumn<int>("procedure");
-    QTest::newRow("CKS") << CKS;
-    QTest::newRow("SKK") << SKK;
-    QTest::newRow("direct") << Direct;
+    row("CKS", CKS);
+    row("SKK", SKK);
+    row("direct", Direct);
 }
 } // namespace
 
@@ -244,9 +245,9 @@ private slots:
     {
         QTest::addColumn<QByteArray>("field");
         QTest::addColumn<int>("tab");
-        QTest::newRow("roll") << QByteArray("protocolDate") << 0;
-        QTest::newRow("incoming") << QByteArray("dateInput") << 2;
-        QTest::newRow("outgoing") << QByteArray("dateOutput") << 3;
+        row("roll", QByteArray("protocolDate"), 0);
+        row("incoming", QByteArray("dateInput"), 2);
+        row("outgoing", QByteArray("dateOutput"), 3);
     }
     void dateFieldsAreAsWideAsTheirText()
     {

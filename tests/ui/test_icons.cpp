@@ -1,3 +1,5 @@
+#include "tests/support/row.h"
+
 #include <QFile>
 #include <QIcon>
 #include <QImage>
@@ -51,7 +53,7 @@ void TestIcons::iconHasAllSizes_data()
     QTest::addColumn<QString>("name");
 
     for (const QString &name : Names)
-        QTest::newRow(qPrintable(name)) << name;
+        row(qPrintable(name), name);
 }
 
 void TestIcons::iconHasAllSizes()

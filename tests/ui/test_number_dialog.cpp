@@ -1,6 +1,7 @@
 // The dialog by which the operator dials: its list of former numbers, and a call that comes meanwhile.
 
 #include "procedures/process_skk.h"
+#include "tests/support/row.h"
 #include "tests/ui/seat.h"
 
 #include <QAbstractItemView>
@@ -147,9 +148,9 @@ private slots:
     {
         QTest::addColumn<QString>("signal");
         QTest::addColumn<bool>("tcp");
-        QTest::newRow("call of the adapter") << "@C" << false;
-        QTest::newRow("seizure") << "@E" << false;
-        QTest::newRow("call of the switch") << "!>ВЫЗОВ\n" << true;
+        row("call of the adapter", "@C", false);
+        row("seizure", "@E", false);
+        row("call of the switch", "!>ВЫЗОВ\n", true);
     }
     void incomingCallIsNotDialledInto()
     {

@@ -1,5 +1,6 @@
 // The dialog that reads tape, over a simulated perforator.
 
+#include "tests/support/row.h"
 #include "tests/ui/punch_room.h"
 #include "ui/perforator_in_dialog.h"
 #include "ui/perforator_out_dialog.h"
@@ -379,7 +380,7 @@ void TestPerforatorIn::viewStaysAtTheEndOfTheTape()
 void TestPerforatorIn::geometryIsKept_data()
 {
     Dialog::addWaysToClose();
-    QTest::newRow("apply") << qs("apply");
+    row("apply", qs("apply"));
 }
 
 void TestPerforatorIn::geometryIsKept()

@@ -1,5 +1,6 @@
 // The way from the roll to the punch.
 
+#include "tests/support/row.h"
 #include "tests/ui/roll_menu.h"
 #include "ui/perforator_out_dialog.h"
 
@@ -46,10 +47,10 @@ private slots:
     {
         QTest::addColumn<bool>("used");
         QTest::addColumn<bool>("selected");
-        QTest::newRow("neither") << false << false;
-        QTest::newRow("a selection alone") << false << true;
-        QTest::newRow("a perforator alone") << true << false;
-        QTest::newRow("both") << true << true;
+        row("neither", false, false);
+        row("a selection alone", false, true);
+        row("a perforator alone", true, false);
+        row("both", true, true);
     }
     void entriesNeedAPerforatorAndASelection()
     {

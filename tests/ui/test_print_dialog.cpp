@@ -1,6 +1,7 @@
 // The window's dialog by which the operator prints a text, with a file for a printer.
 
 #include "app/options.h"
+#include "tests/support/row.h"
 #include "tests/ui/station.h"
 #include "ui/form_main.h"
 #include "ui/print_queue.h"
@@ -125,7 +126,7 @@ void TestPrintDialog::leavingPrintsNothing_data()
 {
     QTest::addColumn<QString>("way");
     for (const char *way : {"button", "cross", "Esc"})
-        QTest::newRow(way) << QString::fromLatin1(way);
+        row(way, QString::fromLatin1(way));
 }
 
 void TestPrintDialog::leavingPrintsNothing()

@@ -5,6 +5,7 @@
 #include "tests/support/desk.h"
 #include "tests/support/free_port.h"
 #include "tests/support/patience.h"
+#include "tests/support/row.h"
 #include "text/utils.h"
 #include "ui/print_queue.h"
 #include "ui/raw_printer.h"
@@ -150,23 +151,23 @@ void TestPrintRaw::target_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<int>("port");
 
-    QTest::newRow("device") << "/dev/usb/lp0" << false << "/dev/usb/lp0" << 0;
-    QTest::newRow("parallel port") << "LPT1" << false << "LPT1" << 0;
-    QTest::newRow("name that begins alike") << "IPRINT" << false << "IPRINT" << 0;
-    QTest::newRow("nothing") << "" << false << "" << 0;
-    QTest::newRow("host") << "IP:10.0.0.5" << true << "10.0.0.5" << 9100;
-    QTest::newRow("lower case") << "ip:10.0.0.5" << true << "10.0.0.5" << 9100;
-    QTest::newRow("mixed case") << "Ip:10.0.0.5:515" << true << "10.0.0.5" << 515;
-    QTest::newRow("port 0") << "IP:10.0.0.5:0" << true << "10.0.0.5" << 9100;
-    QTest::newRow("empty port") << "IP:10.0.0.5:" << true << "10.0.0.5" << 9100;
-    QTest::newRow("port 1") << "IP:10.0.0.5:1" << true << "10.0.0.5" << 1;
-    QTest::newRow("port 65535") << "IP:10.0.0.5:65535" << true << "10.0.0.5" << 65535;
-    QTest::newRow("port 65536") << "IP:10.0.0.5:65536" << true << "10.0.0.5" << 9100;
-    QTest::newRow("port in letters") << "IP:10.0.0.5:raw" << true << "10.0.0.5" << 9100;
-    QTest::newRow("two ports") << "IP:10.0.0.5:1:2" << true << "10.0.0.5" << 9100;
-    QTest::newRow("name of a host") << "IP:Printer.local:9101" << true << "Printer.local" << 9101;
-    QTest::newRow("blanks") << "IP: 10.0.0.5 : 9101 " << true << "10.0.0.5" << 9101;
-    QTest::newRow("no host") << "IP:" << true << "" << 9100;
+    row("device", "/dev/usb/lp0", false, "/dev/usb/lp0", 0);
+    row("parallel port", "LPT1", false, "LPT1", 0);
+    row("name that begins alike", "IPRINT", false, "IPRINT", 0);
+    row("nothing", "", false, "", 0);
+    row("host", "IP:10.0.0.5", true, "10.0.0.5", 9100);
+    row("lower case", "ip:10.0.0.5", true, "10.0.0.5", 9100);
+    row("mixed case", "Ip:10.0.0.5:515", true, "10.0.0.5", 515);
+    row("port 0", "IP:10.0.0.5:0", true, "10.0.0.5", 9100);
+    row("empty port", "IP:10.0.0.5:", true, "10.0.0.5", 9100);
+    row("port 1", "IP:10.0.0.5:1", true, "10.0.0.5", 1);
+    row("port 65535", "IP:10.0.0.5:65535", true, "10.0.0.5", 65535);
+    row("port 65536", "IP:10.0.0.5:65536", true, "10.0.0.5", 9100);
+    row("port in letters", "IP:10.0.0.5:raw", true, "10.0.0.5", 9100);
+    row("two ports", "IP:10.0.0.5:1:2", true, "10.0.0.5", 9100);
+    row("name of a host", "IP:Printer.local:9101", true, "Printer.local", 9101);
+    row("blanks", "IP: 10.0.0.5 : 9101 ", true, "10.0.0.5", 9101);
+    row("no host", "IP:", true, "", 9100);
 }
 
 void TestPrintRaw::target()
@@ -186,10 +187,10 @@ void TestPrintRaw::codePage_data()
     QTest::addColumn<int>("page");
     QTest::addColumn<QByteArray>("bytes");
 
-    QTest::newRow("CORVA") << 0 << QByteArray("\x05\x80\x9F\x8F\r\n1", 7);
-    QTest::newRow("Windows-1251") << 1 << QByteArray("*\xC0\xDF\xCF\r\n1");
-    QTest::newRow("UTF-8") << 2 << QByteArray("*\xD0\xB0\xD0\xAF\xD0\xBF\r\n1");
-    QTest::newRow("unknown") << 7 << QByteArray("*\xD0\xB0\xD0\xAF\xD0\xBF\r\n1");
+    row("CORVA", 0, QByteArray("\x05\x80\x9F\x8F\r\n1", 7));
+    row("Windows-1251", 1, QByteArray("*\xC0\xDF\xCF\r\n1"));
+    row("UTF-8", 2, QByteArray("*\xD0\xB0\xD0\xAF\xD0\xBF\r\n1"));
+    row("unknown", 7, QByteArray("*\xD0\xB0\xD0\xAF\xD0\xBF\r\n1"));
 }
 
 void TestPrintRaw::codePage()
@@ -207,11 +208,11 @@ void TestPrintRaw::lineFeeds_data()
     QTest::addColumn<int>("count");
     QTest::addColumn<QByteArray>("bytes");
 
-    QTest::newRow("0") << 0 << QByteArray("A\r\n");
-    QTest::newRow("1") << 1 << QByteArray("A\r\n\n");
-    QTest::newRow("2") << 2 << QByteArray("A\r\n\n\n");
-    QTest::newRow("negative") << -3 << QByteArray("A\r\n");
-    QTest::newRow("absurd") << 2147483647 << QByteArray("A\r\n") + QByteArray(10000, '\n');
+    row("0", 0, QByteArray("A\r\n"));
+    row("1", 1, QByteArray("A\r\n\n"));
+    row("2", 2, QByteArray("A\r\n\n\n"));
+    row("negative", -3, QByteArray("A\r\n"));
+    row("absurd", 2147483647, QByteArray("A\r\n") + QByteArray(10000, '\n'));
 }
 
 void TestPrintRaw::lineFeeds()
@@ -230,14 +231,10 @@ void TestPrintRaw::clearText_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("clear");
 
-    QTest::newRow("the six marks") << "\"|А#1&B<>"
-                                   << "А1B";
-    QTest::newRow("commands") << "А@HБ@N12@В@12*Г"
-                              << "АБВГ";
-    QTest::newRow("line ends stay") << "А\r\nБ"
-                                    << "А\r\nБ";
-    QTest::newRow("a mark inside a command") << "А@#HБ"
-                                             << "АБ";
+    row("the six marks", "\"|А#1&B<>", "А1B");
+    row("commands", "А@HБ@N12@В@12*Г", "АБВГ");
+    row("line ends stay", "А\r\nБ", "А\r\nБ");
+    row("a mark inside a command", "А@#HБ", "АБ");
 }
 
 void TestPrintRaw::clearText()
@@ -263,9 +260,9 @@ void TestPrintRaw::networkPrinterGetsTheBytes_data()
 {
     QTest::addColumn<QString>("prefix");
 
-    QTest::newRow("capitals") << "IP:127.0.0.1:";
-    QTest::newRow("small letters") << "ip:127.0.0.1:";
-    QTest::newRow("name") << "iP:localhost:";
+    row("capitals", "IP:127.0.0.1:");
+    row("small letters", "ip:127.0.0.1:");
+    row("name", "iP:localhost:");
 }
 
 void TestPrintRaw::networkPrinterGetsTheBytes()
@@ -285,8 +282,8 @@ void TestPrintRaw::defaultPortIs9100_data()
 {
     QTest::addColumn<QString>("option");
 
-    QTest::newRow("no port") << "ip:%1";
-    QTest::newRow("port 0") << "IP:%1:0";
+    row("no port", "ip:%1");
+    row("port 0", "IP:%1:0");
 }
 
 void TestPrintRaw::defaultPortIs9100()

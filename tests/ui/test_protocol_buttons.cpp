@@ -1,3 +1,4 @@
+#include "tests/support/row.h"
 #include "tests/ui/paint_counter.h"
 #include "tests/ui/seat.h"
 #include "ui/pick_file.h"
@@ -55,14 +56,10 @@ private slots:
     {
         QTest::addColumn<QString>("button");
         QTest::addColumn<QString>("sent");
-        QTest::newRow("accept") << "buttonAccept"
-                                << "@E";
-        QTest::newRow("who") << "buttonWho"
-                             << "#*";
-        QTest::newRow("answerback") << "buttonAO"
-                                    << "#\r\n123 ДОРАЛ";
-        QTest::newRow("bell") << "buttonBell"
-                              << "ЮЮЮЮЮЮЮЮЮЮЮЮ";
+        row("accept", "buttonAccept", "@E");
+        row("who", "buttonWho", "#*");
+        row("answerback", "buttonAO", "#\r\n123 ДОРАЛ");
+        row("bell", "buttonBell", "ЮЮЮЮЮЮЮЮЮЮЮЮ");
     }
     void buttonsOfTheSwitchedNetwork()
     {
@@ -133,9 +130,9 @@ private slots:
     void fileGoesToTheLine_data()
     {
         QTest::addColumn<QByteArray>("content");
-        QTest::newRow("UTF-8") << QByteArray("Привет\r\nмир\r\n");
-        QTest::newRow("Windows-1251") << QByteArray("\xcf\xf0\xe8\xe2\xe5\xf2\r\n\xec\xe8\xf0\r\n");
-        QTest::newRow("IBM 866") << QByteArray("\x8f\xe0\xa8\xa2\xa5\xe2\r\n\xac\xa8\xe0\r\n");
+        row("UTF-8", QByteArray("Привет\r\nмир\r\n"));
+        row("Windows-1251", QByteArray("\xcf\xf0\xe8\xe2\xe5\xf2\r\n\xec\xe8\xf0\r\n"));
+        row("IBM 866", QByteArray("\x8f\xe0\xa8\xa2\xa5\xe2\r\n\xac\xa8\xe0\r\n"));
     }
     void fileGoesToTheLine()
     {
@@ -152,8 +149,8 @@ private slots:
     void fileThatCannotBeReadIsReported_data()
     {
         QTest::addColumn<QString>("name");
-        QTest::newRow("missing") << "нет.txt";
-        QTest::newRow("a directory") << "out";
+        row("missing", "нет.txt");
+        row("a directory", "out");
     }
     void fileThatCannotBeReadIsReported()
     {
@@ -263,16 +260,11 @@ private slots:
     {
         QTest::addColumn<QString>("button");
         QTest::addColumn<QString>("line");
-        QTest::newRow("КГ0") << "buttonKG0"
-                             << "|ЗЗ ";
-        QTest::newRow("КГ1") << "buttonKG1"
-                             << "|ЗЦЗЦ КС ВАШ 007=007 НННН  ";
-        QTest::newRow("КГ2") << "buttonKG2"
-                             << "|ЗЦЗЦ КС СТОП НННН  ";
-        QTest::newRow("КГ4 has no form") << "buttonKG4"
-                                         << "";
-        QTest::newRow("КГ5") << "buttonKG5"
-                             << "|ЗЦЗЦ КС ТЕКСТ НННН  ";
+        row("КГ0", "buttonKG0", "|ЗЗ ");
+        row("КГ1", "buttonKG1", "|ЗЦЗЦ КС ВАШ 007=007 НННН  ");
+        row("КГ2", "buttonKG2", "|ЗЦЗЦ КС СТОП НННН  ");
+        row("КГ4 has no form", "buttonKG4", "");
+        row("КГ5", "buttonKG5", "|ЗЦЗЦ КС ТЕКСТ НННН  ");
     }
     void buttonsOfTheCentreSendTheirForms()
     {
@@ -291,11 +283,11 @@ private slots:
     {
         QTest::addColumn<QString>("button");
         QTest::addColumn<bool>("toEnd");
-        QTest::newRow("КГ0") << "buttonKG0" << false;
-        QTest::newRow("КГ4") << "buttonKG4" << false;
-        QTest::newRow("КГ5") << "buttonKG5" << false;
-        QTest::newRow("КГ1") << "buttonKG1" << true;
-        QTest::newRow("КГ2") << "buttonKG2" << true;
+        row("КГ0", "buttonKG0", false);
+        row("КГ4", "buttonKG4", false);
+        row("КГ5", "buttonKG5", false);
+        row("КГ1", "buttonKG1", true);
+        row("КГ2", "buttonKG2", true);
     }
     void onlyReceiptAndStopBringTheRollToItsEnd()
     {

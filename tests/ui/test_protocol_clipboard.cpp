@@ -1,4 +1,5 @@
 #include "app/ask.h"
+#include "tests/support/row.h"
 #include "tests/ui/roll_menu.h"
 
 #include <QClipboard>
@@ -37,24 +38,15 @@ private slots:
     {
         QTest::addColumn<QString>("clipboard");
         QTest::addColumn<QString>("sent");
-        QTest::newRow("one line") << "Привет, мир!"
-                                  << "ПРИВЕТ, МИР";
-        QTest::newRow("copied from the roll") << "ПРИВЕТ<>МИР<>"
-                                              << "ПРИВЕТ<>МИР<>";
-        QTest::newRow("several lines with a line end of the roll") << "A<>\nБ"
-                                                                   << "A<>>Б";
-        QTest::newRow("less sign without line feed") << "A<Б"
-                                                     << "A<Б";
-        QTest::newRow("carriage return alone") << "A\rБ"
-                                               << "A<Б";
-        QTest::newRow("line feeds with carriage returns") << "A\r\nБ!\r\n"
-                                                          << "A<>Б<>";
-        QTest::newRow("less sign among line ends is dropped") << "A<\r\nБ"
-                                                              << "A<>Б";
-        QTest::newRow("nothing") << ""
-                                 << "";
-        QTest::newRow("nothing that the line carries") << "!"
-                                                       << "";
+        row("one line", "Привет, мир!", "ПРИВЕТ, МИР");
+        row("copied from the roll", "ПРИВЕТ<>МИР<>", "ПРИВЕТ<>МИР<>");
+        row("several lines with a line end of the roll", "A<>\nБ", "A<>>Б");
+        row("less sign without line feed", "A<Б", "A<Б");
+        row("carriage return alone", "A\rБ", "A<Б");
+        row("line feeds with carriage returns", "A\r\nБ!\r\n", "A<>Б<>");
+        row("less sign among line ends is dropped", "A<\r\nБ", "A<>Б");
+        row("nothing", "", "");
+        row("nothing that the line carries", "!", "");
     }
     void textWithoutAQuestion()
     {
@@ -72,10 +64,10 @@ private slots:
     {
         QTest::addColumn<int>("button");
         QTest::addColumn<QString>("sent");
-        QTest::newRow("Yes") << int(QMessageBox::Yes) << "A<>Б<>";
-        QTest::newRow("No") << int(QMessageBox::No) << "A>Б>";
-        QTest::newRow("Cancel") << int(QMessageBox::Cancel) << "";
-        QTest::newRow("Esc") << int(QMessageBox::NoButton) << "";
+        row("Yes", int(QMessageBox::Yes), "A<>Б<>");
+        row("No", int(QMessageBox::No), "A>Б>");
+        row("Cancel", int(QMessageBox::Cancel), "");
+        row("Esc", int(QMessageBox::NoButton), "");
     }
     void lineFeedsAloneAreAskedAbout()
     {

@@ -1,3 +1,4 @@
+#include "tests/support/row.h"
 #include "tests/ui/roll.h"
 
 #include <QDateEdit>
@@ -200,15 +201,16 @@ private slots:
     {
         QTest::addColumn<QByteArray>("content");
         QTest::addColumn<int>("lines");
-        QTest::newRow("empty") << QByteArray() << 0;
-        QTest::newRow("zeros") << QByteArray("\1AB\0CD\n\1EF\n", 10) << 2;
-        QTest::newRow("no marks") << QByteArray("ABC\nDEF") << 2;
-        QTest::newRow("unknown marks") << QByteArray("\6\7\10ABC\n") << 1;
-        QTest::newRow("not UTF-8") << QByteArray("\1\xff\xfe\xc0\xd0\n") << 1;
-        QTest::newRow("control characters") << QByteArray("\1A\x1b\x0c\x7f"
-                                                          "B\r\n")
-                                            << 1;
-        QTest::newRow("a line of a megabyte") << QByteArray(1000000, 'A') << 1;
+        row("empty", QByteArray(), 0);
+        row("zeros", QByteArray("\1AB\0CD\n\1EF\n", 10), 2);
+        row("no marks", QByteArray("ABC\nDEF"), 2);
+        row("unknown marks", QByteArray("\6\7\10ABC\n"), 1);
+        row("not UTF-8", QByteArray("\1\xff\xfe\xc0\xd0\n"), 1);
+        row("control characters",
+            QByteArray("\1A\x1b\x0c\x7f"
+                       "B\r\n"),
+            1);
+        row("a line of a megabyte", QByteArray(1000000, 'A'), 1);
     }
     void damagedFileIsShownAsFarAsItCanBeRead()
     {

@@ -1,3 +1,4 @@
+#include "tests/support/row.h"
 #include "tests/ui/roll.h"
 
 #include <QPushButton>
@@ -134,8 +135,8 @@ private slots:
     void scrolledBackIsNotPainted_data()
     {
         QTest::addColumn<bool>("manual");
-        QTest::newRow("manual") << true;
-        QTest::newRow("automatic") << false;
+        row("manual", true);
+        row("automatic", false);
     }
     void scrolledBackIsNotPainted()
     {

@@ -1,3 +1,4 @@
+#include "tests/support/row.h"
 #include "tests/ui/seat.h"
 
 #include <QLineEdit>
@@ -10,9 +11,9 @@ namespace
 void everyProcedure()
 {
     QTest::addColumn<int>("procedure");
-    QTest::newRow("CKS") << int(Seat::CKS);
-    QTest::newRow("SKK") << int(Seat::SKK);
-    QTest::newRow("direct") << int(Seat::Direct);
+    row("CKS", int(Seat::CKS));
+    row("SKK", int(Seat::SKK));
+    row("direct", int(Seat::Direct));
 }
 } // namespace
 
@@ -39,47 +40,26 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("sent");
         const Qt::KeyboardModifiers none = Qt::NoModifier;
-        QTest::newRow("letter") << int(Qt::Key_A) << none << "a"
-                                << "A";
-        QTest::newRow("Shift") << int(Qt::Key_A) << Qt::KeyboardModifiers(Qt::ShiftModifier) << "A"
-                               << "A";
-        QTest::newRow("Russian letter") << 0x0416 << none << "ж"
-                                        << "Ж";
-        QTest::newRow("blank") << int(Qt::Key_Space) << none << " "
-                               << " ";
-        QTest::newRow("Enter sends CR LF") << int(Qt::Key_Return) << none << "\r"
-                                           << "<>";
-        QTest::newRow("register mark") << int(Qt::Key_Bar) << none << "|"
-                                       << "|";
-        QTest::newRow("at sign goes alone") << int(Qt::Key_At) << none << "@"
-                                            << "@";
-        QTest::newRow("at sign with more") << int(Qt::Key_At) << none << "@H"
-                                           << "@";
-        QTest::newRow("several characters") << 0 << none << "где!"
-                                            << "ГДЕ";
-        QTest::newRow("Ч") << 0x0427 << none << "ч"
-                           << "Ч";
-        QTest::newRow("Ъ is dropped") << 0x042A << none << "ъ"
-                                      << "";
-        QTest::newRow("Ё is dropped") << 0x0401 << none << "ё"
-                                      << "";
-        QTest::newRow("! is dropped") << int(Qt::Key_Exclam) << none << "!"
-                                      << "";
-        QTest::newRow("Backspace") << int(Qt::Key_Backspace) << none << "\b"
-                                   << "";
-        QTest::newRow("Delete") << int(Qt::Key_Delete) << none << "\x7f"
-                                << "";
-        QTest::newRow("no text") << int(Qt::Key_F5) << none << ""
-                                 << "";
-        QTest::newRow("keypad digit") << int(Qt::Key_5) << Qt::KeyboardModifiers(Qt::KeypadModifier) << "5"
-                                      << "";
-        QTest::newRow("keypad Enter")
-            << int(Qt::Key_Enter) << Qt::KeyboardModifiers(Qt::KeypadModifier) << "\r"
-            << "";
-        QTest::newRow("Alt") << int(Qt::Key_Q) << Qt::KeyboardModifiers(Qt::AltModifier) << "q"
-                             << "";
-        QTest::newRow("Ctrl") << int(Qt::Key_Q) << Qt::KeyboardModifiers(Qt::ControlModifier) << "q"
-                              << "";
+        row("letter", int(Qt::Key_A), none, "a", "A");
+        row("Shift", int(Qt::Key_A), Qt::KeyboardModifiers(Qt::ShiftModifier), "A", "A");
+        row("Russian letter", 0x0416, none, "ж", "Ж");
+        row("blank", int(Qt::Key_Space), none, " ", " ");
+        row("Enter sends CR LF", int(Qt::Key_Return), none, "\r", "<>");
+        row("register mark", int(Qt::Key_Bar), none, "|", "|");
+        row("at sign goes alone", int(Qt::Key_At), none, "@", "@");
+        row("at sign with more", int(Qt::Key_At), none, "@H", "@");
+        row("several characters", 0, none, "где!", "ГДЕ");
+        row("Ч", 0x0427, none, "ч", "Ч");
+        row("Ъ is dropped", 0x042A, none, "ъ", "");
+        row("Ё is dropped", 0x0401, none, "ё", "");
+        row("! is dropped", int(Qt::Key_Exclam), none, "!", "");
+        row("Backspace", int(Qt::Key_Backspace), none, "\b", "");
+        row("Delete", int(Qt::Key_Delete), none, "\x7f", "");
+        row("no text", int(Qt::Key_F5), none, "", "");
+        row("keypad digit", int(Qt::Key_5), Qt::KeyboardModifiers(Qt::KeypadModifier), "5", "");
+        row("keypad Enter", int(Qt::Key_Enter), Qt::KeyboardModifiers(Qt::KeypadModifier), "\r", "");
+        row("Alt", int(Qt::Key_Q), Qt::KeyboardModifiers(Qt::AltModifier), "q", "");
+        row("Ctrl", int(Qt::Key_Q), Qt::KeyboardModifiers(Qt::ControlModifier), "q", "");
     }
     void keyGoesOutInItsForm()
     {
@@ -139,18 +119,18 @@ private slots:
         QTest::addColumn<int>("procedure");
         QTest::addColumn<int>("key");
         QTest::addColumn<QString>("sent");
-        QTest::newRow("Ctrl+E in CKS") << int(Seat::CKS) << int(Qt::Key_E) << "";
-        QTest::newRow("Ctrl+E in SKK") << int(Seat::SKK) << int(Qt::Key_E) << "@E";
-        QTest::newRow("Ctrl+E in direct") << int(Seat::Direct) << int(Qt::Key_E) << "";
-        QTest::newRow("Ctrl+L in CKS") << int(Seat::CKS) << int(Qt::Key_L) << "@L";
-        QTest::newRow("Ctrl+L in SKK") << int(Seat::SKK) << int(Qt::Key_L) << "@L";
-        QTest::newRow("Ctrl+L in direct") << int(Seat::Direct) << int(Qt::Key_L) << "@L";
-        QTest::newRow("Ctrl+V in CKS") << int(Seat::CKS) << int(Qt::Key_V) << "@V";
-        QTest::newRow("Ctrl+V in SKK") << int(Seat::SKK) << int(Qt::Key_V) << "@V";
-        QTest::newRow("Ctrl+V in direct") << int(Seat::Direct) << int(Qt::Key_V) << "@V";
-        QTest::newRow("Ctrl+У in SKK") << int(Seat::SKK) << 0x0423 << "@E";
-        QTest::newRow("Ctrl+Д in SKK") << int(Seat::SKK) << 0x0414 << "@L";
-        QTest::newRow("Ctrl+М in SKK") << int(Seat::SKK) << 0x041C << "@V";
+        row("Ctrl+E in CKS", int(Seat::CKS), int(Qt::Key_E), "");
+        row("Ctrl+E in SKK", int(Seat::SKK), int(Qt::Key_E), "@E");
+        row("Ctrl+E in direct", int(Seat::Direct), int(Qt::Key_E), "");
+        row("Ctrl+L in CKS", int(Seat::CKS), int(Qt::Key_L), "@L");
+        row("Ctrl+L in SKK", int(Seat::SKK), int(Qt::Key_L), "@L");
+        row("Ctrl+L in direct", int(Seat::Direct), int(Qt::Key_L), "@L");
+        row("Ctrl+V in CKS", int(Seat::CKS), int(Qt::Key_V), "@V");
+        row("Ctrl+V in SKK", int(Seat::SKK), int(Qt::Key_V), "@V");
+        row("Ctrl+V in direct", int(Seat::Direct), int(Qt::Key_V), "@V");
+        row("Ctrl+У in SKK", int(Seat::SKK), 0x0423, "@E");
+        row("Ctrl+Д in SKK", int(Seat::SKK), 0x0414, "@L");
+        row("Ctrl+М in SKK", int(Seat::SKK), 0x041C, "@V");
     }
     void controlKeys()
     {
@@ -186,11 +166,11 @@ private slots:
         QTest::addColumn<int>("procedure");
         QTest::addColumn<bool>("enabled");
         QTest::addColumn<bool>("works");
-        QTest::newRow("CKS") << int(Seat::CKS) << true << false;
-        QTest::newRow("SKK") << int(Seat::SKK) << true << true;
-        QTest::newRow("direct") << int(Seat::Direct) << true << true;
-        QTest::newRow("SKK, not enabled") << int(Seat::SKK) << false << false;
-        QTest::newRow("direct, not enabled") << int(Seat::Direct) << false << false;
+        row("CKS", int(Seat::CKS), true, false);
+        row("SKK", int(Seat::SKK), true, true);
+        row("direct", int(Seat::Direct), true, true);
+        row("SKK, not enabled", int(Seat::SKK), false, false);
+        row("direct, not enabled", int(Seat::Direct), false, false);
     }
     void controlPTurnsGuaranteedTransfer()
     {
@@ -212,8 +192,8 @@ private slots:
     void navigationMovesTheRoll_data()
     {
         QTest::addColumn<bool>("automatic");
-        QTest::newRow("manual") << false;
-        QTest::newRow("automatic") << true;
+        row("manual", false);
+        row("automatic", true);
     }
     void navigationMovesTheRoll()
     {

@@ -1,3 +1,4 @@
+#include "tests/support/row.h"
 #include "tests/ui/roll.h"
 
 namespace
@@ -49,8 +50,8 @@ private slots:
     {
         QTest::addColumn<bool>("limit");
         QTest::addColumn<QStringList>("lines");
-        QTest::newRow("off") << false << QStringList{mark(1) + "ABCDEF<>"};
-        QTest::newRow("on") << true << QStringList{mark(1) + "ABCD", mark(1) + "EF<>"};
+        row("off", false, QStringList{mark(1) + "ABCDEF<>"});
+        row("on", true, QStringList{mark(1) + "ABCD", mark(1) + "EF<>"});
     }
     void widthComesFromTheOptionIfItIsOn()
     {

@@ -1,3 +1,4 @@
+#include "tests/support/row.h"
 #include "tests/ui/roll.h"
 
 #include <QApplication>
@@ -198,25 +199,15 @@ private slots:
         QTest::addColumn<QString>("received");
         QTest::addColumn<QString>("sent");
         QTest::addColumn<QStringList>("lines");
-        QTest::newRow("directions") << "AB<>C<>"
-                                    << "A<>"
-                                    << "BC<>"
-                                    << QStringList{mark(1) + "A" + mark(2) + "B" + mark(1) + "<>",
-                                                   mark(2) + "C<>"};
-        QTest::newRow("a line that an event has cut")
-            << "AB\n12:00:00 X\nCD<>"
-            << "ABCD<>"
-            << "" << QStringList{mark(1) + "AB", mark(3) + "12:00:00 X", mark(1) + "CD<>"};
-        QTest::newRow("events") << "X\nY"
-                                << ""
-                                << "" << QStringList{mark(3) + "X", mark(4) + "Y"};
-        QTest::newRow("registers and commands are left out")
-            << "AБ1<>"
-            << "AБ1<>"
-            << "" << QStringList{mark(1) + "&A|Б#1@H@N12@<>\""};
-        QTest::newRow("a line that the width has cut") << "ABC<>"
-                                                       << "ABC<>"
-                                                       << "" << QStringList{mark(1) + "AB", mark(1) + "C<>"};
+        ::row("directions", "AB<>C<>", "A<>", "BC<>",
+              QStringList{mark(1) + "A" + mark(2) + "B" + mark(1) + "<>", mark(2) + "C<>"});
+        ::row("a line that an event has cut", "AB\n12:00:00 X\nCD<>", "ABCD<>", "",
+              QStringList{mark(1) + "AB", mark(3) + "12:00:00 X", mark(1) + "CD<>"});
+        ::row("events", "X\nY", "", "", QStringList{mark(3) + "X", mark(4) + "Y"});
+        ::row("registers and commands are left out", "AБ1<>", "AБ1<>", "",
+              QStringList{mark(1) + "&A|Б#1@H@N12@<>\""});
+        ::row("a line that the width has cut", "ABC<>", "ABC<>", "",
+              QStringList{mark(1) + "AB", mark(1) + "C<>"});
     }
     void selectionAsCleanText()
     {

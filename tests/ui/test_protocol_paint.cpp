@@ -1,6 +1,7 @@
 #include "tests/ui/roll.h"
 
 #include "link/tlg_thread.h"
+#include "tests/support/row.h"
 
 #include <cmath>
 
@@ -65,15 +66,15 @@ private slots:
     {
         QTest::addColumn<QString>("line");
         QTest::addColumn<QRgb>("colour");
-        QTest::newRow("received") << mark(1) + "WWW" << Received;
-        QTest::newRow("sent") << mark(2) + "WWW" << Sent;
-        QTest::newRow("information") << mark(3) + "WWW" << Info;
-        QTest::newRow("error") << mark(4) + "WWW" << Error;
-        QTest::newRow("other") << mark(5) + "WWW" << PendingSend;
-        QTest::newRow("no mark") << QString("WWW") << PendingSend;
-        QTest::newRow("a mark above 5 changes nothing") << mark(2) + mark(7) + "WWW" << Sent;
-        QTest::newRow("control characters have no picture")
-            << mark(1) + "W" + mark(0x1b) + "W" + mark(0) + "W" << Received;
+        ::row("received", mark(1) + "WWW", Received);
+        ::row("sent", mark(2) + "WWW", Sent);
+        ::row("information", mark(3) + "WWW", Info);
+        ::row("error", mark(4) + "WWW", Error);
+        ::row("other", mark(5) + "WWW", PendingSend);
+        ::row("no mark", QString("WWW"), PendingSend);
+        ::row("a mark above 5 changes nothing", mark(2) + mark(7) + "WWW", Sent);
+        ::row("control characters have no picture", mark(1) + "W" + mark(0x1b) + "W" + mark(0) + "W",
+              Received);
     }
     void textStandsInThePenOfItsKind()
     {
@@ -87,10 +88,10 @@ private slots:
     void everyPenReadsOnItsGround_data()
     {
         QTest::addColumn<int>("kind");
-        QTest::newRow("received") << 1;
-        QTest::newRow("sent") << 2;
-        QTest::newRow("information") << 3;
-        QTest::newRow("error") << 4;
+        ::row("received", 1);
+        ::row("sent", 2);
+        ::row("information", 3);
+        ::row("error", 4);
     }
     void everyPenReadsOnItsGround()
     {
@@ -301,13 +302,13 @@ private slots:
         QTest::addColumn<int>("send");
         QTest::addColumn<int>("echoDrawn");
         QTest::addColumn<int>("sendDrawn");
-        QTest::newRow("all fits") << 10 << 10 << 20 << 10 << 20;
-        QTest::newRow("echo is cut") << 100 << 21 << 0 << 20 << 0;
-        QTest::newRow("echo just fits") << 100 << 20 << 0 << 20 << 0;
-        QTest::newRow("send buffer is cut") << 100 << 0 << 21 << 0 << 20;
-        QTest::newRow("line ends at the limit") << 120 << 5 << 5 << 0 << 0;
-        QTest::newRow("line is longer") << 121 << 5 << 5 << 0 << 0;
-        QTest::newRow("a whole file waits") << 0 << 0 << 5000000 << 0 << 120;
+        ::row("all fits", 10, 10, 20, 10, 20);
+        ::row("echo is cut", 100, 21, 0, 20, 0);
+        ::row("echo just fits", 100, 20, 0, 20, 0);
+        ::row("send buffer is cut", 100, 0, 21, 0, 20);
+        ::row("line ends at the limit", 120, 5, 5, 0, 0);
+        ::row("line is longer", 121, 5, 5, 0, 0);
+        ::row("a whole file waits", 0, 0, 5000000, 0, 120);
     }
     // A column is the width of the font's widest character; the letters may be narrower.
     void pendingTextIsCutTo120Columns()

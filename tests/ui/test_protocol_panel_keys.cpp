@@ -1,3 +1,4 @@
+#include "tests/support/row.h"
 #include "tests/ui/seat.h"
 #include "tests/ui/station.h"
 #include "ui/sound.h"
@@ -137,8 +138,7 @@ private slots:
         for (int procedure = 0; procedure < 3; ++procedure)
             for (const QByteArray control : controls)
                 if (procedure == Seat::SKK || control != "protocolCommands")
-                    QTest::newRow((names[procedure] + QByteArray(", ") + control).constData())
-                        << procedure << control;
+                    row((names[procedure] + QByteArray(", ") + control).constData(), procedure, control);
     }
     void panelsKeyStaysInThePanel()
     {
@@ -246,7 +246,7 @@ private slots:
     {
         QTest::addColumn<QByteArray>("control");
         for (const QByteArray control : controls)
-            QTest::newRow(control.constData()) << control;
+            row(control.constData(), control);
     }
     void keysOfTheWindowWorkFromThePanel()
     {

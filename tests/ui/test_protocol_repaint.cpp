@@ -1,6 +1,7 @@
 #include "tests/ui/roll.h"
 
 #include "link/tlg_thread.h"
+#include "tests/support/row.h"
 
 #include <QApplication>
 #include <QScreen>
@@ -78,8 +79,8 @@ private slots:
         QTest::addColumn<int>("points");
         for (const char *family : {"Monospace", "Sans"})
             for (int points = 6; points <= 24; ++points)
-                QTest::newRow(qPrintable(QStringLiteral("%1 %2").arg(QLatin1String(family)).arg(points)))
-                    << family << points;
+                ::row(qPrintable(QStringLiteral("%1 %2").arg(QLatin1String(family)).arg(points)), family,
+                      points);
     }
     void rowPaintedAloneFitsToTheRest()
     {

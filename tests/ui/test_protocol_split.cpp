@@ -1,3 +1,4 @@
+#include "tests/support/row.h"
 #include "tests/ui/roll.h"
 
 #include <QApplication>
@@ -90,14 +91,14 @@ private slots:
         QTest::addColumn<int>("sent");
         QTest::addColumn<int>("comeReceived");
         QTest::addColumn<int>("comeSent");
-        QTest::newRow("the longer half grows") << 100 << 60 << 7 << 0;
-        QTest::newRow("the shorter half grows") << 100 << 60 << 0 << 7;
-        QTest::newRow("the longer half is below, it grows") << 60 << 100 << 0 << 7;
-        QTest::newRow("the longer half is below, the other grows") << 60 << 100 << 7 << 0;
-        QTest::newRow("both grow") << 100 << 60 << 5 << 9;
-        QTest::newRow("the shorter half overtakes") << 100 << 60 << 0 << 80;
-        QTest::newRow("a half shows all of itself") << 100 << 2 << 9 << 1;
-        QTest::newRow("equal halves") << 80 << 80 << 3 << 0;
+        ::row("the longer half grows", 100, 60, 7, 0);
+        ::row("the shorter half grows", 100, 60, 0, 7);
+        ::row("the longer half is below, it grows", 60, 100, 0, 7);
+        ::row("the longer half is below, the other grows", 60, 100, 7, 0);
+        ::row("both grow", 100, 60, 5, 9);
+        ::row("the shorter half overtakes", 100, 60, 0, 80);
+        ::row("a half shows all of itself", 100, 2, 9, 1);
+        ::row("equal halves", 80, 80, 3, 0);
     }
     void halvesKeepTheirPlaceWhileLinesCome()
     {

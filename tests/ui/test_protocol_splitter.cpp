@@ -1,3 +1,4 @@
+#include "tests/support/row.h"
 #include "tests/support/sessions.h"
 #include "ui/protocol_splitter.h"
 
@@ -61,62 +62,41 @@ private slots:
         QTest::addColumn<QString>("received");
         QTest::addColumn<QString>("sent");
 
-        QTest::newRow("no lines") << QStringList() << false << false << 0 << ""
-                                  << "";
-        QTest::newRow("information is dropped") << QStringList{"\\1ABC<>", "\\312:00:00 X", "\\2DEF<>", ""}
-                                                << false << false << 0 << "\\1ABC<> / \\2DEF<>"
-                                                << "";
-        QTest::newRow("an error stays and ends the information")
-            << QStringList{"\\3X", "\\4Y"} << false << false << 0 << "\\4Y"
-            << "";
-        QTest::newRow("the information lasts over marks above 5")
-            << QStringList{"\\3X\\6Y\\8Z", "\\1A"} << false << false << 0 << "\\1A"
-            << "";
-        QTest::newRow("a line that information has cut becomes one")
-            << QStringList{"\\1AB", "\\3X", "\\1CD<>"} << false << false << 0 << "\\1ABCD<>"
-            << "";
-        QTest::newRow("behind an error the text goes on")
-            << QStringList{"\\1AB", "\\4X", "\\1CD<>"} << false << false << 0 << "\\1AB\\4X\\1CD<>"
-            << "";
-        QTest::newRow("types that change in a line keep their marks")
-            << QStringList{"\\1AB\\2CD<>"} << false << false << 0 << "\\1AB\\2CD<>"
-            << "";
-        QTest::newRow("text before any mark is of the reserved type")
-            << QStringList{"AB>"} << false << false << 0 << "\\5AB>"
-            << "";
-        QTest::newRow("a line feed inside a line is skipped")
-            << QStringList{"\\1A\nB>"} << false << false << 0 << "\\1AB>"
-            << "";
-        QTest::newRow("a line end in the middle begins a fresh line")
-            << QStringList{"\\1A>B>"} << false << false << 0 << "\\1A> / \\1B>"
-            << "";
-        QTest::newRow("the width breaks a line")
-            << QStringList{"\\1ABCDEFG"} << false << false << 3 << "\\1ABC / \\1DEF / \\1G"
-            << "";
-        QTest::newRow("marks of registers take no width")
-            << QStringList{"\\1|A#B&C\"<>D"} << false << false << 3 << "\\1|A#B&C\"<> / \\1D"
-            << "";
-        QTest::newRow("the end of a full line stays with it")
-            << QStringList{"\\1ABC<>", "\\1D"} << false << false << 3 << "\\1ABC<> / \\1D"
-            << "";
-        QTest::newRow("a line that the journal has broken is one again")
-            << QStringList{"\\1ABC", "\\1DE>"} << false << false << 0 << "\\1ABCDE>"
-            << "";
-        QTest::newRow("parted by direction")
-            << QStringList{"\\1AB<>", "\\2CD<>", "\\1EF<>"} << true << true << 0 << "\\1AB<> / \\1EF<>"
-            << "\\2CD<>";
-        QTest::newRow("parted, a line of both directions")
-            << QStringList{"\\1AB\\2CD\\1EF<>", "\\2GH<>"} << true << true << 0 << "\\1ABEF<>"
-            << "\\2CDGH<>";
-        QTest::newRow("parted, neither half has events")
-            << QStringList{"\\1A>", "\\3X", "\\4Y", "\\5Z", "\\2B>"} << true << true << 0 << "\\1A>"
-            << "\\2B>";
-        QTest::newRow("parted without information")
-            << QStringList{"\\1A", "\\3X", "\\1B>"} << true << false << 0 << "\\1AB>"
-            << "";
-        QTest::newRow("parted and broken by the width")
-            << QStringList{"\\1ABCD\\2EFGH"} << true << true << 2 << "\\1AB / \\1CD"
-            << "\\2EF / \\2GH";
+        row("no lines", QStringList(), false, false, 0, "", "");
+        row("information is dropped", QStringList{"\\1ABC<>", "\\312:00:00 X", "\\2DEF<>", ""}, false, false,
+            0, "\\1ABC<> / \\2DEF<>", "");
+        row("an error stays and ends the information", QStringList{"\\3X", "\\4Y"}, false, false, 0, "\\4Y",
+            "");
+        row("the information lasts over marks above 5", QStringList{"\\3X\\6Y\\8Z", "\\1A"}, false, false, 0,
+            "\\1A", "");
+        row("a line that information has cut becomes one", QStringList{"\\1AB", "\\3X", "\\1CD<>"}, false,
+            false, 0, "\\1ABCD<>", "");
+        row("behind an error the text goes on", QStringList{"\\1AB", "\\4X", "\\1CD<>"}, false, false, 0,
+            "\\1AB\\4X\\1CD<>", "");
+        row("types that change in a line keep their marks", QStringList{"\\1AB\\2CD<>"}, false, false, 0,
+            "\\1AB\\2CD<>", "");
+        row("text before any mark is of the reserved type", QStringList{"AB>"}, false, false, 0, "\\5AB>",
+            "");
+        row("a line feed inside a line is skipped", QStringList{"\\1A\nB>"}, false, false, 0, "\\1AB>", "");
+        row("a line end in the middle begins a fresh line", QStringList{"\\1A>B>"}, false, false, 0,
+            "\\1A> / \\1B>", "");
+        row("the width breaks a line", QStringList{"\\1ABCDEFG"}, false, false, 3, "\\1ABC / \\1DEF / \\1G",
+            "");
+        row("marks of registers take no width", QStringList{"\\1|A#B&C\"<>D"}, false, false, 3,
+            "\\1|A#B&C\"<> / \\1D", "");
+        row("the end of a full line stays with it", QStringList{"\\1ABC<>", "\\1D"}, false, false, 3,
+            "\\1ABC<> / \\1D", "");
+        row("a line that the journal has broken is one again", QStringList{"\\1ABC", "\\1DE>"}, false, false,
+            0, "\\1ABCDE>", "");
+        row("parted by direction", QStringList{"\\1AB<>", "\\2CD<>", "\\1EF<>"}, true, true, 0,
+            "\\1AB<> / \\1EF<>", "\\2CD<>");
+        row("parted, a line of both directions", QStringList{"\\1AB\\2CD\\1EF<>", "\\2GH<>"}, true, true, 0,
+            "\\1ABEF<>", "\\2CDGH<>");
+        row("parted, neither half has events", QStringList{"\\1A>", "\\3X", "\\4Y", "\\5Z", "\\2B>"}, true,
+            true, 0, "\\1A>", "\\2B>");
+        row("parted without information", QStringList{"\\1A", "\\3X", "\\1B>"}, true, false, 0, "\\1AB>", "");
+        row("parted and broken by the width", QStringList{"\\1ABCD\\2EFGH"}, true, true, 2, "\\1AB / \\1CD",
+            "\\2EF / \\2GH");
     }
     void journalIsCutAnew()
     {
@@ -160,12 +140,12 @@ private slots:
     void anotherJournalBeginsFromItsStart_data()
     {
         QTest::addColumn<QStringList>("second");
-        QTest::newRow("shorter list") << QStringList{"\\1X>"};
-        QTest::newRow("empty list") << QStringList();
-        QTest::newRow("shorter last line") << QStringList{"\\1A>", "\\1B>", "\\1"};
-        QTest::newRow("other line between") << QStringList{"\\1A>", "\\1X>", "\\1CCC"};
-        QTest::newRow("other last line") << QStringList{"\\1A>", "\\1B>", "\\1XX"};
-        QTest::newRow("other first line") << QStringList{"\\1Y>", "\\1B>", "\\1CCC>", "\\1D>"};
+        row("shorter list", QStringList{"\\1X>"});
+        row("empty list", QStringList());
+        row("shorter last line", QStringList{"\\1A>", "\\1B>", "\\1"});
+        row("other line between", QStringList{"\\1A>", "\\1X>", "\\1CCC"});
+        row("other last line", QStringList{"\\1A>", "\\1B>", "\\1XX"});
+        row("other first line", QStringList{"\\1Y>", "\\1B>", "\\1CCC>", "\\1D>"});
     }
     void anotherJournalBeginsFromItsStart()
     {

@@ -1,3 +1,4 @@
+#include "tests/support/row.h"
 #include "tests/ui/roll.h"
 
 #include <QDateEdit>
@@ -105,11 +106,11 @@ private slots:
         QTest::addColumn<int>("processMode");
         QTest::addColumn<int>("national");
         QTest::addColumn<QStringList>("labels");
-        QTest::newRow("CKS") << 0 << 0 << QStringList{"Регистры", "Информация", "Разделить"};
-        QTest::newRow("SKK") << 1 << 0 << QStringList{"Регистры", "Информация", "Команды", "Разделить"};
-        QTest::newRow("direct") << 2 << 0 << QStringList{"Регистры", "Информация", "Разделить"};
-        QTest::newRow("Tatar") << 0 << 1 << QStringList{"Регистры", "Информация", "Разделить", "Язык"};
-        QTest::newRow("Georgian") << 0 << 2 << QStringList{"Регистры", "Информация", "Разделить"};
+        ::row("CKS", 0, 0, QStringList{"Регистры", "Информация", "Разделить"});
+        ::row("SKK", 1, 0, QStringList{"Регистры", "Информация", "Команды", "Разделить"});
+        ::row("direct", 2, 0, QStringList{"Регистры", "Информация", "Разделить"});
+        ::row("Tatar", 0, 1, QStringList{"Регистры", "Информация", "Разделить", "Язык"});
+        ::row("Georgian", 0, 2, QStringList{"Регистры", "Информация", "Разделить"});
     }
     void panelHoldsDateAndSwitches()
     {
@@ -198,9 +199,9 @@ private slots:
     void panelIsNotCutOffInALargeFont_data()
     {
         QTest::addColumn<int>("points");
-        QTest::newRow("8") << 8;
-        QTest::newRow("16") << 16;
-        QTest::newRow("24") << 24;
+        ::row("8", 8);
+        ::row("16", 16);
+        ::row("24", 24);
     }
     void panelIsNotCutOffInALargeFont()
     {

@@ -5,6 +5,7 @@
 #include "procedures/process_direct.h"
 #include "procedures/process_skk.h"
 #include "records/protocol.h"
+#include "tests/support/row.h"
 #include "tests/support/sessions.h"
 #include "tests/ui/station.h"
 #include "ui/form_main.h"
@@ -132,10 +133,10 @@ void TestReceiveTurns::piecewiseIsAsAtOnce_data()
 {
     QTest::addColumn<int>("mode");
     QTest::addColumn<bool>("tcp");
-    QTest::newRow("centre") << CKS << true;
-    QTest::newRow("dialled, adapter") << SKK << false;
-    QTest::newRow("dialled, TCP") << SKK << true;
-    QTest::newRow("direct") << Direct << true;
+    row("centre", CKS, true);
+    row("dialled, adapter", SKK, false);
+    row("dialled, TCP", SKK, true);
+    row("direct", Direct, true);
 }
 
 void TestReceiveTurns::piecewiseIsAsAtOnce()

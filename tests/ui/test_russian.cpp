@@ -2,6 +2,7 @@
 
 #include "app/ask.h"
 #include "app/startup.h"
+#include "tests/support/row.h"
 #include "ui/file_dialog_with_codepage_select.h"
 
 #include <QAction>
@@ -169,7 +170,7 @@ void TestRussian::boxSpeaksRussian_data()
 {
     QTest::addColumn<int>("index");
     for (int i = 0; i < int(std::size(boxes)); ++i)
-        QTest::newRow(boxes[i].name) << i;
+        row(boxes[i].name, i);
 }
 
 void TestRussian::boxSpeaksRussian()
@@ -186,9 +187,9 @@ void TestRussian::boxSpeaksRussian()
 void TestRussian::menuOfAFieldSpeaksRussian_data()
 {
     QTest::addColumn<int>("kind");
-    QTest::newRow("line") << 0;
-    QTest::newRow("text") << 1;
-    QTest::newRow("plain text") << 2;
+    row("line", 0);
+    row("text", 1);
+    row("plain text", 2);
 }
 
 void TestRussian::menuOfAFieldSpeaksRussian()

@@ -1,3 +1,4 @@
+#include "tests/support/row.h"
 #include "text/utils.h"
 #include "ui/combo_box_key_signal.h"
 #include "ui/label_clickable.h"
@@ -87,9 +88,9 @@ void TestSmallWidgets::spinBoxIsAsWideAsItsMaximum_data()
 {
     QTest::addColumn<int>("maximum");
     QTest::addColumn<QString>("widest");
-    QTest::newRow("9") << 9 << "00009";
-    QTest::newRow("999") << 999 << "0000999";
-    QTest::newRow("65535") << 65535 << "000065535";
+    row("9", 9, "00009");
+    row("999", 999, "0000999");
+    row("65535", 65535, "000065535");
 }
 
 void TestSmallWidgets::spinBoxIsAsWideAsItsMaximum()
@@ -178,13 +179,13 @@ void TestSmallWidgets::emptyGeometryIsIgnored()
 void TestSmallWidgets::geometryComesBackOntoTheScreen_data()
 {
     QTest::addColumn<QRect>("stored");
-    QTest::newRow("right of it") << QRect(5000, 100, 300, 200);
-    QTest::newRow("left of it") << QRect(-5000, 100, 300, 200);
-    QTest::newRow("above it") << QRect(100, -5000, 300, 200);
-    QTest::newRow("half below") << QRect(100, 700, 300, 200);
-    QTest::newRow("title above it") << QRect(100, 0, 300, 200);
-    QTest::newRow("larger than it") << QRect(-10, -10, 9000, 9000);
-    QTest::newRow("torn file") << QRect(QPoint(-2000000000, -2000000000), QPoint(2000000000, 2000000000));
+    row("right of it", QRect(5000, 100, 300, 200));
+    row("left of it", QRect(-5000, 100, 300, 200));
+    row("above it", QRect(100, -5000, 300, 200));
+    row("half below", QRect(100, 700, 300, 200));
+    row("title above it", QRect(100, 0, 300, 200));
+    row("larger than it", QRect(-10, -10, 9000, 9000));
+    row("torn file", QRect(QPoint(-2000000000, -2000000000), QPoint(2000000000, 2000000000)));
 }
 
 void TestSmallWidgets::geometryComesBackOntoTheScreen()

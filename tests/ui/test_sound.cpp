@@ -1,5 +1,6 @@
 #include "tests/support/desk.h"
 #include "tests/support/patience.h"
+#include "tests/support/row.h"
 #include "tests/support/sound_server.h"
 #include "tests/ui/wave_file.h"
 #include "ui/sound.h"
@@ -59,9 +60,9 @@ void TestSound::defaultSounds_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<int>("heard"); // ms, at least
 
-    QTest::newRow("rocket") << "raketa.wav" << 1200;
-    QTest::newRow("category") << "category.wav" << 800;
-    QTest::newRow("any other") << "input.wav" << 150;
+    row("rocket", "raketa.wav", 1200);
+    row("category", "category.wav", 800);
+    row("any other", "input.wav", 150);
 }
 
 void TestSound::defaultSounds()
@@ -124,10 +125,10 @@ void TestSound::whatEndsThePlaying_data()
     QTest::addColumn<QString>("file");
     QTest::addColumn<int>("type");
 
-    QTest::newRow("silent type") << "a.wav" << 0;
-    QTest::newRow("no file name") << "" << 1;
-    QTest::newRow("missing file") << "absent.wav" << 2;
-    QTest::newRow("directory") << "." << 1;
+    row("silent type", "a.wav", 0);
+    row("no file name", "", 1);
+    row("missing file", "absent.wav", 2);
+    row("directory", ".", 1);
 }
 
 void TestSound::whatEndsThePlaying()
@@ -146,14 +147,14 @@ void TestSound::badFileIsNotPlaying_data()
 {
     QTest::addColumn<QByteArray>("content");
 
-    QTest::newRow("empty") << QByteArray();
-    QTest::newRow("no sound file") << QByteArray(5000, 'x');
-    QTest::newRow("torn in the head") << waveFile(500, 100).left(20);
-    QTest::newRow("no samples") << waveFile(500, 0);
-    QTest::newRow("torn in the samples") << waveFile(500, 300).chopped(1);
-    QTest::newRow("samples without a format") << waveFile(500, 100).replace("fmt ", "xxxx");
-    QTest::newRow("compressed") << waveFile(500, 100).replace(20, 1, "\x55");
-    QTest::newRow("endless chunk") << waveFile(500, 100).replace(16, 4, "\xFF\xFF\xFF\x7F");
+    row("empty", QByteArray());
+    row("no sound file", QByteArray(5000, 'x'));
+    row("torn in the head", waveFile(500, 100).left(20));
+    row("no samples", waveFile(500, 0));
+    row("torn in the samples", waveFile(500, 300).chopped(1));
+    row("samples without a format", waveFile(500, 100).replace("fmt ", "xxxx"));
+    row("compressed", waveFile(500, 100).replace(20, 1, "\x55"));
+    row("endless chunk", waveFile(500, 100).replace(16, 4, "\xFF\xFF\xFF\x7F"));
 }
 
 void TestSound::badFileIsNotPlaying()
