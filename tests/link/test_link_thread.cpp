@@ -265,7 +265,7 @@ void TestLinkThread::twoWorkstationsTalk()
     QTRY_COMPARE(server.thread.recvBuffer.mGet(), there);
     // Nobody grants windows here, so the answer goes only as far as the client has not yet spoken.
     QTRY_COMPARE(client.thread.sentLog.mGet(), there);
-    QVERIFY(client.thread.sendBuffer.mIsEmpty());
+    QTRY_VERIFY(client.thread.sendBuffer.mIsEmpty());
     server.send(back);
     QTRY_VERIFY(server.thread.secondTick == false);
     QCOMPARE(server.thread.sendBuffer.mGet(), back);
