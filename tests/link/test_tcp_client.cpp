@@ -10,6 +10,8 @@
 #include <QTcpServer>
 #include <QtTest>
 
+#include <atomic>
+
 class TestTcpClient : public QObject
 {
     Q_OBJECT
@@ -225,11 +227,21 @@ void TestTcpClient::writeErrorEndsTheLinkAndKeepsTheText()
         text += QChar('A' + i % 26);
     Line line;
     line.send(text);
+    std::atomic<int> downWhenTold{0}; // the news of a failure finds the link down already
+    connect(
+        &line.thread, &CTlgThread::signalOnState, &line.thread,
+        [&] {
+            if (line.thread.stateText.mGet().endsWith(qs(": Ошибка отправки данных")) &&
+                !line.thread.connected)
+                ++downWhenTold;
+        },
+        Qt::DirectConnection);
     line.connectOnce(m_server->serverPort());
     const auto peer = accept();
     QTRY_VERIFY(peer->got.size() > 100);
     peer->reset();
     QTRY_VERIFY(line.ended());
+    QCOMPARE(downWhenTold.load(), 1);
     QCOMPARE(line.states(), QStringList({state(": Соединено "), state(": Ошибка отправки данных"),
                                          state(": Соединение закрыто")}));
     QCOMPARE(line.thread.reconnectDelay.load(), 10);
