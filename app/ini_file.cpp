@@ -8,7 +8,7 @@
 
 namespace
 {
-constexpr qint64 LargestIni = 16 * 1024 * 1024; // bytes; a hundred thousand subscribers have room
+constexpr qint64 LargestIni = 16LL * 1024 * 1024; // bytes; a hundred thousand subscribers have room
 
 QByteArray contentOf(const QString &path)
 {

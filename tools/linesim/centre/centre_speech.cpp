@@ -22,7 +22,7 @@ QString CentreDesk::stamp() const
 {
     if (!settings.stamps)
         return QString();
-    return m_now.addSecs(60 * settings.clockOffMinutes).toString(QStringLiteral("hhmm"));
+    return m_now.addSecs(60LL * settings.clockOffMinutes).toString(QStringLiteral("hhmm"));
 }
 
 void CentreDesk::sendService(const QString &text)

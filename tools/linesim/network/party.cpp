@@ -48,7 +48,7 @@ void Party::tick()
         m_agenda.takeAt(i).act();
         i = 0; // the deed may have changed the agenda
     }
-    if (m_asked >= 0 && m_now - m_asked > m_settings.patience * 1000) {
+    if (m_asked >= 0 && m_now - m_asked > m_settings.patience * 1000LL) {
         m_asked = -1;
         m_log.violation(QStringLiteral("no answerback in %1 s").arg(m_settings.patience));
     }

@@ -287,7 +287,7 @@ void SwitchedLine::tick()
 void SwitchedLine::checkPatience()
 {
     const qint64 now = m_now.toMSecsSinceEpoch();
-    const auto over = [now](qint64 since, int seconds) { return now - since > seconds * 1000; };
+    const auto over = [now](qint64 since, int seconds) { return now - since > seconds * 1000LL; };
     switch (m_state) {
     case Idle:
     case Refused: return;
