@@ -1,15 +1,26 @@
 #!/bin/bash
-# Installs what is missing, builds, and runs every test.
-#   ./test.sh          the debug build
-#   ./test.sh --asan   the same under AddressSanitizer and UBSan
-#   ./test.sh --tsan   the same under ThreadSanitizer
-#   ./test.sh --day    a whole day with a centre, passed at speed
-#   ./test.sh --fuzz   a million random sessions beside each naive reader
-#   ./test.sh --bench  the benchmarks, in the release build, with their table
-# What stands behind the option goes to ctest, as in: ./test.sh --asan -R journal
+# Installs what is missing, builds, and runs the tests; ./test.sh --help tells which.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")"
 . scripts/clean-environment.sh
+
+help()
+{
+    cat <<'END'
+usage: ./test.sh [OPTION] [ARGUMENT of ctest...]
+
+Installs what is missing, builds, and runs the tests; without an option each test, in the debug build.
+
+  --asan   each under AddressSanitizer and UBSan
+  --tsan   each under ThreadSanitizer
+  --day    a whole day with a centre, and hours of one with faults, passed at speed
+  --fuzz   a million random sessions beside each naive reader
+  --bench  the benchmarks, in the release build, with their table
+  --help   this text
+
+What stands behind the option goes to ctest: ./test.sh --asan -R journal
+END
+}
 
 preset=debug
 case "${1:-}" in
@@ -18,6 +29,8 @@ case "${1:-}" in
     --day) shift; day=yes ;;
     --fuzz) shift; fuzz=yes ;;
     --bench) preset=release; shift; bench=yes ;;
+    --help | -h) help; exit ;;
+    --*) echo "test.sh: unknown option $1" >&2; help >&2; exit 2 ;;
 esac
 
 scripts/install-deps.sh

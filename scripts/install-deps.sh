@@ -12,6 +12,7 @@ packages="
     cups-client cups-daemon cups-ipp-utils dbus-daemon
     librsvg2-bin icoutils sox
     fonts-dejavu
+    clang-format clang-tidy
     python3 poppler-utils procps iproute2
     arduino-core-avr avr-libc avrdude gcc-avr libsimavr-dev
 "
