@@ -10,7 +10,8 @@ class QFont;
 class QWidget;
 
 /// Static helpers for telegram text (text/utils*.cpp), files (records/utils_files.cpp), ports
-/// (link/utils_ports.cpp), printing (ui/utils_print.cpp) and widgets (ui/utils_gui.cpp). No state.
+/// (link/utils_ports.cpp), printing (ui/printing/utils_print.cpp) and widgets (ui/widgets/utils_gui.cpp). No
+/// state.
 class CUtils
 {
 public:

@@ -13,8 +13,8 @@
 #include "procedures/process_direct.h"
 #include "procedures/process_skk.h"
 #include "records/protocol.h"
-#include "ui/confirm_category_dialog.h"
-#include "ui/confirm_r_dialog.h"
+#include "ui/dialogs/confirm_category_dialog.h"
+#include "ui/dialogs/confirm_r_dialog.h"
 #include "ui/form_main.h"
 #include "ui/sound.h"
 

@@ -4,7 +4,7 @@
 #include "app/state.h"
 #include "records/protocol.h"
 #include "tests/support/desk.h"
-#include "ui/protocol_widget.h"
+#include "ui/roll/protocol_widget.h"
 
 #include <QApplication>
 #include <QCheckBox>

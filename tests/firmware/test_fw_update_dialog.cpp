@@ -6,7 +6,7 @@
 #include "tests/support/desk.h"
 #include "tests/support/row.h"
 #include "tools/linesim/serial/pseudo_terminal.h"
-#include "ui/fw_update_dialog.h"
+#include "ui/dialogs/fw_update_dialog.h"
 
 #include <QComboBox>
 #include <QPushButton>

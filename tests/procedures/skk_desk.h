@@ -8,7 +8,7 @@
 #include "records/protocol.h"
 #include "records/send_model.h"
 #include "tests/support/desk.h"
-#include "ui/print_queue.h"
+#include "ui/printing/print_queue.h"
 
 #include <QStringList>
 

@@ -9,7 +9,7 @@
 #include "procedures/process_skk.h"
 #include "records/protocol.h"
 #include "text/mtk2.h"
-#include "ui/print_queue.h"
+#include "ui/printing/print_queue.h"
 
 #include <QDir>
 #include <QFile>

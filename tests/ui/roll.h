@@ -6,7 +6,7 @@
 #include "records/protocol.h"
 #include "tests/support/desk.h"
 #include "tests/ui/paint_counter.h"
-#include "ui/protocol_widget.h"
+#include "ui/roll/protocol_widget.h"
 
 #include <QCheckBox>
 #include <QCoreApplication>

@@ -8,7 +8,7 @@
 #include "tests/support/desk.h"
 #include "text/mtk2.h"
 #include "ui/form_main.h"
-#include "ui/protocol_widget.h"
+#include "ui/roll/protocol_widget.h"
 
 #include <QApplication>
 #include <QKeyEvent>

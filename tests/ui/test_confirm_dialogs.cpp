@@ -6,8 +6,8 @@
 #include "procedures/process_cks.h"
 #include "tests/support/desk.h"
 #include "tests/support/row.h"
-#include "ui/confirm_category_dialog.h"
-#include "ui/confirm_r_dialog.h"
+#include "ui/dialogs/confirm_category_dialog.h"
+#include "ui/dialogs/confirm_r_dialog.h"
 #include "ui/form_main.h"
 #include "ui/sound.h"
 

@@ -5,8 +5,8 @@
 #include "link/tlg_thread.h"
 #include "procedures/process_cks.h"
 #include "tests/ui/station.h"
-#include "ui/confirm_category_dialog.h"
-#include "ui/confirm_r_dialog.h"
+#include "ui/dialogs/confirm_category_dialog.h"
+#include "ui/dialogs/confirm_r_dialog.h"
 #include "ui/form_main.h"
 #include "ui/sound.h"
 

@@ -7,7 +7,7 @@
 #include "link/tlg_thread.h"
 #include "tests/support/row.h"
 #include "tests/ui/station.h"
-#include "ui/confirm_r_dialog.h"
+#include "ui/dialogs/confirm_r_dialog.h"
 #include "ui/form_main.h"
 
 #include <QtTest>

@@ -5,7 +5,7 @@
 #include "records/protocol.h"
 #include "tests/ui/station.h"
 #include "ui/form_main.h"
-#include "ui/protocol_widget.h"
+#include "ui/roll/protocol_widget.h"
 
 #include <QDateEdit>
 #include <QtTest>

@@ -7,7 +7,7 @@
 #include "tests/support/row.h"
 #include "tests/ui/station.h"
 #include "ui/form_main.h"
-#include "ui/protocol_widget.h"
+#include "ui/roll/protocol_widget.h"
 
 #include <QMessageBox>
 #include <QtTest>

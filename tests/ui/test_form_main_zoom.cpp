@@ -5,7 +5,7 @@
 #include "tests/ui/station.h"
 #include "text/utils.h"
 #include "ui/form_main.h"
-#include "ui/protocol_widget.h"
+#include "ui/roll/protocol_widget.h"
 
 #include <QApplication>
 #include <QCheckBox>

@@ -5,7 +5,7 @@
 #include "records/send_model.h"
 #include "tests/ui/seat.h"
 #include "tools/linesim/peer/peer.h"
-#include "ui/pick_file.h"
+#include "ui/dialogs/pick_file.h"
 
 #include <QClipboard>
 #include <QDialog>

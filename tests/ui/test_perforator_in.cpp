@@ -2,8 +2,8 @@
 
 #include "tests/support/row.h"
 #include "tests/ui/punch_room.h"
-#include "ui/perforator_in_dialog.h"
-#include "ui/perforator_out_dialog.h"
+#include "ui/dialogs/perforator_in_dialog.h"
+#include "ui/dialogs/perforator_out_dialog.h"
 
 #include <QTextEdit>
 

@@ -2,7 +2,7 @@
 
 #include "tests/support/row.h"
 #include "tests/ui/roll_menu.h"
-#include "ui/perforator_out_dialog.h"
+#include "ui/dialogs/perforator_out_dialog.h"
 
 #include <QClipboard>
 #include <QTextEdit>

@@ -1,7 +1,7 @@
 // The dialog that punches, over a simulated perforator.
 
 #include "tests/ui/punch_room.h"
-#include "ui/perforator_out_dialog.h"
+#include "ui/dialogs/perforator_out_dialog.h"
 
 #include <QProgressBar>
 #include <QTextEdit>

@@ -4,7 +4,7 @@
 #include "tests/support/row.h"
 #include "tests/ui/station.h"
 #include "ui/form_main.h"
-#include "ui/print_queue.h"
+#include "ui/printing/print_queue.h"
 
 #include <QDialog>
 #include <QTextEdit>

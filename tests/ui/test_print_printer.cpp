@@ -5,10 +5,10 @@
 #include "tests/support/ipp_printer.h"
 #include "tests/support/patience.h"
 #include "text/utils.h"
+#include "ui/dialogs/print_txt_dialog.h"
 #include "ui/form_main.h"
-#include "ui/print_queue.h"
-#include "ui/print_txt_dialog.h"
-#include "ui/system_printer.h"
+#include "ui/printing/print_queue.h"
+#include "ui/printing/system_printer.h"
 
 #include <QPrinter>
 #include <QProcess>

@@ -7,8 +7,8 @@
 #include "tests/support/patience.h"
 #include "tests/support/row.h"
 #include "text/utils.h"
-#include "ui/print_queue.h"
-#include "ui/raw_printer.h"
+#include "ui/printing/print_queue.h"
+#include "ui/printing/raw_printer.h"
 
 #include <QElapsedTimer>
 #include <QTcpServer>

@@ -1,7 +1,7 @@
 #include "tests/support/row.h"
 #include "tests/ui/paint_counter.h"
 #include "tests/ui/seat.h"
-#include "ui/pick_file.h"
+#include "ui/dialogs/pick_file.h"
 
 #include <QComboBox>
 #include <QDialog>

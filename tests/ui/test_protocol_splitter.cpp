@@ -1,6 +1,6 @@
 #include "tests/support/row.h"
 #include "tests/support/sessions.h"
-#include "ui/protocol_splitter.h"
+#include "ui/roll/protocol_splitter.h"
 
 #include <QtTest>
 

@@ -3,7 +3,7 @@
 #include "app/ask.h"
 #include "app/startup.h"
 #include "tests/support/row.h"
-#include "ui/file_dialog_with_codepage_select.h"
+#include "ui/dialogs/file_dialog_with_codepage_select.h"
 
 #include <QAction>
 #include <QCalendarWidget>

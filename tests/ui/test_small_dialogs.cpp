@@ -1,13 +1,13 @@
 #include "app/options.h"
 #include "link/tlg_thread.h"
 #include "tests/support/desk.h"
-#include "ui/about_dialog.h"
-#include "ui/edit_counter_dialog.h"
-#include "ui/file_dialog_with_codepage_select.h"
-#include "ui/number_dialog.h"
-#include "ui/string_dialog.h"
-#include "ui/test_dialog.h"
-#include "ui/text_dialog.h"
+#include "ui/dialogs/about_dialog.h"
+#include "ui/dialogs/edit_counter_dialog.h"
+#include "ui/dialogs/file_dialog_with_codepage_select.h"
+#include "ui/dialogs/number_dialog.h"
+#include "ui/dialogs/string_dialog.h"
+#include "ui/dialogs/test_dialog.h"
+#include "ui/dialogs/text_dialog.h"
 
 #include <QComboBox>
 #include <QLabel>

@@ -1,11 +1,11 @@
 #include "tests/support/row.h"
 #include "text/utils.h"
-#include "ui/combo_box_key_signal.h"
-#include "ui/label_clickable.h"
-#include "ui/layouts.h"
-#include "ui/line_edit_blocked.h"
-#include "ui/line_edit_limits.h"
-#include "ui/spin_box_limits.h"
+#include "ui/widgets/combo_box_key_signal.h"
+#include "ui/widgets/label_clickable.h"
+#include "ui/widgets/layouts.h"
+#include "ui/widgets/line_edit_blocked.h"
+#include "ui/widgets/line_edit_limits.h"
+#include "ui/widgets/spin_box_limits.h"
 
 #include <QScreen>
 #include <QtTest>

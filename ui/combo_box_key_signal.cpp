@@ -1,7 +1,0 @@
-#include "ui/combo_box_key_signal.h"
-
-void QComboBoxKeySignal::keyPressEvent(QKeyEvent *event)
-{
-    emit keyPress(event);
-    QComboBox::keyPressEvent(event);
-}

@@ -1,0 +1,57 @@
+#include "ui/dialogs/dialog.h"
+
+#include "app/options.h"
+#include "text/utils.h"
+
+#include <QEvent>
+#include <QFontDatabase>
+#include <QFontMetrics>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QStyle>
+
+namespace
+{
+constexpr int FrameButtons = 5; // the window's menu, three buttons, and what parts them from the title
+}
+
+CDialog::CDialog(QWidget *parent, QRect COptions::*place) : QDialog(parent), m_place(place) {}
+
+// The font is the desktop's and does not follow that of the program; desktops like it bold.
+int CDialog::widthOfTitle(const QString &title)
+{
+    QFont font = QFontDatabase::systemFont(QFontDatabase::TitleFont);
+    font.setBold(true);
+    const int buttons = FrameButtons * QApplication::style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    const int wanted = QFontMetrics(font).horizontalAdvance(title) + buttons;
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    return screen == nullptr ? wanted : qMin(wanted, screen->availableGeometry().width());
+}
+
+void CDialog::fitTitle()
+{
+    setMinimumWidth(qMax(widthOfTitle(windowTitle()), minimumSizeHint().width()));
+}
+
+bool CDialog::event(QEvent *event)
+{
+    const bool taken = QDialog::event(event);
+    if (event->type() == QEvent::WindowTitleChange || event->type() == QEvent::LayoutRequest ||
+        event->type() == QEvent::Polish)
+        fitTitle();
+    return taken;
+}
+
+void CDialog::takePlace()
+{
+    if (m_place != nullptr && Options.saveWindowPos)
+        CUtils::makeGeometry(this, Options.*m_place);
+}
+
+// Every way to close a dialog ends here; a minimised one lies nowhere.
+void CDialog::done(int result)
+{
+    if (m_place != nullptr && isVisible() && !isMinimized())
+        Options.*m_place = geometry();
+    QDialog::done(result);
+}

@@ -1,0 +1,58 @@
+#include "ui/dialogs/text_dialog.h"
+
+#include "app/options.h"
+#include "text/filters.h"
+#include "ui/widgets/layouts.h"
+
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+CTextDialog::CTextDialog(QWidget *parent)
+    : CDialog(parent, &COptions::geometryTextDialog), m_edit(new QPlainTextEdit),
+      m_send(new QPushButton(QStringLiteral("Отправить")))
+{
+    auto *cancel = new QPushButton(QStringLiteral("Отменить"));
+    m_edit->setObjectName(QStringLiteral("text"));
+    m_edit->setTabChangesFocus(true);
+    m_send->setObjectName(QStringLiteral("send"));
+    cancel->setObjectName(QStringLiteral("cancel"));
+
+    auto *buttons = new QHBoxLayout0;
+    buttons->addWidget(m_send);
+    buttons->addWidget(cancel);
+    auto *rows = new QVBoxLayoutMS(this);
+    rows->addWidget(new QLabel(QStringLiteral("Текст")));
+    rows->addWidget(m_edit);
+    rows->addLayout(buttons);
+
+    connect(m_edit, &QPlainTextEdit::textChanged, this, &CTextDialog::slotChanged);
+    connect(m_send, &QPushButton::clicked, this, &CTextDialog::slotApply);
+    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+    slotChanged();
+}
+
+int CTextDialog::exec(const QString &title)
+{
+    setWindowTitle(title);
+    m_edit->clear();
+    takePlace();
+    return CDialog::exec();
+}
+
+void CTextDialog::slotChanged()
+{
+    m_send->setEnabled(!m_edit->document()->isEmpty());
+}
+
+void CTextDialog::slotApply()
+{
+    const QString written = m_edit->toPlainText();
+    const QString cleared = QStringClearNonMTK2(written);
+    if (cleared != written) {
+        m_edit->setPlainText(cleared);
+        return;
+    }
+    text = cleared;
+    done(Accepted);
+}

@@ -1,6 +1,0 @@
-#include "ui/label_clickable.h"
-
-void CLabelClickable::mousePressEvent(QMouseEvent *)
-{
-    emit clicked();
-}

@@ -1,0 +1,6 @@
+#include "ui/widgets/label_clickable.h"
+
+void CLabelClickable::mousePressEvent(QMouseEvent *)
+{
+    emit clicked();
+}

@@ -1,0 +1,138 @@
+#include "ui/form_main.h"
+
+#include "app/clock.h"
+#include "app/options.h"
+#include "app/state.h"
+#include "link/prf_thread.h"
+#include "link/tlg_thread.h"
+#include "procedures/process_cks.h"
+#include "procedures/process_direct.h"
+#include "procedures/process_skk.h"
+#include "records/protocol.h"
+#include "text/utils.h"
+#include "ui/roll/protocol_widget.h"
+#include "ui/widgets/layouts.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QMenuBar>
+#include <QTabWidget>
+#include <QTimer>
+
+// The icons lie in the library of the program's own code, whose resources nobody else registers. The macro
+// must stand outside of every namespace.
+static void registerIcons()
+{
+    Q_INIT_RESOURCE(icons);
+}
+
+namespace
+{
+constexpr QSize DefaultSize(800, 600);
+
+void checkProcedureTimers()
+{
+    if (Options.processMode == 0)
+        ProcessCKS.timeCheck1sec();
+    else if (Options.processMode == 1)
+        ProcessSKK.timeCheck1sec();
+    else if (Options.processMode == 2)
+        ProcessDirect.timeCheck1sec();
+}
+} // namespace
+
+FormMain::FormMain(QWidget *parent) : QWidget(parent)
+{
+    registerIcons();
+    setObjectName(QStringLiteral("FormMain"));
+    // A program in the tray has no window; only the real close ends it (see closeEvent).
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    resize(DefaultSize);
+    if (Options.saveWindowPos)
+        CUtils::makeGeometry(this, Options.geometryMainForm);
+    buildPalettes();
+    protocolWidget = new CProtocolWidget(&Log, this);
+    protocolWidget->setObjectName(QStringLiteral("protocolWidget"));
+    protocolWidget->setShowRegisters(Options.ShowRegisters);
+    protocolWidget->setShowInfo(Options.ShowInfo);
+    protocolWidget->setShowCmd(Options.ShowCmd);
+    buildTray();
+
+    auto *rows = new QVBoxLayout0(this);
+    buildMenuBar();
+    rows->setMenuBar(menuBar);
+    buildStrip();
+    rows->addWidget(strip);
+    buildTabs();
+    rows->addWidget(tabWidget, 1);
+
+    connectThreads();
+    connectState();
+    checkProcedureTimers();
+    setThreadsParams();
+    setEditorInterfaceMode();
+    setPrfInterface();
+    slotSetTlgModeInterface();
+    protocolWidget->setFocus();
+    qApp->installEventFilter(this);
+}
+
+FormMain::~FormMain()
+{
+    deleteConfirmDialogs();
+    if (mainWindow == this)
+        mainWindow = nullptr;
+}
+
+void FormMain::connectThreads()
+{
+    connect(&Time, &CTime::signal_1sec, this, &FormMain::slot_on_1sec);
+    connect(&Time, &CTime::signal_1sec, protocolWidget, &CProtocolWidget::slotFlush);
+    connect(&TlgThread, &CTlgThread::signalOnReceived, this, &FormMain::slotOnTlgReceived);
+    connect(&TlgThread, &CTlgThread::signalOnSended, this, &FormMain::slotOnTlgSended);
+    connect(&TlgThread, &CTlgThread::signalOnState, this, &FormMain::slotOnTlgState);
+    connect(&PrfThread, &CPrfThread::signalOnState, this, &FormMain::slotOnPrfState);
+}
+
+void FormMain::connectState()
+{
+    connect(&State, &CState::tlgModeChanged, this, &FormMain::slotSetTlgModeInterface);
+    connect(&State, &CState::automaticChanged, this, &FormMain::setAutomaticInterface);
+    connect(&State, &CState::titlesChanged, this, &FormMain::updateTitles);
+    connect(&ProcessSKK, &CProcessSKK::updateTlgModeInterface, this, &FormMain::slotSetTlgModeInterface);
+    connect(&ProcessCKS, &CProcessCKS::confirmationDue, this, &FormMain::slotConfirmR);
+    connect(&ProcessCKS, &CProcessCKS::categoryAnnounced, this, &FormMain::slotConfirmCategory);
+    connect(protocolWidget, &CProtocolWidget::KeyPressed, this, &FormMain::ProtocolKeyPressed);
+    connect(protocolWidget, &QWidget::customContextMenuRequested, this,
+            &FormMain::slotProtocolContextMenuEvent);
+    connect(&trayIcon, &QSystemTrayIcon::activated, this, &FormMain::iconActivated);
+    connect(tabWidget, &QTabWidget::currentChanged, this, &FormMain::changedTabWidget);
+}
+
+void FormMain::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    // What has sizes of its own is sized once its widgets have taken the new font as well.
+    if (event->type() == QEvent::FontChange && strip)
+        QTimer::singleShot(0, this, [this] {
+            sizeStrip();
+            sizeSendTables();
+        });
+}
+
+void FormMain::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    sizeStrip();
+}
+
+bool FormMain::eventFilter(QObject *object, QEvent *event)
+{
+    // A key of the window is looked at before the field that has the focus can take it for text.
+    if (event->type() == QEvent::KeyPress && object->isWidgetType() &&
+        static_cast<QWidget *>(object)->window() == this && FormKeyPressed(static_cast<QKeyEvent *>(event)))
+        return true;
+    return QWidget::eventFilter(object, event);
+}

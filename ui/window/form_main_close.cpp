@@ -1,0 +1,69 @@
+// Chapter of FormMain: the ways out.
+
+#include "app/ask.h"
+#include "app/options.h"
+#include "app/state.h"
+#include "ui/form_main.h"
+#include "ui/roll/protocol_widget.h"
+#include "ui/widgets/line_edit_blocked.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QScopedValueRollback>
+
+namespace
+{
+constexpr int SKK = 1;
+constexpr int StopWithOpenChannel = 5; ///< ticks, so that the procedure's stop can go out
+constexpr int StopOtherwise = 2;
+} // namespace
+
+void FormMain::closeApplication()
+{
+    // The tray's menu works while the question is open.
+    if (closeQuestionOpen)
+        return;
+    const QScopedValueRollback<bool> guard(closeQuestionOpen, true);
+    if (ask(this, QStringLiteral("Velda"), QStringLiteral("Завершить приложение?")) != QMessageBox::Yes)
+        return;
+    State.stopCountdown = State.tlgMode == 3 ? StopWithOpenChannel : StopOtherwise;
+}
+
+void FormMain::closeEvent(QCloseEvent *event)
+{
+    if (!State.closeAllowed) {
+        event->ignore();
+        hide();
+        return;
+    }
+    takeRestOfReceived();
+    rememberSettings();
+    closeOtherWindows();
+    QApplication::setQuitOnLastWindowClosed(true);
+    event->accept();
+    trayIcon.hide();
+}
+
+void FormMain::rememberSettings()
+{
+    Options.geometryMainForm = geometry();
+    Options.ShowRegisters = protocolWidget->showRegisters();
+    Options.ShowInfo = protocolWidget->showInfo();
+    if (Options.processMode == SKK) // elsewhere there is no switch for it, and its setting stays
+        Options.ShowCmd = protocolWidget->showCmd();
+    Options.editorFromString = editorFrom->text();
+    Options.editorPScriptString = editorPScript->text();
+    Options.editorFKassaString = editorFKassa->text();
+    Options.editorFFromString = editorFFrom->text();
+    // A figure is what the word counter has put there, not the operator's template.
+    if (editorWordsCount->text().contains(QLatin1Char('$')))
+        Options.editorWordsCountShablon = editorWordsCount->text();
+}
+
+void FormMain::closeOtherWindows()
+{
+    // A question box or menu that is open would keep its event loop, and with it the program, alive.
+    for (QWidget *window : QApplication::topLevelWidgets())
+        if (window != this && window->isVisible())
+            window->close();
+}

@@ -1,0 +1,52 @@
+// Chapter of FormMain: clicks on the status strip.
+
+#include "app/options.h"
+#include "app/state.h"
+#include "link/tlg_thread.h"
+#include "records/protocol.h"
+#include "ui/dialogs/edit_counter_dialog.h"
+#include "ui/form_main.h"
+
+namespace
+{
+constexpr int ScanAfterClick = 2; ///< ticks
+}
+
+void FormMain::clickedLabelPKin()
+{
+    editCounter(State.PK_in, QStringLiteral("Принято телеграмм"),
+                QStringLiteral("Оператор изменил количество принятых телеграмм: "));
+}
+
+void FormMain::clickedLabelPKout()
+{
+    // "переданых" and the missing colon are the wording of the journal.
+    editCounter(State.PK_out, QStringLiteral("Передано телеграмм"),
+                QStringLiteral("Оператор изменил количество переданых телеграмм "));
+}
+
+void FormMain::editCounter(int &counter, const QString &title, const QString &journalText)
+{
+    if (Options.processMode != 0 || !State.manualMode)
+        return;
+    CEditCounterDialog dialog(this);
+    if (dialog.exec(counter, title) != QDialog::Accepted)
+        return;
+    const int old = counter; // may have moved while the dialog was open
+    Log.addCacheServiceString(journalText + QString::number(old) + QStringLiteral(" на ") +
+                                  QString::number(dialog.counter),
+                              ProtocolInfo, false);
+    counter = dialog.counter;
+    State.Save();
+}
+
+void FormMain::clickedLabelScanDirsTimeout()
+{
+    State.scanCountdown = ScanAfterClick;
+}
+
+void FormMain::clickedLabelConnectString()
+{
+    if (!TlgThread.linkUp())
+        TlgThread.restartThread();
+}

@@ -1,0 +1,70 @@
+// Chapter of FormMain: the keys of the whole window.
+
+#include "app/clock.h"
+#include "app/state.h"
+#include "ui/form_main.h"
+#include "ui/roll/protocol_widget.h"
+#include "ui/sound.h"
+
+#include <QApplication>
+#include <QDateEdit>
+#include <QFontInfo>
+#include <QKeyEvent>
+#include <QTabWidget>
+
+namespace
+{
+constexpr int LargestThatGrows = 23; ///< points
+constexpr int SmallestThatShrinks = 7;
+
+int pointSize(const QFont &font)
+{
+    return font.pointSize() > 0 ? font.pointSize() : QFontInfo(font).pointSize();
+}
+
+/// The key by its place on the keyboard: with the Russian layout on, the key A gives Ф and X gives Ч.
+int latinKey(int key)
+{
+    return key == 0x0424 ? int(Qt::Key_A) : key == 0x0427 ? int(Qt::Key_X) : key;
+}
+} // namespace
+
+bool FormMain::FormKeyPressed(QKeyEvent *event)
+{
+    const Qt::KeyboardModifiers modifiers = event->modifiers();
+    const int key = latinKey(event->key());
+    if (modifiers == Qt::AltModifier && key == Qt::Key_A) {
+        toggleAutomaticMode();
+        return true;
+    }
+    if (modifiers == Qt::AltModifier && key == Qt::Key_X) {
+        closeApplication();
+        return true;
+    }
+    if (modifiers == (Qt::ControlModifier | Qt::KeypadModifier) &&
+        (key == Qt::Key_Plus || key == Qt::Key_Minus)) {
+        changeFontSize(key == Qt::Key_Plus ? 1 : -1);
+        return true;
+    }
+    if (key == Qt::Key_Escape) {
+        if (tabWidget->currentWidget() == tabInput)
+            dateInput->setDate(Time.date);
+        if (tabWidget->currentWidget() == tabOutput)
+            dateOutput->setDate(Time.date);
+        sound.stop();
+    }
+    return false; // Esc has further meanings in the tabs
+}
+
+void FormMain::changeFontSize(int step)
+{
+    QFont font = QApplication::font();
+    const int size = pointSize(font);
+    if (step > 0 ? size > LargestThatGrows : size < SmallestThatShrinks)
+        return;
+    font.setPointSize(size + step);
+    QApplication::setFont(font);
+    QFont journalFont = protocolWidget->font();
+    journalFont.setPointSize(qMax(1, pointSize(journalFont) + step));
+    protocolWidget->setFont(journalFont);
+}

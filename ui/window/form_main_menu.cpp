@@ -1,0 +1,129 @@
+// Chapter of FormMain: menu bar and tray icon.
+
+#include "app/options.h"
+#include "ui/dialogs/about_dialog.h"
+#include "ui/form_main.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QFileInfo>
+#include <QMenu>
+#include <QMenuBar>
+#include <QStyle>
+#include <QUrl>
+
+namespace
+{
+QString manualPath()
+{
+    return Options.appPath + Options.userManualPath;
+}
+
+template <class Menu> QAction *named(Menu *menu, const QString &text, const char *name)
+{
+    QAction *action = menu->addAction(text);
+    action->setObjectName(QString::fromLatin1(name));
+    return action;
+}
+} // namespace
+
+void FormMain::buildTray()
+{
+    trayMenu = new QMenu(this);
+    trayMenu->setObjectName(QStringLiteral("trayMenu"));
+    connect(named(trayMenu, QStringLiteral("Развернуть"), "trayShow"), &QAction::triggered, this,
+            &QWidget::show);
+    connect(named(trayMenu, QStringLiteral("Выход"), "trayExit"), &QAction::triggered, this,
+            &FormMain::closeApplication);
+    trayIcon.setContextMenu(trayMenu);
+
+    // Index 6, for the mode БВ, stays without an icon on purpose.
+    static const char *const files[TrayIconCount] = {
+        "x.ico",      nullptr,    nullptr,    "tlg_ba.ico", "tlg_bd.ico", "tlg_rb.ico", nullptr,
+        "tlg_nc.ico", "tlg1.ico", "tlg2.ico", "tlg3.ico",   "tlg4.ico",   "tlg5.ico",   "tlge.ico",
+    };
+    for (size_t i = 0; i < icons.size(); ++i)
+        if (files[i])
+            icons[i] = QIcon(QStringLiteral(":icons/") + QLatin1String(files[i]));
+    icons[1] = QIcon(style()->standardPixmap(QStyle::StandardPixmap(11)));
+    icons[2] = QIcon(style()->standardPixmap(QStyle::StandardPixmap(15)));
+
+    setWindowIcon(icons[TrayStart]);
+    trayIcon.setIcon(icons[TrayStart]);
+    trayIcon.setVisible(true);
+    updateTitles();
+}
+
+void FormMain::buildMenuBar()
+{
+    menuBar = new QMenuBar(this);
+    menuBar->setObjectName(QStringLiteral("menuBar"));
+    buildSettingsMenu();
+    connect(named(menuBar, QStringLiteral("Выход"), "actionExit"), &QAction::triggered, this,
+            &FormMain::closeApplication);
+    buildHelpMenu();
+}
+
+void FormMain::buildSettingsMenu()
+{
+    QMenu *menu = menuBar->addMenu(QStringLiteral("Настройки"));
+    menu->setObjectName(QStringLiteral("menuSettings"));
+    actionOptions = named(menu, QStringLiteral("Параметры"), "actionOptions");
+    connect(actionOptions, &QAction::triggered, this, &FormMain::openOptions);
+    if (Options.processMode == 1) {
+        menu->addSeparator();
+        QAction *abonents = named(menu, QStringLiteral("Абоненты"), "actionAbonents");
+        QAction *lists = named(menu, QStringLiteral("Списки абонентов"), "actionAbonentLists");
+        connect(abonents, &QAction::triggered, this, &FormMain::openAbonents);
+        connect(lists, &QAction::triggered, this, &FormMain::openAbonentLists);
+        abonents->setEnabled(false);
+        lists->setEnabled(false);
+    }
+    menu->addSeparator();
+    actionOperators = named(menu, QStringLiteral("Операторы"), "actionOperators");
+    connect(actionOperators, &QAction::triggered, this, &FormMain::openOperators);
+    actionOperators->setEnabled(false);
+}
+
+void FormMain::buildHelpMenu()
+{
+    if (!QFileInfo::exists(manualPath())) {
+        connect(named(menuBar, QStringLiteral("?"), "actionAbout"), &QAction::triggered, this,
+                &FormMain::openAbout);
+        return;
+    }
+    QMenu *menu = menuBar->addMenu(QStringLiteral("?"));
+    menu->setObjectName(QStringLiteral("menuHelp"));
+    connect(named(menu, QStringLiteral("Руководство пользователя"), "actionUserManual"), &QAction::triggered,
+            this, &FormMain::openUserManual);
+    connect(named(menu, QStringLiteral("О программе"), "actionAbout"), &QAction::triggered, this,
+            &FormMain::openAbout);
+}
+
+// The settings are edited in velda.ini, and the operators' and subscribers' entries are disabled, as long as
+// their dialogs are not part of the program.
+void FormMain::openOptions() {}
+void FormMain::openAbonents() {}
+void FormMain::openAbonentLists() {}
+void FormMain::openOperators() {}
+
+void FormMain::openUserManual()
+{
+    QDesktopServices::openUrl(QUrl::fromLocalFile(manualPath()));
+}
+
+void FormMain::openAbout()
+{
+    CAboutDialog(this).exec();
+}
+
+void FormMain::iconActivated(QSystemTrayIcon::ActivationReason reason)
+{
+    if (reason != QSystemTrayIcon::Trigger)
+        return;
+    if (isVisible() && !isMinimized())
+        hide();
+    else
+        showNormal();
+}

@@ -1,0 +1,126 @@
+// Chapter of FormMain: what the modes of channel and workstation show and allow.
+
+#include "app/options.h"
+#include "app/startup.h"
+#include "app/state.h"
+#include "records/protocol.h"
+#include "ui/form_main.h"
+#include "ui/roll/protocol_widget.h"
+#include "ui/widgets/label_clickable.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QFrame>
+#include <QPushButton>
+
+namespace
+{
+constexpr int CKS = 0, SKK = 1;
+constexpr int ScanAfterModeChange = 2; ///< ticks
+
+struct CentreMode {
+    const char *label;
+    bool on[5]; ///< КГ0, КГ1, КГ2, КГ4, КГ5
+};
+// clang-format off
+const CentreMode centreModes[] = {
+    {"--", {true,  false, false, false, false}},
+    {"БД", {true,  false, false, false, false}},
+    {"БА", {true,  true,  false, false, true }},
+    {"РБ", {true,  false, true,  false, false}},
+    {"БВ", {true,  false, false, false, false}},
+    {"БР", {false, false, true,  true,  false}},
+};
+// clang-format on
+const CentreMode unknownCentreMode = {"?", {false, false, false, false, false}};
+
+const CentreMode &centreMode(int tlgMode)
+{
+    return tlgMode >= 0 && size_t(tlgMode) < std::size(centreModes) ? centreModes[tlgMode]
+                                                                    : unknownCentreMode;
+}
+
+QString switchedModeLabel(int tlgMode)
+{
+    return tlgMode == 1   ? QStringLiteral("БД")
+           : tlgMode == 2 ? QStringLiteral("БА")
+           : tlgMode == 3 ? QStringLiteral("РБ")
+                          : QStringLiteral("--");
+}
+
+QString endpoint()
+{
+    return Options.TcpMode ? Options.Host + QLatin1Char(':') + QString::number(Options.Port)
+                           : Options.TRELO_SN;
+}
+} // namespace
+
+void FormMain::slotSetTlgModeInterface()
+{
+    if (Options.processMode == CKS) {
+        const CentreMode &mode = centreMode(State.tlgMode);
+        setModeButtons(QList<bool>(mode.on, mode.on + std::size(mode.on)));
+        setTlgModeLabel(QString::fromUtf8(mode.label));
+    } else if (Options.processMode == SKK) {
+        const bool talking = State.connectionActive;
+        //             Вызов  Набор    КТО      АО       файл     строка   Звонок  Отбой
+        setModeButtons({true, !talking, talking, talking, talking, talking, talking, true});
+        setTlgModeLabel(switchedModeLabel(State.tlgMode));
+    } else {
+        setModeButtons({true, true, true});
+        setTlgModeLabel(QStringLiteral("--"));
+    }
+    State.scanCountdown = ScanAfterModeChange;
+}
+
+void FormMain::setModeButtons(const QList<bool> &on)
+{
+    for (int i = 0; i < on.size(); ++i)
+        modeButtons[i]->setEnabled(on[i] || Options.noLockButtonInProtocol);
+}
+
+void FormMain::setTlgModeLabel(const QString &text)
+{
+    if (labelTlgMode->text() == text)
+        return;
+    labelTlgMode->setText(text);
+    Log.addCacheServiceString(QStringLiteral("Состояние ") + text, ProtocolInfo, true);
+}
+
+void FormMain::setAutomaticInterface()
+{
+    const bool manual = State.manualMode;
+    actionOptions->setEnabled(manual);
+    labelAutomatic->setText(manual ? QStringLiteral(" РУЧНОЙ ") : QStringLiteral(" АВТОМАТ "));
+    labelAutomatic->setPalette(palettes[manual ? Yellow : Green]);
+    modeFrame->setVisible(manual);
+    protocolWidget->setCursorEnable(manual);
+}
+
+void FormMain::toggleAutomaticMode()
+{
+    State.setAutomatic(State.manualMode);
+    protocolWidget->reset();
+}
+
+void FormMain::updateTitles()
+{
+    const QString application = QCoreApplication::applicationName();
+    const QString word = QStringLiteral(" - ") + processModeWord(Options.processMode);
+    const QString version = QStringLiteral(" / V:") + QCoreApplication::applicationVersion();
+    const QString &channel = State.channelName;
+    if (!Options.mainTitle.isEmpty()) {
+        setWindowTitle(Options.mainTitle + QStringLiteral(" / ") + application + word + version);
+        trayIcon.setToolTip(Options.mainTitle);
+    } else {
+        setWindowTitle((channel.isEmpty() ? application : channel) + word + version);
+        const QString name =
+            channel.isEmpty() ? application + QStringLiteral(" (") + buildDate() + QLatin1Char(')') : channel;
+        trayIcon.setToolTip(name + word + QLatin1Char('\n') + endpoint());
+    }
+    if (Options.fontSizeCorrect != 0) {
+        QFont font = QApplication::font();
+        font.setPointSize(State.basePointSize + Options.fontSizeCorrect);
+        QApplication::setFont(font);
+    }
+}

@@ -1,0 +1,222 @@
+// Chapter of FormMain: the main loop. All waits of the program are counters that it moves.
+
+#include "app/clock.h"
+#include "app/options.h"
+#include "app/state.h"
+#include "link/prf_thread.h"
+#include "link/tlg_thread.h"
+#include "procedures/process_cks.h"
+#include "procedures/process_skk.h"
+#include "records/protocol.h"
+#include "text/utils.h"
+#include "ui/form_main.h"
+#include "ui/roll/protocol_widget.h"
+#include "ui/widgets/label_clickable.h"
+
+#include <QFile>
+
+namespace
+{
+constexpr int CKS = 0, SKK = 1;
+constexpr int Outgoing = 2;            ///< State.callDirection
+constexpr int FirstReceiptRequest = 5; ///< ticks from the start to the first receipt request
+constexpr int StopFilePhases = 5;      ///< ticks from one test for a stop request to the next
+constexpr int StopByFile = 5;          ///< ticks until the close that a stop request asks for
+constexpr int TrafficPhases = 5;       ///< pictures of the traffic animation
+} // namespace
+
+void FormMain::slot_on_1sec()
+{
+    if (firstStart)
+        startOnFirstTick();
+    checkStopFile();
+    TlgThread.slotOnSec();
+    protocolWidget->setInputStopped(!TlgThread.linkUp());
+    requestFlush();
+    tellJournalFailure();
+    showTrayIcon();
+    ++State.secondsSinceTx;
+    ++State.secondsSinceRx;
+    showStripOnTick();
+    countDownToStop();
+    checkDayChange();
+    runProcedureTimers();
+    countDownToScan();
+    countIdle();
+    countModeAge();
+    dispatch();
+}
+
+void FormMain::startOnFirstTick()
+{
+    firstStart = false;
+    protocolWidget->reset();
+    TlgThread.start(QThread::InheritPriority);
+    if (Options.usePrf) {
+        PrfThread.start(QThread::InheritPriority);
+        PrfThread.Activate();
+        PrfThread.Deactivate();
+    }
+    State.setAutomatic(!Options.startInManualMode);
+    if (Options.processMode == CKS)
+        State.askReceiptCountdown = FirstReceiptRequest;
+}
+
+void FormMain::checkStopFile()
+{
+    if (!Options.checkStopFile || State.stopCountdown != 0)
+        return;
+    stopFilePhase = (stopFilePhase + 1) % StopFilePhases;
+    // The name is empty on purpose: a running program does not stop at another one's request, and the
+    // operator of the other one is asked again and again until this one is closed by hand.
+    if (stopFilePhase == 0 && QFile::exists(QString())) {
+        State.stopCountdown = StopByFile;
+        Log.addCacheServiceString(QStringLiteral("Запрос на остановку приложения"), ProtocolInfo, true);
+    }
+}
+
+void FormMain::requestFlush()
+{
+    if (!Options.protocolFileNoClose)
+        return;
+    if (Options.protocolFileCacheTime >= 2) {
+        flushPhase = (flushPhase + 1) % Options.protocolFileCacheTime;
+        if (flushPhase != 0)
+            return;
+    }
+    Log.flushRequested = true;
+    Log.flush(); // the next line may be hours away
+}
+
+/// The book lives on in memory, and a program that ended now would lose it. The operator can make room.
+void FormMain::tellJournalFailure()
+{
+    if (!Log.writeError.isEmpty())
+        Log.Save(); // there may be room by now
+    const bool failing = !Log.writeError.isEmpty();
+    if (failing && !journalFailureTold) {
+        const QString text = QStringLiteral("Протокол не записывается на диск: ") + Log.writeError;
+        Log.addCacheServiceString(text, ProtocolError, true);
+    }
+    journalFailureTold = failing;
+}
+
+void FormMain::showTrayIcon()
+{
+    const int index = trayIconIndex();
+    if (index == prevIconN)
+        return;
+    prevIconN = index;
+    trayIcon.setIcon(icons[size_t(index)]);
+}
+
+int FormMain::trayIconIndex()
+{
+    if (State.secondsSinceTx == 0 || State.secondsSinceRx == 0) {
+        iconPhase = (iconPhase + 1) % TrafficPhases;
+        return TrayTraffic + iconPhase;
+    }
+    if (!TlgThread.linkUp())
+        return TrayNoLink;
+    switch (State.tlgMode) {
+    case 1: return TrayBD;
+    case 2: return TrayBA;
+    case 3: return TrayRB;
+    case 4: return TrayBV;
+    default: return TrayNoMode;
+    }
+}
+
+void FormMain::showStripOnTick()
+{
+    labelWindow->setText(QString::number(TlgThread.shownWindow.load()));
+    labelClock->setText(Time.hh_mm_ss);
+    lampSent->setPalette(palettes[Black]);
+    lampReceived->setPalette(palettes[Black]);
+}
+
+void FormMain::countDownToStop()
+{
+    if (State.stopCountdown <= 0)
+        return;
+    if (State.tlgMode == 3)
+        takeLeaveOfLine();
+    if (--State.stopCountdown == 0) {
+        State.closeAllowed = true;
+        close();
+    }
+}
+
+void FormMain::takeLeaveOfLine()
+{
+    if (Options.processMode == CKS) {
+        State.setAutomatic(false);
+        ProcessCKS.clearOut();
+        ProcessCKS.SendKG(2);
+    } else if (Options.processMode == SKK) {
+        ProcessSKK.clearSKKConnection();
+    }
+    State.setTlgMode(0);
+}
+
+void FormMain::runProcedureTimers()
+{
+    if (Options.processMode == CKS) {
+        ProcessCKS.timeCheck1sec();
+        showCounters(State.CKS_in, State.CKS_out);
+    } else if (Options.processMode == SKK) {
+        ProcessSKK.timeCheck1sec();
+        showCounters(State.SKK_in, State.SKK_out);
+    }
+}
+
+void FormMain::showCounters(int netIn, int netOut)
+{
+    labelNetIn->setText(CUtils::StringNNN(netIn));
+    labelNetOut->setText(CUtils::StringNNN(netOut));
+    labelPKin->setText(CUtils::StringNNN(State.PK_in));
+    labelPKout->setText(CUtils::StringNNN(State.PK_out));
+}
+
+void FormMain::countDownToScan()
+{
+    if (State.scanCountdown <= 0) {
+        scanDir();
+        labelScanResult->setText(CUtils::StringNNN(State.scanFoundCount));
+        State.scanCountdown = qMax(0, Options.scanDirsTimeout); // a file may hold any number
+    } else {
+        --State.scanCountdown;
+    }
+    labelScanCountdown->setText(CUtils::StringNNN(State.scanCountdown));
+}
+
+void FormMain::countIdle()
+{
+    ++State.idleSeconds;
+    if (Options.processMode != SKK || State.idleSeconds != Options.SKKTiming[0].Idle_Time_Before_HangUp)
+        return;
+    if (State.callDirection != 0)
+        hangUpIdle();
+    State.idleSeconds = 0;
+}
+
+void FormMain::countModeAge()
+{
+    if (State.tlgModeSeconds < CState::MostModeSeconds) {
+        ++State.tlgModeSeconds;
+        modeOvertime = 0;
+    } else {
+        modeOvertime = (modeOvertime + 1) % CState::MostModeSeconds;
+    }
+}
+
+void FormMain::hangUpIdle()
+{
+    Log.addCacheServiceString(
+        QStringLiteral("Исходящий отбой (отсутствие приема/передачи %1 сек)").arg(State.idleSeconds),
+        ProtocolInfo, false);
+    if (Options.debugInfoToProtocol && State.callDirection == Outgoing)
+        ProcessSKK.debugInfoToLog();
+    TlgSend(QStringLiteral("@H"));
+    ProcessSKK.clearSKKConnection();
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "ui/widgets/layouts.h"
+
+/// The three boxes of the status strip: the first two of one fixed width, the third with what is left. Where
+/// that is less than one box has, the third box stands below the others, and these shrink as far as
+/// their texts allow. The strip's owner fixes its height, which heightFor() tells. Main thread.
+class CStripLayout : public QHBoxLayout0
+{
+    Q_OBJECT
+
+public:
+    explicit CStripLayout(QWidget *parent = nullptr);
+
+    /// \a boxWidth of the first two boxes; \a height of a box, and \a lowHeight of the third one below.
+    void setSizes(int boxWidth, int height, int lowHeight);
+    [[nodiscard]] int heightFor(int width) const;
+
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSize() const override;
+    void setGeometry(const QRect &rect) override;
+
+private:
+    [[nodiscard]] bool standsInOneRow(int width) const;
+    [[nodiscard]] int leastWidth(int index) const;
+
+    int m_boxWidth = 0, m_height = 0, m_lowHeight = 0;
+};
