@@ -6,14 +6,14 @@
 
 COptions::COptions() : protocolFont(builtInFont()), tlgFont(builtInFont()), PrinterFont(builtInFont())
 {
-    constexpr int CKS = 1;
-    constexpr int SKK = 2;
-    constexpr int Direct = 4;
-    interfaceModes[0] = {QStringLiteral("Сообщение"), true, SKK | Direct};
-    interfaceModes[1] = {QStringLiteral("Телеграмма"), true, CKS | SKK};
-    interfaceModes[2] = {QStringLiteral("Телеграмма с оформлением"), true, CKS | SKK};
-    interfaceModes[3] = {QStringLiteral("Международная телеграмма"), false, CKS | SKK};
-    interfaceModes[4] = {QStringLiteral("REX400"), false, SKK};
+    constexpr int forCKS = 1 << CKS;
+    constexpr int forSKK = 1 << SKK;
+    constexpr int forDirect = 1 << Direct;
+    interfaceModes[0] = {QStringLiteral("Сообщение"), true, forSKK | forDirect};
+    interfaceModes[1] = {QStringLiteral("Телеграмма"), true, forCKS | forSKK};
+    interfaceModes[2] = {QStringLiteral("Телеграмма с оформлением"), true, forCKS | forSKK};
+    interfaceModes[3] = {QStringLiteral("Международная телеграмма"), false, forCKS | forSKK};
+    interfaceModes[4] = {QStringLiteral("REX400"), false, forSKK};
     serviceMarks = QStringLiteral("ЛЮКС|ЛЮКС/М|ЛЮКС/В|УВЕДОМЛЕНИЕ ТЕЛЕГРАФОМ|УВЕДОМЛЕНИЕ ТЕЛЕГРАФОМ СРОЧНОЕ|"
                                   "ПОЧТОЙ ЗАКАЗНОЕ");
 }
@@ -28,7 +28,7 @@ bool COptions::CheckAndMakeFolders()
 
 int COptions::longAOLength(int centreType)
 {
-    static const int lengths[] = {50, 48, 48, 58, 60};
+    static const int lengths[] = {50, 48, 48, 58, 60}; // by CentreType
     return centreType >= 0 && centreType < int(std::size(lengths)) ? lengths[centreType] : 0;
 }
 

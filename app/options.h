@@ -12,6 +12,31 @@
 
 class QSettings;
 
+/// The line procedures, Options.processMode; any other value is no procedure.
+enum Procedure { CKS = 0, SKK = 1, Direct = 2 };
+
+/// Ways of dialling on a switched channel, Options.tlgSig; any other value dials nothing.
+enum Signalling { SignalCode = 0, SignalPulses = 1, SignalCodeByProgram = 2 };
+
+/// What kind of centre a file is sent to over a call, Options.CKS_Type.
+enum CentreType { CentreDoral = 0, CentreStin = 1, CentreStinShort = 2, CentreTTSoft = 3, CentreOther = 4 };
+
+/// The note that a centre sends behind a telegram, Options.waitNote; any other value waits like a known one.
+enum WaitNote { NoNote = 0, DoralNote = 1, StinNote = 2 };
+
+/// Which telegrams are printed by themselves, Options.autoPrintMode and autoPrintModeSKK; any other value
+/// prints nothing.
+enum AutoPrint { PrintNothing = 0, PrintReceived = 1, PrintSent = 2, PrintBoth = 3 };
+
+/// The way to the printer, Options.PrinterType; any other value is raw, too.
+enum PrinterWay { SystemPrinter = 0, RawPrinter = 1 };
+
+/// What a raw printer reads, Options.PrinterCodePage; any other value is UTF-8.
+enum PrinterPage { PageCORVA = 0, PageCP1251 = 1, PageUTF8 = 2 };
+
+/// Options.nationalLanguageUse. Any other value is a language without letters of its own.
+enum NationalLanguage { NoNationalLanguage = 0, Tatar = 1, Georgian = 2, Armenian = 4 };
+
 /// One row of the timing of a switched-channel connection; all entries are seconds.
 struct SKKTimingRow {
     int timeCallWait = 60;
@@ -26,11 +51,14 @@ struct SKKTimingRow {
     int Idle_Time_Before_HangUp = 30;
 };
 
+/// The rows of Options.SKKTiming that are in use.
+enum TimingRow { SubscriberTiming = 0, CentreTiming = 1 };
+
 /// A text form of the editor.
 struct EditorInterfaceMode {
     QString name;
     bool enabled = false;
-    int procedures = 0; ///< bit 0 CKS, bit 1 SKK, bit 2 direct: where the form is offered
+    int procedures = 0; ///< where the form is offered: bit n stands for the Procedure n
 };
 
 /// All settings of the workstation, read from velda.ini at start and written back at an orderly end and
@@ -56,12 +84,12 @@ public:
     /// listens for that peer; anything else is stored as it stands.
     void setAddress(const QString &typed);
 
-    /// Length of the centre's long answerback for a CKS_Type of 0..4; 0 for any other type.
+    /// Length of the centre's long answerback for a CentreType; 0 for any other type.
     [[nodiscard]] static int longAOLength(int centreType);
 
     // CONNECT
-    int processMode = 1;           ///< procedure of this run: 0 CKS, 1 SKK, 2 direct
-    int processModeConfigured = 1; ///< the value that Save() writes and the dialog edits
+    int processMode = SKK;           ///< procedure of this run, a Procedure
+    int processModeConfigured = SKK; ///< the value that Save() writes and the dialog edits
     bool TcpMode = true;
     QString Host = QStringLiteral("127.0.0.1");
     bool AsTspSrv = false; ///< listen instead of connecting
@@ -71,7 +99,7 @@ public:
     QString TRELO_SN;
     bool autodetectPortTrelo = false;
     int tlgBaud = 50; ///< 50, 100 or 200
-    int tlgSig = 1;   ///< SKK signalling, 0..2
+    int tlgSig = SignalPulses;
     bool usePrf = false;
     QString SOREL_SN;
     bool autodetectPortSorel = false;
@@ -95,10 +123,10 @@ public:
     QString pathForSaveLoadInEditop;
 
     // CORVA
-    int waitNote = 0;            ///< 0 none, 1 Doral, 2 СТИН
-    int waitNoteTimeOut = 10;    ///< seconds
-    int autoConfirmRTimeOut = 0; ///< seconds; 0 is off
-    int autoPrintMode = 0;       ///< CKS and direct: bit 0 received, bit 1 sent
+    int waitNote = NoNote;
+    int waitNoteTimeOut = 10;         ///< seconds
+    int autoConfirmRTimeOut = 0;      ///< seconds; 0 is off
+    int autoPrintMode = PrintNothing; ///< CKS and direct
     QString redirectInputTlg;
     bool redirectInputTlgNoHeader = false;
     QString key; ///< channel key as hexadecimal digits; empty is no key
@@ -106,11 +134,11 @@ public:
     // DORAL
     QString AO; ///< own answerback
     QString indexCKS;
-    int CKS_Type = 0; ///< 0..4
+    int CKS_Type = CentreDoral;
     bool CKS_LongAOLengthCustom = false;
     int CKS_LongAOLength = 50; ///< characters
     QString timeFormat = QStringLiteral("<> #hh.mm");
-    int autoPrintModeSKK = 0; ///< as autoPrintMode
+    int autoPrintModeSKK = PrintNothing;
     int sendTrys = 3;
     int waitErrorReactionAfterConnect = 4; ///< seconds
     bool sendAskAOAfterTlgText = true;
@@ -145,14 +173,14 @@ public:
     bool checkStopFile = false;
 
     // PRINT
-    int PrinterType = 0; ///< 0 printer of the operating system, otherwise raw
+    int PrinterType = SystemPrinter;
     QString PrinterName;
     QFont PrinterFont;
     QString PrinterRaw;
-    int PrinterCodePage = 0; ///< 0 CP866, 1 CP1251, 2 UTF-8
+    int PrinterCodePage = PageCORVA;
     int PrinterRawLFCount = 2;
 
-    // SOUND: 0 silent, 1 once, 2 in a loop
+    // SOUND: each type is one of CSound::Type
     int soundRTlgType = 2;
     QString soundRTlgFile = QStringLiteral("sound/raketa.wav");
     int soundCTlgType = 1;
@@ -193,7 +221,7 @@ public:
     bool limitProtocolStringWidth = false;
     int protocolStringWidth = 69; ///< characters
     bool debugMode = false;
-    Relaxed<int> nationalLanguageUse = 0; ///< 0 none, 1 Tatar, 2 Georgian, 4 Armenian; the link reads it too
+    Relaxed<int> nationalLanguageUse = NoNationalLanguage; ///< the link reads it too
     bool enableProtectedSend = false;
 
     // ABONENTS, ABONENTLISTS
@@ -201,7 +229,7 @@ public:
     QList<CAbonentList> abonentLists;
 
     // Not in the file
-    SKKTimingRow SKKTiming[3]; ///< 0 calls to subscribers, 1 calls to the centre
+    SKKTimingRow SKKTiming[3]; ///< by a TimingRow
     EditorInterfaceMode interfaceModes[5];
     QRect geometryTextDialog;
     QString serviceMarks; ///< entries parted by "|"

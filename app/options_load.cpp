@@ -69,7 +69,7 @@ void readProcessMode(const QSettings &file, COptions &options)
     constexpr unsigned Procedures = 4; // 3 chooses none of the procedures, and is let through
     options.processMode = file.value(QStringLiteral("CONNECT/processMode"), -1).toInt();
     if (unsigned(options.processMode) >= Procedures) // a file of the older form, or none
-        options.processMode = file.value(QStringLiteral("CONNECT/CKSMode"), false).toBool() ? 0 : 1;
+        options.processMode = file.value(QStringLiteral("CONNECT/CKSMode"), false).toBool() ? CKS : SKK;
     options.processModeConfigured = options.processMode;
 }
 

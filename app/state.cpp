@@ -11,25 +11,25 @@
 namespace
 {
 constexpr int CounterModulus = 1000;
-constexpr int ProcedureCKS = 0;
-constexpr int ModeOpen = 3;
-constexpr int Outgoing = 2;
+constexpr int ScanAfterSwitch = 3;     // ticks from a change to automatic or manual to the next scan
+constexpr int RequestAfterSwitch = 3;  // ticks from the change to automatic to the receipt request
 constexpr int LargestCounter = 999999; // no day reaches it
 
 int modeOfWord(const QString &word)
 {
     struct Row {
         const char *word;
-        int mode;
+        TlgMode mode;
     };
     static const Row rows[] = {
-        {"БА", 2}, {"ОТКРОЙТЕ", 2}, {"ОТКРЫТИЯ", 2}, {"РБ", 3}, {"ОТКРЫТА", 3},
-        {"БД", 1}, {"ЗАКРЫТА", 1},  {"БВ", 4},       {"БР", 5},
+        {"БА", ModeAsked},       {"ОТКРОЙТЕ", ModeAsked},     {"ОТКРЫТИЯ", ModeAsked},
+        {"РБ", ModeOpen},        {"ОТКРЫТА", ModeOpen},       {"БД", ModeClosed},
+        {"ЗАКРЫТА", ModeClosed}, {"БВ", ModeNoticeOfClosing}, {"БР", ModeConfirming},
     };
     for (const Row &row : rows)
         if (word == QString::fromUtf8(row.word))
             return row.mode;
-    return 0;
+    return ModeUnknown;
 }
 
 /// A figure of the file. One that no day can reach is damage, and counts as missing.
@@ -63,11 +63,11 @@ void CState::setAutomatic(bool on)
     } else {
         if (manualMode)
             Log.addCacheServiceString(QStringLiteral("Установлен АВТОМАТИЧЕСКИЙ режим"), ProtocolInfo, true);
-        if (Options.processMode == ProcedureCKS && tlgMode != ModeOpen)
-            askReceiptCountdown = 3;
+        if (Options.processMode == CKS && tlgMode != ModeOpen)
+            askReceiptCountdown = RequestAfterSwitch;
         manualMode = false;
     }
-    scanCountdown = 3;
+    scanCountdown = ScanAfterSwitch;
     emit automaticChanged();
 }
 
@@ -79,18 +79,23 @@ void CState::setChannelName(const QString &name)
     emit titlesChanged();
 }
 
-void CState::setCallDirection(int d)
+void CState::setCallDirection(int direction)
 {
-    if (callDirection == d)
+    if (callDirection == direction)
         return;
-    callDirection = d;
+    callDirection = direction;
     // The mode is written past setTlgMode on purpose: its age goes on and the window learns of it later.
-    if (d == Outgoing) {
+    if (direction == Outgoing) {
         ++SKK_out;
         tlgMode = ModeOpen;
     } else {
-        tlgMode = 2;
+        tlgMode = ModeAsked;
     }
+}
+
+void CState::closeSoon()
+{
+    stopCountdown = tlgMode == ModeOpen ? TicksToCloseOpen : TicksToClose;
 }
 
 QString CState::pathInp() const

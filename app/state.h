@@ -6,6 +6,59 @@
 #include <QObject>
 #include <QString>
 
+/// Mode of the channel to the centre, State.tlgMode, with the words of the window. On a switched channel it
+/// tells the direction of a call: ModeOpen is an outgoing one, any other call or none ModeAsked.
+enum TlgMode {
+    ModeUnknown = 0,         ///< "--"
+    ModeClosed = 1,          ///< "БД"
+    ModeAsked = 2,           ///< "БА": the centre asks to open, our receipt is due
+    ModeOpen = 3,            ///< "РБ": telegrams go
+    ModeNoticeOfClosing = 4, ///< "БВ"
+    ModeConfirming = 5       ///< "БР": a telegram of category Р waits for the operator
+};
+
+/// Progress of an outgoing call, State.callState.
+enum CallState { NoCall = 0, Dialled = 1, Seized = 2, GoAhead = 4, WaitResult = 5, Connected = 6 };
+
+/// State.callDirection.
+enum CallDirection { NoDirection = 0, Incoming = 1, Outgoing = 2 };
+
+/// Steps of the automatic send over a call, State.AutoModeState.
+enum AutoState {
+    AutoIdle = 0,
+    AutoCalling = 1,
+    AutoConnected = 2,
+    AutoBeforeQuestion = 3,
+    AutoAsked = 4,
+    AutoWaitAA = 5,
+    AutoGotAA = 6,
+    AutoBeforeFile = 10,
+    AutoSendingFile = 11,
+    AutoBeforeLastQuestion = 13,
+    AutoWaitLastAA = 14,
+    AutoDelivered = 15,
+    AutoAnswered = 16,
+    AutoLastPause = 17
+};
+
+/// The answerback awaited, State.AutoModeWaitAA.
+enum AAKind { NoAA = 0, SubscriberAA = 7, ShortCentreAA = 8, LongCentreAA = 9 };
+
+/// What the network answers to a call, State.callResult and State.callNumberResult.
+enum CallResult {
+    NoResult = 0,
+    Success = 1,
+    Busy = 2,
+    FirstRefusal = Busy,
+    SubscriberFault = 3,
+    NoCircuit = 4,
+    WrongNumber = 5,
+    NetworkFault = 7,
+    Barred = 8,
+    LastRefusal = 11,
+    CallTimeOut = 12
+};
+
 /// What changes while the program runs: day counters, mode of the channel, the countdowns of the tick, the
 /// item being sent and the connection in progress. One object, State, used by the main thread alone. Only
 /// the date, the automatic flag and the counters survive a restart (velda_state.ini).
@@ -15,18 +68,22 @@ class CState : public QObject
 
 public:
     static constexpr int MostModeSeconds = 86400; ///< a day
+    /// Ticks from the request to close to the close. An open channel gets time for the procedure's stop.
+    static constexpr int TicksToClose = 2, TicksToCloseOpen = 5;
 
     CState();
 
-    /// Sets the mode by a word of the centre ("РБ", "ОТКРЫТА", ...); an unknown word gives mode 0.
+    /// Sets the mode by a word of the centre ("РБ", "ОТКРЫТА", ...); an unknown word gives ModeUnknown.
     void setTlgMode(const QString &word);
-    /// Sets the mode, 0..5, and restarts tlgModeSeconds.
+    /// Sets the mode, a TlgMode, and restarts tlgModeSeconds.
     void setTlgMode(int mode);
     /// Switches between automatic and manual mode; journals a real change, always asks for a scan in 3 s.
     void setAutomatic(bool on);
     void setChannelName(const QString &name);
-    /// 0 none, 1 incoming, 2 outgoing. A change also sets tlgMode, without telling the window.
-    void setCallDirection(int d);
+    /// Sets the direction, a CallDirection. A change also sets tlgMode, without telling the window.
+    void setCallDirection(int direction);
+    /// Begins the count-down to the close of the program.
+    void closeSoon();
 
     [[nodiscard]] QString pathInp() const;
     [[nodiscard]] QString pathOut() const;
@@ -58,7 +115,7 @@ public:
     int basePointSize = 8; ///< points of the application font before fontSizeCorrect
     bool restartAfterExit = false;
     bool manualMode = false;
-    int tlgMode = 0;
+    int tlgMode = ModeUnknown;
     int tlgModeSeconds = 0;    ///< seconds since the last setTlgMode, stops at MostModeSeconds
     QString YYYYMMDD;          ///< the date that the counters belong to
     int PK_in = 0, PK_out = 0; ///< telegrams received and sent today, 0..999
@@ -82,13 +139,14 @@ public:
     CFileInfo sendInfo; ///< copy of that item's side-car record
     bool dayChangeQuiet = false;
     int idleSeconds = 0; ///< seconds with neither received nor sent text
-    int callState = 0;
-    int AutoModeWaitTimer = 0, AutoModeState = 0, AutoModeWaitAA = 0;
+    int callState = NoCall;
+    int AutoModeWaitTimer = 0; ///< seconds until the step's work is done; 0 stands still
+    int AutoModeState = AutoIdle, AutoModeWaitAA = NoAA;
     int hangUpPause = 0; ///< ticks during which no new work starts
     bool connectionActive = false;
-    int callDirection = 0;
+    int callDirection = NoDirection;
     QString connectionText; ///< transcript of the current connection
-    int callNumberResult = 0, waitTimeAfterCallEstablished = 0, callResult = 0;
+    int callNumberResult = NoResult, waitTimeAfterCallEstablished = 0, callResult = NoResult;
     bool closeAllowed = false; ///< the next close of the main window is real
     QString dialledNumber;
     int secondsSinceTx = 0, secondsSinceRx = 0;

@@ -13,7 +13,7 @@ namespace
 {
 bool switchedChannel()
 {
-    return Options.processMode == 1;
+    return Options.processMode == SKK;
 }
 
 QByteArray dialBytes(char first, const QString &command)

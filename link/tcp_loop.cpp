@@ -23,7 +23,7 @@ CTcpLoop::CTcpLoop(CTlgThread &thread, QTcpSocket &socket, const QString &prefix
 QByteArray CTcpLoop::agreedKey() const
 {
     const QByteArray key = QByteArray::fromHex(m_thread.channelKey().toLatin1());
-    return Options.processMode == 0 && key.size() >= ShortestKey ? key : QByteArray();
+    return Options.processMode == CKS && key.size() >= ShortestKey ? key : QByteArray();
 }
 
 void CTcpLoop::agreeKey()

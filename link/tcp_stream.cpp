@@ -16,7 +16,7 @@ namespace
 {
 bool centreMode()
 {
-    return Options.processMode == 0;
+    return Options.processMode == CKS;
 }
 
 /// One character per byte, zero bytes among them.

@@ -10,7 +10,7 @@ void CProcess::SendTlgText(QString text)
 {
     if (text.isEmpty())
         return;
-    if (Options.nationalLanguageUse != 0)
+    if (Options.nationalLanguageUse != NoNationalLanguage)
         maskNationalLanguage(text);
     text.replace(QLatin1Char('<'), QLatin1Char('\r'));
     text.replace(QLatin1Char('>'), QLatin1Char('\n'));

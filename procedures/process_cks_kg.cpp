@@ -12,10 +12,6 @@
 
 namespace
 {
-constexpr int ModeAsked = 2;
-constexpr int ModeOpen = 3;
-constexpr int ModeNoticeOfClosing = 4;
-
 /// The last minute of the day's start in which a receipt may still carry the figures of the old day.
 const QString GraceEnd = QStringLiteral("0006");
 
@@ -263,7 +259,6 @@ void CProcessCKS::takeRefusal(const QString &)
 
 void CProcessCKS::confirmR(int number)
 {
-    constexpr int ModeConfirming = 5;
     emit confirmationDue(number);
     State.setTlgMode(ModeConfirming);
 }

@@ -138,7 +138,7 @@ void CProcessCKS::takeMessage(int end, QString tail)
         ProcessKG(copy);
         return;
     }
-    if (Options.waitNote != 0 && State.secondsSinceRx < Options.waitNoteTimeOut) {
+    if (Options.waitNote != NoNote && State.secondsSinceRx < Options.waitNoteTimeOut) {
         const int length = lengthThroughNote(receiveBuffer.mid(end));
         if (length >= 0)
             tail = receiveBuffer.mid(end, length);

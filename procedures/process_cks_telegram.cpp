@@ -106,7 +106,7 @@ void CProcessCKS::storeTelegram(int number, const QString &body, const QString &
     const Header header = readHeader(body);
     const QString directory = State.pathInp_forDate(Time.date);
     QDir().mkdir(directory);
-    if (Options.soundOTlgType != 0 && sound.playingFileName().isEmpty())
+    if (Options.soundOTlgType != CSound::Silent && sound.playingFileName().isEmpty())
         sound.play(Options.soundOTlgFile, Options.soundOTlgType);
     const QString letter = CUtils::categoryLetter(header.category);
     const QString path = directory + QDir::separator() + Time.yyyyMMdd + letter + header.timePart +

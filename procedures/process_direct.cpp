@@ -146,7 +146,7 @@ void CProcessDirect::SendTlgText(QString text)
 {
     if (text.isEmpty())
         return;
-    if (Options.nationalLanguageUse != 0)
+    if (Options.nationalLanguageUse != NoNationalLanguage)
         maskNationalLanguage(text);
     TlgThread.sendBuffer.mAppend(upperMTK2(text));
 }

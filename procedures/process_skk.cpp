@@ -18,9 +18,6 @@ constexpr int PauseAfterHangUp = 5; ///< seconds without new work
 constexpr int ShortestMessage = 20; ///< characters; a shorter incoming transcript is stored silently
 const QString Answerback = QStringLiteral("#<>");
 
-/// Ways of dialling, Options.tlgSig.
-enum Signalling { Code = 0, Pulses = 1, CodeByProgram = 2 };
-
 void forgetUnsent()
 {
     (void)TlgThread.sendBuffer.mTake();
@@ -39,15 +36,15 @@ void CProcessSKK::callNumber(QString number)
     Log.addCacheServiceString(QStringLiteral("Набор номера ") + number, ProtocolInfo, false);
     State.dialledNumber = number;
     switch (Options.tlgSig) {
-    case Code: // the door to the line makes a capital of the small letter, which is so on every line
+    case SignalCode: // the door to the line makes a capital of the small letter, which is so on every line
         sendCommand(QStringLiteral("@C@n") + number + QLatin1Char('@'), 'N');
         State.callState = Dialled;
         break;
-    case Pulses:
+    case SignalPulses:
         sendCommand(QStringLiteral("@C@N") + number + QLatin1Char('@'), 'N');
         State.callState = Dialled;
         break;
-    case CodeByProgram: // the number follows when the go-ahead arrives
+    case SignalCodeByProgram: // the number follows when the go-ahead arrives
         sendCommand(QStringLiteral("@E"), 'E');
         State.callState = Seized;
         break;
@@ -142,7 +139,7 @@ void CProcessSKK::storeTranscript()
         return noteEvent(QStringLiteral("Ошибка сохранения соединения в файл: ") + name);
     noteEvent(QStringLiteral("Соединение сохранено ") + name);
     if (incoming && State.connectionText.size() > ShortestMessage &&
-        Options.soundSKKInConnectMessageSaveType != 0 && sound.playingFileName().isEmpty())
+        Options.soundSKKInConnectMessageSaveType != CSound::Silent && sound.playingFileName().isEmpty())
         sound.play(Options.soundSKKInConnectMessageSaveFile, Options.soundSKKInConnectMessageSaveType);
 }
 

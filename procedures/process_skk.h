@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/options.h"
+#include "app/state.h"
 #include "procedures/process.h"
 #include "text/scan_position.h"
 
@@ -17,43 +18,6 @@ class CProcessSKK : public CProcess
     Q_OBJECT
 
 public:
-    /// Progress of an outgoing call, State.callState.
-    enum CallState { NoCall = 0, Dialled = 1, Seized = 2, GoAhead = 4, WaitResult = 5, Connected = 6 };
-    /// State.callDirection.
-    enum Direction { NoDirection = 0, Incoming = 1, Outgoing = 2 };
-    /// Steps of the automatic send, State.AutoModeState.
-    enum AutoState {
-        AutoIdle = 0,
-        AutoCalling = 1,
-        AutoConnected = 2,
-        AutoBeforeQuestion = 3,
-        AutoAsked = 4,
-        AutoWaitAA = 5,
-        AutoGotAA = 6,
-        AutoBeforeFile = 10,
-        AutoSendingFile = 11,
-        AutoBeforeLastQuestion = 13,
-        AutoWaitLastAA = 14,
-        AutoDelivered = 15,
-        AutoAnswered = 16,
-        AutoLastPause = 17
-    };
-    /// The answerback awaited, State.AutoModeWaitAA.
-    enum AAKind { NoAA = 0, SubscriberAA = 7, ShortCentreAA = 8, LongCentreAA = 9 };
-    /// What the network answers to a call, State.callResult.
-    enum CallResult {
-        Success = 1,
-        Busy = 2,
-        FirstRefusal = Busy,
-        SubscriberFault = 3,
-        NoCircuit = 4,
-        WrongNumber = 5,
-        NetworkFault = 7,
-        Barred = 8,
-        LastRefusal = 11,
-        CallTimeOut = 12
-    };
-
     void timeCheck1sec() override;
     /// A command is scanned like text but is no part of the transcript.
     void processReceiveCmd(QString command) override;
@@ -66,7 +30,7 @@ public:
     void sendAO();
     /// Turns the automatic answer to "#*" off and on, and tells the far end.
     void setIgnoreAO(bool on);
-    /// A call exists now, in direction \a direction.
+    /// A call exists now, in direction \a direction, a CallDirection.
     void setCallDirection(int direction);
     /// The call has been answered.
     void proccessCallSuccess();
@@ -95,8 +59,8 @@ signals:
     void updateTlgModeInterface();
 
 public:
-    SKKTimingRow *timing = &Options.SKKTiming[0]; ///< the row in force
-    unsigned char lastCmdIn = 0, lastCmdOut = 0;  ///< letters of the last adapter commands
+    SKKTimingRow *timing = &Options.SKKTiming[SubscriberTiming]; ///< the row in force
+    unsigned char lastCmdIn = 0, lastCmdOut = 0;                 ///< letters of the last adapter commands
     int secondsSinceCmdIn = 0, secondsSinceCmdOut = 0;
 
 private:
@@ -116,8 +80,8 @@ private:
         int crypt = -1;    ///< first announcement of encrypted text that waits for its signs
         bool ignoreAO = false;
         int callDirection = -1;
-        int autoModeState = 0;
-        int waitAA = 0;
+        int autoModeState = AutoIdle;
+        int waitAA = NoAA;
         bool tcpMode = false;
     };
 

@@ -10,7 +10,7 @@ namespace
 constexpr int ShortLength = 20;     ///< characters of a subscriber's answerback and of a centre's short one
 constexpr int OpeningWithText = 18; ///< characters before which nothing is judged
 constexpr int NameDistance = 16;    ///< from the opening to the centre's name, at most
-constexpr int DoralLength = 50;     ///< of the long answerback of a centre of type 0
+constexpr int DoralLength = 50;     ///< of the long answerback of a centre of type CentreDoral
 
 const QString Opening = QStringLiteral("#\r\n");
 const QString CentreOpening = QStringLiteral("\r\n#");
@@ -81,14 +81,14 @@ void CProcessSKK::extendWait()
 bool CProcessSKK::isShortCentre(int p) const
 {
     switch (Options.CKS_Type) {
-    case 0:
-    case 1: {
+    case CentreDoral:
+    case CentreStin: {
         const int name = receiveBuffer.indexOf(CentreName, p + 1);
         return receiveBuffer.indexOf(CentreNumber, p) >= 0 && name >= 0 && name - p <= NameDistance;
     }
-    case 2: return receiveBuffer.indexOf(QStringLiteral("911"), p) >= 0;
-    case 3:
-    case 4: return true;
+    case CentreStinShort: return receiveBuffer.indexOf(QStringLiteral("911"), p) >= 0;
+    case CentreTTSoft:
+    case CentreOther: return true;
     default: return false;
     }
 }
@@ -118,9 +118,9 @@ int CProcessSKK::takeShortCentre(int p)
 int CProcessSKK::takeLongCentre(int p)
 {
     const int present = receiveBuffer.size() - p;
-    if (present < ShortLength || Options.CKS_Type < 0 || Options.CKS_Type > 2)
+    if (present < ShortLength || Options.CKS_Type < CentreDoral || Options.CKS_Type > CentreStinShort)
         return 0;
-    if (present < (Options.CKS_Type == 0 ? DoralLength : Options.CKS_LongAOLength))
+    if (present < (Options.CKS_Type == CentreDoral ? DoralLength : Options.CKS_LongAOLength))
         return 0;
     if (!isLongCentre(p))
         return takeBadLongCentre(p);
@@ -204,7 +204,7 @@ void CProcessSKK::takeCentreAnswerbackAtQuestion(int i)
 void CProcessSKK::fixSilentCentre()
 {
     constexpr int SilentSeconds = 2;
-    if (Options.CKS_Type != 4 || State.secondsSinceRx <= SilentSeconds ||
+    if (Options.CKS_Type != CentreOther || State.secondsSinceRx <= SilentSeconds ||
         State.AutoModeWaitAA != LongCentreAA || State.AutoModeState != AutoWaitLastAA)
         return;
     const int at = loneOpening();

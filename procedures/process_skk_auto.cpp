@@ -44,7 +44,7 @@ void CProcessSKK::checkForSendNewTlg(CTableViewModelItem_Send &item)
     State.fileInProgress = true;
     State.currentFile = item.fileName;
     State.sendInfo = item;
-    timing = &Options.SKKTiming[State.sendInfo.toCKS ? 1 : 0];
+    timing = &Options.SKKTiming[State.sendInfo.toCKS ? CentreTiming : SubscriberTiming];
     // A try is spent even if the program stops now.
     --State.sendInfo.trys;
     State.sendInfo.Save(queuePath(State.currentFile));

@@ -153,11 +153,12 @@ CProcessSKK::Step CProcessSKK::testQuestion(int i)
 {
     if (State.ignoreAO || !isAt(i, Question))
         return NextTest;
-    if (Options.CKS_Type == 4 && State.AutoModeWaitAA == LongCentreAA &&
+    if (Options.CKS_Type == CentreOther && State.AutoModeWaitAA == LongCentreAA &&
         State.AutoModeState == AutoWaitLastAA)
         takeCentreAnswerbackAtQuestion(i);
     receiveBuffer.removeHead(i + 2);
-    const int pause = Options.SKKTiming[0].Pause_Before_Send_AA; // of this row, whichever is in force
+    const int pause =
+        Options.SKKTiming[SubscriberTiming].Pause_Before_Send_AA; // of this row, whichever is in force
     if (State.AutoModeState == AutoGotAA || State.AutoModeState == AutoDelivered)
         State.AutoModeWaitTimer = 1; // the pause is cut short
     else if (pause != 0)
@@ -233,11 +234,11 @@ void CProcessSKK::takeSwitchRefusal(const QString &line)
     };
     static const Row rows[] = {
         {"OCC", Busy}, {"DER", SubscriberFault}, {"NC", NoCircuit}, {"NP", WrongNumber}};
-    State.callNumberResult = 0;
+    State.callNumberResult = NoResult;
     for (const Row &row : rows)
-        if (State.callNumberResult == 0 && line.contains(QLatin1String(row.word)))
+        if (State.callNumberResult == NoResult && line.contains(QLatin1String(row.word)))
             State.callNumberResult = row.result;
-    if (State.callNumberResult != 0 && State.AutoModeState != AutoIdle)
+    if (State.callNumberResult != NoResult && State.AutoModeState != AutoIdle)
         clearAutoMode();
 }
 
@@ -246,7 +247,7 @@ void CProcessSKK::takeIncomingCall()
     setCallDirection(Incoming);
     emit updateTlgModeInterface();
     sendCommand(QStringLiteral("@E"), 'E');
-    if (Options.soundSKKInConnectType != 0 && sound.playingFileName().isEmpty())
+    if (Options.soundSKKInConnectType != CSound::Silent && sound.playingFileName().isEmpty())
         sound.play(Options.soundSKKInConnectFile, Options.soundSKKInConnectType);
 }
 

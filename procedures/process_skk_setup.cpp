@@ -149,7 +149,7 @@ CProcessSKK::Step CProcessSKK::testSuccess(int i)
         return End;
     State.callState = Connected;
     receiveBuffer.removeHead(question + QuestionText.size());
-    const int pause = Options.SKKTiming[0].Pause_Before_Send_AA;
+    const int pause = Options.SKKTiming[SubscriberTiming].Pause_Before_Send_AA;
     if (pause == 0)
         sendAO();
     else

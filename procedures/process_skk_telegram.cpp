@@ -34,7 +34,7 @@ void CProcessSKK::saveTelegram(const QString &telegram)
     noteEvent(QStringLiteral("Обнаружена телеграмма"));
     const QString directory = State.pathInp_forDate(Time.date);
     QDir().mkdir(directory);
-    if (Options.soundOTlgType != 0 && sound.playingFileName().isEmpty())
+    if (Options.soundOTlgType != CSound::Silent && sound.playingFileName().isEmpty())
         sound.play(Options.soundOTlgFile, Options.soundOTlgType);
     const QString name =
         directory + QDir::separator() + Time.yyyyMMdd + QLatin1Char('_') + CUtils::StringNNN(State.PK_in);

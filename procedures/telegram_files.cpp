@@ -1,5 +1,6 @@
 #include "procedures/telegram_files.h"
 
+#include "app/options.h"
 #include "app/ordinary_file.h"
 #include "app/state.h"
 #include "procedures/process_direct.h"
@@ -30,12 +31,12 @@ std::optional<QString> readTelegram(const QString &path)
 
 bool printsReceived(int autoPrintMode)
 {
-    return autoPrintMode == 1 || autoPrintMode == 3;
+    return autoPrintMode == PrintReceived || autoPrintMode == PrintBoth;
 }
 
 bool printsSent(int autoPrintMode)
 {
-    return autoPrintMode == 2 || autoPrintMode == 3;
+    return autoPrintMode == PrintSent || autoPrintMode == PrintBoth;
 }
 
 void printTelegram(const QString &text)

@@ -16,7 +16,7 @@ constexpr qint64 LargestTelegramFile = 3LL * 16 * 1024 * 1024;
 /// it cannot be read, is no ordinary file, or is longer than any telegram that is received.
 [[nodiscard]] std::optional<QString> readTelegram(const QString &path);
 
-// The option autoPrintMode: 1 received, 2 sent, 3 both; anything else prints nothing.
+// What an option of the kind AutoPrint says.
 [[nodiscard]] bool printsReceived(int autoPrintMode);
 [[nodiscard]] bool printsSent(int autoPrintMode);
 /// Prints a telegram, with its journal line.

@@ -12,9 +12,6 @@ namespace
 {
 enum Column { FileName, Dash, Number, Trys, SendTime, Result };
 
-constexpr int ProcedureCount = 3;
-constexpr int ProcedureDirect = 2;
-
 bool isHeaderText(Qt::Orientation orientation, int role)
 {
     return orientation == Qt::Horizontal && role == Qt::DisplayRole;
@@ -22,6 +19,7 @@ bool isHeaderText(Qt::Orientation orientation, int role)
 } // namespace
 
 const CTableViewModelItem_Send::TableData CTableViewModelItem_Send::tableData[3] = {
+    // by Procedure
     {20, 2, {17, 8}, {QStringLiteral("Файл"), QStringLiteral("-")}},
     {40,
      6,
@@ -34,7 +32,7 @@ const CTableViewModelItem_Send::TableData CTableViewModelItem_Send::tableData[3]
 const CTableViewModelItem_Send::TableData &CTableViewModelItem_Send::currentTable()
 {
     const int mode = Options.processMode;
-    return tableData[mode >= 0 && mode < ProcedureCount ? mode : ProcedureDirect];
+    return tableData[mode == CKS || mode == SKK ? mode : Direct];
 }
 
 bool CTableViewModelItem_Send::loadFromFile()

@@ -11,8 +11,6 @@
 
 namespace
 {
-enum Procedure { ProcedureCKS, ProcedureSKK };
-
 constexpr int StampPosition = 13; // of "yyMMdd_hhmmss", behind "yyyyMMddunnn."
 constexpr int Century = 2000;     // of the two digits of the year
 
@@ -48,7 +46,7 @@ SendQueueScan scanWithRecords()
         const bool setAside = item.fileName.indexOf(QLatin1String(".b")) > 0;
         if (setAside)
             item.bad = true;
-        const bool spent = Options.processMode == ProcedureSKK && item.trys == 0;
+        const bool spent = Options.processMode == SKK && item.trys == 0;
         (setAside || spent ? scan.bad : scan.good) << item;
     }
     return scan;
@@ -95,7 +93,7 @@ void bringUp(CTableViewModel_Send &model, const QList<CTableViewModelItem_Send> 
 
 SendQueueScan scanSendQueue()
 {
-    const bool records = Options.processMode == ProcedureCKS || Options.processMode == ProcedureSKK;
+    const bool records = Options.processMode == CKS || Options.processMode == SKK;
     return records ? scanWithRecords() : scanWithStamps();
 }
 

@@ -10,8 +10,6 @@
 
 namespace
 {
-enum Procedure { ProcedureCKS, ProcedureSKK };
-
 /// What the order looks at, taken once per row: a sort compares each row with each.
 struct Key {
     bool toCentre; ///< no subscriber number
@@ -49,8 +47,8 @@ Verdict compareSKK(const Key &candidate, const Key &row)
 Verdict compare(const Key &candidate, const Key &row)
 {
     switch (Options.processMode) {
-    case ProcedureCKS: return compareCKS(candidate, row);
-    case ProcedureSKK: return compareSKK(candidate, row);
+    case CKS: return compareCKS(candidate, row);
+    case SKK: return compareSKK(candidate, row);
     }
     return row.time < candidate.time ? Take : Keep;
 }

@@ -5,8 +5,6 @@
 
 namespace
 {
-enum NationalLanguage { None = 0, Tatar = 1, Georgian = 2, Armenian = 4 };
-
 constexpr char Star = 0x05;
 constexpr int LettersByte = 0x80;
 
@@ -57,7 +55,7 @@ QChar cyrillicUpperPart(uchar byte, int language)
 QChar upperPart(uchar byte, int language)
 {
     switch (language) {
-    case None:
+    case NoNationalLanguage:
     case Tatar: return cyrillicUpperPart(byte, language);
     case Georgian: return nationalLetter(byte, GeorgianBegin, GeorgianCount);
     case Armenian: return nationalLetter(byte, ArmenianBegin, ArmenianCount);
@@ -90,7 +88,7 @@ char encode(ushort c, int language)
     if (index >= 0)
         return char(LettersByte + index);
     // Any language opens both alphabets.
-    const int national = language == None ? -1 : nationalIndex(c);
+    const int national = language == NoNationalLanguage ? -1 : nationalIndex(c);
     return national < 0 ? '\0' : char(NationalBytes[national]);
 }
 } // namespace

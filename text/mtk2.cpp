@@ -5,8 +5,6 @@
 
 namespace
 {
-enum NationalLanguage { Tatar = 1, Georgian = 2, Armenian = 4 };
-
 constexpr int Cells = 32;
 constexpr unsigned char Filler = 32;
 constexpr unsigned char RegisterCodes[3] = {0x1F, 0x00, 0x1B};

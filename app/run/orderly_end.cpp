@@ -9,9 +9,6 @@
 
 namespace
 {
-constexpr int ModeOpen = 3;
-constexpr int TicksInOpenMode = 5; // lets the procedure send its stop
-constexpr int Ticks = 2;
 constexpr int TickMilliseconds = 1000;
 
 /// The tick has closed the window. With a dialog still open that was not the last one, and the event loop
@@ -34,7 +31,7 @@ void watchTheClose()
 void requestOrderlyEnd()
 {
     if (State.stopCountdown <= 0)
-        State.stopCountdown = State.tlgMode == ModeOpen ? TicksInOpenMode : Ticks;
+        State.closeSoon();
     watchTheClose();
 }
 
@@ -42,7 +39,7 @@ void endWithSession()
 {
     requestOrderlyEnd();
     QEventLoop untilTheEnd;
-    QTimer::singleShot((TicksInOpenMode + 1) * TickMilliseconds, &untilTheEnd, &QEventLoop::quit);
+    QTimer::singleShot((CState::TicksToCloseOpen + 1) * TickMilliseconds, &untilTheEnd, &QEventLoop::quit);
     untilTheEnd.exec();
 }
 

@@ -77,8 +77,8 @@ bool enterDataDirectory(const QString &directory)
 QString processModeWord(int processMode)
 {
     switch (processMode) {
-    case 0: return QStringLiteral("ЦКС");
-    case 1: return QStringLiteral("СКК");
+    case CKS: return QStringLiteral("ЦКС");
+    case SKK: return QStringLiteral("СКК");
     default: return QStringLiteral("ПС");
     }
 }

@@ -12,7 +12,6 @@
 namespace
 {
 constexpr int FileCount = 2000;
-constexpr int Direct = 2;
 constexpr int FirstScan = 0; // into empty lists, against the order of the rows
 constexpr int NextScan = 1;
 

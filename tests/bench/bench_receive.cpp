@@ -25,7 +25,7 @@ void turn(benchmark::State &state, int processMode, const QString &words, bool c
         (void)station.desk.sent();
         station.form->moreToReceive = false;
         if (connected)
-            ProcessSKK.setCallDirection(CProcessSKK::Incoming);
+            ProcessSKK.setCallDirection(Incoming);
         TlgThread.recvBuffer.mAppend(flood);
         state.ResumeTiming();
         station.form->slotOnTlgReceived();

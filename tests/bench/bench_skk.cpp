@@ -24,7 +24,7 @@ void open(const QString &begin, int size)
     text.truncate(size);
     ProcessSKK.clearSKKConnection();
     ProcessSKK.receiveBuffer.clear();
-    ProcessSKK.setCallDirection(CProcessSKK::Incoming);
+    ProcessSKK.setCallDirection(Incoming);
     ProcessSKK.processReceive(text);
     ProcessSKK.processReceive(QString(QLatin1Char('A'))); // the buffer has room for more from here on
 }
@@ -65,8 +65,8 @@ void await(benchmark::State &state, const QString &word)
     const Desk desk;
     open(word.repeated(Await / word.size()), Await);
     for (auto _ : state) {
-        State.AutoModeState = CProcessSKK::AutoWaitLastAA;
-        State.AutoModeWaitAA = CProcessSKK::LongCentreAA;
+        State.AutoModeState = AutoWaitLastAA;
+        State.AutoModeWaitAA = LongCentreAA;
         ProcessSKK.processReceive(QString(QLatin1Char('A')));
     }
 }

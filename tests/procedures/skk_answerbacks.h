@@ -17,14 +17,14 @@ inline QString fill(const QString &text, int length)
 /// The automatic send waits for an answerback of \a kind in \a state.
 inline void await(const SkkDesk &desk, int state, int kind)
 {
-    desk.automatic(state, 9, kind != CProcessSKK::SubscriberAA);
+    desk.automatic(state, 9, kind != SubscriberAA);
     State.AutoModeWaitAA = kind;
 }
 
 /// What has come of it, awaited in \a state.
 inline Fate fateIn(int state)
 {
-    if (State.AutoModeState == CProcessSKK::AutoIdle)
+    if (State.AutoModeState == AutoIdle)
         return Refused;
     return State.AutoModeState == state ? Waits : Taken;
 }

@@ -86,7 +86,7 @@ public:
     {
         CTableViewModelItem_Send item = row(QStringLiteral("a"), content, toCKS);
         ProcessSKK.checkForSendNewTlg(item);
-        if (state > CProcessSKK::AutoCalling)
+        if (state > AutoCalling)
             ProcessSKK.proccessCallSuccess();
         State.AutoModeState = state;
         State.AutoModeWaitTimer = timer;

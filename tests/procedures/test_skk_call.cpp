@@ -202,7 +202,7 @@ void TestSkkCall::ignoreAO()
 void TestSkkCall::immediateHangUp()
 {
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Outgoing);
+    desk.connect(Outgoing);
     ProcessSKK.SendTlgText("ТЕКСТ");
     ProcessSKK.immediateHangUp();
     QCOMPARE(desk.sent(), "@H");

@@ -115,7 +115,7 @@ void TestSkkCountdowns::watchdogGoesBeforeSuccess()
 void TestSkkCountdowns::watchdogSpendsTheTryOnly()
 {
     const SkkDesk desk;
-    desk.automatic(CProcessSKK::AutoCalling, 61);
+    desk.automatic(AutoCalling, 61);
     desk.tick(62);
     QCOMPARE(State.AutoModeState, 0);
     QVERIFY(!State.fileInProgress);

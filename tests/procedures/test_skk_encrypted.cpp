@@ -31,7 +31,7 @@ void TestSkkEncrypted::encryptedTextCutAnywhere()
     const QString line = QStringLiteral("А#*Б КРПТ КРПТ КРПТ ЮЮЮЮЮЮЮЮЮ ТЕКСТ#*ТЕКСТ НННН  В#*Г");
     for (int cut = 0; cut <= line.size(); ++cut) {
         const SkkDesk desk;
-        desk.connect(CProcessSKK::Incoming);
+        desk.connect(Incoming);
         desk.receive(line.left(cut));
         desk.receive(line.mid(cut));
         QCOMPARE(desk.sent(), OwnAO + Off + On + OwnAO);
@@ -63,7 +63,7 @@ void TestSkkEncrypted::encryptedTextBeginsWithBothSigns()
     QFETCH(bool, begins);
     QFETCH(QString, left);
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Outgoing);
+    desk.connect(Outgoing);
     desk.receive(text);
     QCOMPARE(State.ignoreAO, begins);
     QCOMPARE(desk.sent(), begins ? Off : "");
@@ -73,7 +73,7 @@ void TestSkkEncrypted::encryptedTextBeginsWithBothSigns()
 void TestSkkEncrypted::encryptedTextIsToldOfAgain()
 {
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Outgoing);
+    desk.connect(Outgoing);
     desk.receive(" КРПТ КРПТ КРПТ ЮЮЮЮЮЮЮЮЮ КРПТ КРПТ КРПТ ЮЮЮЮЮЮЮЮЮ");
     QCOMPARE(desk.sent(), Off + Off);
     QVERIFY(State.ignoreAO);
@@ -83,7 +83,7 @@ void TestSkkEncrypted::endMarkTurnsTheAnswerOnAgain()
 {
     for (int cut = 0; cut < 6; ++cut) {
         const SkkDesk desk;
-        desk.connect(CProcessSKK::Outgoing);
+        desk.connect(Outgoing);
         State.ignoreAO = true;
         const QString mark = QStringLiteral("НННН  ");
         desk.receive("ТЕКСТ" + mark.left(cut));
@@ -98,7 +98,7 @@ void TestSkkEncrypted::endMarkTurnsTheAnswerOnAgain()
 void TestSkkEncrypted::endMarkAloneIsTextOtherwise()
 {
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Outgoing);
+    desk.connect(Outgoing);
     desk.receive("ТЕКСТ НННН  NNNN  ");
     QCOMPARE(desk.sent(), "");
     QCOMPARE(ProcessSKK.receiveBuffer, "ТЕКСТ НННН  NNNN  ");

@@ -33,7 +33,7 @@ private slots:
 void TestSkkHangUp::everythingIsReset()
 {
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Outgoing);
+    desk.connect(Outgoing);
     QSignalSpy told(&ProcessSKK, &CProcessSKK::updateTlgModeInterface);
     State.callState = 6;
     State.waitTimeAfterCallEstablished = 7;
@@ -90,7 +90,7 @@ void TestSkkHangUp::farEndHangsUpWithoutAConnection()
 void TestSkkHangUp::incomingTranscript()
 {
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Incoming);
+    desk.connect(Incoming);
     State.connectionText = QStringLiteral("#*|ПРИВЕТ\r\n");
     State.scanCountdown = 20;
     ProcessSKK.clearSKKConnection();
@@ -108,7 +108,7 @@ void TestSkkHangUp::incomingTranscript()
 void TestSkkHangUp::outgoingTranscript()
 {
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Outgoing);
+    desk.connect(Outgoing);
     State.connectionText = QStringLiteral("#*|ПРИВЕТ\r\n");
     State.scanCountdown = 20;
     ProcessSKK.clearSKKConnection();
@@ -124,7 +124,7 @@ void TestSkkHangUp::outgoingTranscript()
 void TestSkkHangUp::transcriptFollowsTheClock()
 {
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Incoming);
+    desk.connect(Incoming);
     Time.setTo(QDateTime(QDate(2026, 8, 1), QTime(0, 5, 9)));
     ProcessSKK.clearSKKConnection();
     QCOMPARE(desk.names("inp/20260801"), QStringList("s000509"));
@@ -162,9 +162,9 @@ void TestSkkHangUp::countersAreNeitherSavedNorWrapped()
     const SkkDesk desk;
     State.SKK_in = 999;
     State.SKK_out = 998;
-    desk.connect(CProcessSKK::Incoming);
+    desk.connect(Incoming);
     ProcessSKK.clearSKKConnection();
-    desk.connect(CProcessSKK::Outgoing);
+    desk.connect(Outgoing);
     ProcessSKK.clearSKKConnection();
     QCOMPARE(State.SKK_in, 1000);
     QCOMPARE(State.SKK_out, 1000);
@@ -201,7 +201,7 @@ void TestSkkHangUp::transcriptThatCannotBeSaved()
 void TestSkkHangUp::fullDiskKeepsCountersAndReset()
 {
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Incoming);
+    desk.connect(Incoming);
     State.connectionText = QStringLiteral("ТЕКСТ");
     {
         const FullDisk full;
@@ -242,7 +242,7 @@ void TestSkkHangUp::printing()
 void TestSkkHangUp::emptyTranscriptIsStoredToo()
 {
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Incoming);
+    desk.connect(Incoming);
     ProcessSKK.clearSKKConnection();
     QCOMPARE(desk.names("inp/20260731"), QStringList("s120000"));
     QCOMPARE(desk.read("inp/20260731/s120000"), QByteArray());
@@ -252,7 +252,7 @@ void TestSkkHangUp::emptyTranscriptIsStoredToo()
 void TestSkkHangUp::directionGoesLast()
 {
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Outgoing);
+    desk.connect(Outgoing);
     QList<int> seen;
     connect(&ProcessSKK, &CProcessSKK::updateTlgModeInterface, this,
             [&seen] { seen << State.callDirection << State.tlgMode << State.SKK_out; });

@@ -22,8 +22,8 @@ using Action = void (*)(const SkkDesk &desk);
 /// An answerback of \a kind that is none, in a state whose end notes nothing by itself.
 void badAnswerback(int kind, int length)
 {
-    State.sendInfo.toCKS = kind != CProcessSKK::SubscriberAA;
-    State.AutoModeState = CProcessSKK::AutoGotAA;
+    State.sendInfo.toCKS = kind != SubscriberAA;
+    State.AutoModeState = AutoGotAA;
     State.AutoModeWaitAA = kind;
     ProcessSKK.receiveBuffer = QStringLiteral("#\r\n").leftJustified(length, '0');
     (void)ProcessSKK.processAutoModeWaitAA(0);
@@ -53,40 +53,38 @@ void TestSkkJournal::lineCutsOrWaits_data()
     });
     row("312:00:00 Входящий вызов", true, [](const SkkDesk &desk) { desk.receive("@C"); });
     row("312:00:00 Абонент занят", true, [](const SkkDesk &desk) {
-        State.callState = CProcessSKK::WaitResult;
+        State.callState = WaitResult;
         desk.receive("\r\n&OCC");
     });
     row("312:00:00 Время распознано", false, [](const SkkDesk &desk) {
         Options.debugInfoToProtocol = true;
         Options.timeFormat = "<> #hh.mm";
-        State.callState = CProcessSKK::WaitResult;
+        State.callState = WaitResult;
         desk.receive("\r\n #12.00");
     });
     row("312:00:00 Соединение сохранено inp/20260731/s120000", true, [](const SkkDesk &desk) {
-        desk.connect(CProcessSKK::Incoming);
+        desk.connect(Incoming);
         ProcessSKK.clearSKKConnection();
     });
     row("312:00:00 Ошибка сохранения соединения в файл: inp/20260731/s120000", true, [](const SkkDesk &desk) {
         desk.write("inp/20260731", "no directory");
-        desk.connect(CProcessSKK::Incoming);
+        desk.connect(Incoming);
         ProcessSKK.clearSKKConnection();
     });
     row("412:00:00 Ошибка открытия файла a", true, [](const SkkDesk &) {
         State.currentFile = "a";
         State.secondsSinceRx = 100;
-        State.AutoModeState = CProcessSKK::AutoBeforeFile;
+        State.AutoModeState = AutoBeforeFile;
         State.AutoModeWaitTimer = 1;
         ProcessSKK.processAutoMode();
     });
-    row("312:00:00 АО не распознан", false, [](const SkkDesk &) { endIn(CProcessSKK::AutoBeforeQuestion); });
-    ::row("no answer", Action([](const SkkDesk &) { endIn(CProcessSKK::AutoWaitAA); }),
-          "312:00:00 АО не распознан", false);
-    row("312:00:00 Неправильный АО", true,
-        [](const SkkDesk &) { badAnswerback(CProcessSKK::SubscriberAA, 20); });
-    row("312:00:00 Неправильный АО ЦКС", true,
-        [](const SkkDesk &) { badAnswerback(CProcessSKK::ShortCentreAA, 20); });
+    row("312:00:00 АО не распознан", false, [](const SkkDesk &) { endIn(AutoBeforeQuestion); });
+    ::row("no answer", Action([](const SkkDesk &) { endIn(AutoWaitAA); }), "312:00:00 АО не распознан",
+          false);
+    row("312:00:00 Неправильный АО", true, [](const SkkDesk &) { badAnswerback(SubscriberAA, 20); });
+    row("312:00:00 Неправильный АО ЦКС", true, [](const SkkDesk &) { badAnswerback(ShortCentreAA, 20); });
     row("312:00:00 Неправильный длинный АО ЦКС", true,
-        [](const SkkDesk &) { badAnswerback(CProcessSKK::LongCentreAA, 50); });
+        [](const SkkDesk &) { badAnswerback(LongCentreAA, 50); });
 }
 
 void TestSkkJournal::lineCutsOrWaits()

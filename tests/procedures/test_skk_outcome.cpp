@@ -36,7 +36,7 @@ const QString Unknown = QStringLiteral("312:00:00 АО не распознан")
 void TestSkkOutcome::idleMachineStays()
 {
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Outgoing);
+    desk.connect(Outgoing);
     State.fileInProgress = true;
     State.AutoModeWaitTimer = 4;
     ProcessSKK.clearAutoMode();

@@ -58,7 +58,7 @@ void TestSkkResult::result()
     QFETCH(QString, description);
     for (int cut = 0; cut < text.size(); ++cut) {
         const SkkDesk desk;
-        desk.automatic(CProcessSKK::AutoCalling, 61);
+        desk.automatic(AutoCalling, 61);
         desk.receive("@EШУМ" + text.left(cut));
         QCOMPARE(State.callState, 5);
         desk.receive(text.mid(cut) + "ДАЛЬШЕ");

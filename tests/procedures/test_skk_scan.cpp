@@ -61,7 +61,7 @@ void TestSkkScan::questionInEachAutoState()
     QFETCH(int, state);
     const bool cutShort = state == 6 || state == 15;
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Outgoing);
+    desk.connect(Outgoing);
     State.AutoModeState = state;
     State.AutoModeWaitTimer = 9;
     desk.receive("А#*Б");
@@ -112,7 +112,7 @@ void TestSkkScan::questionCutInTwo()
 void TestSkkScan::questionWithAPauseInTheRowOfSubscribers()
 {
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Outgoing);
+    desk.connect(Outgoing);
     ProcessSKK.timing = &Options.SKKTiming[1];
     Options.SKKTiming[0].Pause_Before_Send_AA = 2;
     desk.receive("#*");
@@ -125,7 +125,7 @@ void TestSkkScan::questionWithAPauseInTheRowOfSubscribers()
 void TestSkkScan::eachQuestionIsAnswered()
 {
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Incoming);
+    desk.connect(Incoming);
     desk.receive("#*#*А#*");
     QCOMPARE(desk.sent(), OwnAO + OwnAO + OwnAO);
     // With a pause the last one begins it anew.
@@ -142,7 +142,7 @@ void TestSkkScan::eachQuestionIsAnswered()
 void TestSkkScan::questionInStateFifteenAnswersAtOnce()
 {
     const SkkDesk desk;
-    desk.automatic(CProcessSKK::AutoDelivered, 5);
+    desk.automatic(AutoDelivered, 5);
     State.secondsSinceRx = 100;
     desk.receive("#*");
     QCOMPARE(State.AutoModeWaitTimer, 1);
@@ -224,7 +224,7 @@ void TestSkkScan::farEndHangsUpDuringACall()
 void TestSkkScan::farEndHangsUpInAutomaticMode()
 {
     const SkkDesk desk;
-    desk.automatic(CProcessSKK::AutoSendingFile, 1);
+    desk.automatic(AutoSendingFile, 1);
     desk.receive("@H");
     QCOMPARE(State.AutoModeState, 0);
     QVERIFY(!State.fileInProgress);
@@ -279,7 +279,7 @@ void TestSkkScan::connectionIsNotCut()
 void TestSkkScan::endOfTheConnectionCutsTheNoise()
 {
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Outgoing);
+    desk.connect(Outgoing);
     desk.receive(QString(300, 'A'));
     ProcessSKK.clearSKKConnection();
     QCOMPARE(ProcessSKK.receiveBuffer.size(), 300);

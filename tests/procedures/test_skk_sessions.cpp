@@ -18,7 +18,7 @@ private slots:
 namespace
 {
 /// What the operator, the tick and the line adapter do between two pieces of text.
-enum Act { Text = 0, Sending, LastAnswer, Kind, Ignore, Direction, CallState, Tick, AutoTick, Clear, Tcp };
+enum Act { Text = 0, Sending, LastAnswer, Kind, Ignore, Direction, CallStep, Tick, AutoTick, Clear, Tcp };
 
 const QStringList Forms = {"ТЕКСТ ",
                            "#*",
@@ -85,7 +85,7 @@ void act(const SkkDesk &desk, int kind, int size)
     case Kind: State.AutoModeWaitAA = size % 2 == 0 ? 0 : 7 + size % 3; return;
     case Ignore: return ProcessSKK.setIgnoreAO(size % 2 == 0);
     case Direction: return ProcessSKK.setCallDirection(1 + size % 2);
-    case CallState: State.callState = size % 7; return;
+    case CallStep: State.callState = size % 7; return;
     case Tick: return desk.tick();
     case AutoTick: return desk.autoTick();
     case Clear:

@@ -140,7 +140,7 @@ void TestSkkSetup::secondStationSignalStaysAsText()
 void TestSkkSetup::eventsInsideAConnectionAreText()
 {
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Outgoing);
+    desk.connect(Outgoing);
     desk.receive("@E@C@I@S");
     QCOMPARE(ProcessSKK.receiveBuffer, "@E@C@I@S");
     QCOMPARE(int(ProcessSKK.lastCmdIn), 0);

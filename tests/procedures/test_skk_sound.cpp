@@ -97,7 +97,7 @@ void TestSkkSound::telegram()
     Options.soundOTlgType = type;
     Options.soundOTlgFile = QStringLiteral("new.wav");
     begin(desk, running);
-    desk.connect(CProcessSKK::Incoming);
+    desk.connect(Incoming);
     desk.receive("ЗЦЗЦ ТЕКСТ НННН  ");
     QCOMPARE(sound.playingFileName(), playing);
 }
@@ -140,7 +140,7 @@ void TestSkkSound::transcriptThatCannotBeStored()
     Options.soundSKKInConnectMessageSaveFile = QStringLiteral("new.wav");
     begin(desk, false);
     desk.write("inp/20260731", "a file in the directory's place");
-    desk.connect(CProcessSKK::Incoming);
+    desk.connect(Incoming);
     State.connectionText = QString(21, 'A');
     ProcessSKK.clearSKKConnection();
     QCOMPARE(sound.playingFileName(), "");

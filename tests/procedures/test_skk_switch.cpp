@@ -109,7 +109,7 @@ void TestSkkSwitch::hangUpTellsNothing()
 {
     const SkkDesk desk;
     Options.TcpMode = true;
-    desk.connect(CProcessSKK::Incoming);
+    desk.connect(Incoming);
     desk.receive("!>ОТБОЙ\n");
     QCOMPARE(desk.noted(), QStringList("312:00:00 Соединение сохранено inp/20260731/s120000"));
     QCOMPARE(int(ProcessSKK.lastCmdIn), 0);
@@ -196,7 +196,7 @@ void TestSkkSwitch::refusalEndsTheAutomaticCall()
     QFETCH(bool, ends);
     const SkkDesk desk;
     Options.TcpMode = true;
-    desk.automatic(CProcessSKK::AutoCalling, 61);
+    desk.automatic(AutoCalling, 61);
     desk.receive(signal);
     QCOMPARE(State.AutoModeState, ends ? 0 : 1);
     QCOMPARE(desk.sent(), ends ? "@H" : "");

@@ -46,7 +46,7 @@ const QString Telegram = QStringLiteral("ЗЦЗЦ |ТЕКСТ #12\r\nНННН  "
 void TestSkkTelegram::storedAsItCame()
 {
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Incoming);
+    desk.connect(Incoming);
     desk.receive("ШУМ" + Telegram + "ДАЛЬШЕ");
     QCOMPARE(desk.names("inp/20260731"), QStringList("20260731_000"));
     QCOMPARE(QString::fromUtf8(desk.read(Name)), Telegram);
@@ -63,7 +63,7 @@ void TestSkkTelegram::cutAnywhere()
     const QString line = "ШУМ" + Telegram + "К";
     for (int cut = 0; cut <= line.size(); ++cut) {
         const SkkDesk desk;
-        desk.connect(CProcessSKK::Outgoing);
+        desk.connect(Outgoing);
         desk.receive(line.left(cut));
         desk.receive(line.mid(cut));
         QCOMPARE(QString::fromUtf8(desk.read(Name)), Telegram);
@@ -75,7 +75,7 @@ void TestSkkTelegram::cutAnywhere()
 void TestSkkTelegram::waitsForItsEndMark()
 {
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Outgoing);
+    desk.connect(Outgoing);
     const QString begin = QStringLiteral("ЗЦЗЦ ") + QString(1000, QChar(0x0410));
     desk.receive(begin);
     for (const QChar c : QStringLiteral(" НННН "))
@@ -90,7 +90,7 @@ void TestSkkTelegram::waitsForItsEndMark()
 void TestSkkTelegram::latinMarksAreText()
 {
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Outgoing);
+    desk.connect(Outgoing);
     desk.receive("ZCZC TEXT NNNN  ЗЦЗЦТЕКСТ НННН  ЗЦЗЦ ТЕКСТ NNNN  ");
     QCOMPARE(State.PK_in, 0);
     QCOMPARE(ProcessSKK.receiveBuffer, "ZCZC TEXT NNNN  ЗЦЗЦТЕКСТ НННН  ЗЦЗЦ ТЕКСТ NNNN  ");
@@ -99,7 +99,7 @@ void TestSkkTelegram::latinMarksAreText()
 void TestSkkTelegram::twoTelegramsInOnePiece()
 {
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Outgoing);
+    desk.connect(Outgoing);
     desk.receive("ЗЦЗЦ А НННН  ЗЦЗЦ Б НННН  ");
     QCOMPARE(QString::fromUtf8(desk.read("inp/20260731/20260731_000")), "ЗЦЗЦ А НННН  ");
     QCOMPARE(QString::fromUtf8(desk.read("inp/20260731/20260731_001")), "ЗЦЗЦ Б НННН  ");
@@ -109,7 +109,7 @@ void TestSkkTelegram::twoTelegramsInOnePiece()
 void TestSkkTelegram::startMarkInsideBelongsToTheTelegram()
 {
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Outgoing);
+    desk.connect(Outgoing);
     desk.receive("ЗЦЗЦ А ЗЦЗЦ Б НННН  НННН  ");
     QCOMPARE(QString::fromUtf8(desk.read(Name)), "ЗЦЗЦ А ЗЦЗЦ Б НННН  ");
     QCOMPARE(ProcessSKK.receiveBuffer, "НННН  ");
@@ -131,7 +131,7 @@ void TestSkkTelegram::outsideAConnectionItIsNoise()
 void TestSkkTelegram::questionInsideIsTakenOutWhileItComes()
 {
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Incoming);
+    desk.connect(Incoming);
     desk.receive("ЗЦЗЦ А#*Б");
     QCOMPARE(desk.sent(), "#\r\n777777 ДЕСК");
     QCOMPARE(ProcessSKK.receiveBuffer, "Б"); // and what stood in front of it
@@ -144,7 +144,7 @@ void TestSkkTelegram::registersAreRemovedOnRequest()
 {
     const SkkDesk desk;
     Options.removeRegisterInInputFiles = true;
-    desk.connect(CProcessSKK::Incoming);
+    desk.connect(Incoming);
     desk.receive("ЗЦЗЦ |4ТО #12&A\r\nНННН  ");
     QCOMPARE(QString::fromUtf8(desk.read(Name)), "ЗЦЗЦ ЧТО 12A\r\nНННН  ");
 }
@@ -153,7 +153,7 @@ void TestSkkTelegram::counterIsNeitherSavedNorWrapped()
 {
     const SkkDesk desk;
     State.PK_in = 999;
-    desk.connect(CProcessSKK::Incoming);
+    desk.connect(Incoming);
     desk.receive(Telegram);
     QCOMPARE(desk.names("inp/20260731"), QStringList("20260731_999"));
     QCOMPARE(State.PK_in, 1000);
@@ -175,7 +175,7 @@ void TestSkkTelegram::newMark()
     QFETCH(bool, marked);
     const SkkDesk desk;
     Options.markNewFilesInInp = marked;
-    desk.connect(CProcessSKK::Incoming);
+    desk.connect(Incoming);
     desk.receive(Telegram);
     QCOMPARE(CFileAttr(Name).checkNew(), marked);
 }
@@ -184,7 +184,7 @@ void TestSkkTelegram::fileThatCannotBeWritten()
 {
     const SkkDesk desk;
     desk.write("inp/20260731", "a file in the directory's place");
-    desk.connect(CProcessSKK::Incoming);
+    desk.connect(Incoming);
     State.ignoreAO = true;
     desk.receive(Telegram + "К");
     QCOMPARE(desk.noted(), QStringList({"312:00:00 Обнаружена телеграмма",
@@ -197,7 +197,7 @@ void TestSkkTelegram::fileThatCannotBeWritten()
 void TestSkkTelegram::fullDisk()
 {
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Incoming);
+    desk.connect(Incoming);
     {
         const FullDisk full;
         desk.receive(Telegram);
@@ -211,7 +211,7 @@ void TestSkkTelegram::fullDisk()
 void TestSkkTelegram::dayDirectoryFollowsTheClock()
 {
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Incoming);
+    desk.connect(Incoming);
     Time.setTo(QDateTime(QDate(2026, 8, 1), QTime(0, 0)));
     desk.receive(Telegram);
     QCOMPARE(desk.names("inp/20260801"), QStringList("20260801_000"));
@@ -220,7 +220,7 @@ void TestSkkTelegram::dayDirectoryFollowsTheClock()
 void TestSkkTelegram::turnsTheAnswerOnAgain()
 {
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Incoming);
+    desk.connect(Incoming);
     State.ignoreAO = true;
     desk.receive(Telegram + "#*");
     QVERIFY(!State.ignoreAO);
@@ -232,7 +232,7 @@ void TestSkkTelegram::turnsTheAnswerOnAgain()
 void TestSkkTelegram::isPartOfTheTranscriptToo()
 {
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Incoming);
+    desk.connect(Incoming);
     State.connectionText += Telegram;
     desk.receive(Telegram);
     QCOMPARE(State.connectionText, Telegram);
@@ -254,7 +254,7 @@ void TestSkkTelegram::rejectionEndsTheConnection()
     QFETCH(QString, text);
     for (int cut = 0; cut < text.size(); ++cut) {
         const SkkDesk desk;
-        desk.connect(CProcessSKK::Outgoing);
+        desk.connect(Outgoing);
         ProcessSKK.SendTlgText("НЕ УШЛО");
         desk.receive("ШУМ" + text.left(cut));
         QCOMPARE(State.callDirection, 2);
@@ -281,7 +281,7 @@ void TestSkkTelegram::otherWordsAreATelegram()
 {
     QFETCH(QString, text);
     const SkkDesk desk;
-    desk.connect(CProcessSKK::Outgoing);
+    desk.connect(Outgoing);
     desk.receive(text);
     QCOMPARE(State.callDirection, 2);
     QCOMPARE(QString::fromUtf8(desk.read(Name)), text);

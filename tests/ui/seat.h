@@ -22,8 +22,6 @@
 class Seat
 {
 public:
-    enum Procedure { CKS = 0, SKK = 1, Direct = 2 };
-
     explicit Seat(int procedure, const std::function<void()> &prepare = {})
     {
         Options.processMode = procedure;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/options.h"
 #include "tests/support/desk.h"
 
 #include <QColor>
@@ -11,8 +12,6 @@
 #include <memory>
 
 class FormMain;
-
-constexpr int CKS = 0, SKK = 1, Direct = 2; ///< Options.processMode
 
 /// A workstation with its window, past the first tick's start of the threads, which do not run. The link is
 /// down and the mode is automatic, as in a fresh state.

@@ -66,10 +66,10 @@ void TestFormMainClicks::counterIsEditedOnlyForACentreInManualMode_data()
     QTest::addColumn<int>("processMode");
     QTest::addColumn<bool>("manual");
     QTest::addColumn<bool>("opens");
-    row("CKS, manual", CKS, true, true);
-    row("CKS, automatic", CKS, false, false);
-    row("SKK, manual", SKK, true, false);
-    row("direct, manual", Direct, true, false);
+    row("CKS, manual", int(CKS), true, true);
+    row("CKS, automatic", int(CKS), false, false);
+    row("SKK, manual", int(SKK), true, false);
+    row("direct, manual", int(Direct), true, false);
 }
 
 void TestFormMainClicks::counterIsEditedOnlyForACentreInManualMode()

@@ -114,9 +114,9 @@ void TestFormMainClose::trayExitAsksOnlyOnceAtATime()
 void TestFormMainClose::modeGoesToNoneWithTheFirstTick_data()
 {
     QTest::addColumn<int>("processMode");
-    row("CKS", CKS);
-    row("SKK", SKK);
-    row("direct", Direct);
+    row("CKS", int(CKS));
+    row("SKK", int(SKK));
+    row("direct", int(Direct));
 }
 
 void TestFormMainClose::modeGoesToNoneWithTheFirstTick()
@@ -253,9 +253,9 @@ void TestFormMainClose::commandSwitchIsKeptOnlyWhereItExists_data()
     QTest::addColumn<bool>("stored");
     QTest::addColumn<bool>("kept");
     for (const bool stored : {true, false}) {
-        QTest::addRow("centre, %d", stored) << CKS << stored << stored;
-        QTest::addRow("direct, %d", stored) << Direct << stored << stored;
-        QTest::addRow("switched, %d", stored) << SKK << stored << !stored;
+        QTest::addRow("centre, %d", stored) << int(CKS) << stored << stored;
+        QTest::addRow("direct, %d", stored) << int(Direct) << stored << stored;
+        QTest::addRow("switched, %d", stored) << int(SKK) << stored << !stored;
     }
 }
 

@@ -228,10 +228,10 @@ void TestFormMainLine::lastCharacterOfAFileIsActedUpon_data()
     QTest::addColumn<int>("processMode");
     QTest::addColumn<bool>("inProgress");
     QTest::addColumn<int>("askReceiptCountdown");
-    row("CKS", CKS, true, 2);
-    row("CKS without a file", CKS, false, 0);
-    row("SKK", SKK, true, 0);
-    row("direct without a file", Direct, false, 0);
+    row("CKS", int(CKS), true, 2);
+    row("CKS without a file", int(CKS), false, 0);
+    row("SKK", int(SKK), true, 0);
+    row("direct without a file", int(Direct), false, 0);
 }
 
 void TestFormMainLine::lastCharacterOfAFileIsActedUpon()

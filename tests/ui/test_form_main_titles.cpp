@@ -39,11 +39,13 @@ void TestFormMainTitles::titlesFollowTheTable_data()
     QTest::addColumn<QString>("title");
     QTest::addColumn<QString>("toolTip");
     const QString built = QStringLiteral("Velda (") + buildDate() + QStringLiteral(")");
-    row("direct, TCP", Direct, "", "", true, "Velda - ПС / V:2026.07.31", built + " - ПС\n10.1.2.3:5674");
-    row("CKS, adapter", CKS, "", "", false, "Velda - ЦКС / V:2026.07.31", built + " - ЦКС\n10000001");
-    row("SKK, channel", SKK, "", "МСК12", true, "МСК12 - СКК / V:2026.07.31", "МСК12 - СКК\n10.1.2.3:5674");
-    row("main title", CKS, "УЗЕЛ", "", true, "УЗЕЛ / Velda - ЦКС / V:2026.07.31", "УЗЕЛ");
-    row("main title, channel", SKK, "УЗЕЛ", "МСК12", false, "УЗЕЛ / Velda - СКК / V:2026.07.31", "УЗЕЛ");
+    row("direct, TCP", int(Direct), "", "", true, "Velda - ПС / V:2026.07.31",
+        built + " - ПС\n10.1.2.3:5674");
+    row("CKS, adapter", int(CKS), "", "", false, "Velda - ЦКС / V:2026.07.31", built + " - ЦКС\n10000001");
+    row("SKK, channel", int(SKK), "", "МСК12", true, "МСК12 - СКК / V:2026.07.31",
+        "МСК12 - СКК\n10.1.2.3:5674");
+    row("main title", int(CKS), "УЗЕЛ", "", true, "УЗЕЛ / Velda - ЦКС / V:2026.07.31", "УЗЕЛ");
+    row("main title, channel", int(SKK), "УЗЕЛ", "МСК12", false, "УЗЕЛ / Velda - СКК / V:2026.07.31", "УЗЕЛ");
 }
 
 void TestFormMainTitles::titlesFollowTheTable()

@@ -53,9 +53,9 @@ void TestFormMainWindow::buttonsFollowTheProcedure_data()
 {
     QTest::addColumn<int>("processMode");
     QTest::addColumn<QString>("texts");
-    row("CKS", CKS, "КГ0 ЗЗ|КГ1 ВАШ|КГ2 СТОП|КГ4 P|КГ5 ТЕКСТ");
-    row("SKK", SKK, "Вызов|Набор|КТО|АО|Отпр. файл|Отпр. строку|Звонок|Отбой");
-    row("direct", Direct, "Отпр. файл|Отпр. строку|Отпр. текст");
+    row("CKS", int(CKS), "КГ0 ЗЗ|КГ1 ВАШ|КГ2 СТОП|КГ4 P|КГ5 ТЕКСТ");
+    row("SKK", int(SKK), "Вызов|Набор|КТО|АО|Отпр. файл|Отпр. строку|Звонок|Отбой");
+    row("direct", int(Direct), "Отпр. файл|Отпр. строку|Отпр. текст");
 }
 
 void TestFormMainWindow::buttonsFollowTheProcedure()
@@ -75,9 +75,9 @@ void TestFormMainWindow::settingsMenuFollowsTheProcedure_data()
 {
     QTest::addColumn<int>("processMode");
     QTest::addColumn<QString>("entries");
-    row("CKS", CKS, "Параметры|-|Операторы");
-    row("SKK", SKK, "Параметры|-|Абоненты|Списки абонентов|-|Операторы");
-    row("direct", Direct, "Параметры|-|Операторы");
+    row("CKS", int(CKS), "Параметры|-|Операторы");
+    row("SKK", int(SKK), "Параметры|-|Абоненты|Списки абонентов|-|Операторы");
+    row("direct", int(Direct), "Параметры|-|Операторы");
 }
 
 void TestFormMainWindow::settingsMenuFollowsTheProcedure()

@@ -99,9 +99,9 @@ QString nameOf(const QWidget *widget)
 void everyProcedure()
 {
     QTest::addColumn<int>("procedure");
-    row("CKS", CKS);
-    row("SKK", SKK);
-    row("direct", Direct);
+    row("CKS", int(CKS));
+    row("SKK", int(SKK));
+    row("direct", int(Direct));
 }
 } // namespace
 

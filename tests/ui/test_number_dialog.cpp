@@ -77,7 +77,7 @@ class TestNumberDialog : public QObject
 private slots:
     void beginningOfARememberedNumberIsDialledAsTyped()
     {
-        const Seat seat(Seat::SKK, rememberNumbers);
+        const Seat seat(SKK, rememberNumbers);
         dialogOf(seat, [](const Number &number) {
             number.type("112");
             QCOMPARE(number.text(), QString("112"));
@@ -90,7 +90,7 @@ private slots:
 
     void beginningIsDialledAsTypedByTheButton()
     {
-        const Seat seat(Seat::SKK, rememberNumbers);
+        const Seat seat(SKK, rememberNumbers);
         dialogOf(seat, [](const Number &number) {
             number.type("11223");
             number.dial()->click();
@@ -100,7 +100,7 @@ private slots:
 
     void rememberedNumbersAreOfferedAsAList()
     {
-        const Seat seat(Seat::SKK, rememberNumbers);
+        const Seat seat(SKK, rememberNumbers);
         dialogOf(seat, [](const Number &number) {
             number.type("1");
             QCOMPARE(number.list(), (QStringList{"112233", "112244"}));
@@ -114,7 +114,7 @@ private slots:
 
     void numberChosenFromTheListIsSeenBeforeItIsDialled()
     {
-        const Seat seat(Seat::SKK, rememberNumbers);
+        const Seat seat(SKK, rememberNumbers);
         dialogOf(seat, [](const Number &number) {
             number.type("112");
             number.key(Qt::Key_Down);
@@ -130,7 +130,7 @@ private slots:
 
     void escapeLeavesTheListThenTheDialog()
     {
-        const Seat seat(Seat::SKK, rememberNumbers);
+        const Seat seat(SKK, rememberNumbers);
         dialogOf(seat, [](const Number &number) {
             number.type("112");
             number.key(Qt::Key_Escape);
@@ -156,7 +156,7 @@ private slots:
     {
         QFETCH(QString, signal);
         QFETCH(bool, tcp);
-        const Seat seat(Seat::SKK, rememberNumbers);
+        const Seat seat(SKK, rememberNumbers);
         Options.TcpMode = tcp;
         dialogOf(seat, [&](const Number &number) {
             number.type("300");
@@ -176,7 +176,7 @@ private slots:
 
     void openListDoesNotDialIntoACall()
     {
-        const Seat seat(Seat::SKK, rememberNumbers);
+        const Seat seat(SKK, rememberNumbers);
         dialogOf(seat, [&](const Number &number) {
             number.type("112");
             ProcessSKK.processReceive("@C");
@@ -189,7 +189,7 @@ private slots:
 
     void endOfTheCallLetsDialAgain()
     {
-        const Seat seat(Seat::SKK, rememberNumbers);
+        const Seat seat(SKK, rememberNumbers);
         dialogOf(seat, [&](const Number &number) {
             number.type("300");
             ProcessSKK.processReceive("@C");
@@ -203,7 +203,7 @@ private slots:
 
     void unlockedButtonsDialIntoACall()
     {
-        const Seat seat(Seat::SKK, rememberNumbers);
+        const Seat seat(SKK, rememberNumbers);
         Options.noLockButtonInProtocol = true;
         dialogOf(seat, [&](const Number &number) {
             number.type("300");

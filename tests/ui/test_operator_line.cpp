@@ -35,7 +35,7 @@ public:
         TlgThread.wait();
     }
 
-    Seat seat{Seat::Direct};
+    Seat seat{Direct};
 };
 
 /// The simulated far end, which keeps the telegrams that come.
@@ -209,7 +209,7 @@ private slots:
 
     void withdrawnTextLeavesNoTraceOnWhatFollows()
     {
-        Seat seat(Seat::Direct);
+        Seat seat(Direct);
         byKeys(seat);
         seat.press(Qt::Key_Escape);
         QCOMPARE(TlgThread.sendBuffer.mGet(), QString());

@@ -56,7 +56,7 @@ private slots:
     {
         QFETCH(const bool, used);
         QFETCH(const bool, selected);
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         Options.usePrf = used;
         fill(seat);
         if (selected)
@@ -69,7 +69,7 @@ private slots:
 
     void entriesStandBetweenCopyAndClipboard()
     {
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         Options.usePrf = true;
         QApplication::clipboard()->setText("ТЕКСТ");
         fill(seat);
@@ -81,7 +81,7 @@ private slots:
 
     void entriesPunchTheSelectionOfTheirKind()
     {
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         Options.usePrf = true;
         fill(seat);
         seat.view()->selectAndShowLine(0);

@@ -65,7 +65,7 @@ private slots:
     {
         QFETCH(QString, button);
         QFETCH(QString, sent);
-        const Seat seat(Seat::SKK, [] {
+        const Seat seat(SKK, [] {
             Options.AO = "123 ДОРАЛ";
             Options.noLockButtonInProtocol = true;
             TlgThread.connected = true;
@@ -76,7 +76,7 @@ private slots:
 
     void ownAnswerbackIsSeenInTheRollAtOnce()
     {
-        const Seat seat(Seat::SKK, [] { Options.AO = "WWW"; });
+        const Seat seat(SKK, [] { Options.AO = "WWW"; });
         PaintCounter paints(seat.view());
         paints.taken();
         seat.window->protocolSendAO();
@@ -89,7 +89,7 @@ private slots:
 
     void stringDialogSendsItsLine()
     {
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         QString title;
         inDialog([&] { seat.window->protocolSendString(); },
                  [&](QDialog *dialog) {
@@ -103,7 +103,7 @@ private slots:
 
     void textDialogSendsItsText()
     {
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         QString title;
         inDialog([&] { seat.window->protocolSendText(); },
                  [&](QDialog *dialog) {
@@ -117,7 +117,7 @@ private slots:
 
     void cancelledDialogsSendNothing()
     {
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         inDialog([&] { seat.window->protocolSendString(); },
                  [](QDialog *dialog) { dialog->findChild<QLineEdit *>()->setText("ПРИВЕТ"); });
         inDialog([&] { seat.window->protocolSendText(); },
@@ -137,7 +137,7 @@ private slots:
     void fileGoesToTheLine()
     {
         QFETCH(QByteArray, content);
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         seat.desk.write("текст.txt", content);
         const Choice choice(seat.desk.path("текст.txt"));
         seat.window->protocolSendFile();
@@ -155,7 +155,7 @@ private slots:
     void fileThatCannotBeReadIsReported()
     {
         QFETCH(QString, name);
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         const QString path = seat.desk.path(name);
         const Choice choice(path);
         const int before = seat.desk.journal().size();
@@ -169,7 +169,7 @@ private slots:
 
     void noFileChosenDoesNothing()
     {
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         const Choice choice{QString()};
         const QStringList before = seat.desk.journal();
         seat.window->protocolSendFile();
@@ -181,7 +181,7 @@ private slots:
 
     void numberDialogOffersTheLastNumbers()
     {
-        const Seat seat(Seat::SKK, [] { Options.lastManualCallNumbers = QStringList{"200", "100"}; });
+        const Seat seat(SKK, [] { Options.lastManualCallNumbers = QStringList{"200", "100"}; });
         inDialog([&] { seat.window->protocolCallNumber(); },
                  [](QDialog *dialog) {
                      QCOMPARE(dialog->windowTitle(), QString("Номер абонента"));
@@ -208,7 +208,7 @@ private slots:
 
     void numberIsDialledByTheKeyboardAlone()
     {
-        const Seat seat(Seat::SKK);
+        const Seat seat(SKK);
         inDialog([&] { seat.window->protocolCallNumber(); },
                  [](QDialog *dialog) {
                      auto *box = dialog->findChild<QComboBox *>("number");
@@ -233,7 +233,7 @@ private slots:
 
     void emptyNumberIsNotDialled()
     {
-        const Seat seat(Seat::SKK);
+        const Seat seat(SKK);
         inDialog([&] { seat.window->protocolCallNumber(); },
                  [](QDialog *dialog) {
                      auto *box = dialog->findChild<QComboBox *>("number");
@@ -246,7 +246,7 @@ private slots:
 
     void cancelledNumberIsForgotten()
     {
-        const Seat seat(Seat::SKK);
+        const Seat seat(SKK);
         inDialog([&] { seat.window->protocolCallNumber(); },
                  [](QDialog *dialog) { dialog->findChild<QComboBox *>("number")->setEditText("150"); });
         QVERIFY(Options.lastManualCallNumbers.isEmpty());
@@ -270,7 +270,7 @@ private slots:
     {
         QFETCH(QString, button);
         QFETCH(QString, line);
-        const Seat seat(Seat::CKS, [] {
+        const Seat seat(CKS, [] {
             Options.noLockButtonInProtocol = true;
             TlgThread.connected = true;
         });
@@ -293,7 +293,7 @@ private slots:
     {
         QFETCH(QString, button);
         QFETCH(bool, toEnd);
-        const Seat seat(Seat::CKS, [] {
+        const Seat seat(CKS, [] {
             Options.noLockButtonInProtocol = true;
             TlgThread.connected = true;
         });

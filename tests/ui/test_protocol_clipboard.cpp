@@ -52,7 +52,7 @@ private slots:
     {
         QFETCH(QString, clipboard);
         QFETCH(QString, sent);
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         const Answer answer(QMessageBox::Cancel);
         QApplication::clipboard()->setText(clipboard);
         seat.window->slotProtocolSendClipboard();
@@ -73,7 +73,7 @@ private slots:
     {
         QFETCH(int, button);
         QFETCH(QString, sent);
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         const Answer answer(button);
         QApplication::clipboard()->setText("a\nб!\n");
         seat.window->slotProtocolSendClipboard();
@@ -84,7 +84,7 @@ private slots:
 
     void questionHasThreeButtons()
     {
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         QStringList buttons;
         QTimer::singleShot(0, [&] {
             auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
@@ -102,7 +102,7 @@ private slots:
 
     void copyFromTheRollComesBackAsItWasSent()
     {
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         Log.lines = QStringList{QChar(2) + QString("|ПРИВЕТ<>"), QChar(2) + QString("#12<>"), QString()};
         seat.view()->setDate(Time.date);
         seat.view()->setFocus();
@@ -120,21 +120,21 @@ private slots:
 
     void menuOffersCopiesAndTheClipboard()
     {
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         QApplication::clipboard()->setText("ТЕКСТ");
         QCOMPARE(rollMenuEntries(seat), copyEntries + QStringList{sendEntry});
     }
 
     void emptyClipboardIsNotOffered()
     {
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         QApplication::clipboard()->clear();
         QCOMPARE(rollMenuEntries(seat), copyEntries);
     }
 
     void clipboardIsNotOfferedInAutomaticMode()
     {
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         QApplication::clipboard()->setText("ТЕКСТ");
         State.setAutomatic(true);
         QCOMPARE(rollMenuEntries(seat), copyEntries);
@@ -142,7 +142,7 @@ private slots:
 
     void entriesDoWhatTheySay()
     {
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         Log.lines = QStringList{QChar(1) + QString("A") + QChar(2) + "B<>"};
         seat.view()->setDate(Time.date);
         seat.view()->selectAndShowLine(0);

@@ -11,9 +11,9 @@ namespace
 void everyProcedure()
 {
     QTest::addColumn<int>("procedure");
-    row("CKS", int(Seat::CKS));
-    row("SKK", int(Seat::SKK));
-    row("direct", int(Seat::Direct));
+    row("CKS", int(CKS));
+    row("SKK", int(SKK));
+    row("direct", int(Direct));
 }
 } // namespace
 
@@ -67,35 +67,35 @@ private slots:
         QFETCH(Qt::KeyboardModifiers, modifiers);
         QFETCH(QString, text);
         QFETCH(QString, sent);
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         seat.press(key, modifiers, text);
         QCOMPARE(seat.sent(), sent);
     }
 
     void commandsOfTheAdapterCanBeTyped()
     {
-        const Seat seat(Seat::SKK);
+        const Seat seat(SKK);
         seat.type(QStringLiteral("@n12+@"));
         QCOMPARE(seat.sent(), QString("@N12+@"));
     }
 
     void nationalLettersAreMasked()
     {
-        const Seat seat(Seat::Direct, [] { Options.nationalLanguageUse = 1; });
+        const Seat seat(Direct, [] { Options.nationalLanguageUse = 1; });
         seat.press(0, {}, QStringLiteral("ә"));
         QCOMPARE(seat.sent(), QString("???"));
     }
 
     void nationalLettersAreDroppedWithoutTheLanguage()
     {
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         seat.press(0, {}, QStringLiteral("ә"));
         QCOMPARE(seat.sent(), QString());
     }
 
     void keyWithNothingLeftFallsThroughToNavigation()
     {
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         seat.press(Qt::Key_Home, {}, QStringLiteral("!"));
         QCOMPARE(seat.top(), 0);
         seat.press(Qt::Key_End, {}, QStringLiteral("Я"));
@@ -104,7 +104,7 @@ private slots:
 
     void typingBringsTheRollToItsEnd()
     {
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         seat.press(Qt::Key_Home);
         QVERIFY(!seat.view()->isLastString());
         seat.type(QStringLiteral("а"));
@@ -119,18 +119,18 @@ private slots:
         QTest::addColumn<int>("procedure");
         QTest::addColumn<int>("key");
         QTest::addColumn<QString>("sent");
-        row("Ctrl+E in CKS", int(Seat::CKS), int(Qt::Key_E), "");
-        row("Ctrl+E in SKK", int(Seat::SKK), int(Qt::Key_E), "@E");
-        row("Ctrl+E in direct", int(Seat::Direct), int(Qt::Key_E), "");
-        row("Ctrl+L in CKS", int(Seat::CKS), int(Qt::Key_L), "@L");
-        row("Ctrl+L in SKK", int(Seat::SKK), int(Qt::Key_L), "@L");
-        row("Ctrl+L in direct", int(Seat::Direct), int(Qt::Key_L), "@L");
-        row("Ctrl+V in CKS", int(Seat::CKS), int(Qt::Key_V), "@V");
-        row("Ctrl+V in SKK", int(Seat::SKK), int(Qt::Key_V), "@V");
-        row("Ctrl+V in direct", int(Seat::Direct), int(Qt::Key_V), "@V");
-        row("Ctrl+У in SKK", int(Seat::SKK), 0x0423, "@E");
-        row("Ctrl+Д in SKK", int(Seat::SKK), 0x0414, "@L");
-        row("Ctrl+М in SKK", int(Seat::SKK), 0x041C, "@V");
+        row("Ctrl+E in CKS", int(CKS), int(Qt::Key_E), "");
+        row("Ctrl+E in SKK", int(SKK), int(Qt::Key_E), "@E");
+        row("Ctrl+E in direct", int(Direct), int(Qt::Key_E), "");
+        row("Ctrl+L in CKS", int(CKS), int(Qt::Key_L), "@L");
+        row("Ctrl+L in SKK", int(SKK), int(Qt::Key_L), "@L");
+        row("Ctrl+L in direct", int(Direct), int(Qt::Key_L), "@L");
+        row("Ctrl+V in CKS", int(CKS), int(Qt::Key_V), "@V");
+        row("Ctrl+V in SKK", int(SKK), int(Qt::Key_V), "@V");
+        row("Ctrl+V in direct", int(Direct), int(Qt::Key_V), "@V");
+        row("Ctrl+У in SKK", int(SKK), 0x0423, "@E");
+        row("Ctrl+Д in SKK", int(SKK), 0x0414, "@L");
+        row("Ctrl+М in SKK", int(SKK), 0x041C, "@V");
     }
     void controlKeys()
     {
@@ -154,7 +154,7 @@ private slots:
         const Seat seat(procedure);
         TlgThread.sendBuffer.text = "ТЕКСТ";
         seat.press(Qt::Key_H, Qt::ControlModifier, "\b");
-        QCOMPARE(seat.sent(), QString(procedure == Seat::SKK ? "@H" : "ТЕКСТ"));
+        QCOMPARE(seat.sent(), QString(procedure == SKK ? "@H" : "ТЕКСТ"));
         State.setAutomatic(true);
         TlgThread.sendBuffer.text = "ТЕКСТ";
         seat.press(Qt::Key_H, Qt::ControlModifier, "\b");
@@ -166,11 +166,11 @@ private slots:
         QTest::addColumn<int>("procedure");
         QTest::addColumn<bool>("enabled");
         QTest::addColumn<bool>("works");
-        row("CKS", int(Seat::CKS), true, false);
-        row("SKK", int(Seat::SKK), true, true);
-        row("direct", int(Seat::Direct), true, true);
-        row("SKK, not enabled", int(Seat::SKK), false, false);
-        row("direct, not enabled", int(Seat::Direct), false, false);
+        row("CKS", int(CKS), true, false);
+        row("SKK", int(SKK), true, true);
+        row("direct", int(Direct), true, true);
+        row("SKK, not enabled", int(SKK), false, false);
+        row("direct, not enabled", int(Direct), false, false);
     }
     void controlPTurnsGuaranteedTransfer()
     {
@@ -198,7 +198,7 @@ private slots:
     void navigationMovesTheRoll()
     {
         QFETCH(bool, automatic);
-        const Seat seat(Seat::CKS);
+        const Seat seat(CKS);
         State.setAutomatic(automatic);
         const int end = seat.top();
         const int page = seat.view()->linesOnScreen();
@@ -219,14 +219,14 @@ private slots:
 
     void keypadArrowsMoveToo()
     {
-        const Seat seat(Seat::CKS);
+        const Seat seat(CKS);
         seat.press(Qt::Key_Home, Qt::KeypadModifier);
         QCOMPARE(seat.top(), 0);
     }
 
     void automaticModeSendsNoPrintableKey()
     {
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         State.setAutomatic(true);
         seat.type(QStringLiteral("Привет@"));
         seat.press(Qt::Key_Return, {}, "\r");
@@ -235,7 +235,7 @@ private slots:
 
     void upAtTheFirstLineOpensTheDayBefore()
     {
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         seat.press(Qt::Key_Home);
         seat.press(Qt::Key_Up);
         QCOMPARE(seat.view()->date(), QDate(2026, 7, 30));
@@ -247,7 +247,7 @@ private slots:
 
     void escWithTheRollScrolledBackBringsItToTheEnd()
     {
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         TlgThread.sendBuffer.text = "ТЕКСТ";
         seat.press(Qt::Key_Home);
         seat.press(Qt::Key_Escape, {}, "\x1b");
@@ -259,7 +259,7 @@ private slots:
 
     void escOnAnotherDayReturnsToToday()
     {
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         TlgThread.sendBuffer.text = "ТЕКСТ";
         seat.view()->setDate(QDate(2026, 7, 30));
         seat.press(Qt::Key_Escape, {}, "\x1b");
@@ -270,7 +270,7 @@ private slots:
 
     void escInAutomaticModeEmptiesNothing()
     {
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         State.setAutomatic(true);
         TlgThread.sendBuffer.text = "ТЕКСТ";
         seat.press(Qt::Key_Escape, {}, "\x1b");
@@ -285,7 +285,7 @@ private slots:
 
     void clickOnASwitchLeavesTheKeyboardWithTheRoll()
     {
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         auto *box = seat.view()->findChild<QCheckBox *>("protocolRegisters");
         box->parentWidget()->show();
         QTest::mouseClick(box, Qt::LeftButton);
@@ -296,7 +296,7 @@ private slots:
 
     void textTypedIntoTheSearchLineStaysThere()
     {
-        const Seat seat(Seat::Direct);
+        const Seat seat(Direct);
         auto *field = seat.view()->findChild<QLineEdit *>("protocolSearch");
         field->parentWidget()->show();
         field->setFocus();
@@ -308,7 +308,7 @@ private slots:
     void windowOpensWithTheKeyboardAtTheRoll()
     {
         const Desk desk;
-        Options.processMode = Seat::Direct;
+        Options.processMode = Direct;
         FormMain window;
         window.firstStart = false;
         window.show();

@@ -137,7 +137,7 @@ private slots:
         const char *const names[] = {"CKS", "SKK", "direct"};
         for (int procedure = 0; procedure < 3; ++procedure)
             for (const QByteArray control : controls)
-                if (procedure == Seat::SKK || control != "protocolCommands")
+                if (procedure == SKK || control != "protocolCommands")
                     row((names[procedure] + QByteArray(", ") + control).constData(), procedure, control);
     }
     void panelsKeyStaysInThePanel()
@@ -165,7 +165,7 @@ private slots:
 
     void everyControlOfThePanelIsLookedAt()
     {
-        const PanelSeat seat(Seat::SKK);
+        const PanelSeat seat(SKK);
         QSet<QByteArray> known;
         for (const QByteArray control : controls)
             known << control;
@@ -177,7 +177,7 @@ private slots:
 
     void keysGoToTheLineOnceTheRollHasThem()
     {
-        PanelSeat seat(Seat::Direct);
+        PanelSeat seat(Direct);
         seat.clear();
         seat.focus("protocolSearch");
         seat.type(QStringLiteral("abc"));
@@ -189,7 +189,7 @@ private slots:
 
     void controlsDoTheirOwnWorkWithTheirKeys()
     {
-        const PanelSeat seat(Seat::Direct);
+        const PanelSeat seat(Direct);
         seat.focus("protocolRegisters");
         seat.press(Qt::Key_Space, {}, " ");
         QVERIFY(seat.view()->showRegisters());
@@ -214,7 +214,7 @@ private slots:
 
     void tabTravelsThroughThePanelAndBack()
     {
-        const PanelSeat seat(Seat::SKK);
+        const PanelSeat seat(SKK);
         seat.focus("protocolDate");
         QStringList way;
         for (int i = 0; i < 20 && QApplication::focusWidget()->objectName() != "protocolNational"; ++i) {
@@ -233,7 +233,7 @@ private slots:
 
     void closedSearchRowGivesTheKeyboardToTheRoll()
     {
-        const PanelSeat seat(Seat::Direct);
+        const PanelSeat seat(Direct);
         seat.focus("protocolSearch");
         QTest::mouseClick(seat.control("protocolMore"), Qt::LeftButton);
         QVERIFY(seat.control("protocolSearchRow")->isHidden());
@@ -251,7 +251,7 @@ private slots:
     void keysOfTheWindowWorkFromThePanel()
     {
         QFETCH(QByteArray, control);
-        const PanelSeat seat(Seat::SKK);
+        const PanelSeat seat(SKK);
         const Answer answer(QMessageBox::No);
         const auto press = [&](int key, Qt::KeyboardModifiers modifiers) {
             QTest::keyClick(seat.focus(control), Qt::Key(key), modifiers);

@@ -133,10 +133,10 @@ void TestReceiveTurns::piecewiseIsAsAtOnce_data()
 {
     QTest::addColumn<int>("mode");
     QTest::addColumn<bool>("tcp");
-    row("centre", CKS, true);
-    row("dialled, adapter", SKK, false);
-    row("dialled, TCP", SKK, true);
-    row("direct", Direct, true);
+    row("centre", int(CKS), true);
+    row("dialled, adapter", int(SKK), false);
+    row("dialled, TCP", int(SKK), true);
+    row("direct", int(Direct), true);
 }
 
 void TestReceiveTurns::piecewiseIsAsAtOnce()
@@ -227,8 +227,8 @@ void TestReceiveTurns::automaticSendWaitsForTheTextThatHasCome()
     SlowStation station(SKK);
     station.setLinkUp(true);
     State.scanCountdown = 1000;
-    ProcessSKK.setCallDirection(CProcessSKK::Outgoing);
-    State.AutoModeState = CProcessSKK::AutoBeforeQuestion;
+    ProcessSKK.setCallDirection(Outgoing);
+    State.AutoModeState = AutoBeforeQuestion;
     State.AutoModeWaitTimer = 1;
     station.receive(QStringLiteral("А@EБ"));
     station.tick(2); // the question would wipe out what waits

@@ -28,6 +28,7 @@ CConfirmCategoryDialog::CConfirmCategoryDialog(QWidget *parent) : CDialog(parent
 void CConfirmCategoryDialog::showEvent(QShowEvent *event)
 {
     CDialog::showEvent(event);
-    if (Options.soundCTlgType != 0 && !event->spontaneous()) // that is the system's, of a minimised window
+    if (Options.soundCTlgType != CSound::Silent &&
+        !event->spontaneous()) // that is the system's, of a minimised window
         sound.play(Options.soundCTlgFile, Options.soundCTlgType);
 }

@@ -7,9 +7,6 @@
 
 namespace
 {
-constexpr int SystemPrinter = 0;
-constexpr int PageCORVA = 0;
-constexpr int PageCP1251 = 1;
 constexpr int MaximumLineFeeds = 10000; // the option is not range-checked
 
 QByteArray printerBytes(QString text)

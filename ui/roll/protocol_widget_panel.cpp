@@ -18,8 +18,6 @@
 
 namespace
 {
-constexpr int ProcedureSKK = 1;
-constexpr int NationalTatar = 1;
 constexpr int SearchLength = 20;
 constexpr int SwitchSpacing = 6;
 const QChar ArrowDown(0x2193);
@@ -94,11 +92,11 @@ void CProtocolWidget::buildSearchRow()
 
     m_boxRegisters = newCheckBox(QStringLiteral("protocolRegisters"), QStringLiteral("Регистры"), false);
     m_boxInfo = newCheckBox(QStringLiteral("protocolInfo"), QStringLiteral("Информация"), true);
-    if (Options.processMode == ProcedureSKK)
+    if (Options.processMode == SKK)
         m_boxCmd = newCheckBox(QStringLiteral("protocolCommands"), QStringLiteral("Команды"), false);
     m_boxSplit = newCheckBox(QStringLiteral("protocolSplit"), QStringLiteral("Разделить"), false);
     m_boxNational = newCheckBox(QStringLiteral("protocolNational"), QStringLiteral("Язык"), false);
-    m_boxNational->setVisible(Options.nationalLanguageUse == NationalTatar);
+    m_boxNational->setVisible(Options.nationalLanguageUse == Tatar);
     m_searchRow->hide();
 }
 
@@ -147,7 +145,7 @@ void CProtocolWidget::setShowCmd(bool on)
 
 void CProtocolWidget::slotProtocolOptionsChanged()
 {
-    const bool national = Options.nationalLanguageUse == NationalTatar;
+    const bool national = Options.nationalLanguageUse == Tatar;
     m_boxNational->setVisible(national);
     m_showRegisters = m_boxRegisters->isChecked();
     m_showInfo = m_boxInfo->isChecked();

@@ -33,11 +33,11 @@ constexpr QSize DefaultSize(800, 600);
 
 void checkProcedureTimers()
 {
-    if (Options.processMode == 0)
+    if (Options.processMode == CKS)
         ProcessCKS.timeCheck1sec();
-    else if (Options.processMode == 1)
+    else if (Options.processMode == SKK)
         ProcessSKK.timeCheck1sec();
-    else if (Options.processMode == 2)
+    else if (Options.processMode == Direct)
         ProcessDirect.timeCheck1sec();
 }
 } // namespace

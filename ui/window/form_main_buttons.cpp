@@ -45,7 +45,7 @@ const std::vector<Button> buttonsDirect = {
 
 const std::vector<Button> &buttonsInForce()
 {
-    return Options.processMode == 0 ? buttonsCKS : Options.processMode == 1 ? buttonsSKK : buttonsDirect;
+    return Options.processMode == CKS ? buttonsCKS : Options.processMode == SKK ? buttonsSKK : buttonsDirect;
 }
 } // namespace
 

@@ -11,13 +11,6 @@
 #include <QCloseEvent>
 #include <QScopedValueRollback>
 
-namespace
-{
-constexpr int SKK = 1;
-constexpr int StopWithOpenChannel = 5; ///< ticks, so that the procedure's stop can go out
-constexpr int StopOtherwise = 2;
-} // namespace
-
 void FormMain::closeApplication()
 {
     // The tray's menu works while the question is open.
@@ -26,7 +19,7 @@ void FormMain::closeApplication()
     const QScopedValueRollback<bool> guard(closeQuestionOpen, true);
     if (ask(this, QStringLiteral("Velda"), QStringLiteral("Завершить приложение?")) != QMessageBox::Yes)
         return;
-    State.stopCountdown = State.tlgMode == 3 ? StopWithOpenChannel : StopOtherwise;
+    State.closeSoon();
 }
 
 void FormMain::closeEvent(QCloseEvent *event)

@@ -27,7 +27,7 @@ void FormMain::clickedLabelPKout()
 
 void FormMain::editCounter(int &counter, const QString &title, const QString &journalText)
 {
-    if (Options.processMode != 0 || !State.manualMode)
+    if (Options.processMode != CKS || !State.manualMode)
         return;
     CEditCounterDialog dialog(this);
     if (dialog.exec(counter, title) != QDialog::Accepted)

@@ -13,7 +13,6 @@
 
 namespace
 {
-constexpr int CKS = 0, SKK = 1, Direct = 2; // any other value is no procedure
 constexpr int QuietBeforeSending = 3; ///< seconds without received text before a telegram for the centre
 constexpr int ReceiptPeriod = 30;     ///< seconds
 constexpr int RequestPeriod = 60;     ///< seconds
@@ -40,7 +39,7 @@ void FormMain::dispatch()
         return;
     }
     if (State.manualMode) {
-        if (Options.processMode == SKK && State.AutoModeState != 0)
+        if (Options.processMode == SKK && State.AutoModeState != AutoIdle)
             ProcessSKK.clearAutoMode();
         return;
     }
@@ -75,11 +74,11 @@ void FormMain::dispatchCKS()
 {
     if (State.dayChangeQuiet)
         return ProcessCKS.checkQuietTime();
-    if (State.tlgMode == 2 && isDueEach(ReceiptPeriod))
+    if (State.tlgMode == ModeAsked && isDueEach(ReceiptPeriod))
         State.sendReceiptCountdown = 1;
-    if (State.tlgMode == 0 && isDueEach(RequestPeriod))
+    if (State.tlgMode == ModeUnknown && isDueEach(RequestPeriod))
         State.askReceiptCountdown = 1;
-    if (State.tlgMode == 3 && State.secondsSinceRx > QuietBeforeSending && modelSend.rowCount() > 0 &&
+    if (State.tlgMode == ModeOpen && State.secondsSinceRx > QuietBeforeSending && modelSend.rowCount() > 0 &&
         !State.fileInProgress && modelSend.at(0).number.isEmpty())
         offerFirstRow(ProcessCKS, modelSend);
 }
@@ -94,7 +93,8 @@ void FormMain::dispatchSKK()
             return;
     }
     if (!State.connectionActive && !State.fileInProgress && modelSend.rowCount() > 0 &&
-        State.AutoModeState == 0 && State.callDirection == 0 && !modelSend.at(0).number.isEmpty())
+        State.AutoModeState == AutoIdle && State.callDirection == NoDirection &&
+        !modelSend.at(0).number.isEmpty())
         offerFirstRow(ProcessSKK, modelSend);
 }
 

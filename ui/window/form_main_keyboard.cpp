@@ -13,7 +13,6 @@
 
 namespace
 {
-constexpr int CKS = 0, SKK = 1;
 constexpr Qt::KeyboardModifiers NotTyped = Qt::ControlModifier | Qt::AltModifier | Qt::KeypadModifier;
 
 /// The key by its place on the keyboard: with the Russian layout on, the key E gives У.
@@ -62,7 +61,7 @@ bool FormMain::sendTypedText(const QKeyEvent &event)
     text = QStringClearNonMTK2(upperMTK2(text));
     if (text.isEmpty())
         return false;
-    if (Options.nationalLanguageUse != 0)
+    if (Options.nationalLanguageUse != NoNationalLanguage)
         maskNationalLanguage(text);
     TlgSend(text);
     return true;

@@ -21,9 +21,8 @@
 
 namespace
 {
-constexpr int CKS = 0, SKK = 1, Direct = 2; // any other value is no procedure
-constexpr int ReceiptRequestAfterText = 2;  ///< ticks from a telegram's last character to the request
-constexpr int ReceiveBlock = 65536;         ///< characters fetched from the link thread at once
+constexpr int ReceiptRequestAfterText = 2; ///< ticks from a telegram's last character to the request
+constexpr int ReceiveBlock = 65536;        ///< characters fetched from the link thread at once
 /// Characters of one piece of text on a dialled line, where one scan may store many telegrams.
 constexpr int SwitchedPiece = 256;
 

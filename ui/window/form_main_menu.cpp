@@ -71,7 +71,7 @@ void FormMain::buildSettingsMenu()
     menu->setObjectName(QStringLiteral("menuSettings"));
     actionOptions = named(menu, QStringLiteral("Параметры"), "actionOptions");
     connect(actionOptions, &QAction::triggered, this, &FormMain::openOptions);
-    if (Options.processMode == 1) {
+    if (Options.processMode == SKK) {
         menu->addSeparator();
         QAction *abonents = named(menu, QStringLiteral("Абоненты"), "actionAbonents");
         QAction *lists = named(menu, QStringLiteral("Списки абонентов"), "actionAbonentLists");

@@ -15,7 +15,6 @@
 
 namespace
 {
-constexpr int CKS = 0, SKK = 1;
 constexpr int ScanAfterModeChange = 2; ///< ticks
 
 struct CentreMode {
@@ -23,7 +22,7 @@ struct CentreMode {
     bool on[5]; ///< КГ0, КГ1, КГ2, КГ4, КГ5
 };
 // clang-format off
-const CentreMode centreModes[] = {
+const CentreMode centreModes[] = { // by TlgMode
     {"--", {true,  false, false, false, false}},
     {"БД", {true,  false, false, false, false}},
     {"БА", {true,  true,  false, false, true }},
@@ -42,10 +41,10 @@ const CentreMode &centreMode(int tlgMode)
 
 QString switchedModeLabel(int tlgMode)
 {
-    return tlgMode == 1   ? QStringLiteral("БД")
-           : tlgMode == 2 ? QStringLiteral("БА")
-           : tlgMode == 3 ? QStringLiteral("РБ")
-                          : QStringLiteral("--");
+    return tlgMode == ModeClosed  ? QStringLiteral("БД")
+           : tlgMode == ModeAsked ? QStringLiteral("БА")
+           : tlgMode == ModeOpen  ? QStringLiteral("РБ")
+                                  : QStringLiteral("--");
 }
 
 QString endpoint()

@@ -62,9 +62,9 @@ void placeLabel(QLabel *label, QGridLayout *grid, int row, int column, const cha
 
 QString networkName()
 {
-    return Options.processMode == 0   ? QStringLiteral("ЦКС")
-           : Options.processMode == 1 ? QStringLiteral("СКК")
-                                      : QStringLiteral("ПК");
+    return Options.processMode == CKS   ? QStringLiteral("ЦКС")
+           : Options.processMode == SKK ? QStringLiteral("СКК")
+                                        : QStringLiteral("ПК");
 }
 } // namespace
 

@@ -17,11 +17,8 @@
 
 namespace
 {
-constexpr int CKS = 0, SKK = 1;
-constexpr int Outgoing = 2;            ///< State.callDirection
 constexpr int FirstReceiptRequest = 5; ///< ticks from the start to the first receipt request
 constexpr int StopFilePhases = 5;      ///< ticks from one test for a stop request to the next
-constexpr int StopByFile = 5;          ///< ticks until the close that a stop request asks for
 constexpr int TrafficPhases = 5;       ///< pictures of the traffic animation
 } // namespace
 
@@ -70,7 +67,7 @@ void FormMain::checkStopFile()
     // The name is empty on purpose: a running program does not stop at another one's request, and the
     // operator of the other one is asked again and again until this one is closed by hand.
     if (stopFilePhase == 0 && QFile::exists(QString())) {
-        State.stopCountdown = StopByFile;
+        State.stopCountdown = CState::TicksToCloseOpen; // whatever the mode
         Log.addCacheServiceString(QStringLiteral("Запрос на остановку приложения"), ProtocolInfo, true);
     }
 }
@@ -119,10 +116,10 @@ int FormMain::trayIconIndex()
     if (!TlgThread.linkUp())
         return TrayNoLink;
     switch (State.tlgMode) {
-    case 1: return TrayBD;
-    case 2: return TrayBA;
-    case 3: return TrayRB;
-    case 4: return TrayBV;
+    case ModeClosed: return TrayBD;
+    case ModeAsked: return TrayBA;
+    case ModeOpen: return TrayRB;
+    case ModeNoticeOfClosing: return TrayBV;
     default: return TrayNoMode;
     }
 }
@@ -139,7 +136,7 @@ void FormMain::countDownToStop()
 {
     if (State.stopCountdown <= 0)
         return;
-    if (State.tlgMode == 3)
+    if (State.tlgMode == ModeOpen)
         takeLeaveOfLine();
     if (--State.stopCountdown == 0) {
         State.closeAllowed = true;
@@ -156,7 +153,7 @@ void FormMain::takeLeaveOfLine()
     } else if (Options.processMode == SKK) {
         ProcessSKK.clearSKKConnection();
     }
-    State.setTlgMode(0);
+    State.setTlgMode(ModeUnknown);
 }
 
 void FormMain::runProcedureTimers()
@@ -193,9 +190,10 @@ void FormMain::countDownToScan()
 void FormMain::countIdle()
 {
     ++State.idleSeconds;
-    if (Options.processMode != SKK || State.idleSeconds != Options.SKKTiming[0].Idle_Time_Before_HangUp)
+    if (Options.processMode != SKK ||
+        State.idleSeconds != Options.SKKTiming[SubscriberTiming].Idle_Time_Before_HangUp)
         return;
-    if (State.callDirection != 0)
+    if (State.callDirection != NoDirection)
         hangUpIdle();
     State.idleSeconds = 0;
 }
