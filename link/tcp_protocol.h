@@ -31,7 +31,7 @@ constexpr int ListenPause = 60;  ///< seconds after a failure to listen
 constexpr int BackoffStep = 60;  ///< seconds by which the client's wait grows
 constexpr int BackoffLimit = 10; ///< steps
 
-constexpr qint64 ReadSlice = 64 * 1024;   ///< bytes that one pass reads at most
+constexpr qint64 ReadSlice = 64LL * 1024; ///< bytes that one pass reads at most
 constexpr int UntakenLimit = 1024 * 1024; ///< characters in recvBuffer that stop the reading
 constexpr qint64 UnreadAnswers = 4096;    ///< bytes in the socket that stop the reading
 } // namespace TcpProtocol
