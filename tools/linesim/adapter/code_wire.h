@@ -24,14 +24,14 @@ public:
         qint64 endUs = 0;
     };
 
-    explicit CodeWire(int baud);
+    explicit CodeWire(int baud); ///< above 0
 
     /// One start unit, five of the code, one and a half of stop.
     [[nodiscard]] static qint64 characterUs(int baud) { return qint64(7'500'000) / baud; }
 
-    void put(const WireItem &item, qint64 nowUs);
+    void put(const WireItem &item, qint64 nowUs);       ///< behind all that waits
     [[nodiscard]] QVector<WireItem> take(qint64 nowUs); ///< what has arrived by now
-    void clear() { m_waiting.clear(); }
+    void clear() { m_waiting.clear(); }                 ///< what has not arrived is lost
 
     [[nodiscard]] int codesWaiting() const; ///< the one under way too
     [[nodiscard]] bool isEmpty() const { return m_waiting.isEmpty(); }

@@ -9,7 +9,7 @@ class CreditLedger
 {
 public:
     void restart() { *this = CreditLedger(); }
-    void granted(int characters, qint64 nowUs);
+    void granted(int characters, qint64 nowUs); ///< a status with that room went to the program
     /// The program has answered. Of several statuses it may not have read the latest.
     void answered(qint64 nowUs);
     /// One character has come, register codes aside; false if it was not granted.

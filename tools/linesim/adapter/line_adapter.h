@@ -22,24 +22,24 @@ public:
     static constexpr int NewVersion = 20231111; ///< the first that echoes
 
     struct Settings {
-        int baud = 200;
+        int baud = 200;           ///< 50, 100 or 200
         int version = NewVersion; ///< 0 does not tell it
-        int roomCodes = 64;
-        int statusMs = 500;    ///< between unasked statuses
-        int answerMs = 1000;   ///< for the answer to one
-        int expectedMode = -1; ///< the mode byte to expect; ProgramRules::AnyMode
-        bool silent = false;   ///< from the start
+        int roomCodes = 64;       ///< codes that its buffer takes
+        int statusMs = 500;       ///< between unasked statuses
+        int answerMs = 1000;      ///< for the answer to one
+        int expectedMode = -1;    ///< the mode byte to expect; ProgramRules::AnyMode
+        bool silent = false;      ///< from the start
     };
 
     LineAdapter(const Settings &settings, EventLog &log);
 
     void opened(qint64 nowUs); ///< a program has opened the port
     void closed(qint64 nowUs); ///< and closed it
-    void unplugged();
+    void unplugged();          ///< under the program: no goodbye is asked for
     void takeFromProgram(const QByteArray &bytes, qint64 nowUs);
-    void advance(qint64 nowUs);
+    void advance(qint64 nowUs); ///< does all that is due; being late harms nothing but the pace
     [[nodiscard]] qint64 nextUs(qint64 nowUs) const; ///< -1 while no program is there
-    void tellTotals();
+    void tellTotals(); ///< the last word in the log: what went over the line in all
 
     /// Text of the far end, with "@C", "@E", "@H", "@S" for the events of a call.
     void sendText(const QString &text, qint64 nowUs);
@@ -49,16 +49,18 @@ public:
     [[nodiscard]] bool isLineFree() const { return m_out.isEmpty() && m_in.isEmpty(); }
 
     // Faults
-    void setSilent(bool silent) { m_silent = silent; }
-    void setBreak(bool broken) { m_broken = broken; }
-    void setNoSignal(bool lost) { m_noSignal = lost; }
-    void loseEchoes(int count) { m_echoesToLose += count; }
+    void setSilent(bool silent) { m_silent = silent; }      ///< tells the program nothing
+    void setBreak(bool broken) { m_broken = broken; }       ///< told again and again while it lasts
+    void setNoSignal(bool lost) { m_noSignal = lost; }      ///< likewise, and no status goes
+    void loseEchoes(int count) { m_echoesToLose += count; } ///< of the next codes
+    /// Statuses of the next \a ms milliseconds grant nothing.
     void withholdCredit(int ms, qint64 nowUs) { m_noCreditUntilUs = nowUs + ms * 1000LL; }
     ProgramRules &rules() { return m_rules; }
 
 signals:
-    void toProgram(const QByteArray &bytes);
-    void ready(); ///< what is sent from now on reaches the program's procedure
+    void toProgram(const QByteArray &bytes); ///< the owner writes them to the port at once
+    void ready();                            ///< what is sent from now on reaches the program's procedure
+    /// Codes of the program have gone over the line; the text that they settle, which may be empty.
     void heard(const QString &text, const QByteArray &codes);
 
 private:

@@ -19,15 +19,19 @@ class CentreDesk : public QObject
     Q_OBJECT
 
 public:
-    enum Channel { Closed, Asked, Open, Confirming };
+    enum Channel {
+        Closed,
+        Asked,     ///< "ОТКРОЙТЕ СВЯЗЬ" is said, the terminal's receipt is due
+        Open,      ///< telegrams go either way
+        Confirming ///< the terminal's confirmation of a telegram is due
+    };
 
     struct Settings {
-        QString channelName = QStringLiteral("АБВ123/4");
-        bool stamps = true;      ///< the time behind each end mark
-        QString note;            ///< behind each telegram, "" for none
+        bool stamps = true;      ///< the time "hhmm" behind each end mark
+        QString note;            ///< behind each telegram, see centreNote(); "" for none
         int header = 0;          ///< form put in front of each telegram, 1 to 3; 0 none, 4 in turn
         bool registers = false;  ///< marks the changes of register, as a 5-bit line does
-        int clockOffMinutes = 0; ///< how far the centre's clock is off
+        int clockOffMinutes = 0; ///< by which the stamps are ahead of the owner's time; negative is behind
     };
 
     CentreDesk(const Settings &settings, EventLog &log);

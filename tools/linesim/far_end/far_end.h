@@ -27,13 +27,15 @@ protected:
 
     /// Its own commands are those of the far end, runHere(), and of its line.
     [[nodiscard]] bool runOwn(const QString &name, const QString &argument) final;
+    /// Runs a command of this kind of far end; false if it is none of its own.
     [[nodiscard]] virtual bool runHere(const QString &name, const QString &argument) = 0;
     void finish() final;
-    virtual void takeConnection() = 0;
-    virtual void takeLoss() {}
+    virtual void takeConnection() = 0; ///< the line is there; it may not be ready yet
+    virtual void takeLoss() {}         ///< and gone
+    /// Text of the workstation, cut anywhere. What is to be kept goes to m_store from here.
     virtual void takeText(const QString &text) = 0;
-    virtual void tick(const QDateTime &now) = 0;
-    virtual void sayFigures() {} ///< the event at the end
+    virtual void tick(const QDateTime &now) = 0; ///< every FarLine::TickMs, with or without a connection
+    virtual void sayFigures() {}                 ///< the event at the end
 
     const std::unique_ptr<FarLine> m_line;
     TelegramStore m_store;

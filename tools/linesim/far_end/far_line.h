@@ -24,7 +24,7 @@ public:
     [[nodiscard]] virtual bool comesInPieces() const { return false; }
     /// How \a text of the workstation arrives, if it begins with a register mark.
     [[nodiscard]] virtual QString asHeard(const QString &text) const { return text; }
-    virtual void sendText(const QString &text) = 0;
+    virtual void sendText(const QString &text) = 0;    ///< behind what is on its way
     virtual void sendRaw(const QByteArray &bytes) = 0; ///< as they are, whatever they mean
     virtual void close() = 0;                          ///< once all has gone
     virtual void drop() = 0;                           ///< at once
@@ -39,5 +39,5 @@ signals:
     void connected();
     void disconnected();
     void bytes(const QByteArray &bytes); ///< of the workstation, as they came
-    void text(const QString &text);      ///< of the workstation
+    void text(const QString &text);      ///< of the workstation, decoded, cut anywhere
 };

@@ -12,7 +12,7 @@ class TelegramStore
 public:
     TelegramStore(const QString &directory, EventLog &log);
 
-    void takeBytes(const QByteArray &bytes);
+    void takeBytes(const QByteArray &bytes); ///< for "stream.bin" only
     /// Returns how many telegrams \a text has completed. A pair of marks on one line is none, as it is a
     /// confirmation.
     int takeText(const QString &text);

@@ -39,10 +39,10 @@ public:
     LinkEnd(const Settings &settings, EventLog &log);
     ~LinkEnd() override;
 
-    void open();  ///< a connection is there
-    void close(); ///< it is gone
-    void take(const QByteArray &bytes);
-    void tick();
+    void open();                        ///< a connection is there
+    void close();                       ///< it is gone
+    void take(const QByteArray &bytes); ///< as read at once: to the cipher each call is a block
+    void tick();                        ///< every TickMs
 
     void sendText(const QString &text);    ///< in CORVA, ciphered if agreed, as one block
     void sendRaw(const QByteArray &bytes); ///< as they are; the rules are not judged after it
@@ -51,14 +51,14 @@ public:
     /// before is unanswered, as of two in a row the workstation sees one.
     void grant(int characters);
     void sendFlowReport(int characters); ///< "@nn*", 0..99
-    void setSilent(bool silent);
-    void setGrants(bool on);
+    void setSilent(bool silent);         ///< as Settings::silent, from now on
+    void setGrants(bool on);             ///< as Settings::grants
 
     [[nodiscard]] bool isReady() const { return m_phase == Talking; } ///< past the key agreement
 
 signals:
-    void write(const QByteArray &bytes);
-    void text(const QString &text); ///< from the line, decoded
+    void write(const QByteArray &bytes); ///< the owner puts them on the connection at once
+    void text(const QString &text);      ///< from the line, decoded
 
 private:
     enum Phase { Closed, Settling, WaitingSeed, Talking };

@@ -26,16 +26,17 @@ public:
     TcpEnd(const Settings &settings, EventLog &log);
     ~TcpEnd() override;
 
-    [[nodiscard]] bool start(); ///< false, with an event, if it cannot listen
-    void write(const QByteArray &bytes);
-    void close(); ///< after all that is written has gone
-    void drop();  ///< at once, without a goodbye
+    [[nodiscard]] bool start();          ///< false, with an event, if it cannot listen
+    void write(const QByteArray &bytes); ///< nothing without a connection, as the next two
+    void close();                        ///< after all that is written has gone
+    void drop();                         ///< at once, without a goodbye
+    /// The port that it listens on, also where that was 0; 0 for a caller.
     [[nodiscard]] quint16 listeningPort() const { return m_server.serverPort(); }
 
 signals:
     void connected();
-    void disconnected();
-    void received(const QByteArray &bytes);
+    void disconnected();                    ///< by either side
+    void received(const QByteArray &bytes); ///< as they came, cut anywhere
 
 private:
     void call();

@@ -4,7 +4,7 @@
 #include "tools/linesim/line/link_end.h"
 #include "tools/linesim/line/tcp_end.h"
 
-/// A line over TCP.
+/// A line over TCP: what TcpEnd carries and LinkEnd understands.
 class TcpLine : public FarLine
 {
     Q_OBJECT

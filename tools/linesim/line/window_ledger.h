@@ -8,11 +8,11 @@
 class WindowLedger
 {
 public:
-    void granted(int characters);
+    void granted(int characters); ///< a window went out
     /// A flow report went out: the workstation's next piece holds at most \a characters.
     void limited(int characters);
-    void fenceSent();
-    void fenceAnswered();
+    void fenceSent();     ///< a keep-alive went out
+    void fenceAnswered(); ///< and was answered
     /// Text of \a characters came, or a control command of that length, which is never cut. Returns the
     /// breach in words, empty if there is none.
     [[nodiscard]] QString take(int characters, bool isCommand = false);

@@ -27,17 +27,18 @@ public:
 
     Party(const Settings &settings, EventLog &log);
 
+    /// A connection with the terminal, in which it is \a who. What was due in the one before is void.
     void begin(const Subscriber &who, const Habits &habits);
-    void end(); ///< the connection is over
-    void hear(const SwitchItem &item);
-    void setTime(qint64 ms) { m_now = ms; }
-    void tick(); ///< does what is due
+    void end();                             ///< the connection is over
+    void hear(const SwitchItem &item);      ///< what the line itself deals with it passes over
+    void setTime(qint64 ms) { m_now = ms; } ///< since the epoch
+    void tick();                            ///< does what is due
 
     void perform(Deed::What what); ///< at once
 
 signals:
-    void say(const QString &text);
-    void hangUp();
+    void say(const QString &text); ///< with register marks
+    void hangUp();                 ///< it wants the connection to end; the owner calls end()
 
 private:
     struct Due {

@@ -34,8 +34,8 @@ public:
     [[nodiscard]] std::optional<SwitchItem> next();
     /// The line has been silent: what waits is text, and may be what it is.
     [[nodiscard]] std::optional<SwitchItem> giveUp();
-    void forget() { m_pending.clear(); }
-    [[nodiscard]] bool isInside() const { return !m_pending.isEmpty(); }
+    void forget() { m_pending.clear(); } ///< the rest of what waits will not come
+    [[nodiscard]] bool isInside() const { return !m_pending.isEmpty(); } ///< something waits for its rest
 
 private:
     [[nodiscard]] std::optional<SwitchItem> takeCommand();
