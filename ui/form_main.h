@@ -88,15 +88,20 @@ public slots:
     void slot_on_1sec();
 
     // News of the threads, as queued calls
+    /// Received text waits: begins to take it, unless a turn for it is under way.
     void slotOnTlgReceived();
+    /// Books in the journal what the link has given to the line.
     void slotOnTlgSended();
+    /// Shows the link's state; a lost link ends a connection on a switched channel.
     void slotOnTlgState();
-    void slotOnPrfState();
+    void slotOnPrfState(); ///< shows the perforator's
 
     // News of the state, as plain calls
+    /// Shows the mode, enables the buttons that it allows, and has the queue looked at soon.
     void slotSetTlgModeInterface();
+    /// Shows the mode buttons, the cursor and the menu's "Параметры" as usable in manual mode alone.
     void setAutomaticInterface();
-    void updateTitles();
+    void updateTitles(); ///< of the window and of the tray icon
 
     /// Date pickers and journal go to today; files that are too old are removed.
     void slotNewDay();
@@ -108,10 +113,10 @@ public slots:
     void slotConfirmCategory();
 
     // Clicks on the strip
-    void clickedLabelPKin();
-    void clickedLabelPKout();
-    void clickedLabelScanDirsTimeout();
-    void clickedLabelConnectString();
+    void clickedLabelPKin();            ///< lets the operator correct the counter, with a line in the journal
+    void clickedLabelPKout();           ///< likewise
+    void clickedLabelScanDirsTimeout(); ///< has the queue looked at soon
+    void clickedLabelConnectString();   ///< starts a link anew that is down
 
     // Menu and tray
     void openOptions();
@@ -120,40 +125,44 @@ public slots:
     void openOperators();
     void openUserManual();
     void openAbout();
+    /// A click hides the window or brings it back.
     void iconActivated(QSystemTrayIcon::ActivationReason reason);
     /// Asks the operator, then lets the tick close the program: after 5 seconds with an open channel, so
     /// that the procedure can take its leave of the line, otherwise after 2.
     void closeApplication();
 
     // Tabs
-    void changedTabWidget(int index);
+    void changedTabWidget(int index); ///< the roll gets the keyboard
     void editorTextChanged();
-    void editorOperatorListChanged();
+    void editorOperatorListChanged(); ///< the operator in force goes to the options and the journal
     /// Shows \a text to the operator, who may edit it and have it printed; returns when the dialog is closed.
     void printTextDialog(const QString &text);
 
     // Protocol tab: keys and buttons
     void ProtocolKeyPressed(QKeyEvent *event);
-    void protocolAccept();
-    void protocolHangup();
-    void protocolCallNumber();
-    void protocolSendWho();
-    void protocolSendAO();
-    void protocolBell();
+    void protocolAccept();     ///< takes a call, "@E"
+    void protocolHangup();     ///< ends the connection, or a call under way
+    void protocolCallNumber(); ///< asks for a number, at first the last one, and dials it
+    void protocolSendWho();    ///< "#*", the question for the far end's answerback
+    void protocolSendAO();     ///< the own answerback
+    void protocolBell();       ///< twelve bells
     void protocolSendString();
     void protocolSendText();
-    void protocolSendFile();
+    void protocolSendFile(); ///< a file of the operator's choice, in the coding that its bytes tell
+    // Messages to the centre, see CProcessCKS::SendKG
     void slotSendKG0();
     void slotSendKG1();
     void slotSendKG2();
     void slotSendKG4();
     void slotSendKG5();
+    // The roll's context menu: at \a point of the roll, and its entries
     void slotProtocolContextMenuEvent(const QPoint &point);
     void slotProtocolCopy();
     void slotProtocolCopyRcv();
     void slotProtocolCopySnd();
     void slotProtocolRcvToPerforator();
     void slotProtocolSndToPerforator();
+    /// Asks first if the clipboard's lines end in LF alone, which the line takes for no line end.
     void slotProtocolSendClipboard();
 
 protected:
@@ -210,16 +219,16 @@ public:
     QWidget *editorRowPScript = nullptr, *editorRowOperator = nullptr;
     QComboBox *editorOperator = nullptr;
 
-    bool firstStart = true;    ///< the next tick is the first
-    int prevIconN = -1;        ///< tray icon last set; -1 matches none
-    int iconPhase = 0;         ///< phase of the traffic animation, 0..4
-    int flushPhase = 0;        ///< ticks since the journal was last asked to flush
-    int stopFilePhase = 0;     ///< phase of the test for a stop request, 0..4
-    int modeOvertime = 0;      ///< ticks since State.tlgModeSeconds stopped, modulo a day; else 0
-    bool sendMenuOpen = false; ///< the context menu of the send list is up: its rows must not move
-    bool dispatching = false;  ///< a queue row is being handed over further down the stack
-    bool closeQuestionOpen = false;
-    QString lastCallNumber; ///< dialled last by hand
+    bool firstStart = true;         ///< the next tick is the first
+    int prevIconN = -1;             ///< tray icon last set; -1 matches none
+    int iconPhase = 0;              ///< phase of the traffic animation, 0..4
+    int flushPhase = 0;             ///< ticks since the journal was last asked to flush
+    int stopFilePhase = 0;          ///< phase of the test for a stop request, 0..4
+    int modeOvertime = 0;           ///< ticks since State.tlgModeSeconds stopped, modulo a day; else 0
+    bool sendMenuOpen = false;      ///< the context menu of the send list is up: its rows must not move
+    bool dispatching = false;       ///< a queue row is being handed over further down the stack
+    bool closeQuestionOpen = false; ///< "Завершить приложение?" waits for its answer
+    QString lastCallNumber;         ///< dialled last by hand
     /// What a turn of the event loop may spend on received text; 0 takes one piece in each. The rest waits
     /// for the next turn, so that a flood leaves room for the tick.
     int receiveMilliseconds = 200;

@@ -37,6 +37,7 @@ public:
         QString text; ///< as it is shown
     };
 
+    /// \a source outlives the roll.
     explicit CProtocolWidget(CProtocol *source, QWidget *parent = nullptr);
 
     /// Goes to today and to the last line.
@@ -53,7 +54,7 @@ public:
     void setDate(const QDate &date);
     [[nodiscard]] QDate date() const;
     void setInputStopped(bool stopped);
-    void setCursorEnable(bool enable);
+    void setCursorEnable(bool enable); ///< the keys go to the line: a cursor behind the last text
     /// Selects a line of the list shown and scrolls it to the top, as far as the end of the list allows.
     void selectAndShowLine(int line);
     /// The selected lines with their type marks, parted by LF.
@@ -88,11 +89,11 @@ public:
     [[nodiscard]] int lastSelectedLine() const { return m_lastSelected; }
 
 signals:
-    void KeyPressed(QKeyEvent *event);
+    void KeyPressed(QKeyEvent *event); ///< a key of the roll, which does nothing with it itself
 
 public slots:
-    void slotProtocolDataChanged();
-    void slotProtocolNewLine();
+    void slotProtocolDataChanged(); ///< today's last line or what waits for the line
+    void slotProtocolNewLine();     ///< today has a line more
     /// The second's repaint of a roll that has something new to show.
     void slotFlush();
     void slotProtocolDateChanged(const QDate &date);

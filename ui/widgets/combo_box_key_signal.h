@@ -11,7 +11,7 @@ public:
     using QComboBox::QComboBox;
 
 signals:
-    void keyPress(QKeyEvent *event);
+    void keyPress(QKeyEvent *event); ///< not yet used; the event is the sender's
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
