@@ -99,7 +99,7 @@ public slots:
     // News of the state, as plain calls
     /// Shows the mode, enables the buttons that it allows, and has the queue looked at soon.
     void slotSetTlgModeInterface();
-    /// Shows the mode buttons, the cursor and the menu's "Параметры" as usable in manual mode alone.
+    /// Shows manual or automatic; mode buttons, the roll's cursor and the options are for manual mode.
     void setAutomaticInterface();
     void updateTitles(); ///< of the window and of the tray icon
 

@@ -4,8 +4,6 @@
 
 #include <QSound>
 
-CSound::~CSound() = default;
-
 void CSound::play(QString file, int type)
 {
     stop();

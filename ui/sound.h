@@ -12,7 +12,7 @@ public:
     enum Type { Silent = 0, Once = 1, Loop = 2 };
 
     CSound() = default;
-    ~CSound();
+    ~CSound() = default;
     CSound(const CSound &) = delete;
     CSound &operator=(const CSound &) = delete;
 

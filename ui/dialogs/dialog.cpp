@@ -3,10 +3,10 @@
 #include "app/options.h"
 #include "text/utils.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QFontDatabase>
 #include <QFontMetrics>
-#include <QGuiApplication>
 #include <QScreen>
 #include <QStyle>
 
