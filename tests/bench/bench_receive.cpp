@@ -2,7 +2,7 @@
 #include "link/tlg_thread.h"
 #include "procedures/process_skk.h"
 #include "tests/bench/ratio.h"
-#include "tests/ui/station.h"
+#include "tests/ui/window/station.h"
 #include "ui/form_main.h"
 
 #include <QApplication>
