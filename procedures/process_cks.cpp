@@ -8,26 +8,36 @@
 #include "link/tlg_thread.h"
 #include "procedures/telegram_files.h"
 #include "records/send_model.h"
+#include "text/marks.h"
 #include "text/utils.h"
 
 void CProcessCKS::SendKG(int code)
 {
     switch (code) {
-    case 0:
+    case ReceiptRequest:
         State.askReceiptCountdown = 0;
         askReceipt();
         return;
-    case 1: {
-        const QString figures = CUtils::StringNNN(State.PK_in);
-        SendTlgText(QStringLiteral("|ЗЦЗЦ КС ВАШ ") + figures + QLatin1Char('=') + figures +
-                    QStringLiteral(" НННН  "));
+    case Receipt:
+        SendTlgText(serviceMessage(receiptWords(State.PK_in)));
         State.sendReceiptCountdown = 0;
         return;
-    }
-    case 2: SendTlgText(QStringLiteral("|ЗЦЗЦ КС СТОП НННН  ")); return;
-    case 5: SendTlgText(QStringLiteral("|ЗЦЗЦ КС ТЕКСТ НННН  ")); return;
+    case Stop: SendTlgText(serviceMessage(QStringLiteral("СТОП"))); return;
+    case Text: SendTlgText(serviceMessage(QStringLiteral("ТЕКСТ"))); return;
     default: return; // the button of code 4 sends nothing, and that is meant
     }
+}
+
+QString CProcessCKS::serviceMessage(const QString &words)
+{
+    return QLatin1Char('|') + Marks::Start + QStringLiteral("КС ") + words + QLatin1Char(' ') + Marks::End;
+}
+
+/// \a received telegrams of the centre have come to us.
+QString CProcessCKS::receiptWords(int received)
+{
+    const QString figures = CUtils::StringNNN(received);
+    return QStringLiteral("ВАШ ") + figures + QLatin1Char('=') + figures;
 }
 
 void CProcessCKS::askReceipt()
@@ -49,7 +59,7 @@ void CProcessCKS::timeCheck1sec()
         } else if (State.sendReceiptCountdown != 0) {
             // Falls without a link too, and then its receipt is lost: the centre will ask again.
             if (--State.sendReceiptCountdown == 0 && State.stopCountdown == 0 && TlgThread.linkUp())
-                SendKG(1);
+                SendKG(Receipt);
         }
     }
     if (receiveChunks != 0 || State.secondsSinceRx % CheckEachSeconds == 0) {
@@ -65,7 +75,7 @@ void CProcessCKS::checkQuietTime()
     if ((hour == 23 && minute >= 55) || (hour == 0 && minute == 0))
         return;
     State.dayChangeQuiet = false;
-    SendKG(0);
+    SendKG(ReceiptRequest);
 }
 
 void CProcessCKS::clearOut()
@@ -78,7 +88,7 @@ void CProcessCKS::checkForSendNewTlg(CTableViewModelItem_Send &item)
     if (State.PK_out != State.CKS_in) {
         noteEvent(QStringLiteral("Расхождение счетчиков, отправка  ") + shownName(item.fileName) +
                   QStringLiteral(" отменена"));
-        State.askReceiptCountdown = 2;
+        State.askReceiptCountdown = RequestSoon;
         State.setAutomatic(false);
         return;
     }
@@ -93,8 +103,8 @@ void CProcessCKS::checkForSendNewTlg(CTableViewModelItem_Send &item)
         return;
     }
     // The number is spent before a character has gone out, so that no number is used twice after a crash.
-    const QString telegram = QStringLiteral("|ЗЦЗЦ ") + CUtils::StringNNN(State.incOut()) + QLatin1Char(' ') +
-                             *text + QStringLiteral(" НННН  ");
+    const QString telegram = QLatin1Char('|') + Marks::Start + CUtils::StringNNN(State.incOut()) +
+                             QLatin1Char(' ') + *text + QLatin1Char(' ') + Marks::End;
     SendTlgText(telegram);
     State.fileInProgress = true;
     if (printsSent(Options.autoPrintMode))

@@ -18,9 +18,13 @@ public:
     /// Only gathers: checkReceive() reads the buffer on the tick.
     void processReceive(QString text) override;
 
-    /// Sends a short form: 0 receipt request, 1 receipt, 2 stop, 5 text. Any other code, 4 included, sends
-    /// nothing.
+    /// The short forms, by the numbers on their buttons.
+    enum ServiceForm { ReceiptRequest = 0, Receipt = 1, Stop = 2, Text = 5 };
+
+    /// Sends a short form, a ServiceForm. Any other code, 4 included, sends nothing.
     void SendKG(int code);
+    /// A service message from this side to the centre: \a words between the marks.
+    [[nodiscard]] static QString serviceMessage(const QString &words);
     /// Interprets a service message, given without its brackets. An unknown one changes nothing.
     void ProcessKG(const QString &text);
     /// Asks the operator to confirm telegram \a number of category Р; the mode becomes 5.
@@ -48,14 +52,18 @@ public:
     int receiveChunks = 0; ///< pieces of text since the last check
 
 private:
+    static constexpr int RequestSoon = 2; // ticks to a receipt request, in which the line may still bring one
+
     /// The words and figures of "ВАШ 012 НАШ 034 ПОСЛЕДНИЕ ...".
-    struct Receipt;
+    struct CentreReceipt;
+
+    [[nodiscard]] static QString receiptWords(int received);
 
     void takeReceiptRequest(const QString &text);
     void takeReceipt(const QString &text);
-    void takeReceiptWords(const Receipt &receipt, const QString &text);
+    void takeReceiptWords(const CentreReceipt &receipt, const QString &text);
     void takeReceiptOfSent();
-    void takeReceiptOfReceived(const Receipt &receipt);
+    void takeReceiptOfReceived(const CentreReceipt &receipt);
     void takeOpening(const QString &text);
     void takeState(const QString &text);
     void takeWaiting(const QString &text);

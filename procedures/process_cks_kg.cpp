@@ -12,6 +12,9 @@
 
 namespace
 {
+constexpr int ReceiptAfterOpening = 3; // ticks; the centre shall fall silent before
+constexpr int RequestAtOnce = 1;       // ticks
+
 /// The last minute of the day's start in which a receipt may still carry the figures of the old day.
 const QString GraceEnd = QStringLiteral("0006");
 
@@ -22,7 +25,7 @@ bool inMorningGrace()
 }
 } // namespace
 
-struct CProcessCKS::Receipt {
+struct CProcessCKS::CentreReceipt {
     int your = 0;   ///< our telegrams that the centre holds
     int our = 0;    ///< its telegrams sent to us
     int fields = 0; ///< how many of the five were read
@@ -63,7 +66,7 @@ void CProcessCKS::takeNothing(const QString &) {}
 
 void CProcessCKS::takeReceiptRequest(const QString &text)
 {
-    State.askReceiptCountdown = 1;
+    State.askReceiptCountdown = RequestAtOnce;
     if (text.startsWith(QStringLiteral("ЗАПРОСИТЕ КВИТАНЦИЮ СМЕНА НУМЕРАЦИИ В ")))
         State.renumberAnnounced = true;
 }
@@ -71,7 +74,7 @@ void CProcessCKS::takeReceiptRequest(const QString &text)
 void CProcessCKS::takeReceipt(const QString &text)
 {
     State.askSent = false;
-    Receipt receipt;
+    CentreReceipt receipt;
     receipt.fields = CUtils::testTemplate(QStringLiteral("ВАШ %3d НАШ %3d ПОСЛЕДНИЕ %s %s %s"), text,
                                           &receipt.your, &receipt.our, &receipt.w1, &receipt.w2, &receipt.w3);
     if (receipt.fields < 2)
@@ -85,7 +88,7 @@ void CProcessCKS::takeReceipt(const QString &text)
     takeReceiptOfReceived(receipt);
 }
 
-void CProcessCKS::takeReceiptWords(const Receipt &receipt, const QString &text)
+void CProcessCKS::takeReceiptWords(const CentreReceipt &receipt, const QString &text)
 {
     if (receipt.w1 == QStringLiteral("ОТКРОЙТЕ"))
         State.setTlgMode(ModeAsked);
@@ -118,16 +121,16 @@ void CProcessCKS::takeReceiptOfSent()
 }
 
 /// What the centre sent against what we hold.
-void CProcessCKS::takeReceiptOfReceived(const Receipt &receipt)
+void CProcessCKS::takeReceiptOfReceived(const CentreReceipt &receipt)
 {
     if (State.PK_in == State.CKS_out || inMorningGrace()) {
         if (receipt.fields >= 4 && receipt.w1 == QStringLiteral("ОТКРОЙТЕ") && !State.manualMode)
-            State.sendReceiptCountdown = 3;
+            State.sendReceiptCountdown = ReceiptAfterOpening;
         return;
     }
     State.setAutomatic(false);
     if (State.tlgMode == ModeOpen)
-        SendTlgText(QStringLiteral("|ЗЦЗЦ КС СТОП НННН  "));
+        SendKG(Stop);
     noteEvent(QStringLiteral("РАСХОЖДЕНИЕ СЧЕТЧИКОВ"), ProtocolError);
 }
 
@@ -142,7 +145,7 @@ void CProcessCKS::takeOpening(const QString &text)
             State.setChannelName(name);
     }
     if (!State.manualMode)
-        State.sendReceiptCountdown = 3;
+        State.sendReceiptCountdown = ReceiptAfterOpening;
 }
 
 void CProcessCKS::takeState(const QString &text)
@@ -167,7 +170,7 @@ void CProcessCKS::takeWaiting(const QString &text)
     // No mode has this word, so the mode becomes 0, and the tick asks for a receipt each minute: meant so.
     State.setTlgMode(QStringLiteral("str1"));
     if (opening)
-        State.askReceiptCountdown = 2;
+        State.askReceiptCountdown = RequestSoon;
 }
 
 void CProcessCKS::takeRenumbering(const QString &text)
@@ -188,9 +191,8 @@ void CProcessCKS::takeRenumbering(const QString &text)
         if (!State.manualMode)
             State.setAutomatic(false);
     } else if (!State.manualMode && w1 == QStringLiteral("ОТКРОЙТЕ")) {
-        const QString figures = CUtils::StringNNN(State.prevPK_in);
-        SendTlgText(QStringLiteral("\r\n|ЗЦЗЦ КС ВАШ ") + figures + QLatin1Char('=') + figures +
-                    QStringLiteral(" НННН  "));
+        const QString receipt = serviceMessage(receiptWords(State.prevPK_in));
+        SendTlgText(QStringLiteral("\r\n") + receipt);
     }
     noteEvent(QStringLiteral("Счетчики сброшены"));
     State.PK_in = 0;
@@ -291,7 +293,7 @@ void CProcessCKS::setFileAside(const QString &suffix, bool tryFurtherNames)
 
 void CProcessCKS::endFile()
 {
-    State.scanCountdown = 0;
+    State.scanCountdown = 0; // the next tick scans
     State.fileInProgress = false;
     State.currentFile.clear();
 }

@@ -6,12 +6,11 @@
 #include "app/options.h"
 #include "app/state.h"
 #include "procedures/telegram_files.h"
+#include "text/marks.h"
 #include "text/utils.h"
 
 namespace
 {
-constexpr int StartMarkLength = 5;
-constexpr int EndMarkLength = 6;
 constexpr int MostNoise = 256; // characters kept without a start mark; cut to NoiseKept
 constexpr int NoiseKept = 200;
 constexpr int SilenceWithoutReturn = 5; // seconds after which a message counts without its return
@@ -30,13 +29,13 @@ bool isNumberAt(const QString &text, int position)
 /// A message that waits for its end stands at the head of the buffer.
 bool beginsMessage(const QString &text)
 {
-    return text.startsWith(QStringLiteral("ЗЦЗЦ ")) || text.startsWith(QStringLiteral("ZCZC "));
+    return text.startsWith(Marks::Start) || text.startsWith(Marks::LatinStart);
 }
 
 /// Position of the last start mark, -1 if there is none.
 int lastStartMark(const QString &text)
 {
-    return qMax(text.lastIndexOf(QStringLiteral("ЗЦЗЦ ")), text.lastIndexOf(QStringLiteral("ZCZC ")));
+    return qMax(text.lastIndexOf(Marks::Start), text.lastIndexOf(Marks::LatinStart));
 }
 
 /// Length of the text from its start through the note that \a text, which begins with the end mark, holds;
@@ -81,7 +80,7 @@ int CProcessCKS::findEnd()
     const int found = CUtils::indexOfNNNN(receiveBuffer.mid(from));
     const int end = found < 0 ? -1 : from + found;
     // The last characters may be the first ones of a mark.
-    m_sought.reach(receiveBuffer, end >= 0 ? end : qMax(from, receiveBuffer.size() - (EndMarkLength - 1)));
+    m_sought.reach(receiveBuffer, end >= 0 ? end : qMax(from, receiveBuffer.size() - (Marks::EndLength - 1)));
     return end;
 }
 
@@ -98,11 +97,11 @@ void CProcessCKS::checkReceive()
     const int carriageReturn = receiveBuffer.indexOf(QLatin1Char('\r'), end);
     if (carriageReturn >= 0) {
         tail = receiveBuffer.mid(end, carriageReturn - end);
-        checkTimeAfterNNNN(end + EndMarkLength);
+        checkTimeAfterNNNN(end + Marks::EndLength);
     } else if (State.secondsSinceRx < SilenceWithoutReturn) {
         return;
     } else {
-        tail = receiveBuffer.mid(end, EndMarkLength);
+        tail = receiveBuffer.mid(end, Marks::EndLength);
     }
     takeMessage(end, tail);
 }
@@ -113,8 +112,8 @@ void CProcessCKS::dropNoise()
     constexpr int MarkWithStamp = 11;
     const int end = CUtils::indexOfNNNN(receiveBuffer);
     if (end >= 0 && end + MarkWithStamp < receiveBuffer.size()) {
-        checkTimeAfterNNNN(end + EndMarkLength);
-        receiveBuffer.removeHead(end + EndMarkLength);
+        checkTimeAfterNNNN(end + Marks::EndLength);
+        receiveBuffer.removeHead(end + Marks::EndLength);
     }
     if (receiveBuffer.size() > MostNoise)
         receiveBuffer.keepTail(NoiseKept);
@@ -129,12 +128,12 @@ void CProcessCKS::takeMessage(int end, QString tail)
     // A message interrupted by a new start mark is void: only what follows the last mark counts.
     const int mark = lastStartMark(copy);
     if (mark >= 0) {
-        head = copy.mid(mark, StartMarkLength);
-        copy.remove(0, mark + StartMarkLength);
+        head = copy.mid(mark, Marks::StartLength);
+        copy.remove(0, mark + Marks::StartLength);
     }
     const int numberAt = copy.startsWith(QLatin1Char('#')) ? 1 : 0;
     if (!isNumberAt(copy, numberAt)) {
-        receiveBuffer.removeHead(end + EndMarkLength);
+        receiveBuffer.removeHead(end + Marks::EndLength);
         ProcessKG(copy);
         return;
     }
@@ -145,7 +144,7 @@ void CProcessCKS::takeMessage(int end, QString tail)
         else if (CUtils::indexOfZCZC(receiveBuffer.mid(end)) < 0)
             return;
     }
-    receiveBuffer.removeHead(end + EndMarkLength);
+    receiveBuffer.removeHead(end + Marks::EndLength);
     const int number = copy.midRef(numberAt, 3).toInt();
     head += copy.leftRef(numberAt + 4);
     ProcessTlg(number, copy.mid(numberAt + 4), head, tail);

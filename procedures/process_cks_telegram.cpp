@@ -93,7 +93,7 @@ void CProcessCKS::ProcessTlg(int number, const QString &body, const QString &hea
     if (number != State.PK_in + 1) {
         noteEvent(QStringLiteral("РАСХОЖДЕНИЕ СЧЕТЧИКОВ"), ProtocolError);
         if (!State.manualMode)
-            SendTlgText(QStringLiteral("|ЗЦЗЦ КС СТОП НННН  "));
+            SendKG(Stop);
         return;
     }
     storeTelegram(number, body, head + body + tail);

@@ -7,6 +7,7 @@
 #include "link/tlg_thread.h"
 #include "procedures/telegram_files.h"
 #include "records/send_model.h"
+#include "text/marks.h"
 #include "text/mtk2.h"
 #include "text/utils.h"
 
@@ -16,7 +17,6 @@
 
 namespace
 {
-constexpr int EndMarkLength = 6;
 constexpr int NoiseLimit = 256; // a buffer without start mark may be so long
 constexpr int NoiseKept = 200;
 
@@ -35,11 +35,11 @@ void CProcessDirect::processReceive(QString text)
     const int end = findEnd();
     if (end < 0)
         return giveUpEndless();
-    const QString telegram = receiveBuffer.left(end + EndMarkLength);
+    const QString telegram = receiveBuffer.left(end + Marks::EndLength);
     // A pair of marks on a single line is talk about marks, not a telegram.
     if (telegram.contains(QLatin1Char('\r')) || telegram.contains(QLatin1Char('\n')))
         takeTelegram(telegram);
-    receiveBuffer.removeHead(end + EndMarkLength);
+    receiveBuffer.removeHead(end + Marks::EndLength);
 }
 
 /// Cuts the noise in front of the start mark. False if there is none.
@@ -60,7 +60,7 @@ int CProcessDirect::findEnd()
     const int from = m_sought.in(receiveBuffer);
     const int end = CUtils::indexOfNNNN(receiveBuffer.mid(from));
     // The last characters may be the first ones of a mark.
-    m_sought.reach(receiveBuffer, qMax(0, receiveBuffer.size() - (EndMarkLength - 1)));
+    m_sought.reach(receiveBuffer, qMax(0, receiveBuffer.size() - (Marks::EndLength - 1)));
     return end < 0 ? end : from + end;
 }
 
@@ -80,7 +80,8 @@ void CProcessDirect::takeTelegram(const QString &telegram)
     saveText(telegram);
     // The confirmation tells of the telegram's arrival; it goes out whether or not the file was written.
     if (Options.SendConfirmation)
-        SendTlgText(QStringLiteral("\r\nЗЦЗЦ СООБЩЕНИЕ ПРИНЯТО НННН  ") + Time.hhmm + QStringLiteral("\r\n"));
+        SendTlgText(QStringLiteral("\r\n") + Marks::Start + QStringLiteral("СООБЩЕНИЕ ПРИНЯТО ") +
+                    Marks::End + Time.hhmm + QStringLiteral("\r\n"));
     if (printsReceived(Options.autoPrintMode))
         printTelegram(telegram);
 }

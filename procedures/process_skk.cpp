@@ -14,8 +14,8 @@
 
 namespace
 {
-constexpr int PauseAfterHangUp = 5; ///< seconds without new work
-constexpr int ShortestMessage = 20; ///< characters; a shorter incoming transcript is stored silently
+constexpr int ScanAfterConnection = 1; ///< ticks
+constexpr int ShortestMessage = 20;    ///< characters; a shorter incoming transcript is stored silently
 const QString Answerback = QStringLiteral("#<>");
 
 void forgetUnsent()
@@ -146,7 +146,7 @@ void CProcessSKK::storeTranscript()
 /// SKK_out rises at the start of an outgoing connection and here at its end: it counts each twice, as meant.
 void CProcessSKK::countConnection()
 {
-    State.scanCountdown = 1;
+    State.scanCountdown = ScanAfterConnection;
     const bool incoming = State.callDirection == Incoming;
     ++(incoming ? State.SKK_in : State.SKK_out);
     if (incoming ? printsReceived(Options.autoPrintModeSKK) : printsSent(Options.autoPrintModeSKK))

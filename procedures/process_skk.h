@@ -64,6 +64,8 @@ public:
     int secondsSinceCmdIn = 0, secondsSinceCmdOut = 0;
 
 private:
+    static constexpr int PauseAfterHangUp = 5; // ticks without new work
+
     /// How the scan goes on after a test.
     enum Step {
         NextTest, ///< nothing found: the next test, behind the last one the next position

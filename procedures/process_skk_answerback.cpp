@@ -4,6 +4,7 @@
 
 #include "app/state.h"
 #include "procedures/telegram_files.h"
+#include "text/marks.h"
 
 namespace
 {
@@ -16,7 +17,6 @@ const QString Opening = QStringLiteral("#\r\n");
 const QString CentreOpening = QStringLiteral("\r\n#");
 const QString CentreNumber = QStringLiteral("#01");
 const QString CentreName = QStringLiteral("|ЦКС&");
-const QString EndMark = QStringLiteral("НННН  ");
 } // namespace
 
 bool CProcessSKK::isOpening(int p) const
@@ -140,16 +140,16 @@ int CProcessSKK::takeLongCentre(int p)
 /// The centre may send a telegram in place of its answerback.
 int CProcessSKK::takeBadLongCentre(int p)
 {
-    const int start = receiveBuffer.indexOf(QStringLiteral("ЗЦЗЦ "), p);
+    const int start = receiveBuffer.indexOf(Marks::Start, p);
     if (start < 0) {
         noteEvent(QStringLiteral("Неправильный длинный АО ЦКС"));
         clearAutoMode();
         return -1;
     }
-    const int end = receiveBuffer.indexOf(EndMark, start);
+    const int end = receiveBuffer.indexOf(Marks::End, start);
     if (end < 0)
         return -1;
-    receiveBuffer.removeHead(end + EndMark.size());
+    receiveBuffer.removeHead(end + Marks::EndLength);
     return 1;
 }
 

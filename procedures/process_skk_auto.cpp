@@ -13,6 +13,8 @@
 
 namespace
 {
+constexpr int ScanAfterSending = 10; ///< ticks: the row stays in the list until the connection has ended
+
 const QString Question = QStringLiteral("#*");
 
 void tell(const QString &text)
@@ -150,14 +152,14 @@ void CProcessSKK::compliteSKKFileSendedInAutoMode()
     CFileInfo::Remove(path);
     ++State.PK_out; // the name bears the value before; neither wrapped nor saved, as meant
     State.currentFile.clear();
-    State.scanCountdown = 10;
+    State.scanCountdown = ScanAfterSending;
 }
 
 void CProcessSKK::clearAutoMode()
 {
     if (State.AutoModeState == AutoIdle)
         return;
-    State.hangUpPause = 5;
+    State.hangUpPause = PauseAfterHangUp;
     bookOutcome();
     // Once the file is booked as sent its name is empty, and a record under the empty name is written: meant.
     if (State.fileInProgress)

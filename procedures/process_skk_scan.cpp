@@ -10,6 +10,7 @@
 #include "app/state.h"
 #include "link/tlg_thread.h"
 #include "procedures/telegram_files.h"
+#include "text/marks.h"
 #include "ui/sound.h"
 
 namespace
@@ -18,7 +19,6 @@ constexpr int MostNoise = 256; ///< characters kept without a connection; cut to
 constexpr int NoiseKept = 200;
 constexpr int LongestForm = 24; ///< no form that ends by itself is longer
 constexpr int EncryptionMark = 25;
-constexpr int EndMarkLength = 6;
 
 const QString Question = QStringLiteral("#*");
 const QString HangUp = QStringLiteral("@H");
@@ -27,8 +27,6 @@ const QString SwitchPoint = QStringLiteral("ТОЧКА");
 const QString SwitchRefusal = QStringLiteral("!>СИГНАЛ");
 const QString SwitchCall = QStringLiteral("!>ВЫЗОВ");
 const QString SwitchAccepted = QStringLiteral("=>ВЫЗОВ ПРИНЯТ");
-const QString StartMark = QStringLiteral("ЗЦЗЦ ");
-const QString EndMark = QStringLiteral("НННН  ");
 const QString EncryptedBegin = QStringLiteral(" КРПТ КРПТ КРПТ ");
 const QString EncryptedSigns = QStringLiteral("ЮЮЮЮЮЮЮЮЮ");
 
@@ -141,7 +139,7 @@ int CProcessSKK::scanStart() const
         return 0;
     const int known = old.end.in(receiveBuffer);
     int start = qMax(0, qMin(old.from, known - LongestForm));
-    if (old.start >= 0 && receiveBuffer.indexOf(EndMark, qMax(0, known - EndMark.size())) >= 0)
+    if (old.start >= 0 && receiveBuffer.indexOf(Marks::End, qMax(0, known - Marks::EndLength)) >= 0)
         start = qMin(start, old.start);
     if (old.crypt >= 0 && receiveBuffer.indexOf(EncryptedSigns, qMax(0, known - EncryptedSigns.size())) >= 0)
         start = qMin(start, old.crypt);
@@ -262,10 +260,10 @@ CProcessSKK::Step CProcessSKK::testConnection(int i)
         if (found > 0)
             return Repeat;
     }
-    if (isAt(i, StartMark)) {
-        const int end = indexBehind(i, EndMark, m_noEndMark);
+    if (isAt(i, Marks::Start)) {
+        const int end = indexBehind(i, Marks::End, m_noEndMark);
         if (end >= 0) {
-            takeTelegram(i, end + EndMarkLength);
+            takeTelegram(i, end + Marks::EndLength);
             return Again;
         }
         if (m_memory.start < 0)
@@ -280,9 +278,9 @@ CProcessSKK::Step CProcessSKK::testConnection(int i)
         if (m_memory.crypt < 0)
             m_memory.crypt = i;
     }
-    if (State.ignoreAO && isAt(i, EndMark)) {
+    if (State.ignoreAO && isAt(i, Marks::End)) {
         setIgnoreAO(false);
-        receiveBuffer.removeHead(i + EndMarkLength);
+        receiveBuffer.removeHead(i + Marks::EndLength);
         return Again;
     }
     return NextTest;

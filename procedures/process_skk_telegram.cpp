@@ -8,6 +8,7 @@
 #include "link/tlg_thread.h"
 #include "procedures/telegram_files.h"
 #include "records/file_attr.h"
+#include "text/marks.h"
 #include "text/utils.h"
 #include "ui/sound.h"
 
@@ -18,7 +19,8 @@ void CProcessSKK::takeTelegram(int i, int end)
 {
     constexpr int RejectionCut = 6; // characters; the rest of the message is scanned on
     const QString telegram = receiveBuffer.mid(i, end - i);
-    if (CUtils::removeRegisters(telegram) == QStringLiteral("ЗЦЗЦ ПРОВЕРЬТЕ СВОЙ АВТООТВЕТ НННН  ")) {
+    if (CUtils::removeRegisters(telegram) ==
+        Marks::Start + QStringLiteral("ПРОВЕРЬТЕ СВОЙ АВТООТВЕТ ") + Marks::End) {
         (void)TlgThread.sendBuffer.mTake();
         clearSKKConnection();
         return receiveBuffer.removeHead(i + RejectionCut);

@@ -1,4 +1,5 @@
 #include "text/utils.h"
+#include "text/marks.h"
 
 namespace
 {
@@ -66,12 +67,12 @@ int CUtils::lengthOnlyMTK2(const QString &text)
 
 int CUtils::indexOfZCZC(const QString &text)
 {
-    return earlier(text.indexOf(QStringLiteral("ЗЦЗЦ ")), text.indexOf(QStringLiteral("ZCZC ")));
+    return earlier(text.indexOf(Marks::Start), text.indexOf(Marks::LatinStart));
 }
 
 int CUtils::indexOfNNNN(const QString &text)
 {
-    return earlier(text.indexOf(QStringLiteral("НННН  ")), text.indexOf(QStringLiteral("NNNN  ")));
+    return earlier(text.indexOf(Marks::End), text.indexOf(Marks::LatinEnd));
 }
 
 QString CUtils::StringNNN(int n)

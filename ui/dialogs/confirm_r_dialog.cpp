@@ -3,6 +3,7 @@
 #include "app/clock.h"
 #include "app/options.h"
 #include "link/tlg_thread.h"
+#include "procedures/process_cks.h"
 #include "text/mtk2.h"
 #include "ui/sound.h"
 
@@ -68,9 +69,9 @@ void CConfirmRDialog::slotOn_1sec()
 
 void CConfirmRDialog::slotPressConfirm()
 {
-    const QString text = QStringLiteral("|ЗЦЗЦ КС Р") + m_number->text().rightJustified(3, QLatin1Char('0')) +
-                         QStringLiteral(" ПРИН ") + m_operator->text() + QStringLiteral(" НННН  ");
-    TlgThread.sendBuffer.mAppend(upperMTK2(text));
+    const QString words = QStringLiteral("Р") + m_number->text().rightJustified(3, QLatin1Char('0')) +
+                          QStringLiteral(" ПРИН ") + m_operator->text();
+    TlgThread.sendBuffer.mAppend(upperMTK2(CProcessCKS::serviceMessage(words)));
     close();
 }
 

@@ -87,19 +87,19 @@ void FormMain::protocolSendFile()
 
 void FormMain::slotSendKG0()
 {
-    ProcessCKS.SendKG(0);
+    ProcessCKS.SendKG(CProcessCKS::ReceiptRequest);
 }
 
 void FormMain::slotSendKG1()
 {
     protocolWidget->reset();
-    ProcessCKS.SendKG(1);
+    ProcessCKS.SendKG(CProcessCKS::Receipt);
 }
 
 void FormMain::slotSendKG2()
 {
     protocolWidget->reset();
-    ProcessCKS.SendKG(2);
+    ProcessCKS.SendKG(CProcessCKS::Stop);
 }
 
 void FormMain::slotSendKG4()
@@ -109,5 +109,5 @@ void FormMain::slotSendKG4()
 
 void FormMain::slotSendKG5()
 {
-    ProcessCKS.SendKG(5);
+    ProcessCKS.SendKG(CProcessCKS::Text);
 }

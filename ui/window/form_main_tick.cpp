@@ -149,7 +149,7 @@ void FormMain::takeLeaveOfLine()
     if (Options.processMode == CKS) {
         State.setAutomatic(false);
         ProcessCKS.clearOut();
-        ProcessCKS.SendKG(2);
+        ProcessCKS.SendKG(CProcessCKS::Stop);
     } else if (Options.processMode == SKK) {
         ProcessSKK.clearSKKConnection();
     }
