@@ -107,7 +107,7 @@ void CentreDesk::takeRequest()
 
 void CentreDesk::answerRequest()
 {
-    const QString name = QStringLiteral(" АБВ123/4"); // of the channel
+    const QString name = QLatin1Char(' ') + settings.channelName;
     switch (m_channel) {
     case Closed: setChannel(Asked); return giveReceipt(QStringLiteral("ОТКРОЙТЕ СВЯЗЬ") + name);
     case Asked: return giveReceipt(QStringLiteral("ОТКРОЙТЕ СВЯЗЬ") + name);

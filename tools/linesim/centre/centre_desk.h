@@ -27,6 +27,7 @@ public:
     };
 
     struct Settings {
+        QString channelName = QStringLiteral("АБВ123/4");
         bool stamps = true;      ///< the time "hhmm" behind each end mark
         QString note;            ///< behind each telegram, see centreNote(); "" for none
         int header = 0;          ///< form put in front of each telegram, 1 to 3; 0 none, 4 in turn
