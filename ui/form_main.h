@@ -5,7 +5,6 @@
 #include <QFont>
 #include <QIcon>
 #include <QList>
-#include <QPalette>
 #include <QPoint>
 #include <QString>
 #include <QSystemTrayIcon>
@@ -13,16 +12,13 @@
 
 #include <array>
 
-class CLabelClickable;
 class CProtocolWidget;
+class CStatusStrip;
 class QAction;
 class QComboBox;
 class QDateEdit;
 class QFrame;
-class QGridLayout;
-class QGroupBox;
 class QKeyEvent;
-class QLabel;
 class QLineEdit;
 class QLineEditBlocked;
 class QMenu;
@@ -47,8 +43,6 @@ class FormMain : public QWidget
     Q_OBJECT
 
 public:
-    /// Text colours of the strip and the mode labels; the palettes differ in nothing else.
-    enum StripColor { White, Red, Yellow, Green, Black, StripColorCount };
     enum TrayIcon {
         TrayNoMode = 0,
         TrayBA = 3,
@@ -178,7 +172,6 @@ public:
     QSystemTrayIcon trayIcon;
     QMenu *trayMenu = nullptr;
     std::array<QIcon, TrayIconCount> icons;
-    std::array<QPalette, StripColorCount> palettes;
 
     QMenuBar *menuBar = nullptr;
     QAction *actionOptions = nullptr;
@@ -187,22 +180,7 @@ public:
     QWidget *tabProtocol = nullptr, *tabSend = nullptr, *tabInput = nullptr, *tabOutput = nullptr;
     QWidget *tabSearch = nullptr, *tabEditor = nullptr;
 
-    // Status strip, box by box; named by what they show
-    QWidget *strip = nullptr;
-    std::array<QGroupBox *, 3> stripBoxes{};
-    QLabel *labelWindow = nullptr;                                                 ///< adapter window figure
-    QLabel *labelNetIn = nullptr, *labelNetName = nullptr, *labelNetOut = nullptr; ///< centre or SKK counters
-    CLabelClickable *labelScanCountdown = nullptr;
-    QLabel *lampSent = nullptr, *labelClock = nullptr, *lampReceived = nullptr;
-    QLabel *labelScanResult = nullptr;
-    CLabelClickable *labelPKout = nullptr, *labelPKin = nullptr;
-    QLabel *labelPKName = nullptr;
-    QLabel *labelAutomaticName = nullptr, *labelTlgModeName = nullptr;
-    CLabelClickable *labelAutomatic = nullptr;
-    QLabel *labelTlgMode = nullptr;
-    CLabelClickable *labelLinkState = nullptr;
-    QLabel *labelPrfState = nullptr, *labelReserved = nullptr;
-
+    CStatusStrip *strip = nullptr;
     QFrame *modeFrame = nullptr;      ///< the buttons of the procedure in force
     QList<QPushButton *> modeButtons; ///< left to right
 
@@ -240,16 +218,12 @@ public:
 
 private:
     // Construction
-    void buildPalettes();
     void buildTray();
     void buildMenuBar();
     void buildSettingsMenu();
     void buildHelpMenu();
     void buildStrip();
-    void buildStripBox(QGroupBox *box, int index);
-    void connectStrip();
     void sizeStrip();
-    void showState(QLabel *label, const QString &text);
     void buildTabs();
     void buildProtocolTab();
     void buildModeFrame();

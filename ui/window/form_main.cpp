@@ -12,6 +12,7 @@
 #include "text/utils.h"
 #include "ui/roll/protocol_widget.h"
 #include "ui/widgets/layouts.h"
+#include "ui/window/status_strip.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -52,7 +53,6 @@ FormMain::FormMain(QWidget *parent) : QWidget(parent)
     resize(DefaultSize);
     if (Options.saveWindowPos)
         CUtils::makeGeometry(this, Options.geometryMainForm);
-    buildPalettes();
     protocolWidget = new CProtocolWidget(&Log, this);
     protocolWidget->setObjectName(QStringLiteral("protocolWidget"));
     protocolWidget->setShowRegisters(Options.ShowRegisters);

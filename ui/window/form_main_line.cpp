@@ -12,6 +12,7 @@
 #include "ui/form_main.h"
 #include "ui/roll/protocol_widget.h"
 #include "ui/widgets/label_clickable.h"
+#include "ui/window/status_strip.h"
 
 #include <QElapsedTimer>
 #include <QFrame>
@@ -78,7 +79,7 @@ void FormMain::noteReception()
 {
     State.secondsSinceRx = 0;
     State.idleSeconds = 0;
-    lampReceived->setPalette(palettes[White]);
+    CStatusStrip::setColor(strip->lampReceived, CStatusStrip::White);
 }
 
 /// Takes what has come, as long as the time of a turn lasts; the tick comes in between.
@@ -191,16 +192,16 @@ void FormMain::slotOnTlgSended()
             State.scanCountdown = 0;
         }
     }
-    lampSent->setPalette(palettes[White]);
+    CStatusStrip::setColor(strip->lampSent, CStatusStrip::White);
 }
 
 void FormMain::slotOnTlgState()
 {
     for (const QString &text : TlgThread.stateText.mTakeNews())
         Log.addCacheServiceString(text, ProtocolInfo, false);
-    showState(labelLinkState, TlgThread.stateText.mGet());
+    strip->showState(strip->labelLinkState, TlgThread.stateText.mGet());
     const bool up = TlgThread.linkUp();
-    labelLinkState->setPalette(palettes[up ? Green : Red]);
+    CStatusStrip::setColor(strip->labelLinkState, up ? CStatusStrip::Green : CStatusStrip::Red);
     modeFrame->setEnabled(up);
     if (Options.processMode == SKK && !up && State.connectionActive)
         ProcessSKK.clearSKKConnection();
@@ -208,6 +209,8 @@ void FormMain::slotOnTlgState()
 
 void FormMain::slotOnPrfState()
 {
-    showState(labelPrfState, PrfThread.state());
-    labelPrfState->setPalette(palettes[PrfThread.connected ? Green : PrfThread.adapterFound ? White : Red]);
+    strip->showState(strip->labelPrfState, PrfThread.state());
+    CStatusStrip::setColor(strip->labelPrfState, PrfThread.connected      ? CStatusStrip::Green
+                                                 : PrfThread.adapterFound ? CStatusStrip::White
+                                                                          : CStatusStrip::Red);
 }

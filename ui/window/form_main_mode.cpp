@@ -7,6 +7,7 @@
 #include "ui/form_main.h"
 #include "ui/roll/protocol_widget.h"
 #include "ui/widgets/label_clickable.h"
+#include "ui/window/status_strip.h"
 
 #include <QAction>
 #include <QApplication>
@@ -80,9 +81,9 @@ void FormMain::setModeButtons(const QList<bool> &on)
 
 void FormMain::setTlgModeLabel(const QString &text)
 {
-    if (labelTlgMode->text() == text)
+    if (strip->labelTlgMode->text() == text)
         return;
-    labelTlgMode->setText(text);
+    strip->labelTlgMode->setText(text);
     Log.addCacheServiceString(QStringLiteral("Состояние ") + text, ProtocolInfo, true);
 }
 
@@ -90,8 +91,8 @@ void FormMain::setAutomaticInterface()
 {
     const bool manual = State.manualMode;
     actionOptions->setEnabled(manual);
-    labelAutomatic->setText(manual ? QStringLiteral(" РУЧНОЙ ") : QStringLiteral(" АВТОМАТ "));
-    labelAutomatic->setPalette(palettes[manual ? Yellow : Green]);
+    strip->labelAutomatic->setText(manual ? QStringLiteral(" РУЧНОЙ ") : QStringLiteral(" АВТОМАТ "));
+    CStatusStrip::setColor(strip->labelAutomatic, manual ? CStatusStrip::Yellow : CStatusStrip::Green);
     modeFrame->setVisible(manual);
     protocolWidget->setCursorEnable(manual);
 }

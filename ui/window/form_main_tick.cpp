@@ -12,6 +12,7 @@
 #include "ui/form_main.h"
 #include "ui/roll/protocol_widget.h"
 #include "ui/widgets/label_clickable.h"
+#include "ui/window/status_strip.h"
 
 #include <QFile>
 
@@ -126,10 +127,10 @@ int FormMain::trayIconIndex()
 
 void FormMain::showStripOnTick()
 {
-    labelWindow->setText(QString::number(TlgThread.shownWindow.load()));
-    labelClock->setText(Time.hh_mm_ss);
-    lampSent->setPalette(palettes[Black]);
-    lampReceived->setPalette(palettes[Black]);
+    strip->labelWindow->setText(QString::number(TlgThread.shownWindow.load()));
+    strip->labelClock->setText(Time.hh_mm_ss);
+    CStatusStrip::setColor(strip->lampSent, CStatusStrip::Black);
+    CStatusStrip::setColor(strip->lampReceived, CStatusStrip::Black);
 }
 
 void FormMain::countDownToStop()
@@ -169,22 +170,22 @@ void FormMain::runProcedureTimers()
 
 void FormMain::showCounters(int netIn, int netOut)
 {
-    labelNetIn->setText(CUtils::StringNNN(netIn));
-    labelNetOut->setText(CUtils::StringNNN(netOut));
-    labelPKin->setText(CUtils::StringNNN(State.PK_in));
-    labelPKout->setText(CUtils::StringNNN(State.PK_out));
+    strip->labelNetIn->setText(CUtils::StringNNN(netIn));
+    strip->labelNetOut->setText(CUtils::StringNNN(netOut));
+    strip->labelPKin->setText(CUtils::StringNNN(State.PK_in));
+    strip->labelPKout->setText(CUtils::StringNNN(State.PK_out));
 }
 
 void FormMain::countDownToScan()
 {
     if (State.scanCountdown <= 0) {
         scanDir();
-        labelScanResult->setText(CUtils::StringNNN(State.scanFoundCount));
+        strip->labelScanResult->setText(CUtils::StringNNN(State.scanFoundCount));
         State.scanCountdown = qMax(0, Options.scanDirsTimeout); // a file may hold any number
     } else {
         --State.scanCountdown;
     }
-    labelScanCountdown->setText(CUtils::StringNNN(State.scanCountdown));
+    strip->labelScanCountdown->setText(CUtils::StringNNN(State.scanCountdown));
 }
 
 void FormMain::countIdle()

@@ -5,6 +5,7 @@
 #include "ui/form_main.h"
 #include "ui/roll/protocol_widget.h"
 #include "ui/sound.h"
+#include "ui/window/status_strip.h"
 
 #include <QApplication>
 #include <QDateEdit>
@@ -205,11 +206,11 @@ void TestFormMainKeys::stripGrowsWithTheFont()
     Station station(Direct);
     station.form->show();
     const int height = station.form->strip->height();
-    const int width = station.form->stripBoxes[1]->width();
+    const int width = station.form->strip->boxes[1]->width();
     for (int i = 0; i < 6; ++i)
         QTest::keyClick(station.form.get(), Qt::Key_Plus, Qt::ControlModifier | Qt::KeypadModifier);
     QTRY_VERIFY(station.form->strip->height() > height);
-    QTRY_VERIFY(station.form->stripBoxes[1]->width() > width);
+    QTRY_VERIFY(station.form->strip->boxes[1]->width() > width);
 }
 
 QTEST_MAIN(TestFormMainKeys)

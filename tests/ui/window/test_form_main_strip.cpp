@@ -6,6 +6,7 @@
 #include "tests/ui/window/station.h"
 #include "text/utils.h"
 #include "ui/form_main.h"
+#include "ui/window/status_strip.h"
 
 #include <QApplication>
 #include <QGridLayout>
@@ -75,7 +76,7 @@ void TestFormMainStrip::stripShowsItsFirstTexts()
     QFETCH(QPoint, place);
     Station station(CKS);
     QTEST(station.shown(name.constData()), "text");
-    auto *grid = qobject_cast<QGridLayout *>(station.form->stripBoxes[size_t(box) - 1]->layout());
+    auto *grid = qobject_cast<QGridLayout *>(station.form->strip->boxes[size_t(box) - 1]->layout());
     QVERIFY(grid);
     QLayoutItem *item = grid->itemAtPosition(place.y(), place.x());
     QVERIFY(item);
@@ -88,15 +89,15 @@ void TestFormMainStrip::stripStandsInThreeBoxes()
     station.form->show();
     QWidget *strip = station.form->strip;
     QCOMPARE(strip->palette().color(QPalette::Window), QColor(64, 64, 64));
-    for (QGroupBox *box : station.form->stripBoxes) {
+    for (QGroupBox *box : station.form->strip->boxes) {
         QVERIFY(box->autoFillBackground());
         QCOMPARE(box->layout()->contentsMargins(), QMargins(4, 4, 4, 4));
         QCOMPARE(box->layout()->spacing(), 2);
         QCOMPARE(box->palette().color(QPalette::Window), QColor(64, 64, 64));
     }
     const int width = CUtils::txtGUIWidth(24, station.form->font());
-    QCOMPARE(station.form->stripBoxes[0]->width(), width);
-    QCOMPARE(station.form->stripBoxes[1]->width(), width);
+    QCOMPARE(station.form->strip->boxes[0]->width(), width);
+    QCOMPARE(station.form->strip->boxes[1]->width(), width);
     QCOMPARE(strip->minimumHeight(), strip->maximumHeight());
     auto *row = qobject_cast<QHBoxLayout *>(strip->layout());
     QVERIFY(row);
@@ -108,13 +109,13 @@ void TestFormMainStrip::stripColoursDifferInTextAlone()
 {
     Station station(Direct);
     const QColor colours[] = {Qt::white, Qt::red, Qt::yellow, Qt::green, Qt::black};
-    for (size_t i = 0; i < station.form->palettes.size(); ++i) {
-        QPalette palette = station.form->palettes[i];
+    for (int i = 0; i < CStatusStrip::ColorCount; ++i) {
+        QPalette palette = CStatusStrip::paletteOf(CStatusStrip::Color(i));
         for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
             QCOMPARE(palette.color(group, QPalette::WindowText), colours[i]);
             palette.setColor(group, QPalette::WindowText, Qt::white);
         }
-        QCOMPARE(palette, station.form->palettes[0]);
+        QCOMPARE(palette, CStatusStrip::paletteOf(CStatusStrip::White));
     }
 }
 

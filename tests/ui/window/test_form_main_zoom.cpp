@@ -6,6 +6,7 @@
 #include "text/utils.h"
 #include "ui/form_main.h"
 #include "ui/roll/protocol_widget.h"
+#include "ui/window/status_strip.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -199,7 +200,7 @@ private slots:
     void thirdBoxGoesBelowWhereItHasNoRoom()
     {
         Zoomed station(Direct);
-        const auto &boxes = station.form->stripBoxes;
+        const auto &boxes = station.form->strip->boxes;
         station.form->resize(800, 600);
         station.zoomTo(Usual);
         const int width = CUtils::txtGUIWidth(24, station.form->font());
