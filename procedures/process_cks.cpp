@@ -80,7 +80,7 @@ void CProcessCKS::checkQuietTime()
 
 void CProcessCKS::clearOut()
 {
-    (void)TlgThread.sendBuffer.mTake();
+    forgetUnsent();
 }
 
 void CProcessCKS::checkForSendNewTlg(CTableViewModelItem_Send &item)
@@ -95,13 +95,9 @@ void CProcessCKS::checkForSendNewTlg(CTableViewModelItem_Send &item)
     if (item.bad)
         return;
     State.currentFile = item.fileName;
-    noteEvent(QStringLiteral("Отправка файла: ") + shownName(State.currentFile));
-    const std::optional<QString> text = readTelegram(queuePath(State.currentFile));
-    if (!text) {
-        noteEvent(QStringLiteral("Невозможно прочитать файл"), ProtocolError);
-        State.currentFile.clear();
+    const std::optional<QString> text = openQueueFile();
+    if (!text)
         return;
-    }
     // The number is spent before a character has gone out, so that no number is used twice after a crash.
     const QString telegram = QLatin1Char('|') + Marks::Start + CUtils::StringNNN(State.incOut()) +
                              QLatin1Char(' ') + *text + QLatin1Char(' ') + Marks::End;

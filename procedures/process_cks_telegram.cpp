@@ -9,7 +9,6 @@
 #include "procedures/telegram_files.h"
 #include "records/file_attr.h"
 #include "text/utils.h"
-#include "ui/sound.h"
 
 #include <QDir>
 
@@ -106,12 +105,11 @@ void CProcessCKS::storeTelegram(int number, const QString &body, const QString &
     const Header header = readHeader(body);
     const QString directory = State.pathInp_forDate(Time.date);
     QDir().mkdir(directory);
-    if (Options.soundOTlgType != CSound::Silent && sound.playingFileName().isEmpty())
-        sound.play(Options.soundOTlgFile, Options.soundOTlgType);
+    announce(Options.soundOTlgFile, Options.soundOTlgType);
     const QString letter = CUtils::categoryLetter(header.category);
     const QString path = directory + QDir::separator() + Time.yyyyMMdd + letter + header.timePart +
                          QLatin1Char('.') + CUtils::StringNNN(number);
-    const QString text = Options.removeRegisterInInputFiles ? CUtils::removeRegistersAndCheck4(whole) : whole;
+    const QString text = storedForm(whole);
     if (!replaceWholeFile(path, text.toUtf8())) {
         // The counter stays, so the centre's repetition of this number will be taken.
         noteEvent(QStringLiteral("Не получилось сохранить файл:") + shownName(path));

@@ -91,8 +91,7 @@ bool CProcessDirect::saveText(QString text)
     const QString directory = State.pathInp() + QDir::separator() + Time.yyyyMMdd;
     const QString path = directory + QDir::separator() + Time.yyyyMMdd + QLatin1Char('_') + Time.hhmmss;
     QDir().mkpath(directory);
-    if (Options.removeRegisterInInputFiles)
-        text = CUtils::removeRegistersAndCheck4(text);
+    text = storedForm(text);
     if (text.isEmpty() || !replaceWholeFile(path, text.toUtf8())) {
         noteEvent(QStringLiteral("Не получилось сохранить файл:") + path);
         return false;
@@ -107,13 +106,9 @@ void CProcessDirect::checkForSendNewTlg(CTableViewModelItem_Send &item)
     if (State.fileInProgress)
         return;
     State.currentFile = item.fileName;
-    noteEvent(QStringLiteral("Отправка файла: ") + shownName(State.currentFile));
-    const std::optional<QString> text = readTelegram(queuePath(State.currentFile));
-    if (!text) {
-        noteEvent(QStringLiteral("Невозможно прочитать файл"), ProtocolError);
-        State.currentFile.clear();
+    const std::optional<QString> text = openQueueFile();
+    if (!text)
         return;
-    }
     State.incOut();
     if (Options.enableProtectedSend && isProtectedName(State.currentFile))
         TlgThread.startProtectedMode();

@@ -5,10 +5,8 @@
 #include "app/clock.h"
 #include "app/state.h"
 #include "app/whole_file.h"
-#include "link/tlg_thread.h"
 #include "procedures/telegram_files.h"
 #include "text/utils.h"
-#include "ui/sound.h"
 
 #include <QDir>
 
@@ -17,11 +15,6 @@ namespace
 constexpr int ScanAfterConnection = 1; ///< ticks
 constexpr int ShortestMessage = 20;    ///< characters; a shorter incoming transcript is stored silently
 const QString Answerback = QStringLiteral("#<>");
-
-void forgetUnsent()
-{
-    (void)TlgThread.sendBuffer.mTake();
-}
 } // namespace
 
 void CProcessSKK::sendCommand(const QString &command, char letter)
@@ -132,15 +125,11 @@ void CProcessSKK::storeTranscript()
     const QString directory = incoming ? State.pathInp_forDate(Time.date) : State.pathOut_forDate(Time.date);
     QDir().mkdir(directory);
     const QString name = directory + QDir::separator() + QLatin1Char('s') + Time.hhmmss;
-    const QString text = Options.removeRegisterInInputFiles
-                             ? CUtils::removeRegistersAndCheck4(State.connectionText)
-                             : State.connectionText;
-    if (!replaceWholeFile(name, text.toUtf8()))
+    if (!replaceWholeFile(name, storedForm(State.connectionText).toUtf8()))
         return noteEvent(QStringLiteral("Ошибка сохранения соединения в файл: ") + name);
     noteEvent(QStringLiteral("Соединение сохранено ") + name);
-    if (incoming && State.connectionText.size() > ShortestMessage &&
-        Options.soundSKKInConnectMessageSaveType != CSound::Silent && sound.playingFileName().isEmpty())
-        sound.play(Options.soundSKKInConnectMessageSaveFile, Options.soundSKKInConnectMessageSaveType);
+    if (incoming && State.connectionText.size() > ShortestMessage)
+        announce(Options.soundSKKInConnectMessageSaveFile, Options.soundSKKInConnectMessageSaveType);
 }
 
 /// SKK_out rises at the start of an outgoing connection and here at its end: it counts each twice, as meant.

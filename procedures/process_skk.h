@@ -133,6 +133,9 @@ private:
     [[nodiscard]] int lastKind() const;
 
     // Answerbacks
+    void answerIn(AutoState state);
+    void acceptSubscriber(int p);
+    void fileAccepted(AutoState unanswered, int timer);
     [[nodiscard]] bool isOpening(int p) const;
     [[nodiscard]] int loneOpening() const;
     void extendWait();

@@ -49,20 +49,41 @@ int CProcessSKK::processAutoModeWaitAA(int position)
     }
 }
 
+/// The awaited answerback has come: step \a state answers it after the pause.
+void CProcessSKK::answerIn(AutoState state)
+{
+    State.AutoModeWaitAA = NoAA;
+    autoSet(state, timing->Pause_Before_Send_Answer_AA + 1);
+}
+
+/// A subscriber's answerback at \a p is in order.
+void CProcessSKK::acceptSubscriber(int p)
+{
+    if (State.AutoModeState == AutoAsked || State.AutoModeState == AutoWaitAA) {
+        answerIn(AutoGotAA);
+    } else if (State.AutoModeState == AutoWaitLastAA) {
+        compliteSKKFileSendedInAutoMode();
+        answerIn(AutoDelivered);
+    }
+    receiveBuffer.removeHead(p + ShortLength);
+}
+
+/// The centre has the file. Where it shall not get the own answerback the send goes on with step \a
+/// unanswered.
+void CProcessSKK::fileAccepted(AutoState unanswered, int timer)
+{
+    compliteSKKFileSendedInAutoMode();
+    if (Options.SKK_noSendCKSAOAfterSendFile)
+        return autoSet(unanswered, timer);
+    answerIn(AutoDelivered);
+}
+
 /// With the check of the text turned off, any text of the length is a subscriber's answerback.
 void CProcessSKK::takeAnyText(int p)
 {
     if (!Options.noCheckAOText || State.AutoModeWaitAA != SubscriberAA || receiveBuffer.size() < ShortLength)
         return;
-    if (State.AutoModeState == AutoAsked || State.AutoModeState == AutoWaitAA) {
-        State.AutoModeWaitAA = NoAA;
-        autoSet(AutoGotAA, timing->Pause_Before_Send_Answer_AA + 1);
-    } else if (State.AutoModeState == AutoWaitLastAA) {
-        compliteSKKFileSendedInAutoMode();
-        State.AutoModeWaitAA = NoAA;
-        autoSet(AutoDelivered, timing->Pause_Before_Send_Answer_AA + 1);
-    }
-    receiveBuffer.removeHead(p + ShortLength);
+    acceptSubscriber(p);
 }
 
 /// The opening alone shows that the far end answers: it gets time to finish.
@@ -109,8 +130,7 @@ int CProcessSKK::takeShortCentre(int p)
         clearAutoMode();
         return 1;
     }
-    State.AutoModeWaitAA = NoAA;
-    autoSet(AutoGotAA, timing->Pause_Before_Send_Answer_AA + 1);
+    answerIn(AutoGotAA);
     receiveBuffer.removeHead(p + ShortLength);
     return 1;
 }
@@ -127,13 +147,7 @@ int CProcessSKK::takeLongCentre(int p)
     if (State.AutoModeState != AutoWaitLastAA)
         return -1;
     noteEvent(QStringLiteral("Получен АА от ЦКС "));
-    compliteSKKFileSendedInAutoMode();
-    if (Options.SKK_noSendCKSAOAfterSendFile) {
-        autoSet(AutoAnswered, 1);
-    } else {
-        State.AutoModeWaitAA = NoAA;
-        autoSet(AutoDelivered, timing->Pause_Before_Send_Answer_AA + 1);
-    }
+    fileAccepted(AutoAnswered, 1);
     return -1;
 }
 
@@ -173,15 +187,7 @@ int CProcessSKK::takeSubscriber(int p)
         clearAutoMode();
         return -1;
     }
-    if (State.AutoModeState == AutoAsked || State.AutoModeState == AutoWaitAA) {
-        State.AutoModeWaitAA = NoAA;
-        autoSet(AutoGotAA, timing->Pause_Before_Send_Answer_AA + 1);
-    } else if (State.AutoModeState == AutoWaitLastAA) {
-        compliteSKKFileSendedInAutoMode();
-        State.AutoModeWaitAA = NoAA;
-        autoSet(AutoDelivered, timing->Pause_Before_Send_Answer_AA + 1);
-    }
-    receiveBuffer.removeHead(p + ShortLength);
+    acceptSubscriber(p);
     return -1;
 }
 
@@ -193,11 +199,7 @@ void CProcessSKK::takeCentreAnswerbackAtQuestion(int i)
     if (at < 0 || at >= i || receiveBuffer.size() - at <= ShortLength)
         return;
     noteEvent(QStringLiteral("Фиксируем АА от ЦКС (Запрос)"));
-    compliteSKKFileSendedInAutoMode();
-    if (Options.SKK_noSendCKSAOAfterSendFile)
-        return autoSet(AutoAnswered, 1);
-    State.AutoModeWaitAA = NoAA;
-    autoSet(AutoDelivered, timing->Pause_Before_Send_Answer_AA + 1);
+    fileAccepted(AutoAnswered, 1);
 }
 
 /// The same when the centre has fallen silent without a question.
@@ -211,9 +213,5 @@ void CProcessSKK::fixSilentCentre()
     if (at < 0 || receiveBuffer.size() - at <= ShortLength)
         return;
     noteEvent(QStringLiteral("Фиксируем АА от ЦКС (2сек)"));
-    compliteSKKFileSendedInAutoMode();
-    if (Options.SKK_noSendCKSAOAfterSendFile)
-        return autoSet(AutoLastPause, timing->timeAfterOwnAO);
-    State.AutoModeWaitAA = NoAA;
-    autoSet(AutoDelivered, timing->Pause_Before_Send_Answer_AA + 1);
+    fileAccepted(AutoLastPause, timing->timeAfterOwnAO);
 }

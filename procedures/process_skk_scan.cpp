@@ -8,10 +8,8 @@
 #include "procedures/process_skk.h"
 
 #include "app/state.h"
-#include "link/tlg_thread.h"
 #include "procedures/telegram_files.h"
 #include "text/marks.h"
-#include "ui/sound.h"
 
 namespace
 {
@@ -32,11 +30,6 @@ const QString EncryptedSigns = QStringLiteral("ЮЮЮЮЮЮЮЮЮ");
 
 /// The characters that begin a form within a connection.
 const QString FirstCharacters = QStringLiteral("#@!ЗН ");
-
-void forgetUnsent()
-{
-    (void)TlgThread.sendBuffer.mTake();
-}
 } // namespace
 
 void CProcessSKK::processReceiveCmd(QString command)
@@ -245,8 +238,7 @@ void CProcessSKK::takeIncomingCall()
     setCallDirection(Incoming);
     emit updateTlgModeInterface();
     sendCommand(QStringLiteral("@E"), 'E');
-    if (Options.soundSKKInConnectType != CSound::Silent && sound.playingFileName().isEmpty())
-        sound.play(Options.soundSKKInConnectFile, Options.soundSKKInConnectType);
+    announce(Options.soundSKKInConnectFile, Options.soundSKKInConnectType);
 }
 
 CProcessSKK::Step CProcessSKK::testConnection(int i)

@@ -5,12 +5,10 @@
 #include "app/clock.h"
 #include "app/state.h"
 #include "app/whole_file.h"
-#include "link/tlg_thread.h"
 #include "procedures/telegram_files.h"
 #include "records/file_attr.h"
 #include "text/marks.h"
 #include "text/utils.h"
-#include "ui/sound.h"
 
 #include <QDir>
 
@@ -21,7 +19,7 @@ void CProcessSKK::takeTelegram(int i, int end)
     const QString telegram = receiveBuffer.mid(i, end - i);
     if (CUtils::removeRegisters(telegram) ==
         Marks::Start + QStringLiteral("ПРОВЕРЬТЕ СВОЙ АВТООТВЕТ ") + Marks::End) {
-        (void)TlgThread.sendBuffer.mTake();
+        forgetUnsent();
         clearSKKConnection();
         return receiveBuffer.removeHead(i + RejectionCut);
     }
@@ -36,12 +34,10 @@ void CProcessSKK::saveTelegram(const QString &telegram)
     noteEvent(QStringLiteral("Обнаружена телеграмма"));
     const QString directory = State.pathInp_forDate(Time.date);
     QDir().mkdir(directory);
-    if (Options.soundOTlgType != CSound::Silent && sound.playingFileName().isEmpty())
-        sound.play(Options.soundOTlgFile, Options.soundOTlgType);
+    announce(Options.soundOTlgFile, Options.soundOTlgType);
     const QString name =
         directory + QDir::separator() + Time.yyyyMMdd + QLatin1Char('_') + CUtils::StringNNN(State.PK_in);
-    const QString text =
-        Options.removeRegisterInInputFiles ? CUtils::removeRegistersAndCheck4(telegram) : telegram;
+    const QString text = storedForm(telegram);
     if (text.isEmpty() || !replaceWholeFile(name, text.toUtf8()))
         return noteEvent(QStringLiteral("Ошибка сохранения телеграммы в файл: ") + name, ProtocolError);
     ++State.PK_in; // neither wrapped nor saved, as meant: the connection's own numbering

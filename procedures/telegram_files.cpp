@@ -3,8 +3,10 @@
 #include "app/options.h"
 #include "app/ordinary_file.h"
 #include "app/state.h"
+#include "link/tlg_thread.h"
 #include "procedures/process_direct.h"
 #include "text/utils.h"
+#include "ui/sound.h"
 
 #include <QDir>
 
@@ -27,6 +29,33 @@ std::optional<QString> readTelegram(const QString &path)
     if (text.size() > LongestText)
         return std::nullopt;
     return text;
+}
+
+std::optional<QString> openQueueFile()
+{
+    noteEvent(QStringLiteral("Отправка файла: ") + shownName(State.currentFile));
+    std::optional<QString> text = readTelegram(queuePath(State.currentFile));
+    if (!text) {
+        noteEvent(QStringLiteral("Невозможно прочитать файл"), ProtocolError);
+        State.currentFile.clear();
+    }
+    return text;
+}
+
+QString storedForm(const QString &text)
+{
+    return Options.removeRegisterInInputFiles ? CUtils::removeRegistersAndCheck4(text) : text;
+}
+
+void announce(const QString &file, int type)
+{
+    if (type != CSound::Silent && sound.playingFileName().isEmpty())
+        sound.play(file, type);
+}
+
+void forgetUnsent()
+{
+    (void)TlgThread.sendBuffer.mTake();
 }
 
 bool printsReceived(int autoPrintMode)
