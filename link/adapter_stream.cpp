@@ -100,9 +100,7 @@ void CAdapterStream::takeEcho(quint8 code)
         const QMutexLocker lock(&m_thread.pendingEcho.mutex);
         m_thread.pendingEcho.text.remove(0, text.size());
     }
-    if (!m_thread.protectedMode)
-        m_thread.sentLog.mAppend(text);
-    m_thread.sentEvents.add(1);
+    m_thread.dataSendedToLine(text);
 }
 
 void CAdapterStream::takeStatus(quint8 status)
