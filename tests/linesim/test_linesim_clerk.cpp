@@ -319,10 +319,10 @@ void TestLinesimClerk::lostLineOpensAgain()
     clerk.desk.lineBack();
     QCOMPARE(clerk.speech().size(), 1);
     // A telegram that began as the terminal did not know yet.
-    clerk.desk.setMessageStart(QDateTime(QDate(2026, 7, 31), QTime(12, 30, 5)));
+    clerk.desk.setMessageStart(QDateTime(QDate(2026, 7, 31), QTime(12, 30, 20)));
     clerk.hear(QStringLiteral("|ЗЦЗЦ 001 Х НННН  "));
     QCOMPARE(clerk.breaches(), QStringList());
-    clerk.desk.setMessageStart(QDateTime(QDate(2026, 7, 31), QTime(12, 30, 11)));
+    clerk.desk.setMessageStart(QDateTime(QDate(2026, 7, 31), QTime(12, 30, 21)));
     clerk.hear(QStringLiteral("|ЗЦЗЦ 002 Х НННН  "));
     QVERIFY(clerk.breaches().contains("violation: telegram 2 while the channel is not open"));
 }

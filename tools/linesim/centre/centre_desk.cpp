@@ -5,8 +5,10 @@
 
 namespace
 {
-constexpr int CrossingSeconds = 10; // what the terminal begins till then may have crossed the closing
-constexpr int RepeatSeconds = 20;   // what a repetition may take until the terminal counts it
+/// What the terminal begins till then may have crossed the closing: it reads one message a second, and one
+/// without a line end behind it after five seconds of silence.
+constexpr int CrossingSeconds = 20;
+constexpr int RepeatSeconds = 20; // what a repetition may take until the terminal counts it
 
 /// The quiet time, with a minute for what was on the line when it began, and some seconds at its end by which
 /// the terminal's clock may be ahead.
