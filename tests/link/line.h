@@ -1,8 +1,8 @@
 #pragma once
 
 #include "link/tlg_thread.h"
-#include "tests/link/thread_end.h"
 #include "tests/support/free_port.h"
+#include "tests/support/thread_end.h"
 
 #include <QMutex>
 #include <QStringList>

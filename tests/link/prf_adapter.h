@@ -1,8 +1,8 @@
 #pragma once
 
 #include "link/prf_thread.h"
-#include "tests/link/thread_end.h"
 #include "tests/support/patience.h"
+#include "tests/support/thread_end.h"
 #include "tools/linesim/serial/pseudo_terminal.h"
 
 #include <QMutex>

@@ -1,4 +1,5 @@
 #include "tests/support/row.h"
+#include "tests/support/thread_end.h"
 #include "tests/text/language.h"
 #include "text/encodings.h"
 
@@ -227,11 +228,12 @@ void TestEncodings::corvaLanguageMayChangeWhileALinkReads()
                 ++wrong;
         }
     }));
+    ThreadEnd linkEnd(*link);
     link->start();
     for (int i = 0; i < 20000; ++i)
         Options.nationalLanguageUse = i % 2 ? Language::Georgian : Language::None;
     end = true;
-    link->wait();
+    linkEnd.join();
     QCOMPARE(wrong.load(), 0);
 }
 

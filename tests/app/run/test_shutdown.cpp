@@ -7,6 +7,7 @@
 #include "records/protocol.h"
 #include "tests/support/desk.h"
 #include "tests/support/row.h"
+#include "tests/support/thread_end.h"
 #include "ui/form_main.h"
 
 #include <QThread>
@@ -89,18 +90,20 @@ void TestShutdown::runningLinkThreadEndsByItsFlag()
         m_slept << seconds;
         TlgThread.wait(5000); // stands for the second
     };
+    ThreadEnd linkEnd(TlgThread);
     TlgThread.setTcp(QStringLiteral("127.0.0.1"), 1, false);
     TlgThread.shownWindow = 5;
     TlgThread.start();
     QTRY_COMPARE(TlgThread.shownWindow.load(), -1); // its loop has begun
     shutDown(QString());
     QCOMPARE(m_slept, QList<unsigned long>({1}));
-    QVERIFY(TlgThread.isFinished());
+    QVERIFY(TlgThread.isFinished() && linkEnd.ended());
 }
 
 void TestShutdown::deafThreadGetsAnotherSecond()
 {
     DeafThread thread;
+    ThreadEnd end(thread);
     waitIfRunning(thread);
     QVERIFY(m_slept.isEmpty()); // not running
 
@@ -109,7 +112,7 @@ void TestShutdown::deafThreadGetsAnotherSecond()
     QCOMPARE(m_slept, QList<unsigned long>({1}));
     QVERIFY(thread.isRunning());
     thread.hears = true;
-    QVERIFY(thread.wait(30000));
+    QVERIFY(end.join(30000));
 }
 
 void TestShutdown::countersAndOptionsAreSaved()
