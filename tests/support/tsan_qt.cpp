@@ -1,0 +1,103 @@
+// Tells ThreadSanitizer of the locks, the wait conditions and the ends of threads of Qt, which is not
+// instrumented and waits on bare futexes: the sanitizer would take every text that a mutex guards, and
+// everything that a joined thread has done, for a race. Built only with VELDA_TSAN; the functions stand
+// before those of the library and call them.
+
+#include <QMutex>
+#include <QThread>
+#include <QWaitCondition>
+
+#include <dlfcn.h>
+#include <sanitizer/tsan_interface.h>
+
+namespace
+{
+template <class Function> Function next(const char *symbol)
+{
+    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, symbol));
+}
+
+void acquireIf(bool ended, const QThread *thread)
+{
+    if (ended)
+        __tsan_acquire(const_cast<QThread *>(thread));
+}
+} // namespace
+
+void QMutex::lock()
+{
+    static const auto original = next<void (*)(QMutex *)>("_ZN6QMutex4lockEv");
+    original(this);
+    __tsan_acquire(this);
+}
+
+bool QMutex::tryLock(int timeout)
+{
+    static const auto original = next<bool (*)(QMutex *, int)>("_ZN6QMutex7tryLockEi");
+    const bool locked = original(this, timeout);
+    if (locked)
+        __tsan_acquire(this);
+    return locked;
+}
+
+void QMutex::unlock() noexcept
+{
+    static const auto original = next<void (*)(QMutex *)>("_ZN6QMutex6unlockEv");
+    __tsan_release(this);
+    original(this);
+}
+
+// The mutex is free while the condition is awaited.
+bool QWaitCondition::wait(QMutex *mutex, unsigned long ms)
+{
+    using Wait = bool (*)(QWaitCondition *, QMutex *, unsigned long);
+    static const auto original = next<Wait>("_ZN14QWaitCondition4waitEP6QMutexm");
+    __tsan_release(mutex);
+    const bool woken = original(this, mutex, ms);
+    __tsan_acquire(mutex);
+    return woken;
+}
+
+bool QWaitCondition::wait(QMutex *mutex, QDeadlineTimer deadline)
+{
+    using Wait = bool (*)(QWaitCondition *, QMutex *, QDeadlineTimer);
+    static const auto original = next<Wait>("_ZN14QWaitCondition4waitEP6QMutex14QDeadlineTimer");
+    __tsan_release(mutex);
+    const bool woken = original(this, mutex, deadline);
+    __tsan_acquire(mutex);
+    return woken;
+}
+
+// What a thread has done comes before what follows its end, which it tells by a signal of its own.
+void QThread::start(Priority priority)
+{
+    static const auto original = next<void (*)(QThread *, Priority)>("_ZN7QThread5startENS_8PriorityE");
+    QObject::connect(
+        this, &QThread::finished, this, [this] { __tsan_release(this); }, Qt::DirectConnection);
+    original(this, priority);
+}
+
+bool QThread::wait(unsigned long ms)
+{
+    static const auto original = next<bool (*)(QThread *, unsigned long)>("_ZN7QThread4waitEm");
+    const bool ended = original(this, ms);
+    acquireIf(ended, this);
+    return ended;
+}
+
+bool QThread::wait(QDeadlineTimer deadline)
+{
+    static const auto original =
+        next<bool (*)(QThread *, QDeadlineTimer)>("_ZN7QThread4waitE14QDeadlineTimer");
+    const bool ended = original(this, deadline);
+    acquireIf(ended, this);
+    return ended;
+}
+
+bool QThread::isFinished() const
+{
+    static const auto original = next<bool (*)(const QThread *)>("_ZNK7QThread10isFinishedEv");
+    const bool ended = original(this);
+    acquireIf(ended, this);
+    return ended;
+}
