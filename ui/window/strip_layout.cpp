@@ -42,7 +42,8 @@ QSize CStripLayout::minimumSize() const
 
 void CStripLayout::setGeometry(const QRect &rect)
 {
-    QLayout::setGeometry(rect);
+    // Of all layouts, not of the box: that would place the boxes itself.
+    QLayout::setGeometry(rect); // NOLINT(bugprone-parent-virtual-call)
     if (count() <= Third)
         return;
     const bool oneRow = standsInOneRow(rect.width());
