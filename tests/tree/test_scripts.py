@@ -98,7 +98,7 @@ class Style(unittest.TestCase):
 
         result = tree.run()
         self.assertEqual((result.returncode, result.stderr), (0, ""))
-        self.assertEqual(re.findall(r"^clang-tidy .* (\S+)$", result.stdout, re.M), ["app/new.cpp", "ui/edited.cpp"])
+        self.assertCountEqual(re.findall(r"^clang-tidy .* (\S+)$", result.stdout, re.M), ["app/new.cpp", "ui/edited.cpp"])
         formatted = re.findall(r"^clang-format .*$", result.stdout, re.M)
         self.assertEqual(formatted, ["clang-format --dry-run -Werror app/new.cpp app/new_win.cpp app/old.cpp "
                                      "tests/new.cpp ui/edited.cpp"])

@@ -109,6 +109,22 @@ inline void press(const QDialog &dialog, const char *name)
     QTest::mouseClick(button(dialog, name), Qt::LeftButton);
 }
 
+/// Gives a button the keyboard, once it may have it: its window may not be the active one yet.
+inline QWidget *focused(const QDialog &dialog, const char *name)
+{
+    QPushButton *const one = button(dialog, name);
+    const bool has = QTest::qWaitFor(
+        [&] {
+            QApplication::setActiveWindow(one->window());
+            one->setFocus();
+            return one->isEnabled() && one->hasFocus();
+        },
+        30000);
+    if (!has)
+        qFatal("the button %s does not get the keyboard", name);
+    return one;
+}
+
 /// Texts of the buttons from left to right, each with its tooltip behind it, if it has one.
 inline QStringList buttonTexts(QDialog &dialog)
 {

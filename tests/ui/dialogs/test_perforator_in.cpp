@@ -152,12 +152,13 @@ void TestPerforatorIn::readingLeavesOnlyTheStop()
     const auto room = roomWithTape(qs("АБ"));
     CPerforatorInDialog dialog;
     read(dialog, [&] {
+        (void)Dialog::focused(dialog, "start");
         Dialog::press(dialog, "start");
         QCOMPARE(Dialog::enabledOf(dialog, controls), QByteArrayList({"stop"}));
         QVERIFY(Dialog::button(dialog, "stop")->hasFocus());
         QTRY_COMPARE(dialog.getData(), qs("|АБ"));
         QCOMPARE(Dialog::enabledOf(dialog, controls), QByteArrayList({"stop"}));
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+        QTest::keyClick(Dialog::button(dialog, "stop"), Qt::Key_Space);
         QCOMPARE(Dialog::enabledOf(dialog, controls), QByteArrayList({"start", "clear", "apply"}));
         QTRY_VERIFY(room->saw(qs("stopped: 3")));
     });

@@ -123,11 +123,9 @@ void TestPerforatorOut::enterPressesTheButtonInFocus()
     const PunchRoom room;
     CPerforatorOutDialog dialog;
     print(dialog, qs("ABC"), [&] {
-        Dialog::button(dialog, "skip")->setFocus();
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTest::keyClick(Dialog::focused(dialog, "skip"), Qt::Key_Return);
         QTRY_COMPARE(room.codes().toHex(), QByteArray("00"));
-        Dialog::button(dialog, "close")->setFocus();
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTest::keyClick(Dialog::focused(dialog, "close"), Qt::Key_Return);
         QVERIFY(!dialog.isVisible());
     });
     QTRY_VERIFY(room.saw(qs("closed:")));
@@ -140,7 +138,7 @@ void TestPerforatorOut::enterBehindTheStartDoesNotStop()
     room.perforator.run(qs("jam"));
     CPerforatorOutDialog dialog;
     print(dialog, qs("ABC"), [&] {
-        Dialog::button(dialog, "start")->setFocus();
+        (void)Dialog::focused(dialog, "start");
         for (int i = 0; i < 2; ++i)
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
         QCOMPARE(PrfThread.waitingLength(), 3);
