@@ -16,6 +16,7 @@ CPrintQueue &CPrintQueue::instance()
 {
     static CPrintQueue *const queue = [] {
         auto *made = new CPrintQueue;
+        connect(made, &CPrintQueue::failed, made, &CPrintQueue::journalErrors, Qt::QueuedConnection);
         connect(QCoreApplication::instance(), &QCoreApplication::aboutToQuit, made, &CPrintQueue::endJobs);
         return made;
     }();
@@ -86,8 +87,10 @@ void CPrintQueue::run()
         const QStringList errors = job(m_stop);
         if (errors.isEmpty())
             continue;
-        const QMutexLocker lock(&m_mutex);
-        m_errors += errors;
-        QMetaObject::invokeMethod(this, &CPrintQueue::journalErrors, Qt::QueuedConnection);
+        {
+            const QMutexLocker lock(&m_mutex);
+            m_errors += errors;
+        }
+        emit failed();
     }
 }

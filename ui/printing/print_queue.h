@@ -30,6 +30,9 @@ public:
     /// Waits until no job is open, journals what has failed, and tells whether none is open.
     bool waitForIdle(int milliseconds);
 
+signals:
+    void failed(); ///< a job has left lines for the journal
+
 protected:
     void run() override;
 
