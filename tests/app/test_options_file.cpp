@@ -1,6 +1,6 @@
 #include "app/options.h"
-#include "tests/records/special_files.h"
 #include "tests/support/full_disk.h"
+#include "tests/support/no_ordinary_file.h"
 #include "tests/support/row.h"
 
 #include <QSettings>

@@ -1,5 +1,5 @@
 #include "app/ordinary_file.h"
-#include "tests/records/special_files.h"
+#include "tests/support/no_ordinary_file.h"
 #include "tests/support/row.h"
 
 #include <fcntl.h>

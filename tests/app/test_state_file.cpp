@@ -1,7 +1,7 @@
 #include "app/options.h"
 #include "app/state.h"
-#include "tests/records/special_files.h"
 #include "tests/support/full_disk.h"
+#include "tests/support/no_ordinary_file.h"
 #include "tests/support/row.h"
 
 #include <QSettings>

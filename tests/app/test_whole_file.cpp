@@ -1,6 +1,6 @@
 #include "app/whole_file.h"
 #include "tests/records/file_size_limit.h"
-#include "tests/records/special_files.h"
+#include "tests/support/no_ordinary_file.h"
 #include "tests/support/row.h"
 
 #include <QRegularExpression>

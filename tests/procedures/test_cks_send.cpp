@@ -5,7 +5,7 @@
 #include "link/tlg_thread.h"
 #include "records/send_model.h"
 #include "tests/procedures/cks_desk.h"
-#include "tests/records/special_files.h"
+#include "tests/support/no_ordinary_file.h"
 #include "tests/support/row.h"
 
 #include <QtTest>

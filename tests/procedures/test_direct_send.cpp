@@ -1,7 +1,7 @@
 #include "app/clock.h"
 #include "link/tlg_thread.h"
 #include "tests/procedures/direct_desk.h"
-#include "tests/records/special_files.h"
+#include "tests/support/no_ordinary_file.h"
 #include "tests/support/row.h"
 #include "text/mtk2.h"
 

@@ -1,7 +1,7 @@
 // The automatic send of a queue file: its start and the steps that the timer moves.
 
 #include "tests/procedures/skk_desk.h"
-#include "tests/records/special_files.h"
+#include "tests/support/no_ordinary_file.h"
 #include "tests/support/row.h"
 
 #include <QFile>

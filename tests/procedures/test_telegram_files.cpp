@@ -1,5 +1,5 @@
 #include "procedures/telegram_files.h"
-#include "tests/records/special_files.h"
+#include "tests/support/no_ordinary_file.h"
 #include "tests/support/row.h"
 
 /// Which queue files are read, and how far.

@@ -1,7 +1,7 @@
 #include "app/clock.h"
 #include "records/file_info.h"
 #include "tests/records/file_size_limit.h"
-#include "tests/records/special_files.h"
+#include "tests/support/no_ordinary_file.h"
 #include "tests/support/row.h"
 
 namespace
