@@ -11,12 +11,9 @@
 #include <QPushButton>
 
 CAbonentNumberDialog::CAbonentNumberDialog(QWidget *parent)
-    : CDialog(parent), m_numbers(new QComboBox), m_dial(new QPushButton(QStringLiteral("Набрать")))
+    : CDialog(parent), m_numbers(new QComboBox), m_dial(newDefaultButton("dial", QStringLiteral("Набрать")))
 {
-    auto *cancel = new QPushButton(QStringLiteral("Отменить"));
     m_numbers->setObjectName(QStringLiteral("number"));
-    m_dial->setObjectName(QStringLiteral("dial"));
-    cancel->setObjectName(QStringLiteral("cancel"));
     m_numbers->setEditable(true);
     m_numbers->setInsertPolicy(QComboBox::NoInsert);
     m_numbers->addItems(Options.lastManualCallNumbers);
@@ -26,25 +23,20 @@ CAbonentNumberDialog::CAbonentNumberDialog(QWidget *parent)
     auto *line = new QHBoxLayout0;
     line->addWidget(new QLabel(QStringLiteral("Номер")));
     line->addWidget(m_numbers, 1);
-    auto *buttons = new QHBoxLayout0;
-    buttons->addWidget(m_dial);
-    buttons->addWidget(cancel);
     auto *rows = new QVBoxLayoutMS(this);
     rows->addLayout(line);
-    rows->addLayout(buttons);
+    rows->addLayout(newButtonRow({m_dial, newLeaveButton()}));
 
     connect(m_numbers, &QComboBox::editTextChanged, this, &CAbonentNumberDialog::slotNumberChanged);
     connect(m_dial, &QPushButton::clicked, this, &CAbonentNumberDialog::slotApply);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 }
 
 int CAbonentNumberDialog::exec(const QString &startNumber, const QString &title)
 {
-    setWindowTitle(title);
     m_numbers->setEditText(startNumber);
     slotNumberChanged(startNumber);
     m_numbers->lineEdit()->selectAll();
-    return CDialog::exec();
+    return run(title, m_numbers);
 }
 
 // A former number that is put behind the one being typed would be dialled in its stead.

@@ -12,15 +12,13 @@ CAboutDialog::CAboutDialog(QWidget *parent) : CDialog(parent)
     auto *text =
         new QLabel(QStringLiteral("Клиентское программное обеспечение оконечной телеграфной установки."));
     auto *version = new QLabel(QCoreApplication::applicationVersion());
-    auto *close = new QPushButton(QStringLiteral("Закрыть"));
+    QPushButton *close = newLeaveButton("close", QStringLiteral("Закрыть"));
     text->setObjectName(QStringLiteral("text"));
     version->setObjectName(QStringLiteral("version"));
-    close->setObjectName(QStringLiteral("close"));
     version->setAlignment(Qt::AlignCenter);
 
     auto *rows = new QVBoxLayoutMS(this);
     rows->addWidget(text);
     rows->addWidget(version);
     rows->addWidget(close, 0, Qt::AlignCenter);
-    connect(close, &QPushButton::clicked, this, &QDialog::accept);
 }

@@ -17,12 +17,9 @@ CConfirmCategoryDialog::CConfirmCategoryDialog(QWidget *parent) : CDialog(parent
     text->setObjectName(QStringLiteral("text"));
     text->setPlainText(QStringLiteral("Принята категорийная телеграммам\n")); // spelt so
     text->setEnabled(false);
-    auto *button = new QPushButton(QStringLiteral("Закрыть"));
-    button->setObjectName(QStringLiteral("close"));
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(text);
-    layout->addWidget(button);
-    connect(button, &QPushButton::clicked, this, &QDialog::close);
+    layout->addWidget(newLeaveButton("close", QStringLiteral("Закрыть")));
 }
 
 void CConfirmCategoryDialog::showEvent(QShowEvent *event)

@@ -8,7 +8,6 @@
 #include "ui/sound.h"
 
 #include <QFormLayout>
-#include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QShowEvent>
@@ -21,25 +20,20 @@ constexpr int LongestInitials = 3; // a name this short is no operator for the a
 
 CConfirmRDialog::CConfirmRDialog(QWidget *parent)
     : CDialog(parent), m_number(new QLineEdit), m_operator(new QLineEdit),
-      m_confirm(new QPushButton(ConfirmLabel))
+      m_confirm(newDefaultButton("confirm", ConfirmLabel))
 {
     setWindowTitle(QStringLiteral("Подтверждение приема Р"));
     // With the main window in the tray this may be the last window on screen; its end is not the program's.
     setAttribute(Qt::WA_QuitOnClose, false);
     m_number->setObjectName(QStringLiteral("number"));
     m_operator->setObjectName(QStringLiteral("operator"));
-    m_confirm->setObjectName(QStringLiteral("confirm"));
-    auto *cancel = new QPushButton(QStringLiteral("Отказаться"));
-    cancel->setObjectName(QStringLiteral("cancel"));
+    QPushButton *cancel = newButton("cancel", QStringLiteral("Отказаться"));
     cancel->setAutoDefault(false);
 
     auto *form = new QFormLayout(this);
     form->addRow(QStringLiteral("Р"), m_number);
     form->addRow(QStringLiteral("Оператор"), m_operator);
-    auto *buttons = new QHBoxLayout;
-    buttons->addWidget(m_confirm);
-    buttons->addWidget(cancel);
-    form->addRow(buttons);
+    form->addRow(newButtonRow({m_confirm, cancel}));
 
     connect(m_confirm, &QPushButton::pressed, this, &CConfirmRDialog::slotPressConfirm);
     connect(cancel, &QPushButton::pressed, this, &CConfirmRDialog::slotPressCancel);

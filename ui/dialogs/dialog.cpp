@@ -7,6 +7,8 @@
 #include <QEvent>
 #include <QFontDatabase>
 #include <QFontMetrics>
+#include <QHBoxLayout>
+#include <QPushButton>
 #include <QScreen>
 #include <QStyle>
 
@@ -46,6 +48,53 @@ void CDialog::takePlace()
 {
     if (m_place != nullptr && Options.saveWindowPos)
         CUtils::makeGeometry(this, Options.*m_place);
+}
+
+int CDialog::run(const QString &title, QWidget *field)
+{
+    setWindowTitle(title);
+    takePlace();
+    field->setFocus();
+    return QDialog::exec();
+}
+
+QPushButton *CDialog::newButton(const char *name, const QString &label, const QString &toolTip)
+{
+    auto *button = new QPushButton(label);
+    button->setObjectName(QString::fromLatin1(name));
+    button->setToolTip(toolTip);
+    return button;
+}
+
+QPushButton *CDialog::newDefaultButton(const char *name, const QString &label, const QString &toolTip)
+{
+    QPushButton *button = newButton(name, label, toolTip);
+    button->setDefault(true);
+    return button;
+}
+
+QPushButton *CDialog::newLeaveButton(const char *name, const QString &label)
+{
+    QPushButton *button = newButton(name, label);
+    connect(button, &QPushButton::clicked, this, &QDialog::reject);
+    return button;
+}
+
+QHBoxLayout *CDialog::newButtonRow(const QList<QPushButton *> &left)
+{
+    auto *row = new QHBoxLayout;
+    for (QPushButton *button : left)
+        row->addWidget(button);
+    return row;
+}
+
+QHBoxLayout *CDialog::newButtonRow(const QList<QPushButton *> &left, const QList<QPushButton *> &right)
+{
+    QHBoxLayout *row = newButtonRow(left);
+    row->addStretch();
+    for (QPushButton *button : right)
+        row->addWidget(button);
+    return row;
 }
 
 // Every way to close a dialog ends here; a minimised one lies nowhere.

@@ -1,13 +1,17 @@
 #pragma once
 
 #include <QDialog>
+#include <QList>
 #include <QRect>
 
 class COptions;
+class QHBoxLayout;
+class QPushButton;
 
 /// What the dialogs of the program have in common. None is narrower than its title with the buttons of the
 /// frame beside it. One that has a place takes it where Options.saveWindowPos allows that, and keeps it
-/// however it is closed. Main thread.
+/// however it is closed. Esc and the cross of the frame leave it, as does the button made for that; Enter is
+/// the default button's, unless another one has the focus. Main thread.
 class CDialog : public QDialog
 {
     Q_OBJECT
@@ -25,6 +29,23 @@ protected:
     bool event(QEvent *event) override;
     /// Goes to the place that was kept. For the end of a constructor, or before each run.
     void takePlace();
+    /// Runs the dialog under \a title in the place that was kept, with the keyboard at \a field.
+    int run(const QString &title, QWidget *field);
+
+    /// A button by the name \a name. Like the others it belongs to nobody until it is placed: what Tab and
+    /// the focus meet first is decided by the order of the places.
+    [[nodiscard]] static QPushButton *newButton(const char *name, const QString &label,
+                                                const QString &toolTip = QString());
+    /// The one that Enter means.
+    [[nodiscard]] static QPushButton *newDefaultButton(const char *name, const QString &label,
+                                                       const QString &toolTip = QString());
+    /// The one that leaves the dialog as Esc does.
+    [[nodiscard]] QPushButton *newLeaveButton(const char *name = "cancel",
+                                              const QString &label = QStringLiteral("Отменить"));
+    /// The row of buttons. It is full of \a left, or parts them from \a right, which stand at its end.
+    [[nodiscard]] static QHBoxLayout *newButtonRow(const QList<QPushButton *> &left);
+    [[nodiscard]] static QHBoxLayout *newButtonRow(const QList<QPushButton *> &left,
+                                                   const QList<QPushButton *> &right);
 
 private:
     void fitTitle();

@@ -39,31 +39,22 @@ const QString &fixedPort()
 } // namespace
 
 CFWUpdateDialog::CFWUpdateDialog(QWidget *parent)
-    : CDialog(parent), m_device(new QComboBox), m_apply(new QPushButton(QStringLiteral("Обновить"))),
-      m_lock(new QPushButton(QStringLiteral("Заблокировать"))),
-      m_cancel(new QPushButton(QStringLiteral("Отменить")))
+    : CDialog(parent), m_device(new QComboBox), m_apply(newButton("apply", QStringLiteral("Обновить"))),
+      m_lock(newButton("lock", QStringLiteral("Заблокировать"))), m_cancel(newLeaveButton())
 {
     setWindowTitle(QStringLiteral("Firmware update"));
     m_device->setObjectName(QStringLiteral("device"));
-    m_apply->setObjectName(QStringLiteral("apply"));
-    m_lock->setObjectName(QStringLiteral("lock"));
-    m_cancel->setObjectName(QStringLiteral("cancel"));
-
-    auto *buttons = new QHBoxLayout0;
-    for (QPushButton *button : {m_apply, m_lock, m_cancel}) {
+    for (QPushButton *button : {m_apply, m_lock, m_cancel})
         button->setAutoDefault(false); // Enter must not start anything on a device
-        buttons->addWidget(button);
-    }
     auto *rows = new QVBoxLayoutMS(this);
     rows->addWidget(m_device);
-    rows->addLayout(buttons);
+    rows->addLayout(newButtonRow({m_apply, m_lock, m_cancel}));
 
     m_device->addItems(adapters());
     deviceChanged(m_device->currentText());
     connect(m_device, &QComboBox::currentTextChanged, this, &CFWUpdateDialog::deviceChanged);
     connect(m_apply, &QPushButton::clicked, this, &CFWUpdateDialog::apply);
     connect(m_lock, &QPushButton::clicked, this, &CFWUpdateDialog::lock);
-    connect(m_cancel, &QPushButton::clicked, this, &QDialog::reject);
 }
 
 CFWUpdateDialog::~CFWUpdateDialog()

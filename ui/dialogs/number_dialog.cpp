@@ -7,35 +7,27 @@
 #include <QPushButton>
 
 CNumberDialog::CNumberDialog(QWidget *parent)
-    : CDialog(parent), m_edit(new QLineEdit), m_apply(new QPushButton(QStringLiteral("Применить")))
+    : CDialog(parent), m_edit(new QLineEdit), m_apply(newDefaultButton("apply", QStringLiteral("Применить")))
 {
-    auto *cancel = new QPushButton(QStringLiteral("Отменить"));
     m_edit->setObjectName(QStringLiteral("number"));
-    m_apply->setObjectName(QStringLiteral("apply"));
-    cancel->setObjectName(QStringLiteral("cancel"));
 
     auto *line = new QHBoxLayout0;
     line->addWidget(new QLabel(QStringLiteral("Номер")));
     line->addWidget(m_edit);
-    auto *buttons = new QHBoxLayout0;
-    buttons->addWidget(m_apply);
-    buttons->addWidget(cancel);
     auto *rows = new QVBoxLayoutMS(this);
     rows->addLayout(line);
-    rows->addLayout(buttons);
+    rows->addLayout(newButtonRow({m_apply, newLeaveButton()}));
 
     connect(m_edit, &QLineEdit::textChanged, this, &CNumberDialog::slotNumberChanged);
     connect(m_apply, &QPushButton::clicked, this, &CNumberDialog::slotApply);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
     slotNumberChanged(QString());
 }
 
 int CNumberDialog::exec(const QString &title, const QString &text)
 {
-    setWindowTitle(title);
     m_edit->setText(text);
     m_edit->selectAll();
-    return CDialog::exec();
+    return run(title, m_edit);
 }
 
 void CNumberDialog::slotNumberChanged(const QString &text)

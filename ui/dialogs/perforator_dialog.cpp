@@ -44,34 +44,19 @@ QTextEdit *newTapeText()
 
 CPerforatorDialog::CPerforatorDialog(const QString &title, QRect COptions::*geometry, QWidget *parent)
     : CDialog(parent, geometry), m_state(newState()), m_text(newTapeText()),
-      m_close(newButton("close", QStringLiteral("Закрыть")))
+      m_close(newLeaveButton("close", QStringLiteral("Закрыть")))
 {
     setWindowTitle(title);
-    connect(m_close, &QPushButton::clicked, this, &QWidget::close);
     PrfThread.Activate();
 }
 
-QPushButton *CPerforatorDialog::newButton(const char *name, const QString &text, const QString &toolTip)
+void CPerforatorDialog::placeRows(const QList<QWidget *> &rows, const QList<QPushButton *> &left,
+                                  const QList<QPushButton *> &right)
 {
-    auto *button = new QPushButton(text);
-    button->setObjectName(QString::fromLatin1(name));
-    button->setToolTip(toolTip);
-    return button;
-}
-
-void CPerforatorDialog::placeRows(const QList<QWidget *> &rows, const QList<QWidget *> &left,
-                                  const QList<QWidget *> &right)
-{
-    auto *buttons = new QHBoxLayout;
-    for (QWidget *button : left)
-        buttons->addWidget(button);
-    buttons->addStretch();
-    for (QWidget *button : right)
-        buttons->addWidget(button);
     auto *all = new QVBoxLayout(this);
     for (QWidget *row : rows)
         all->addWidget(row);
-    all->addLayout(buttons);
+    all->addLayout(newButtonRow(left, right));
     takeRoomySize();
     takePlace();
 }

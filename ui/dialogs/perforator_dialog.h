@@ -25,11 +25,10 @@ protected:
     /// Gives the port up; may come twice.
     virtual void leave();
 
-    [[nodiscard]] static QPushButton *newButton(const char *name, const QString &text,
-                                                const QString &toolTip = QString());
     /// Places \a rows one below the other over a line of buttons, \a right ones at its end; then takes the
     /// place that was kept.
-    void placeRows(const QList<QWidget *> &rows, const QList<QWidget *> &left, const QList<QWidget *> &right);
+    void placeRows(const QList<QWidget *> &rows, const QList<QPushButton *> &left,
+                   const QList<QPushButton *> &right);
 
     QLabel *m_state;
     QTextEdit *m_text; ///< cannot be edited

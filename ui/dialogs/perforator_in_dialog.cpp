@@ -9,13 +9,12 @@
 
 CPerforatorInDialog::CPerforatorInDialog(QWidget *parent)
     : CPerforatorDialog(QStringLiteral("Ввод c перфоратора"), &COptions::geometryPerforatorIn, parent),
-      m_start(newButton("start", QStringLiteral("Старт"),
-                        QStringLiteral("Читать ленту; прочитанное добавляется к тексту"))),
+      m_start(newDefaultButton("start", QStringLiteral("Старт"),
+                               QStringLiteral("Читать ленту; прочитанное добавляется к тексту"))),
       m_stop(newButton("stop", QStringLiteral("Стоп"))),
       m_clear(newButton("clear", QStringLiteral("Очистить"))),
       m_apply(newButton("apply", QStringLiteral("Принять"), QStringLiteral("Взять прочитанный текст")))
 {
-    m_start->setDefault(true);
     placeRows({m_state, m_text}, {m_start, m_stop, m_clear}, {m_apply, m_close});
 
     connect(m_start, &QPushButton::clicked, this, &CPerforatorInDialog::slotStart);

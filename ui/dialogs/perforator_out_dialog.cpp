@@ -11,7 +11,7 @@
 CPerforatorOutDialog::CPerforatorOutDialog(QWidget *parent)
     : CPerforatorDialog(QStringLiteral("Вывод на перфоратор"), &COptions::geometryPerforatorOut, parent),
       m_progress(new QProgressBar),
-      m_start(newButton("start", QStringLiteral("Пуск"), QStringLiteral("Пробить текст на ленте"))),
+      m_start(newDefaultButton("start", QStringLiteral("Пуск"), QStringLiteral("Пробить текст на ленте"))),
       m_stop(newButton("stop", QStringLiteral("Стоп"), QStringLiteral("Не пробивать остаток текста"))),
       m_skip(newButton("skip", QStringLiteral("Пропуск 1"),
                        QStringLiteral("Продвинуть ленту на один знак «|»"))),
@@ -20,7 +20,6 @@ CPerforatorOutDialog::CPerforatorOutDialog(QWidget *parent)
 {
     m_progress->setObjectName(QStringLiteral("progress"));
     m_progress->setFormat(QStringLiteral("%v из %m"));
-    m_start->setDefault(true);
     placeRows({m_state, m_text, m_progress}, {m_start, m_stop, m_skip, m_skip10}, {m_close});
 
     connect(m_start, &QPushButton::clicked, this, &CPerforatorOutDialog::slotStart);

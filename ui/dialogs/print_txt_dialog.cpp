@@ -3,7 +3,6 @@
 #include "app/options.h"
 #include "text/utils.h"
 
-#include <QHBoxLayout>
 #include <QPushButton>
 #include <QTextEdit>
 #include <QVBoxLayout>
@@ -16,20 +15,12 @@ CPrintTxtDialog::CPrintTxtDialog(const QString &text, QWidget *parent)
     m_text->setAcceptRichText(false);
     m_text->setPlainText(text);
 
-    auto *print = new QPushButton(QStringLiteral("Распечатать"));
-    auto *leave = new QPushButton(QStringLiteral("Закрыть"));
-    print->setObjectName(QStringLiteral("print"));
-    leave->setObjectName(QStringLiteral("close"));
+    QPushButton *print = newDefaultButton("print", QStringLiteral("Распечатать"));
+    QPushButton *leave = newLeaveButton("close", QStringLiteral("Закрыть"));
     connect(print, &QPushButton::clicked, this, &CPrintTxtDialog::slotApply);
-    connect(leave, &QPushButton::clicked, this, &QWidget::close);
-
-    auto *buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(print);
-    buttons->addWidget(leave);
     auto *page = new QVBoxLayout(this);
     page->addWidget(m_text);
-    page->addLayout(buttons);
+    page->addLayout(newButtonRow({}, {print, leave}));
     resize(600, 500);
     takePlace();
 }

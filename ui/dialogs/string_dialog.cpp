@@ -10,35 +10,26 @@
 
 CStringDialog::CStringDialog(QWidget *parent)
     : CDialog(parent, &COptions::geometrySendString), m_edit(new QLineEdit),
-      m_send(new QPushButton(QStringLiteral("Отправить")))
+      m_send(newDefaultButton("send", QStringLiteral("Отправить")))
 {
-    auto *cancel = new QPushButton(QStringLiteral("Отменить"));
     m_edit->setObjectName(QStringLiteral("line"));
-    m_send->setObjectName(QStringLiteral("send"));
-    cancel->setObjectName(QStringLiteral("cancel"));
 
     auto *line = new QHBoxLayout0;
     line->addWidget(new QLabel(QStringLiteral("Строка")));
     line->addWidget(m_edit);
-    auto *buttons = new QHBoxLayout0;
-    buttons->addWidget(m_send);
-    buttons->addWidget(cancel);
     auto *rows = new QVBoxLayoutMS(this);
     rows->addLayout(line);
-    rows->addLayout(buttons);
+    rows->addLayout(newButtonRow({m_send, newLeaveButton()}));
 
     connect(m_edit, &QLineEdit::textChanged, this, &CStringDialog::slotChanged);
     connect(m_send, &QPushButton::clicked, this, &CStringDialog::slotApply);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
     slotChanged(QString());
 }
 
 int CStringDialog::exec(const QString &title)
 {
-    setWindowTitle(title);
     m_edit->clear();
-    takePlace();
-    return CDialog::exec();
+    return run(title, m_edit);
 }
 
 void CStringDialog::slotChanged(const QString &line)

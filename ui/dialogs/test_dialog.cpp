@@ -22,19 +22,10 @@ const char *const testPieces[] = {
 CTestDialog::CTestDialog(QWidget *parent) : CDialog(parent)
 {
     setWindowTitle(QStringLiteral("Test"));
-    auto *start = new QPushButton(QStringLiteral("ТЕСТ"));
-    auto *close = new QPushButton(QStringLiteral("Закрыть"));
-    start->setObjectName(QStringLiteral("start"));
-    close->setObjectName(QStringLiteral("close"));
-
-    auto *buttons = new QHBoxLayout0;
-    buttons->addWidget(start);
-    buttons->addWidget(close);
+    QPushButton *start = newDefaultButton("start", QStringLiteral("ТЕСТ"));
     auto *rows = new QVBoxLayoutMS(this);
-    rows->addLayout(buttons);
-
+    rows->addLayout(newButtonRow({start, newLeaveButton("close", QStringLiteral("Закрыть"))}));
     connect(start, &QPushButton::clicked, this, &CTestDialog::startTest);
-    connect(close, &QPushButton::clicked, this, &QDialog::accept);
 }
 
 void CTestDialog::startTestRY()

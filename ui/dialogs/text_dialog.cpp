@@ -10,34 +10,25 @@
 
 CTextDialog::CTextDialog(QWidget *parent)
     : CDialog(parent, &COptions::geometryTextDialog), m_edit(new QPlainTextEdit),
-      m_send(new QPushButton(QStringLiteral("Отправить")))
+      m_send(newDefaultButton("send", QStringLiteral("Отправить")))
 {
-    auto *cancel = new QPushButton(QStringLiteral("Отменить"));
     m_edit->setObjectName(QStringLiteral("text"));
     m_edit->setTabChangesFocus(true);
-    m_send->setObjectName(QStringLiteral("send"));
-    cancel->setObjectName(QStringLiteral("cancel"));
 
-    auto *buttons = new QHBoxLayout0;
-    buttons->addWidget(m_send);
-    buttons->addWidget(cancel);
     auto *rows = new QVBoxLayoutMS(this);
     rows->addWidget(new QLabel(QStringLiteral("Текст")));
     rows->addWidget(m_edit);
-    rows->addLayout(buttons);
+    rows->addLayout(newButtonRow({m_send, newLeaveButton()}));
 
     connect(m_edit, &QPlainTextEdit::textChanged, this, &CTextDialog::slotChanged);
     connect(m_send, &QPushButton::clicked, this, &CTextDialog::slotApply);
-    connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
     slotChanged();
 }
 
 int CTextDialog::exec(const QString &title)
 {
-    setWindowTitle(title);
     m_edit->clear();
-    takePlace();
-    return CDialog::exec();
+    return run(title, m_edit);
 }
 
 void CTextDialog::slotChanged()

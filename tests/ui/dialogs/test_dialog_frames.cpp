@@ -3,19 +3,9 @@
 #include "app/options.h"
 #include "tests/support/desk.h"
 #include "tests/support/row.h"
-#include "ui/dialogs/abonent_number_dialog.h"
-#include "ui/dialogs/about_dialog.h"
-#include "ui/dialogs/confirm_category_dialog.h"
-#include "ui/dialogs/confirm_r_dialog.h"
-#include "ui/dialogs/edit_counter_dialog.h"
-#include "ui/dialogs/fw_update_dialog.h"
+#include "tests/ui/dialogs/all_dialogs.h"
 #include "ui/dialogs/number_dialog.h"
-#include "ui/dialogs/perforator_in_dialog.h"
-#include "ui/dialogs/perforator_out_dialog.h"
 #include "ui/dialogs/print_txt_dialog.h"
-#include "ui/dialogs/string_dialog.h"
-#include "ui/dialogs/test_dialog.h"
-#include "ui/dialogs/text_dialog.h"
 
 #include <QFontDatabase>
 #include <QLabel>
@@ -23,6 +13,8 @@
 #include <QtTest>
 
 #include <memory>
+
+using namespace AllDialogs;
 
 class TestDialogFrames : public QObject
 {
@@ -45,49 +37,6 @@ private slots:
 
 namespace
 {
-using Make = std::function<CDialog *()>;
-using Run = std::function<void(CDialog &)>;
-
-struct Row {
-    const char *name;
-    Make make;
-    Run run; ///< until it is closed
-};
-
-template <class Dialog> CDialog *make()
-{
-    return new Dialog;
-}
-
-void plainly(CDialog &dialog)
-{
-    dialog.exec();
-}
-
-const Row rows[] = {
-    {"about", make<CAboutDialog>, plainly},
-    {"category", make<CConfirmCategoryDialog>, plainly},
-    {"Р", make<CConfirmRDialog>, plainly},
-    {"firmware", make<CFWUpdateDialog>, plainly},
-    {"line test", make<CTestDialog>, plainly},
-    {"subscriber's number", make<CAbonentNumberDialog>,
-     [](CDialog &dialog) { static_cast<CAbonentNumberDialog &>(dialog).exec("1", "Номер абонента"); }},
-    {"number", make<CNumberDialog>,
-     [](CDialog &dialog) { static_cast<CNumberDialog &>(dialog).exec("Номер абонента", "1"); }},
-    {"received", make<CEditCounterDialog>,
-     [](CDialog &dialog) { static_cast<CEditCounterDialog &>(dialog).exec(1, "Принято телеграмм"); }},
-    {"sent", make<CEditCounterDialog>,
-     [](CDialog &dialog) { static_cast<CEditCounterDialog &>(dialog).exec(1, "Передано телеграмм"); }},
-    {"string", make<CStringDialog>,
-     [](CDialog &dialog) { static_cast<CStringDialog &>(dialog).exec("Строка для передачи"); }},
-    {"text", make<CTextDialog>,
-     [](CDialog &dialog) { static_cast<CTextDialog &>(dialog).exec("Тест для передачи"); }},
-    {"print", [] { return new CPrintTxtDialog("А"); }, plainly},
-    {"tape in", make<CPerforatorInDialog>, plainly},
-    {"tape out", make<CPerforatorOutDialog>,
-     [](CDialog &dialog) { static_cast<CPerforatorOutDialog &>(dialog).Print("А"); }},
-};
-
 struct Place {
     const char *row;
     QRect COptions::*option;
@@ -99,39 +48,12 @@ const Place places[] = {{"string", &COptions::geometrySendString},
                         {"tape in", &COptions::geometryPerforatorIn},
                         {"tape out", &COptions::geometryPerforatorOut}};
 
-const Row &rowOf(const char *name)
-{
-    return *std::find_if(std::begin(rows), std::end(rows),
-                         [name](const Row &row) { return qstrcmp(row.name, name) == 0; });
-}
-
-/// Runs the dialog of \a row with \a act inside it.
-void inside(const Row &row, const std::function<void(CDialog &)> &act)
-{
-    const std::unique_ptr<CDialog> dialog(row.make());
-    bool acted = false;
-    QTimer::singleShot(0, dialog.get(), [&] {
-        act(*dialog);
-        acted = true;
-        dialog->close();
-    });
-    row.run(*dialog);
-    QVERIFY(acted);
-}
-
 /// What a frame needs at the least: the title in bold letters, the menu of the window and three buttons.
 int needed(const QString &title)
 {
     QFont font = QFontDatabase::systemFont(QFontDatabase::TitleFont);
     font.setBold(true);
     return QFontMetrics(font).horizontalAdvance(title) + 4 * QFontMetrics(font).height();
-}
-
-void addRows()
-{
-    QTest::addColumn<int>("index");
-    for (int i = 0; i < int(std::size(rows)); ++i)
-        row(rows[i].name, i);
 }
 
 void addPlaces()
