@@ -2,7 +2,6 @@
 
 #include "records/send_model.h"
 
-#include <QFont>
 #include <QIcon>
 #include <QList>
 #include <QPoint>
@@ -12,19 +11,17 @@
 
 #include <array>
 
+class CArchivePage;
+class CEditorPage;
+class CProtocolPage;
 class CProtocolWidget;
+class CSearchPage;
+class CSendPage;
 class CStatusStrip;
 class QAction;
-class QComboBox;
-class QDateEdit;
-class QFrame;
 class QKeyEvent;
-class QLineEdit;
-class QLineEditBlocked;
 class QMenu;
 class QMenuBar;
-class QPushButton;
-class QTableView;
 class QTabWidget;
 
 /// The one window of the workstation, and the heart of its timing: slot_on_1sec is the main loop, from
@@ -177,25 +174,13 @@ public:
     QAction *actionOptions = nullptr;
     QAction *actionOperators = nullptr;
     QTabWidget *tabWidget = nullptr;
-    QWidget *tabProtocol = nullptr, *tabSend = nullptr, *tabInput = nullptr, *tabOutput = nullptr;
-    QWidget *tabSearch = nullptr, *tabEditor = nullptr;
-
     CStatusStrip *strip = nullptr;
-    QFrame *modeFrame = nullptr;      ///< the buttons of the procedure in force
-    QList<QPushButton *> modeButtons; ///< left to right
-
-    // First widgets of the tabs
-    QTableView *tableSend = nullptr, *tableSendBad = nullptr;
-    QFont sendTableFont; ///< that the tables' columns have their widths for
-    QDateEdit *dateInput = nullptr, *dateOutput = nullptr;
-    QPushButton *inputToPerforatorButton = nullptr;
-    QPushButton *editorToPerforatorButton = nullptr, *editorFromPerforatorButton = nullptr;
-    QLineEdit *editorFrom = nullptr, *editorPScript = nullptr, *editorFKassa = nullptr,
-              *editorFFrom = nullptr;
-    QLineEditBlocked *editorWordsCount = nullptr;
-    QWidget *editorRowFrom = nullptr, *editorRowFKassa = nullptr, *editorRowFFrom = nullptr;
-    QWidget *editorRowPScript = nullptr, *editorRowOperator = nullptr;
-    QComboBox *editorOperator = nullptr;
+    // The tabs, from left to right
+    CProtocolPage *protocolPage = nullptr;
+    CSendPage *sendPage = nullptr;
+    CArchivePage *inputPage = nullptr, *outputPage = nullptr;
+    CSearchPage *searchPage = nullptr;
+    CEditorPage *editorPage = nullptr;
 
     bool firstStart = true;         ///< the next tick is the first
     int prevIconN = -1;             ///< tray icon last set; -1 matches none
@@ -225,16 +210,12 @@ private:
     void buildStrip();
     void sizeStrip();
     void buildTabs();
-    void buildProtocolTab();
-    void buildModeFrame();
-    void buildSendTab();
-    QTableView *newSendTable(CTableViewModel_Send &model, const QString &name);
-    void sizeSendTables();
-    void buildInputTab();
-    void buildOutputTab();
-    void buildSearchTab();
-    void buildEditorTab();
-    void placeEditorRows();
+    QWidget *buildProtocolPage();
+    QWidget *buildSendPage();
+    QWidget *buildInputPage();
+    QWidget *buildOutputPage();
+    QWidget *buildSearchPage();
+    QWidget *buildEditorPage();
     void connectThreads();
     void connectState();
 
@@ -285,7 +266,6 @@ private:
     void setModeButtons(const QList<bool> &on);
     void setTlgModeLabel(const QString &text);
     void editCounter(int &counter, const QString &title, const QString &journalText);
-    void setToday(QDateEdit *picker);
     void changeFontSize(int step);
     void rememberSettings();
     void closeOtherWindows();

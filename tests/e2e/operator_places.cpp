@@ -7,6 +7,7 @@
 #include "app/startup.h"
 #include "app/state.h"
 #include "ui/form_main.h"
+#include "ui/pages/protocol_page.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -37,7 +38,7 @@ int main(int argc, char *argv[])
     State.setAutomatic(false);
     form.show();
     QApplication::processEvents();
-    for (const QPushButton *button : form.modeButtons)
+    for (const QPushButton *button : form.protocolPage->modeButtons)
         print(form, *button);
     for (const char *name : {"labelPKin", "labelPKout"})
         if (const auto *label = form.findChild<QLabel *>(QString::fromLatin1(name)))

@@ -114,12 +114,9 @@ void FormMain::connectState()
 void FormMain::changeEvent(QEvent *event)
 {
     QWidget::changeEvent(event);
-    // What has sizes of its own is sized once its widgets have taken the new font as well.
+    // The strip is sized once its labels have taken the new font as well.
     if (event->type() == QEvent::FontChange && strip)
-        QTimer::singleShot(0, this, [this] {
-            sizeStrip();
-            sizeSendTables();
-        });
+        QTimer::singleShot(0, this, &FormMain::sizeStrip);
 }
 
 void FormMain::resizeEvent(QResizeEvent *event)

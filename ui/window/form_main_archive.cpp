@@ -3,47 +3,22 @@
 #include "app/clock.h"
 #include "ui/dialogs/print_txt_dialog.h"
 #include "ui/form_main.h"
-#include "ui/widgets/layouts.h"
+#include "ui/pages/archive_page.h"
+#include "ui/pages/search_page.h"
 
-#include <QDateEdit>
-#include <QPushButton>
-
-namespace
+QWidget *FormMain::buildInputPage()
 {
-QDateEdit *newDatePicker(const QString &name)
-{
-    auto *picker = new QDateEdit(Time.date);
-    picker->setObjectName(name);
-    picker->setDisplayFormat(CTime::formatDD_MM_YYYY);
-    picker->setCalendarPopup(true);
-    picker->setMaximumDate(Time.date);
-    return picker;
-}
-} // namespace
-
-void FormMain::buildInputTab()
-{
-    auto *rows = new QVBoxLayoutMS(tabInput);
-    dateInput = newDatePicker(QStringLiteral("dateInput"));
-    inputToPerforatorButton = new QPushButton(QStringLiteral("Вывести на перфоратор"));
-    inputToPerforatorButton->setObjectName(QStringLiteral("inputToPerforatorButton"));
-    inputToPerforatorButton->setEnabled(false);
-    rows->addWidget(dateInput, 0, Qt::AlignLeft);
-    rows->addStretch();
-    rows->addWidget(inputToPerforatorButton, 0, Qt::AlignLeft);
+    return inputPage = new CArchivePage(CArchivePage::Incoming, Time.date);
 }
 
-void FormMain::buildOutputTab()
+QWidget *FormMain::buildOutputPage()
 {
-    auto *rows = new QVBoxLayoutMS(tabOutput);
-    dateOutput = newDatePicker(QStringLiteral("dateOutput"));
-    rows->addWidget(dateOutput, 0, Qt::AlignLeft);
-    rows->addStretch();
+    return outputPage = new CArchivePage(CArchivePage::Outgoing, Time.date);
 }
 
-void FormMain::buildSearchTab()
+QWidget *FormMain::buildSearchPage()
 {
-    tabSearch->setLayout(newVBoxLayout());
+    return searchPage = new CSearchPage;
 }
 
 void FormMain::printTextDialog(const QString &text)

@@ -1,11 +1,10 @@
-// Chapter of FormMain: tabs, protocol tab, and the buttons of the procedure in force.
+// Chapter of FormMain: the tabs, and the buttons of the procedure in force.
 
 #include "app/options.h"
 #include "link/tlg_thread.h"
 #include "ui/form_main.h"
+#include "ui/pages/protocol_page.h"
 #include "ui/roll/protocol_widget.h"
-#include "ui/widgets/flow_layout.h"
-#include "ui/widgets/layouts.h"
 
 #include <QFrame>
 #include <QPushButton>
@@ -15,8 +14,6 @@
 
 namespace
 {
-constexpr int ButtonMargin = 1, ButtonSpacing = 2;
-
 struct Button {
     const char *text, *name;
     void (FormMain::*pressed)();
@@ -51,50 +48,24 @@ const std::vector<Button> &buttonsInForce()
 
 void FormMain::buildTabs()
 {
-    struct Page {
-        QWidget *FormMain::*page;
-        const char *title, *name;
-        void (FormMain::*build)();
-    };
-    static const Page pages[] = {
-        {&FormMain::tabProtocol, "Протокол", "tabProtocol", &FormMain::buildProtocolTab},
-        {&FormMain::tabSend, "Передача", "tabSend", &FormMain::buildSendTab},
-        {&FormMain::tabInput, "Входящие", "tabInput", &FormMain::buildInputTab},
-        {&FormMain::tabOutput, "Исходящие", "tabOutput", &FormMain::buildOutputTab},
-        {&FormMain::tabSearch, "Поиск", "tabSearch", &FormMain::buildSearchTab},
-        {&FormMain::tabEditor, "Редактор", "tabEditor", &FormMain::buildEditorTab},
-    };
     tabWidget = new QTabWidget;
     tabWidget->setObjectName(QStringLiteral("tabWidget"));
-    for (const Page &page : pages) {
-        this->*page.page = new QWidget;
-        (this->*page.page)->setObjectName(QString::fromLatin1(page.name));
-        tabWidget->addTab(this->*page.page, QString::fromUtf8(page.title));
-        (this->*page.build)();
-    }
+    tabWidget->addTab(buildProtocolPage(), QStringLiteral("Протокол"));
+    tabWidget->addTab(buildSendPage(), QStringLiteral("Передача"));
+    tabWidget->addTab(buildInputPage(), QStringLiteral("Входящие"));
+    tabWidget->addTab(buildOutputPage(), QStringLiteral("Исходящие"));
+    tabWidget->addTab(buildSearchPage(), QStringLiteral("Поиск"));
+    tabWidget->addTab(buildEditorPage(), QStringLiteral("Редактор"));
 }
 
-void FormMain::buildProtocolTab()
+QWidget *FormMain::buildProtocolPage()
 {
-    auto *rows = new QVBoxLayout0(tabProtocol);
-    buildModeFrame();
-    rows->addWidget(modeFrame);
-    rows->addWidget(protocolWidget, 1);
-}
-
-void FormMain::buildModeFrame()
-{
-    modeFrame = new QFrame;
-    modeFrame->setObjectName(QStringLiteral("modeFrame"));
-    auto *line = new CFlowLayout(ButtonMargin, ButtonSpacing, modeFrame);
+    protocolPage = new CProtocolPage(protocolWidget);
     for (const Button &button : buttonsInForce()) {
-        auto *widget = new QPushButton(QString::fromUtf8(button.text));
-        widget->setObjectName(QString::fromLatin1(button.name));
-        // The keys go on to the line when the mouse has pressed a button.
-        widget->setFocusPolicy(Qt::NoFocus);
+        QPushButton *widget =
+            protocolPage->addButton(QString::fromUtf8(button.text), QString::fromLatin1(button.name));
         connect(widget, &QPushButton::clicked, this, button.pressed);
-        line->addWidget(widget);
-        modeButtons << widget;
     }
-    modeFrame->setEnabled(TlgThread.linkUp());
+    protocolPage->modeFrame->setEnabled(TlgThread.linkUp());
+    return protocolPage;
 }

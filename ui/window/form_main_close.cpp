@@ -4,6 +4,7 @@
 #include "app/options.h"
 #include "app/state.h"
 #include "ui/form_main.h"
+#include "ui/pages/editor_page.h"
 #include "ui/roll/protocol_widget.h"
 #include "ui/widgets/line_edit_blocked.h"
 
@@ -44,13 +45,13 @@ void FormMain::rememberSettings()
     Options.ShowInfo = protocolWidget->showInfo();
     if (Options.processMode == SKK) // elsewhere there is no switch for it, and its setting stays
         Options.ShowCmd = protocolWidget->showCmd();
-    Options.editorFromString = editorFrom->text();
-    Options.editorPScriptString = editorPScript->text();
-    Options.editorFKassaString = editorFKassa->text();
-    Options.editorFFromString = editorFFrom->text();
+    Options.editorFromString = editorPage->from->text();
+    Options.editorPScriptString = editorPage->pScript->text();
+    Options.editorFKassaString = editorPage->fKassa->text();
+    Options.editorFFromString = editorPage->fFrom->text();
     // A figure is what the word counter has put there, not the operator's template.
-    if (editorWordsCount->text().contains(QLatin1Char('$')))
-        Options.editorWordsCountShablon = editorWordsCount->text();
+    if (editorPage->wordsCount->text().contains(QLatin1Char('$')))
+        Options.editorWordsCountShablon = editorPage->wordsCount->text();
 }
 
 void FormMain::closeOtherWindows()

@@ -6,9 +6,8 @@
 #include "records/protocol.h"
 #include "text/utils.h"
 #include "ui/form_main.h"
+#include "ui/pages/archive_page.h"
 #include "ui/roll/protocol_widget.h"
-
-#include <QDateEdit>
 
 void FormMain::checkDayChange()
 {
@@ -25,17 +24,11 @@ void FormMain::checkDayChange()
 
 void FormMain::slotNewDay()
 {
-    setToday(dateInput);
-    setToday(dateOutput);
+    inputPage->setToday(Time.date);
+    outputPage->setToday(Time.date);
     protocolWidget->setDate(Time.date);
     const QDate limit = Time.date.addDays(-qint64(Options.keepFilesDays));
     CUtils::clearDir(State.pathInp(), limit);
     CUtils::clearDir(State.pathOut(), limit);
     CUtils::clearInDir(State.pathPrt(), limit);
-}
-
-void FormMain::setToday(QDateEdit *picker)
-{
-    picker->setMaximumDate(Time.date);
-    picker->setDate(Time.date);
 }

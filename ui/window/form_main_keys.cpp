@@ -3,6 +3,7 @@
 #include "app/clock.h"
 #include "app/state.h"
 #include "ui/form_main.h"
+#include "ui/pages/archive_page.h"
 #include "ui/roll/protocol_widget.h"
 #include "ui/sound.h"
 
@@ -47,10 +48,9 @@ bool FormMain::FormKeyPressed(QKeyEvent *event)
         return true;
     }
     if (key == Qt::Key_Escape) {
-        if (tabWidget->currentWidget() == tabInput)
-            dateInput->setDate(Time.date);
-        if (tabWidget->currentWidget() == tabOutput)
-            dateOutput->setDate(Time.date);
+        for (CArchivePage *page : {inputPage, outputPage})
+            if (tabWidget->currentWidget() == page)
+                page->date->setDate(Time.date);
         sound.stop();
     }
     return false; // Esc has further meanings in the tabs

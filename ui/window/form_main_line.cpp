@@ -10,6 +10,7 @@
 #include "records/protocol.h"
 #include "text/mtk2.h"
 #include "ui/form_main.h"
+#include "ui/pages/protocol_page.h"
 #include "ui/roll/protocol_widget.h"
 #include "ui/widgets/label_clickable.h"
 #include "ui/window/status_strip.h"
@@ -202,7 +203,7 @@ void FormMain::slotOnTlgState()
     strip->showState(strip->labelLinkState, TlgThread.stateText.mGet());
     const bool up = TlgThread.linkUp();
     CStatusStrip::setColor(strip->labelLinkState, up ? CStatusStrip::Green : CStatusStrip::Red);
-    modeFrame->setEnabled(up);
+    protocolPage->modeFrame->setEnabled(up);
     if (Options.processMode == SKK && !up && State.connectionActive)
         ProcessSKK.clearSKKConnection();
 }

@@ -5,6 +5,7 @@
 #include "app/state.h"
 #include "records/protocol.h"
 #include "ui/form_main.h"
+#include "ui/pages/protocol_page.h"
 #include "ui/roll/protocol_widget.h"
 #include "ui/widgets/label_clickable.h"
 #include "ui/window/status_strip.h"
@@ -76,7 +77,7 @@ void FormMain::slotSetTlgModeInterface()
 void FormMain::setModeButtons(const QList<bool> &on)
 {
     for (int i = 0; i < on.size(); ++i)
-        modeButtons[i]->setEnabled(on[i] || Options.noLockButtonInProtocol);
+        protocolPage->modeButtons[i]->setEnabled(on[i] || Options.noLockButtonInProtocol);
 }
 
 void FormMain::setTlgModeLabel(const QString &text)
@@ -93,7 +94,7 @@ void FormMain::setAutomaticInterface()
     actionOptions->setEnabled(manual);
     strip->labelAutomatic->setText(manual ? QStringLiteral(" РУЧНОЙ ") : QStringLiteral(" АВТОМАТ "));
     CStatusStrip::setColor(strip->labelAutomatic, manual ? CStatusStrip::Yellow : CStatusStrip::Green);
-    modeFrame->setVisible(manual);
+    protocolPage->modeFrame->setVisible(manual);
     protocolWidget->setCursorEnable(manual);
 }
 

@@ -3,6 +3,7 @@
 #include "tests/support/row.h"
 #include "tests/ui/window/station.h"
 #include "ui/form_main.h"
+#include "ui/pages/editor_page.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -290,8 +291,8 @@ void TestFormMainClicks::editorRowsFollowTheForm()
     QFETCH(int, form);
     Station station(SKK, [form] { Options.editorInterfaceMode = form; });
     QString rows;
-    for (const QWidget *row : {station.form->editorRowFrom, station.form->editorRowFKassa,
-                               station.form->editorRowFFrom, station.form->editorRowPScript})
+    for (const QWidget *row : {station.form->editorPage->rowFrom, station.form->editorPage->rowFKassa,
+                               station.form->editorPage->rowFFrom, station.form->editorPage->rowPScript})
         rows += row->isHidden() ? QLatin1Char('-') : QLatin1Char('+');
     QTEST(rows, "rows");
 }

@@ -5,6 +5,8 @@
 #include "records/protocol.h"
 #include "tests/ui/window/station.h"
 #include "ui/form_main.h"
+#include "ui/pages/archive_page.h"
+#include "ui/pages/search_page.h"
 #include "ui/roll/protocol_widget.h"
 
 #include <QDateEdit>
@@ -115,8 +117,8 @@ void TestFormMainDay::counterOfTheNewDayIsShownInTheSameTick()
 void TestFormMainDay::pickersGoToTodayAsTheirMaximum()
 {
     Station station(Direct);
-    station.form->dateInput->setDate(QDate(2026, 7, 3));
-    station.form->dateOutput->setDate(QDate(2026, 7, 31));
+    station.form->inputPage->date->setDate(QDate(2026, 7, 3));
+    station.form->outputPage->date->setDate(QDate(2026, 7, 31));
     toMidnight(station);
     for (const char *name : {"dateInput", "dateOutput"}) {
         auto *picker = station.find<QDateEdit>(name);
@@ -131,14 +133,14 @@ void TestFormMainDay::pickersFollowAClockSetBack()
     Station station(Direct);
     Time.setTo(QDateTime(QDate(2026, 7, 1), QTime(12, 0)));
     station.tick();
-    QCOMPARE(station.form->dateInput->date(), QDate(2026, 7, 1));
-    QCOMPARE(station.form->dateInput->maximumDate(), QDate(2026, 7, 1));
+    QCOMPARE(station.form->inputPage->date->date(), QDate(2026, 7, 1));
+    QCOMPARE(station.form->inputPage->date->maximumDate(), QDate(2026, 7, 1));
 }
 
 void TestFormMainDay::searchPickersAreLeftAlone()
 {
     Station station(Direct);
-    auto *picker = new QDateEdit(QDate(2026, 7, 3), station.form->tabSearch);
+    auto *picker = new QDateEdit(QDate(2026, 7, 3), station.form->searchPage);
     toMidnight(station);
     QCOMPARE(picker->date(), QDate(2026, 7, 3));
     QVERIFY(picker->maximumDate() > QDate(2026, 8, 1));

@@ -3,6 +3,7 @@
 #include "tests/support/row.h"
 #include "tests/ui/window/station.h"
 #include "ui/form_main.h"
+#include "ui/pages/archive_page.h"
 #include "ui/roll/protocol_widget.h"
 #include "ui/sound.h"
 #include "ui/window/status_strip.h"
@@ -148,13 +149,13 @@ void TestFormMainKeys::escBringsTheShownPickerToToday()
 void TestFormMainKeys::escLeavesOtherPickers()
 {
     Station station(Direct);
-    station.form->dateInput->setDate(QDate(2026, 7, 3));
-    station.form->dateOutput->setDate(QDate(2026, 7, 4));
+    station.form->inputPage->date->setDate(QDate(2026, 7, 3));
+    station.form->outputPage->date->setDate(QDate(2026, 7, 4));
     QTest::keyClick(station.form.get(), Qt::Key_Escape); // the protocol tab is shown
-    QCOMPARE(station.form->dateInput->date(), QDate(2026, 7, 3));
-    station.form->tabWidget->setCurrentWidget(station.form->tabInput);
+    QCOMPARE(station.form->inputPage->date->date(), QDate(2026, 7, 3));
+    station.form->tabWidget->setCurrentWidget(station.form->inputPage);
     QTest::keyClick(station.form.get(), Qt::Key_Escape);
-    QCOMPARE(station.form->dateOutput->date(), QDate(2026, 7, 4));
+    QCOMPARE(station.form->outputPage->date->date(), QDate(2026, 7, 4));
 }
 
 void TestFormMainKeys::escStopsTheSound()

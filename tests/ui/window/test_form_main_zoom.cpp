@@ -5,6 +5,8 @@
 #include "tests/ui/window/station.h"
 #include "text/utils.h"
 #include "ui/form_main.h"
+#include "ui/pages/protocol_page.h"
+#include "ui/pages/send_page.h"
 #include "ui/roll/protocol_widget.h"
 #include "ui/window/status_strip.h"
 
@@ -232,7 +234,7 @@ private slots:
         Zoomed station(SKK);
         station.form->resize(800, 600);
         station.zoomTo(Largest);
-        const auto &buttons = station.form->modeButtons;
+        const auto &buttons = station.form->protocolPage->modeButtons;
         QCOMPARE(buttons.first()->pos(), QPoint(1, 1));
         QVERIFY(buttons.last()->y() > buttons.first()->y());
         for (int i = 1; i < buttons.size(); ++i) // in reading order, none upon another
@@ -285,7 +287,7 @@ private slots:
     {
         Zoomed station(SKK);
         station.form->tabWidget->setCurrentIndex(1);
-        QTableView *table = station.form->tableSend;
+        QTableView *table = station.form->sendPage->tableSend;
         const int usual = table->columnWidth(0);
         table->setColumnWidth(1, 150); // drawn by the operator
         for (const int points : {Largest, Smallest, Usual}) {
