@@ -1,15 +1,13 @@
 #pragma once
 
 #include "records/send_model.h"
+#include "ui/window/receiver.h"
+#include "ui/window/tray_icon.h"
 
-#include <QIcon>
 #include <QList>
 #include <QPoint>
 #include <QString>
-#include <QSystemTrayIcon>
 #include <QWidget>
-
-#include <array>
 
 class CArchivePage;
 class CEditorPage;
@@ -20,7 +18,6 @@ class CSendPage;
 class CStatusStrip;
 class QAction;
 class QKeyEvent;
-class QMenu;
 class QMenuBar;
 class QTabWidget;
 
@@ -40,18 +37,6 @@ class FormMain : public QWidget
     Q_OBJECT
 
 public:
-    enum TrayIcon {
-        TrayNoMode = 0,
-        TrayBA = 3,
-        TrayBD = 4,
-        TrayRB = 5,
-        TrayBV = 6,
-        TrayNoLink = 7,
-        TrayTraffic = 8,
-        TrayStart = 13,
-        TrayIconCount = 14
-    };
-
     /// Builds the window for Options.processMode. The threads start with the first tick.
     explicit FormMain(QWidget *parent = nullptr);
     ~FormMain() override;
@@ -166,9 +151,8 @@ public:
     CTableViewModel_SendBad modelSendBad;
 
     CProtocolWidget *protocolWidget = nullptr;
-    QSystemTrayIcon trayIcon;
-    QMenu *trayMenu = nullptr;
-    std::array<QIcon, TrayIconCount> icons;
+    CTrayIcon trayIcon;
+    CReceiver receiver;
 
     QMenuBar *menuBar = nullptr;
     QAction *actionOptions = nullptr;
@@ -182,23 +166,14 @@ public:
     CSearchPage *searchPage = nullptr;
     CEditorPage *editorPage = nullptr;
 
-    bool firstStart = true;         ///< the next tick is the first
-    int prevIconN = -1;             ///< tray icon last set; -1 matches none
-    int iconPhase = 0;              ///< phase of the traffic animation, 0..4
-    int flushPhase = 0;             ///< ticks since the journal was last asked to flush
-    int stopFilePhase = 0;          ///< phase of the test for a stop request, 0..4
-    int modeOvertime = 0;           ///< ticks since State.tlgModeSeconds stopped, modulo a day; else 0
-    bool sendMenuOpen = false;      ///< the context menu of the send list is up: its rows must not move
-    bool dispatching = false;       ///< a queue row is being handed over further down the stack
-    bool closeQuestionOpen = false; ///< "Завершить приложение?" waits for its answer
-    QString lastCallNumber;         ///< dialled last by hand
-    /// What a turn of the event loop may spend on received text; 0 takes one piece in each. The rest waits
-    /// for the next turn, so that a flood leaves room for the tick.
-    int receiveMilliseconds = 200;
-    bool moreToReceive = false; ///< received text waits for the next turn of the event loop
-    bool receiving = false;     ///< received text is being taken further down the stack
-    QString receivedBlock;      ///< text taken from the link thread and not yet cut apart
-
+    bool firstStart = true;          ///< the next tick is the first
+    int flushPhase = 0;              ///< ticks since the journal was last asked to flush
+    int stopFilePhase = 0;           ///< phase of the test for a stop request, 0..4
+    int modeOvertime = 0;            ///< ticks since State.tlgModeSeconds stopped, modulo a day; else 0
+    bool sendMenuOpen = false;       ///< the context menu of the send list is up: its rows must not move
+    bool dispatching = false;        ///< a queue row is being handed over further down the stack
+    bool closeQuestionOpen = false;  ///< "Завершить приложение?" waits for its answer
+    QString lastCallNumber;          ///< dialled last by hand
     bool journalFailureTold = false; ///< in the present outage
 
 private:
@@ -224,8 +199,6 @@ private:
     void checkStopFile();
     void requestFlush();
     void tellJournalFailure();
-    void showTrayIcon();
-    [[nodiscard]] int trayIconIndex();
     void showStripOnTick();
     void countDownToStop();
     void takeLeaveOfLine();
@@ -253,15 +226,6 @@ private:
 
     // Line
     void noteReception();
-    void takeReceivedTurn();
-    void takeNextTurn();
-    void takeRestOfReceived();
-    void returnUncut();
-    [[nodiscard]] bool fetchReceived();
-    // Take one piece and return its length; 0: there is none, or none that is whole
-    [[nodiscard]] int takeReceivedPiece();
-    [[nodiscard]] int takeReceivedCommand();
-    [[nodiscard]] int takeReceivedText();
 
     void setModeButtons(const QList<bool> &on);
     void setTlgModeLabel(const QString &text);

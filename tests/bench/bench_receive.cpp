@@ -23,7 +23,7 @@ void turn(benchmark::State &state, int processMode, const QString &words, bool c
         state.PauseTiming();
         (void)TlgThread.recvBuffer.mTake();
         (void)station.desk.sent();
-        station.form->moreToReceive = false;
+        station.form->receiver.moreToReceive = false;
         if (connected)
             ProcessSKK.setCallDirection(Incoming);
         TlgThread.recvBuffer.mAppend(flood);

@@ -21,13 +21,6 @@
 #include <QTabWidget>
 #include <QTimer>
 
-// The icons lie in the library of the program's own code, whose resources nobody else registers. The macro
-// must stand outside of every namespace.
-static void registerIcons()
-{
-    Q_INIT_RESOURCE(icons);
-}
-
 namespace
 {
 constexpr QSize DefaultSize(800, 600);
@@ -45,7 +38,6 @@ void checkProcedureTimers()
 
 FormMain::FormMain(QWidget *parent) : QWidget(parent)
 {
-    registerIcons();
     setObjectName(QStringLiteral("FormMain"));
     // A program in the tray has no window; only the real close ends it (see closeEvent).
     QApplication::setQuitOnLastWindowClosed(false);
@@ -107,6 +99,7 @@ void FormMain::connectState()
     connect(protocolWidget, &CProtocolWidget::KeyPressed, this, &FormMain::ProtocolKeyPressed);
     connect(protocolWidget, &QWidget::customContextMenuRequested, this,
             &FormMain::slotProtocolContextMenuEvent);
+    connect(&receiver, &CReceiver::resumed, this, &FormMain::noteReception);
     connect(&trayIcon, &QSystemTrayIcon::activated, this, &FormMain::iconActivated);
     connect(tabWidget, &QTabWidget::currentChanged, this, &FormMain::changedTabWidget);
 }

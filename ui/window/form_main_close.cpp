@@ -30,7 +30,7 @@ void FormMain::closeEvent(QCloseEvent *event)
         hide();
         return;
     }
-    takeRestOfReceived();
+    receiver.takeRest();
     rememberSettings();
     closeOtherWindows();
     QApplication::setQuitOnLastWindowClosed(true);

@@ -86,7 +86,7 @@ void FormMain::dispatchCKS()
 void FormMain::dispatchSKK()
 {
     // The send does not move on while text that has come already is still to be read.
-    if (State.AutoModeWaitTimer != 0 && everythingSent() && !moreToReceive) {
+    if (State.AutoModeWaitTimer != 0 && everythingSent() && !receiver.moreToReceive) {
         ProcessSKK.processAutoMode();
         // A send that has just ended leaves its row in the list until the next scan, and the line a pause.
         if (State.manualMode || State.hangUpPause > 0)

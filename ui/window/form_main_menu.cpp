@@ -10,7 +10,6 @@
 #include <QFileInfo>
 #include <QMenu>
 #include <QMenuBar>
-#include <QStyle>
 #include <QUrl>
 
 namespace
@@ -30,27 +29,14 @@ template <class Menu> QAction *named(Menu *menu, const QString &text, const char
 
 void FormMain::buildTray()
 {
-    trayMenu = new QMenu(this);
+    auto *trayMenu = new QMenu(this);
     trayMenu->setObjectName(QStringLiteral("trayMenu"));
     connect(named(trayMenu, QStringLiteral("Развернуть"), "trayShow"), &QAction::triggered, this,
             &QWidget::show);
     connect(named(trayMenu, QStringLiteral("Выход"), "trayExit"), &QAction::triggered, this,
             &FormMain::closeApplication);
     trayIcon.setContextMenu(trayMenu);
-
-    // Index 6, for the mode БВ, stays without an icon on purpose.
-    static const char *const files[TrayIconCount] = {
-        "x.ico",      nullptr,    nullptr,    "tlg_ba.ico", "tlg_bd.ico", "tlg_rb.ico", nullptr,
-        "tlg_nc.ico", "tlg1.ico", "tlg2.ico", "tlg3.ico",   "tlg4.ico",   "tlg5.ico",   "tlge.ico",
-    };
-    for (size_t i = 0; i < icons.size(); ++i)
-        if (files[i])
-            icons[i] = QIcon(QStringLiteral(":icons/") + QLatin1String(files[i]));
-    icons[1] = QIcon(style()->standardPixmap(QStyle::StandardPixmap(11)));
-    icons[2] = QIcon(style()->standardPixmap(QStyle::StandardPixmap(15)));
-
-    setWindowIcon(icons[TrayStart]);
-    trayIcon.setIcon(icons[TrayStart]);
+    setWindowIcon(trayIcon.icons[CTrayIcon::TrayStart]);
     trayIcon.setVisible(true);
     updateTitles();
 }

@@ -20,7 +20,6 @@ namespace
 {
 constexpr int FirstReceiptRequest = 5; ///< ticks from the start to the first receipt request
 constexpr int StopFilePhases = 5;      ///< ticks from one test for a stop request to the next
-constexpr int TrafficPhases = 5;       ///< pictures of the traffic animation
 } // namespace
 
 void FormMain::slot_on_1sec()
@@ -32,7 +31,7 @@ void FormMain::slot_on_1sec()
     protocolWidget->setInputStopped(!TlgThread.linkUp());
     requestFlush();
     tellJournalFailure();
-    showTrayIcon();
+    trayIcon.showState();
     ++State.secondsSinceTx;
     ++State.secondsSinceRx;
     showStripOnTick();
@@ -97,32 +96,6 @@ void FormMain::tellJournalFailure()
         Log.addCacheServiceString(text, ProtocolError, true);
     }
     journalFailureTold = failing;
-}
-
-void FormMain::showTrayIcon()
-{
-    const int index = trayIconIndex();
-    if (index == prevIconN)
-        return;
-    prevIconN = index;
-    trayIcon.setIcon(icons[size_t(index)]);
-}
-
-int FormMain::trayIconIndex()
-{
-    if (State.secondsSinceTx == 0 || State.secondsSinceRx == 0) {
-        iconPhase = (iconPhase + 1) % TrafficPhases;
-        return TrayTraffic + iconPhase;
-    }
-    if (!TlgThread.linkUp())
-        return TrayNoLink;
-    switch (State.tlgMode) {
-    case ModeClosed: return TrayBD;
-    case ModeAsked: return TrayBA;
-    case ModeOpen: return TrayRB;
-    case ModeNoticeOfClosing: return TrayBV;
-    default: return TrayNoMode;
-    }
 }
 
 void FormMain::showStripOnTick()

@@ -321,7 +321,7 @@ void TestFormMainClose::openMenuIsClosedWithTheWindow()
         State.stopCountdown = 1;
         station.tick();
     });
-    station.form->trayMenu->exec(QPoint(10, 10));
+    station.form->trayIcon.contextMenu()->exec(QPoint(10, 10));
     QVERIFY(State.closeAllowed);
     QVERIFY(!QApplication::activePopupWidget());
 }

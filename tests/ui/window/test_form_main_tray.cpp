@@ -27,7 +27,7 @@ namespace
 {
 int traySetting(const Station &station)
 {
-    return station.form->prevIconN;
+    return station.form->trayIcon.prevIconN;
 }
 } // namespace
 
@@ -123,8 +123,8 @@ void TestFormMainTray::trayHasTwoEntriesAndShowsTheStartIcon()
         entries << action->text();
     QCOMPARE(entries, (QStringList{QStringLiteral("Развернуть"), QStringLiteral("Выход")}));
     QVERIFY(station.form->trayIcon.isVisible());
-    QCOMPARE(station.form->trayIcon.icon().cacheKey(), station.form->icons[13].cacheKey());
-    QCOMPARE(station.form->windowIcon().cacheKey(), station.form->icons[13].cacheKey());
+    QCOMPARE(station.form->trayIcon.icon().cacheKey(), station.form->trayIcon.icons[13].cacheKey());
+    QCOMPARE(station.form->windowIcon().cacheKey(), station.form->trayIcon.icons[13].cacheKey());
     station.find<QAction>("trayShow")->trigger();
     QVERIFY(station.form->isVisible());
 }
@@ -132,10 +132,10 @@ void TestFormMainTray::trayHasTwoEntriesAndShowsTheStartIcon()
 void TestFormMainTray::trayIconsAreThereButForModeBV()
 {
     Station station(Direct);
-    QCOMPARE(station.form->icons.size(), size_t(14));
-    for (size_t i = 0; i < station.form->icons.size(); ++i)
-        QCOMPARE(station.form->icons[i].availableSizes().isEmpty(), i == 6);
-    QCOMPARE(station.form->prevIconN, -1); // so that the first tick sets its own
+    QCOMPARE(station.form->trayIcon.icons.size(), size_t(14));
+    for (size_t i = 0; i < station.form->trayIcon.icons.size(); ++i)
+        QCOMPARE(station.form->trayIcon.icons[i].availableSizes().isEmpty(), i == 6);
+    QCOMPARE(station.form->trayIcon.prevIconN, -1); // so that the first tick sets its own
 }
 
 void TestFormMainTray::trayClickTogglesTheWindow()

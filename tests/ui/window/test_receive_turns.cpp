@@ -97,7 +97,7 @@ QStringList leftBehind(const Station &station)
 
 void takeAll(const Station &station)
 {
-    while (station.form->moreToReceive)
+    while (station.form->receiver.moreToReceive)
         QCoreApplication::processEvents();
 }
 
@@ -107,7 +107,7 @@ QStringList run(int mode, bool tcp, const Session &session, int milliseconds)
         Options.TcpMode = tcp;
         Options.SKKTiming[0].Idle_Time_Before_HangUp = 5;
     });
-    station.form->receiveMilliseconds = milliseconds;
+    station.form->receiver.receiveMilliseconds = milliseconds;
     station.setLinkUp(true);
     QStringList seen;
     for (const Session::Step &step : session.steps) {
@@ -123,7 +123,7 @@ QStringList run(int mode, bool tcp, const Session &session, int milliseconds)
 struct SlowStation : Station {
     explicit SlowStation(int mode = Direct) : Station(mode)
     {
-        form->receiveMilliseconds = Piecewise;
+        form->receiver.receiveMilliseconds = Piecewise;
         (void)news();
     }
 };
@@ -170,7 +170,7 @@ void TestReceiveTurns::textThatComesBetweenTurnsKeepsItsPlace()
 {
     SlowStation station;
     station.receive(QStringLiteral("А@CБ@5"));
-    QVERIFY(station.form->moreToReceive);
+    QVERIFY(station.form->receiver.moreToReceive);
     station.receive(QStringLiteral("7*В@"));
     station.receive(QStringLiteral("H"));
     QCOMPARE(TlgThread.recvBuffer.mGet(), QStringLiteral("@CБ@57*В@H")); // only turns take it
@@ -184,7 +184,7 @@ void TestReceiveTurns::nothingIsTakenWhileOtherTextIsTaken()
     for (const int milliseconds : {AtOnce, Piecewise}) {
         Station station(Direct);
         (void)station.news();
-        station.form->receiveMilliseconds = milliseconds;
+        station.form->receiver.receiveMilliseconds = milliseconds;
         QStringList waiting;
         // As if each piece let the event loop run, and the link thread with it.
         connect(&Log, &CProtocol::Changed, station.form.get(), [&] {
@@ -205,7 +205,7 @@ void TestReceiveTurns::incompleteCommandAsksForNoTurns()
 {
     SlowStation station;
     station.receive(QStringLiteral("@5"));
-    QVERIFY(!station.form->moreToReceive);
+    QVERIFY(!station.form->receiver.moreToReceive);
     QCOMPARE(TlgThread.recvBuffer.mGet(), QStringLiteral("@5"));
     station.receive(QStringLiteral("7*"));
     takeAll(station);
@@ -271,7 +271,7 @@ void TestReceiveTurns::windowGoneTakesNothingMore()
 {
     SlowStation station;
     station.receive(QStringLiteral("А@CБ"));
-    QVERIFY(station.form->moreToReceive);
+    QVERIFY(station.form->receiver.moreToReceive);
     station.form.reset();
     QCoreApplication::processEvents();
     QCOMPARE(TlgThread.recvBuffer.mGet(), QStringLiteral("@CБ"));
