@@ -6,8 +6,6 @@
 
 #include <QDir>
 
-#include <algorithm>
-
 namespace
 {
 enum Column { FileName, Dash, Number, Trys, SendTime, Result };
@@ -38,13 +36,6 @@ const CTableViewModelItem_Send::TableData &CTableViewModelItem_Send::currentTabl
 bool CTableViewModelItem_Send::loadFromFile()
 {
     return Load(State.pathOut() + QDir::separator() + fileName);
-}
-
-CTableViewModel_Send::CTableViewModel_Send(QObject *parent) : QAbstractListModel(parent) {}
-
-int CTableViewModel_Send::rowCount(const QModelIndex &parent) const
-{
-    return parent.isValid() ? 0 : m_rows.size();
 }
 
 int CTableViewModel_Send::columnCount(const QModelIndex &parent) const
@@ -86,67 +77,6 @@ QVariant CTableViewModel_SendBad::headerData(int section, Qt::Orientation orient
     return CTableViewModel_Send::headerData(section, orientation, role);
 }
 
-void CTableViewModel_Send::clear()
-{
-    beginResetModel();
-    m_rows.clear();
-    m_rowsByName.clear();
-    endResetModel();
-}
-
-void CTableViewModel_Send::populate(QList<CTableViewModelItem_Send> *items)
-{
-    beginResetModel();
-    m_rows = *items;
-    m_rowsByName.clear();
-    endResetModel();
-}
-
-void CTableViewModel_Send::append(const CTableViewModelItem_Send &item)
-{
-    insertAt(m_rows.size(), item);
-}
-
-void CTableViewModel_Send::insertAt(int row, const CTableViewModelItem_Send &item)
-{
-    if (row < 0 || row > m_rows.size())
-        return;
-    const bool atEnd = row == m_rows.size();
-    beginInsertRows({}, row, row);
-    m_rows.insert(row, item);
-    endInsertRows();
-    if (!atEnd)
-        m_rowsByName.clear();
-    else if (!m_rowsByName.isEmpty()) // an empty one is built when it is asked for
-        m_rowsByName.insert(item.fileName, row);
-}
-
-void CTableViewModel_Send::update(int row, const CTableViewModelItem_Send &item)
-{
-    if (row < 0 || row >= m_rows.size())
-        return;
-    if (m_rows.at(row).fileName != item.fileName)
-        m_rowsByName.clear();
-    m_rows[row] = item;
-    emit dataChanged(index(row, 0), index(row, columnCount() - 1));
-}
-
-void CTableViewModel_Send::deleteRow(int row)
-{
-    if (row < 0 || row >= m_rows.size())
-        return;
-    beginRemoveRows({}, row, row);
-    m_rows.removeAt(row);
-    m_rowsByName.clear();
-    endRemoveRows();
-}
-
-void CTableViewModel_Send::setChecked()
-{
-    for (CTableViewModelItem_Send &row : m_rows)
-        row.checked = true;
-}
-
 bool CTableViewModel_Send::unCheckItem(const CTableViewModelItem_Send &item)
 {
     const QList<int> rows = rowsOf(item.fileName);
@@ -160,22 +90,4 @@ void CTableViewModel_Send::update(const CTableViewModelItem_Send &item)
 {
     for (const int row : rowsOf(item.fileName))
         update(row, item);
-}
-
-void CTableViewModel_Send::deleteChecked()
-{
-    for (int row = m_rows.size() - 1; row >= 0; --row)
-        if (m_rows.at(row).checked)
-            deleteRow(row);
-}
-
-QList<int> CTableViewModel_Send::rowsOf(const QString &fileName)
-{
-    // A scan asks for each of its files twice; looking through all rows would square its cost.
-    if (m_rowsByName.isEmpty())
-        for (int row = 0; row < m_rows.size(); ++row)
-            m_rowsByName.insert(m_rows.at(row).fileName, row);
-    QList<int> rows = m_rowsByName.values(fileName);
-    std::sort(rows.begin(), rows.end());
-    return rows;
 }

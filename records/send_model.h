@@ -1,10 +1,9 @@
 #pragma once
 
 #include "records/file_info.h"
+#include "records/file_list_model.h"
 
-#include <QAbstractListModel>
 #include <QList>
-#include <QMultiHash>
 #include <QString>
 
 /// One row of the send queue: a file of the outgoing directory and its record.
@@ -30,47 +29,36 @@ public:
     QString fileName;     ///< without a directory
 };
 
-/// The send queue in sending order. A row number that does not exist is ignored. Main thread.
-class CTableViewModel_Send : public QAbstractListModel
+/// The send queue in sending order.
+class CTableViewModel_Send : public CFileListModel<CTableViewModelItem_Send>
 {
     Q_OBJECT
 
 public:
-    explicit CTableViewModel_Send(QObject *parent = nullptr);
+    using CFileListModel::CFileListModel;
 
-    int rowCount(const QModelIndex &parent = QModelIndex()) const override;
     int columnCount(const QModelIndex &parent = QModelIndex()) const override;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
-    void clear();
-    /// Takes a copy of \a items in place of all rows.
-    void populate(QList<CTableViewModelItem_Send> *items);
-    void append(const CTableViewModelItem_Send &item);
-    void insertAt(int row, const CTableViewModelItem_Send &item);
-    void update(int row, const CTableViewModelItem_Send &item);
-    void deleteRow(int row);
-
     /// Marks all rows as not seen.
-    void setChecked();
+    void setChecked() { checkAll(); }
     /// Marks the row of the same file as seen. False if there is none.
     bool unCheckItem(const CTableViewModelItem_Send &item);
+    using CFileListModel::update;
     /// Copies \a item over each row of the same file.
     void update(const CTableViewModelItem_Send &item);
     /// Removes the rows that were not seen.
-    void deleteChecked();
+    void deleteChecked() { deleteAllChecked(); }
     /// Brings the rows into sending order for Options.processMode; rows that tie keep their order.
     void sortValues();
 
+    using CFileListModel::at;
     /// Row \a row, which must exist.
     [[nodiscard]] CTableViewModelItem_Send &at(int row) { return m_rows[row]; }
 
 private:
-    [[nodiscard]] QList<int> rowsOf(const QString &fileName);
     void moveUp(int from, int to);
-
-    QList<CTableViewModelItem_Send> m_rows;
-    QMultiHash<QString, int> m_rowsByName; ///< empty until asked for, and after rows have moved
 };
 
 /// The files that could not be sent; differs in the title of its first column.
