@@ -36,7 +36,7 @@ bool CFileAttr::checkNew() const
     char value = ArchiveOn;
     if (getxattr(QFile::encodeName(m_path).constData(), AttributeName, &value, 1) == 1)
         return value == ArchiveOff;
-    return QFile::exists(m_path) && QFile::exists(markerFile(m_path));
+    return QFile::exists(markerFile(m_path)) && QFile::exists(m_path); // most files have no such mark
 }
 
 void CFileAttr::setNew() const
