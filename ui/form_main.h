@@ -57,6 +57,14 @@ public:
     /// A key of the whole window. True if it needs no further handling.
     bool FormKeyPressed(QKeyEvent *event);
 
+    /// The text of the editor as it goes to a file or to the line: with CR LF, or in crypto mode with a CR
+    /// for each "<".
+    [[nodiscard]] QString getEditorText() const;
+    /// Puts \a text into the editor without what the code cannot carry, but for a template's marks.
+    void setEditorText(QString text);
+    /// The same, and brings the editor to the front.
+    void openInEditor(const QString &text);
+
     bool eventFilter(QObject *object, QEvent *event) override;
 
 public slots:
@@ -110,6 +118,7 @@ public slots:
     // Tabs
     void changedTabWidget(int index); ///< the roll gets the keyboard
     void editorTextChanged();
+    void setEditorCryptoMode();       ///< in crypto mode each line end is shown as "<" too
     void editorOperatorListChanged(); ///< the operator in force goes to the options and the journal
     /// Shows \a text to the operator, who may edit it and have it printed; returns when the dialog is closed.
     void printTextDialog(const QString &text);

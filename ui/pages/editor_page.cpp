@@ -3,8 +3,10 @@
 #include "ui/widgets/layouts.h"
 #include "ui/widgets/line_edit_blocked.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QPushButton>
 
 namespace
@@ -34,7 +36,9 @@ QWidget *newRow(const QString &title, std::initializer_list<QWidget *> fields)
 } // namespace
 
 CEditorPage::CEditorPage(QWidget *parent)
-    : QWidget(parent), from(named(new QLineEdit, "editorFrom")),
+    : QWidget(parent),
+      cryptoMode(named(new QCheckBox(QStringLiteral("Режим криптограммы")), "editorCryptoMode")),
+      text(named(new QPlainTextEdit, "editorText")), from(named(new QLineEdit, "editorFrom")),
       pScript(named(new QLineEdit, "editorPScript")), fKassa(named(new QLineEdit, "editorFKassa")),
       fFrom(named(new QLineEdit, "editorFFrom")), wordsCount(named(new QLineEditBlocked, "editorWordsCount")),
       operators(named(new QComboBox, "editorOperator")),
@@ -46,6 +50,7 @@ CEditorPage::CEditorPage(QWidget *parent)
       fromPerforator(newPerforatorButton(QStringLiteral("Ввести с ПЛ"), "editorFromPerforatorButton"))
 {
     setObjectName(QStringLiteral("tabEditor"));
+    text->setTabChangesFocus(true);
     placeRows();
 }
 
@@ -56,9 +61,10 @@ void CEditorPage::placeRows()
     buttons->addWidget(fromPerforator);
     buttons->addStretch();
     auto *rows = new QVBoxLayoutMS(this);
+    rows->addWidget(cryptoMode, 0, Qt::AlignLeft);
     for (QWidget *row : {rowFrom, rowFKassa, rowFFrom})
         rows->addWidget(row);
-    rows->addStretch();
+    rows->addWidget(text, 1);
     rows->addWidget(rowPScript);
     rows->addWidget(operators, 0, Qt::AlignLeft);
     rows->addLayout(buttons);

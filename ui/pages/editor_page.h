@@ -2,9 +2,11 @@
 
 #include <QWidget>
 
+class QCheckBox;
 class QComboBox;
 class QLineEdit;
 class QLineEditBlocked;
+class QPlainTextEdit;
 class QPushButton;
 
 /// The tab "Редактор": the fields of a telegram's form, a row each.
@@ -15,6 +17,8 @@ class CEditorPage : public QWidget
 public:
     explicit CEditorPage(QWidget *parent = nullptr);
 
+    QCheckBox *cryptoMode; ///< line ends are shown among the groups of a cipher
+    QPlainTextEdit *text;
     // Fields of the rows "Заголовок" (with the words), "Подпись", " Кассовый ", " Откуда "
     QLineEdit *from, *pScript, *fKassa, *fFrom;
     QLineEditBlocked *wordsCount;

@@ -2,6 +2,8 @@
 
 #include "app/options.h"
 #include "records/protocol.h"
+#include "text/filters.h"
+#include "text/mtk2.h"
 #include "ui/form_main.h"
 #include "ui/pages/archive_page.h"
 #include "ui/pages/editor_page.h"
@@ -10,7 +12,9 @@
 #include "ui/widgets/line_edit_blocked.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QComboBox>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QTabWidget>
@@ -18,7 +22,10 @@
 namespace
 {
 const QString NoOperator = QStringLiteral("-");
-}
+
+/// What a template may hold beside the characters of the code.
+const QString KeptInEditor = QStringLiteral("<[{}$");
+} // namespace
 
 QWidget *FormMain::buildEditorPage()
 {
@@ -31,8 +38,52 @@ QWidget *FormMain::buildEditorPage()
     connect(editorPage->wordsCount, &QLineEditBlocked::blocked, this, &FormMain::editorTextChanged);
     connect(editorPage->operators, &QComboBox::currentTextChanged, this,
             &FormMain::editorOperatorListChanged);
+    editorPage->text->setFont(Options.tlgFont);
+    connect(editorPage->text, &QPlainTextEdit::textChanged, this, &FormMain::editorTextChanged);
+    // A text that is stored without register marks cannot bring a cipher back.
+    editorPage->cryptoMode->setEnabled(!Options.removeRegisterInInputFiles);
+    connect(editorPage->cryptoMode, &QCheckBox::toggled, this, &FormMain::setEditorCryptoMode);
     checkOperatorList();
     return editorPage;
+}
+
+QString FormMain::getEditorText() const
+{
+    QString text = editorPage->text->toPlainText();
+    if (editorPage->cryptoMode->isChecked())
+        text.replace(QLatin1Char('<'), QLatin1Char('\r'));
+    else
+        text.replace(QLatin1Char('\n'), QStringLiteral("\r\n"));
+    return text;
+}
+
+void FormMain::setEditorText(QString text)
+{
+    text = QStringClearNonMTK2ConverNLSkipChars(text, KeptInEditor);
+    if (editorPage->cryptoMode->isChecked())
+        text.replace(QLatin1Char('\r'), QLatin1Char('<'));
+    else
+        text.remove(QLatin1Char('\r'));
+    if (Options.nationalLanguageUse != NoNationalLanguage)
+        unmaskNationalLanguage(text);
+    editorPage->text->setPlainText(upperMTK2(text));
+}
+
+void FormMain::openInEditor(const QString &text)
+{
+    setEditorText(text);
+    tabWidget->setCurrentWidget(editorPage);
+    editorPage->text->setFocus();
+}
+
+void FormMain::setEditorCryptoMode()
+{
+    QString text = editorPage->text->toPlainText();
+    if (editorPage->cryptoMode->isChecked())
+        text.replace(QLatin1Char('\n'), QStringLiteral("<\n"));
+    else
+        text.replace(QStringLiteral("<\n"), QStringLiteral("\n"));
+    editorPage->text->setPlainText(text);
 }
 
 void FormMain::setEditorInterfaceMode()

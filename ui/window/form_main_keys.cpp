@@ -11,6 +11,7 @@
 #include <QDateEdit>
 #include <QFontInfo>
 #include <QKeyEvent>
+#include <QPlainTextEdit>
 #include <QTabWidget>
 
 namespace
@@ -64,7 +65,13 @@ void FormMain::changeFontSize(int step)
         return;
     font.setPointSize(size + step);
     QApplication::setFont(font);
-    QFont journalFont = protocolWidget->font();
-    journalFont.setPointSize(qMax(1, pointSize(journalFont) + step));
-    protocolWidget->setFont(journalFont);
+    // The roll and the texts of telegrams have fonts of their own.
+    QList<QWidget *> texts = {protocolWidget};
+    for (QPlainTextEdit *view : findChildren<QPlainTextEdit *>())
+        texts << view;
+    for (QWidget *text : texts) {
+        QFont own = text->font();
+        own.setPointSize(qMax(1, pointSize(own) + step));
+        text->setFont(own);
+    }
 }

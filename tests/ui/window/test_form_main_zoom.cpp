@@ -19,6 +19,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QPlainTextEdit>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTableView>
@@ -72,7 +73,8 @@ public:
         for (int i = 0; i < 5; ++i)
             QCoreApplication::processEvents();
     }
-    /// Everything of the window that shows text, the roll aside.
+    /// Everything of the window that shows text, but for the roll and the telegrams, which have a font of
+    /// their own.
     [[nodiscard]] QList<QWidget *> texts() const
     {
         QList<QWidget *> found;
@@ -126,6 +128,8 @@ private slots:
             for (const QWidget *widget : station.texts())
                 QVERIFY2(widget->font().pointSize() == points, qPrintable(nameOf(widget)));
             QCOMPARE(station.form->protocolWidget->font().pointSize(), 12 + points - Usual);
+            for (const QPlainTextEdit *text : station.form->findChildren<QPlainTextEdit *>())
+                QVERIFY2(text->font().pointSize() == 12 + points - Usual, qPrintable(nameOf(text)));
         }
     }
 
