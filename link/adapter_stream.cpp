@@ -175,11 +175,12 @@ bool CAdapterStream::sendText(const std::function<bool(const QByteArray &bytes)>
         return false;
     write(codes);
     m_thread.allSent = false;
-    if (m_echoes)
+    if (m_echoes) {
         m_thread.pendingEcho.mAppend(chunk);
-    else if (!m_thread.protectedMode)
-        m_thread.sentLog.mAppend(chunk);
-    m_thread.sentEvents.add(1);
+        m_thread.sentEvents.add(1);
+    } else {
+        m_thread.dataSendedToLine(chunk);
+    }
     m_thread.txCredit = 0; // nothing more before the next status
     return true;
 }
@@ -196,8 +197,7 @@ bool CAdapterStream::sendCommand(const std::function<bool(const QByteArray &byte
     if (bytes.isEmpty() || !write(bytes))
         return false;
     m_thread.allSent = false;
-    m_thread.sentLog.mAppend(command);
-    m_thread.sentEvents.add(1);
+    m_thread.dataSendedToLine(command, CTlgThread::SentCommand);
     return true;
 }
 

@@ -162,9 +162,9 @@ int CTlgThread::checkProtectedData(const QString &buffer)
     return length + FrameOverhead;
 }
 
-void CTlgThread::dataSendedToLine(const QString &text)
+void CTlgThread::dataSendedToLine(const QString &text, Sent kind)
 {
-    if (!protectedMode)
+    if (kind == SentCommand || !protectedMode)
         sentLog.mAppend(text);
     sentEvents.add(1);
 }

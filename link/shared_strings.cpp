@@ -65,6 +65,14 @@ void CTlgString::dropHeld()
     (void)getDataAndClear(m_held);
 }
 
+void CTlgString::mSet(const QString &value)
+{
+    const QMutexLocker lock(&mutex);
+    (void)takeChunk(text.size());
+    text = value;
+    text.detach();
+}
+
 void CTlgString::mAppend(const QString &more)
 {
     const QMutexLocker lock(&mutex);
@@ -84,16 +92,4 @@ QString CTlgString::mTake()
 {
     const QMutexLocker lock(&mutex);
     return takeChunk(text.size()).text;
-}
-
-QString CTlgString::mGet() const
-{
-    const QMutexLocker lock(&mutex);
-    return text;
-}
-
-bool CTlgString::mIsEmpty() const
-{
-    const QMutexLocker lock(&mutex);
-    return text.isEmpty();
 }

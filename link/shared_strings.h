@@ -21,13 +21,13 @@ struct CMutexString {
     void mAppend(const QString &more);
 };
 
-/// A text that one thread fills and another takes from its head. The caller holds the mutex. While it has
-/// operator's parts, \a text is changed by the calls below alone, or emptied.
-struct CTlgString {
-    QString text;
-    mutable QMutex mutex;
+/// A text that one thread fills and another takes from its head. While it has operator's parts, \a text is
+/// changed by the calls of this class alone, or emptied.
+struct CTlgString : CMutexString {
     QString unused; ///< kept in the object's layout; no operation reads it
     COperatorParts operatorParts;
+
+    // The caller of these holds the mutex.
 
     /// Returns the first \a n characters (all if there are fewer) and removes them.
     [[nodiscard]] QString getDataAndClear(int n);
@@ -38,15 +38,15 @@ struct CTlgString {
     /// Removes what is still there of the characters that holdHead() returned.
     void dropHeld();
 
-    // These hold the mutex themselves.
+    // These hold the mutex themselves, and tell the operator's parts of the change.
 
+    /// Assigns a procedure's text.
+    void mSet(const QString &value);
     void mAppend(const QString &more);
     /// Appends what the operator sends by hand, its line ends as "<" and ">".
     void mAppendOperators(const QString &more);
     /// Takes the whole text and leaves it empty.
     [[nodiscard]] QString mTake();
-    [[nodiscard]] QString mGet() const;
-    [[nodiscard]] bool mIsEmpty() const;
 
 private:
     int m_held = 0; // characters at the head that holdHead() has returned and nobody has taken since

@@ -154,13 +154,11 @@ void CTlgThread::reportEvents()
 // The log comes first: who finds the buffer empty finds all of its text logged.
 void CTlgThread::chunkSent(const QString &chunk)
 {
-    if (!protectedMode)
-        sentLog.mAppend(chunk);
+    dataSendedToLine(chunk);
     {
         const QMutexLocker lock(&sendBuffer.mutex);
         sendBuffer.dropHeld();
     }
-    sentEvents.add(1);
     if (!sentLog.mIsEmpty())
         sentEvents.add(1);
 }

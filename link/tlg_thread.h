@@ -93,8 +93,13 @@ public:
     int checkProtectedAck(const QString &text);
     [[nodiscard]] static unsigned char makeProtectedDataCRC3(const QByteArray &codes);
     [[nodiscard]] static unsigned char makeProtectedDataCRC5(const QByteArray &codes);
-    /// Reports text that has gone to the line; with guaranteed transfer on it is counted but not logged.
-    void dataSendedToLine(const QString &text);
+    /// What has gone to the line.
+    enum Sent {
+        SentText,   ///< a telegram's: with guaranteed transfer on it is counted but not logged
+        SentCommand ///< for the adapter: it goes beside the frames and is always logged
+    };
+    /// Reports what has gone to the line. Nothing else writes to sentLog.
+    void dataSendedToLine(const QString &text, Sent kind = SentText);
     /// Entry of all received text, on the link thread.
     void addToReceive(const QString &text);
 

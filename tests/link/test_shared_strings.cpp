@@ -16,6 +16,7 @@ private slots:
     void heldHeadStaysUntilItIsDropped();
     void withdrawnHeadIsNotDroppedAgain();
     void rowOfHoldsMovesThroughTheText();
+    void assignedTextIsAProceduresAndNotHeld();
 };
 
 void TestSharedStrings::storedTextOwnsItsData()
@@ -116,6 +117,17 @@ void TestSharedStrings::rowOfHoldsMovesThroughTheText()
     QCOMPARE(gone, QStringLiteral("АБВГД"));
     QCOMPARE(buffer.holdHead(2).text, QString());
     QCOMPARE(buffer.holdHead(-1).text, QString());
+}
+
+void TestSharedStrings::assignedTextIsAProceduresAndNotHeld()
+{
+    CTlgString buffer;
+    buffer.mAppendOperators(QStringLiteral("<>А"));
+    QCOMPARE(buffer.holdHead(3).withLineEnds(), QStringLiteral("\r\nА"));
+    buffer.mSet(QStringLiteral("<>БВ"));
+    buffer.dropHeld();
+    QCOMPARE(buffer.mGet(), QStringLiteral("<>БВ"));
+    QCOMPARE(buffer.takeChunk(4).withLineEnds(), QStringLiteral("<>БВ"));
 }
 
 QTEST_GUILESS_MAIN(TestSharedStrings)
