@@ -52,7 +52,7 @@ struct SKKTimingRow {
 };
 
 /// The rows of Options.SKKTiming that are in use.
-enum TimingRow { SubscriberTiming = 0, CentreTiming = 1 };
+enum TimingRow { SubscriberTiming = 0, CentreTiming = 1, TimingRowsInUse = 2 };
 
 /// A text form of the editor.
 struct EditorInterfaceMode {

@@ -83,7 +83,7 @@ void readLongAOLength(const QSettings &file, COptions &options)
 void readTiming(QSettings &file, COptions &options)
 {
     for (const TimingSetting &setting : timingSettings())
-        for (int row = 0; row < 2; ++row) {
+        for (int row = 0; row < TimingRowsInUse; ++row) {
             const QString key = QStringLiteral("DORAL/%1_%2").arg(QLatin1String(setting.key)).arg(row);
             options.SKKTiming[row].*setting.entry = file.value(key, setting.fallback).toInt();
         }

@@ -32,7 +32,7 @@ void writeSetting(QSettings &file, const Setting &setting, const COptions &optio
 void writeTiming(QSettings &file, const COptions &options)
 {
     for (const TimingSetting &setting : timingSettings())
-        for (int row = 0; row < 2; ++row)
+        for (int row = 0; row < TimingRowsInUse; ++row)
             file.setValue(QStringLiteral("DORAL/%1_%2").arg(QLatin1String(setting.key)).arg(row),
                           options.SKKTiming[row].*setting.entry);
 }

@@ -70,6 +70,7 @@ public:
     static constexpr int MostModeSeconds = 86400; ///< a day
     /// Ticks from the request to close to the close. An open channel gets time for the procedure's stop.
     static constexpr int TicksToClose = 2, TicksToCloseOpen = 5;
+    static constexpr int ScanOnNextTick = 0; ///< for scanCountdown
 
     CState();
 

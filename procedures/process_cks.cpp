@@ -11,6 +11,12 @@
 #include "text/marks.h"
 #include "text/utils.h"
 
+namespace
+{
+constexpr int LastHour = 23;
+constexpr int QuietMinute = 55; ///< of the last hour: the centre renumbers around midnight
+} // namespace
+
 void CProcessCKS::SendKG(int code)
 {
     switch (code) {
@@ -24,7 +30,8 @@ void CProcessCKS::SendKG(int code)
         return;
     case Stop: SendTlgText(serviceMessage(QStringLiteral("СТОП"))); return;
     case Text: SendTlgText(serviceMessage(QStringLiteral("ТЕКСТ"))); return;
-    default: return; // the button of code 4 sends nothing, and that is meant
+    case ConfirmationR: return; // the dialog sends it: it needs the telegram's number and the operator's name
+    default: return;
     }
 }
 
@@ -50,7 +57,7 @@ void CProcessCKS::timeCheck1sec()
 {
     constexpr int QuietSeconds = 3; // both countdowns stand still while the line talks
     constexpr int CheckEachSeconds = 5;
-    if (!State.dayChangeQuiet && Time.time.hour() == 23 && Time.time.minute() > 55)
+    if (!State.dayChangeQuiet && Time.time.hour() == LastHour && Time.time.minute() > QuietMinute)
         State.dayChangeQuiet = true;
     if (State.secondsSinceRx >= QuietSeconds) {
         if (State.askReceiptCountdown != 0 && TlgThread.linkUp()) {
@@ -72,7 +79,7 @@ void CProcessCKS::checkQuietTime()
 {
     const int hour = Time.time.hour();
     const int minute = Time.time.minute();
-    if ((hour == 23 && minute >= 55) || (hour == 0 && minute == 0))
+    if ((hour == LastHour && minute >= QuietMinute) || (hour == 0 && minute == 0))
         return;
     State.dayChangeQuiet = false;
     SendKG(ReceiptRequest);

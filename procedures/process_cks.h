@@ -19,9 +19,13 @@ public:
     void processReceive(QString text) override;
 
     /// The short forms, by the numbers on their buttons.
-    enum ServiceForm { ReceiptRequest = 0, Receipt = 1, Stop = 2, Text = 5 };
+    enum ServiceForm { ReceiptRequest = 0, Receipt = 1, Stop = 2, ConfirmationR = 4, Text = 5 };
 
-    /// Sends a short form, a ServiceForm. Any other code, 4 included, sends nothing.
+    // Ticks until a receipt, or a request for one, goes out.
+    static constexpr int OnNextTick = 1;
+    static constexpr int RequestSoon = 2; ///< in which the line may still bring the receipt
+
+    /// Sends a short form, a ServiceForm. ConfirmationR and any other code send nothing.
     void SendKG(int code);
     /// A service message from this side to the centre: \a words between the marks.
     [[nodiscard]] static QString serviceMessage(const QString &words);
@@ -52,8 +56,6 @@ public:
     int receiveChunks = 0; ///< pieces of text since the last check
 
 private:
-    static constexpr int RequestSoon = 2; // ticks to a receipt request, in which the line may still bring one
-
     /// The words and figures of "ВАШ 012 НАШ 034 ПОСЛЕДНИЕ ...".
     struct CentreReceipt;
 

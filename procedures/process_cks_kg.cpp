@@ -13,7 +13,6 @@
 namespace
 {
 constexpr int ReceiptAfterOpening = 3; // ticks; the centre shall fall silent before
-constexpr int RequestAtOnce = 1;       // ticks
 
 /// The last minute of the day's start in which a receipt may still carry the figures of the old day.
 const QString GraceEnd = QStringLiteral("0006");
@@ -30,6 +29,12 @@ struct CProcessCKS::CentreReceipt {
     int our = 0;    ///< its telegrams sent to us
     int fields = 0; ///< how many of the five were read
     QString w1, w2, w3;
+
+    [[nodiscard]] bool hasFigures() const { return fields >= 2; }
+    [[nodiscard]] bool hasState() const { return fields >= 4; }   ///< in w1 and w2
+    [[nodiscard]] bool hasChannel() const { return fields >= 5; } ///< in w3
+    /// The centre asks us to open the channel.
+    [[nodiscard]] bool asksToOpen() const { return hasState() && w1 == QStringLiteral("ОТКРОЙТЕ"); }
 };
 
 void CProcessCKS::ProcessKG(const QString &text)
@@ -66,7 +71,7 @@ void CProcessCKS::takeNothing(const QString &) {}
 
 void CProcessCKS::takeReceiptRequest(const QString &text)
 {
-    State.askReceiptCountdown = RequestAtOnce;
+    State.askReceiptCountdown = OnNextTick;
     if (text.startsWith(QStringLiteral("ЗАПРОСИТЕ КВИТАНЦИЮ СМЕНА НУМЕРАЦИИ В ")))
         State.renumberAnnounced = true;
 }
@@ -77,12 +82,12 @@ void CProcessCKS::takeReceipt(const QString &text)
     CentreReceipt receipt;
     receipt.fields = CUtils::testTemplate(QStringLiteral("ВАШ %3d НАШ %3d ПОСЛЕДНИЕ %s %s %s"), text,
                                           &receipt.your, &receipt.our, &receipt.w1, &receipt.w2, &receipt.w3);
-    if (receipt.fields < 2)
+    if (!receipt.hasFigures())
         return;
     State.CKS_out = receipt.our;
     State.CKS_in = receipt.your;
     State.askReceiptCountdown = 0;
-    if (receipt.fields >= 4)
+    if (receipt.hasState())
         takeReceiptWords(receipt, text);
     takeReceiptOfSent();
     takeReceiptOfReceived(receipt);
@@ -90,7 +95,7 @@ void CProcessCKS::takeReceipt(const QString &text)
 
 void CProcessCKS::takeReceiptWords(const CentreReceipt &receipt, const QString &text)
 {
-    if (receipt.w1 == QStringLiteral("ОТКРОЙТЕ"))
+    if (receipt.asksToOpen())
         State.setTlgMode(ModeAsked);
     else if (receipt.w1 == QStringLiteral("СВЯЗЬ"))
         State.setTlgMode(receipt.w2);
@@ -101,7 +106,7 @@ void CProcessCKS::takeReceiptWords(const CentreReceipt &receipt, const QString &
         if (text.indexOf(QStringLiteral("ПРИЕМ Р")) > 0)
             confirmR(State.CKS_out);
     }
-    if (receipt.fields > 4)
+    if (receipt.hasChannel())
         State.setChannelName(receipt.w3);
 }
 
@@ -124,7 +129,7 @@ void CProcessCKS::takeReceiptOfSent()
 void CProcessCKS::takeReceiptOfReceived(const CentreReceipt &receipt)
 {
     if (State.PK_in == State.CKS_out || inMorningGrace()) {
-        if (receipt.fields >= 4 && receipt.w1 == QStringLiteral("ОТКРОЙТЕ") && !State.manualMode)
+        if (receipt.asksToOpen() && !State.manualMode)
             State.sendReceiptCountdown = ReceiptAfterOpening;
         return;
     }
@@ -138,10 +143,11 @@ void CProcessCKS::takeOpening(const QString &text)
 {
     constexpr int NamePosition = 15; // behind "ОТКРОЙТЕ СВЯЗЬ "
     constexpr int NameLength = 9;
+    constexpr int SlashAt = 6; // in the name
     if (State.tlgMode != ModeAsked) {
         const QString name = text.mid(NamePosition, NameLength);
         State.setTlgMode(ModeAsked);
-        if (name.size() > 6 && name.at(6) == QLatin1Char('/'))
+        if (name.size() > SlashAt && name.at(SlashAt) == QLatin1Char('/'))
             State.setChannelName(name);
     }
     if (!State.manualMode)
@@ -293,7 +299,7 @@ void CProcessCKS::setFileAside(const QString &suffix, bool tryFurtherNames)
 
 void CProcessCKS::endFile()
 {
-    State.scanCountdown = 0; // the next tick scans
+    State.scanCountdown = CState::ScanOnNextTick;
     State.fileInProgress = false;
     State.currentFile.clear();
 }

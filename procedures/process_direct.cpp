@@ -118,7 +118,7 @@ void CProcessDirect::checkForSendNewTlg(CTableViewModelItem_Send &item)
         return;
     noteEvent(QStringLiteral("Файл пуст, передавать нечего"));
     fileSended();
-    State.scanCountdown = 0;
+    State.scanCountdown = CState::ScanOnNextTick;
 }
 
 bool CProcessDirect::fileSended()

@@ -96,7 +96,7 @@ void CProcessSKK::proccessCallSuccess()
     State.callResult = Success;
     State.callState = NoCall;
     if (State.AutoModeState == AutoCalling)
-        autoSet(AutoConnected, 1);
+        autoSet(AutoConnected, OnNextTick);
     emit updateTlgModeInterface();
 }
 

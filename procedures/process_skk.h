@@ -65,6 +65,8 @@ public:
 
 private:
     static constexpr int PauseAfterHangUp = 5; // ticks without new work
+    // For the timer of a step. It stands still at 0; the tick counts it down before it looks at it.
+    static constexpr int TimerOff = 0, OnNextTick = 1;
 
     /// How the scan goes on after a test.
     enum Step {
@@ -125,7 +127,7 @@ private:
     void autoSendFile();
     void autoFileGone();
     void autoAnswer();
-    void autoSet(int state, int timer);
+    void autoSet(AutoState state, int timer);
     void fixSilentCentre();
     void bookOutcome();
     void bookCallResult();

@@ -53,7 +53,7 @@ int CProcessSKK::processAutoModeWaitAA(int position)
 void CProcessSKK::answerIn(AutoState state)
 {
     State.AutoModeWaitAA = NoAA;
-    autoSet(state, timing->Pause_Before_Send_Answer_AA + 1);
+    autoSet(state, timing->Pause_Before_Send_Answer_AA + OnNextTick);
 }
 
 /// A subscriber's answerback at \a p is in order.
@@ -90,12 +90,12 @@ void CProcessSKK::takeAnyText(int p)
 void CProcessSKK::extendWait()
 {
     if (State.AutoModeState == AutoBeforeQuestion) {
-        autoSet(AutoWaitAA, timing->Pause_Before_Ask_Who2 + 1);
+        autoSet(AutoWaitAA, timing->Pause_Before_Ask_Who2 + OnNextTick);
     } else if (State.AutoModeState == AutoAsked) {
-        autoSet(AutoWaitAA, timing->Wait_AA + 1);
+        autoSet(AutoWaitAA, timing->Wait_AA + OnNextTick);
     } else if (State.AutoModeState == AutoBeforeLastQuestion) {
         State.AutoModeWaitAA = lastKind();
-        autoSet(AutoWaitLastAA, timing->Wait_AA + 1);
+        autoSet(AutoWaitLastAA, timing->Wait_AA + OnNextTick);
     }
 }
 
@@ -147,7 +147,7 @@ int CProcessSKK::takeLongCentre(int p)
     if (State.AutoModeState != AutoWaitLastAA)
         return -1;
     noteEvent(QStringLiteral("Получен АА от ЦКС "));
-    fileAccepted(AutoAnswered, 1);
+    fileAccepted(AutoAnswered, OnNextTick);
     return -1;
 }
 
@@ -199,7 +199,7 @@ void CProcessSKK::takeCentreAnswerbackAtQuestion(int i)
     if (at < 0 || at >= i || receiveBuffer.size() - at <= ShortLength)
         return;
     noteEvent(QStringLiteral("Фиксируем АА от ЦКС (Запрос)"));
-    fileAccepted(AutoAnswered, 1);
+    fileAccepted(AutoAnswered, OnNextTick);
 }
 
 /// The same when the centre has fallen silent without a question.

@@ -15,6 +15,12 @@ namespace
 {
 constexpr int ScanAfterSending = 10; ///< ticks: the row stays in the list until the connection has ended
 
+// Seconds from a call that failed to the next one
+constexpr int RetrySeconds = 300;
+constexpr int RetryAfterSubscriberFault = 3600;
+constexpr int RetryAfterNetworkFault = 900;
+constexpr int RetryAfterWrongNumber = 30;
+
 const QString Question = QStringLiteral("#*");
 
 void tell(const QString &text)
@@ -33,7 +39,7 @@ int CProcessSKK::lastKind() const
     return State.sendInfo.toCKS ? LongCentreAA : SubscriberAA;
 }
 
-void CProcessSKK::autoSet(int state, int timer)
+void CProcessSKK::autoSet(AutoState state, int timer)
 {
     State.AutoModeState = state;
     State.AutoModeWaitTimer = timer;
@@ -59,7 +65,7 @@ void CProcessSKK::processAutoMode()
 {
     fixSilentCentre();
     if (--State.AutoModeWaitTimer <= 0) {
-        State.AutoModeWaitTimer = 0;
+        State.AutoModeWaitTimer = TimerOff;
         autoStep();
     }
 }
@@ -118,13 +124,13 @@ void CProcessSKK::autoSendFile()
     }
     SendTlgText(QStringLiteral("\r\n"));
     SendTlgText(*text);
-    autoSet(AutoSendingFile, 1);
+    autoSet(AutoSendingFile, OnNextTick);
 }
 
 void CProcessSKK::autoFileGone()
 {
     if (!TlgThread.sendBuffer.mIsEmpty() || !TlgThread.allSent)
-        return autoSet(AutoSendingFile, 1);
+        return autoSet(AutoSendingFile, OnNextTick);
     if (!State.sendInfo.toCKS || Options.sendAskAOAfterTlgText)
         return autoSet(AutoBeforeLastQuestion, timing->Pause_Before_Ask_Who);
     State.AutoModeWaitAA = LongCentreAA; // it comes without a question
@@ -139,7 +145,7 @@ void CProcessSKK::autoAnswer()
         return;
     }
     sendAO();
-    autoSet(AutoAnswered, 1);
+    autoSet(AutoAnswered, OnNextTick);
 }
 
 void CProcessSKK::compliteSKKFileSendedInAutoMode()
@@ -165,14 +171,13 @@ void CProcessSKK::clearAutoMode()
     if (State.fileInProgress)
         State.sendInfo.Save(queuePath(State.currentFile));
     State.AutoModeWaitAA = NoAA;
-    autoSet(AutoIdle, 0);
+    autoSet(AutoIdle, TimerOff);
     State.fileInProgress = false;
     clearSKKConnection();
 }
 
 void CProcessSKK::bookOutcome()
 {
-    constexpr int RetrySeconds = 300;
     switch (AutoState(State.AutoModeState)) {
     case AutoCalling: return bookCallResult();
     case AutoBeforeQuestion:
@@ -201,14 +206,14 @@ void CProcessSKK::bookOutcome()
 void CProcessSKK::bookCallResult()
 {
     State.sendInfo.resultText = resultDescription(State.callResult);
-    int seconds = 300;
+    int seconds = RetrySeconds;
     switch (State.callResult) {
-    case SubscriberFault: seconds = 3600; break;
+    case SubscriberFault: seconds = RetryAfterSubscriberFault; break;
     case WrongNumber:
-        seconds = 30;
+        seconds = RetryAfterWrongNumber;
         State.sendInfo.trys = qMin(State.sendInfo.trys, 1);
         break;
-    case NetworkFault: seconds = 900; break;
+    case NetworkFault: seconds = RetryAfterNetworkFault; break;
     case Barred: State.sendInfo.trys = 0; return;
     default: break;
     }

@@ -151,7 +151,7 @@ CProcessSKK::Step CProcessSKK::testQuestion(int i)
     const int pause =
         Options.SKKTiming[SubscriberTiming].Pause_Before_Send_AA; // of this row, whichever is in force
     if (State.AutoModeState == AutoGotAA || State.AutoModeState == AutoDelivered)
-        State.AutoModeWaitTimer = 1; // the pause is cut short
+        State.AutoModeWaitTimer = OnNextTick; // the pause is cut short
     else if (pause != 0)
         State.sendAOCountdown = pause;
     else

@@ -75,9 +75,9 @@ void FormMain::dispatchCKS()
     if (State.dayChangeQuiet)
         return ProcessCKS.checkQuietTime();
     if (State.tlgMode == ModeAsked && isDueEach(ReceiptPeriod))
-        State.sendReceiptCountdown = 1;
+        State.sendReceiptCountdown = CProcessCKS::OnNextTick;
     if (State.tlgMode == ModeUnknown && isDueEach(RequestPeriod))
-        State.askReceiptCountdown = 1;
+        State.askReceiptCountdown = CProcessCKS::OnNextTick;
     if (State.tlgMode == ModeOpen && State.secondsSinceRx > QuietBeforeSending && modelSend.rowCount() > 0 &&
         !State.fileInProgress && modelSend.at(0).number.isEmpty())
         offerFirstRow(ProcessCKS, modelSend);

@@ -18,11 +18,6 @@
 #include <QFrame>
 #include <QMutexLocker>
 
-namespace
-{
-constexpr int ReceiptRequestAfterText = 2; ///< ticks from a telegram's last character to the request
-} // namespace
-
 void FormMain::TlgSend(QString text)
 {
     if (!protocolWidget->isLastString())
@@ -68,10 +63,10 @@ void FormMain::slotOnTlgSended()
     State.idleSeconds = 0;
     if (State.fileInProgress && TlgThread.sendBuffer.mIsEmpty()) {
         if (Options.processMode == CKS) {
-            State.askReceiptCountdown = ReceiptRequestAfterText;
+            State.askReceiptCountdown = CProcessCKS::RequestSoon;
         } else if (Options.processMode == Direct) {
             ProcessDirect.fileSended();
-            State.scanCountdown = 0;
+            State.scanCountdown = CState::ScanOnNextTick;
         }
     }
     CStatusStrip::setColor(strip->lampSent, CStatusStrip::White);

@@ -104,7 +104,7 @@ void FormMain::slotSendKG2()
 
 void FormMain::slotSendKG4()
 {
-    ProcessCKS.SendKG(4);
+    ProcessCKS.SendKG(CProcessCKS::ConfirmationR);
 }
 
 void FormMain::slotSendKG5()

@@ -30,8 +30,8 @@ CTrayIcon::CTrayIcon(QObject *parent) : QSystemTrayIcon(parent)
         if (files[i])
             icons[i] = QIcon(QStringLiteral(":icons/") + QLatin1String(files[i]));
     const QStyle *style = QApplication::style();
-    icons[1] = QIcon(style->standardPixmap(QStyle::StandardPixmap(11)));
-    icons[2] = QIcon(style->standardPixmap(QStyle::StandardPixmap(15)));
+    icons[1] = QIcon(style->standardPixmap(QStyle::SP_MessageBoxCritical));
+    icons[2] = QIcon(style->standardPixmap(QStyle::SP_ComputerIcon));
     setIcon(icons[TrayStart]);
 }
 
