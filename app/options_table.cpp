@@ -89,8 +89,8 @@ const SettingSection doralSection = {"DORAL", {
     {"lastManualCallNumbers", &O::lastManualCallNumbers},
 }};
 
-// The rectangle of the input dialog is written over that of the output dialog, and its own key never: kept,
-// so that the two perforator dialogs go on opening where they always did.
+// The rectangle of the input dialog is written over that of the output dialog, and its own key never: so both
+// perforator dialogs go on opening where they always did.
 const SettingSection windowSection = {"WINDOW", {
     {"mainTitle", &O::mainTitle},
     {"saveWindowPos", &O::saveWindowPos},

@@ -84,7 +84,8 @@ void CState::setCallDirection(int direction)
     if (callDirection == direction)
         return;
     callDirection = direction;
-    // The mode is written past setTlgMode on purpose: its age goes on and the window learns of it later.
+    // The mode is written past setTlgMode: its age goes on, and the window learns of it with the rest of the
+    // call, by the procedure's signal.
     if (direction == Outgoing) {
         ++SKK_out;
         tlgMode = ModeOpen;

@@ -191,8 +191,8 @@ bool CAdapterStream::sendCommand(const std::function<bool(const QByteArray &byte
     if (length == 0)
         return false;
     const QString command = m_thread.sendBuffer.getDataAndClear(length);
-    // An unknown command loses its "@" and goes out as text: "@L" and "@V" reach the line as letters, by
-    // intention.
+    // An unknown command loses its "@" and goes out as text. "@L" and "@V" are unknown here and reach the
+    // line as letters: a slip of the operator's hand must not lock the adapter.
     const QByteArray bytes = commandBytes(command);
     if (bytes.isEmpty() || !write(bytes))
         return false;

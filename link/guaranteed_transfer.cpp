@@ -137,7 +137,7 @@ bool CTlgThread::makeProtectedData(const QString &text)
 
 // Everything is done on the codes to the end of the buffer; the scan passes one frame at a time. The length
 // and the register code are decoded with the payload, a repeat claims the whole buffer, and a frame out of
-// turn is answered like an incomplete one: so the format has it.
+// turn is answered like an incomplete one: a check that differs would part this end from all others.
 int CTlgThread::checkProtectedData(const QString &buffer)
 {
     int reg = protectedRegister;

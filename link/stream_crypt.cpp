@@ -35,7 +35,8 @@ void CStreamCrypt::init_decrypt(unsigned char seed)
     decFresh = 1;
 }
 
-// Meant so, in this and the next function, as the far ends do the same:
+// The far ends do the same, in this and the next function; changed here alone, any of it makes their text
+// unreadable:
 // - the seeds cross: the position comes from the seed of the other direction, which brings both ends to the
 //   same position;
 // - the fresh flags are never cleared: each call starts at the same position and adds the seed again;

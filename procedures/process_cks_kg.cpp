@@ -17,7 +17,8 @@ constexpr int ReceiptAfterOpening = 3; // ticks; the centre shall fall silent be
 /// The last minute of the day's start in which a receipt may still carry the figures of the old day.
 const QString GraceEnd = QStringLiteral("0006");
 
-/// The grace hangs on PK_out alone, for the receiving side too: that is meant.
+/// The grace hangs on PK_out alone, for the receiving side too: with PK_in in it the centre's first telegram
+/// of the day would end it, while receipts still carry the figures of the old day.
 bool inMorningGrace()
 {
     return State.PK_out == 0 && Time.hhmm <= GraceEnd;
@@ -173,7 +174,8 @@ void CProcessCKS::takeWaiting(const QString &text)
         State.setTlgMode(ModeAsked);
     if (State.manualMode || !link)
         return;
-    // No mode has this word, so the mode becomes 0, and the tick asks for a receipt each minute: meant so.
+    // No mode has this word, so the mode becomes ModeUnknown. Only in that mode does the tick ask for a
+    // receipt each minute, and nothing else would tell that the waiting is over.
     State.setTlgMode(QStringLiteral("str1"));
     if (opening)
         State.askReceiptCountdown = RequestSoon;

@@ -21,7 +21,8 @@ struct Header {
 };
 
 /// A telegram is never refused for its header: where no form fits, the time part stays "000". The category
-/// is common to the three forms and keeps what a failed attempt has left in it, which is meant.
+/// is common to the three forms and keeps what a failed attempt has left in it: a header whose figures fit
+/// none of them still gives its category.
 Header readHeader(const QString &body)
 {
     constexpr int TimeAt = 3; // of "ddhhmm", the last three figures

@@ -29,7 +29,7 @@ void CProcessSKK::callNumber(QString number)
     Log.addCacheServiceString(QStringLiteral("Набор номера ") + number, ProtocolInfo, false);
     State.dialledNumber = number;
     switch (Options.tlgSig) {
-    case SignalCode: // the door to the line makes a capital of the small letter, which is so on every line
+    case SignalCode: // the door to the line makes a capital of the small letter: the adapter gets "@N"
         sendCommand(QStringLiteral("@C@n") + number + QLatin1Char('@'), 'N');
         State.callState = Dialled;
         break;
@@ -132,7 +132,8 @@ void CProcessSKK::storeTranscript()
         announce(Options.soundSKKInConnectMessageSaveFile, Options.soundSKKInConnectMessageSaveType);
 }
 
-/// SKK_out rises at the start of an outgoing connection and here at its end: it counts each twice, as meant.
+/// SKK_out rises here at the end of an outgoing connection and in CState::setCallDirection() at its start:
+/// it counts both.
 void CProcessSKK::countConnection()
 {
     State.scanCountdown = ScanAfterConnection;

@@ -156,7 +156,9 @@ void CProcessSKK::compliteSKKFileSendedInAutoMode()
                        State.currentFile + QLatin1Char('.') + CUtils::StringNNN(State.PK_out),
                        Options.markNewFilesInOut);
     CFileInfo::Remove(path);
-    ++State.PK_out; // the name bears the value before; neither wrapped nor saved, as meant
+    // The name has the value before. The counter wraps in names alone and reaches the disk with the next
+    // Save.
+    ++State.PK_out;
     State.currentFile.clear();
     State.scanCountdown = ScanAfterSending;
 }
@@ -167,7 +169,8 @@ void CProcessSKK::clearAutoMode()
         return;
     State.hangUpPause = PauseAfterHangUp;
     bookOutcome();
-    // Once the file is booked as sent its name is empty, and a record under the empty name is written: meant.
+    // Once the file is booked as sent its name is empty. Its record then has no name but the ending either,
+    // and no mask of the queue takes it for a telegram.
     if (State.fileInProgress)
         State.sendInfo.Save(queuePath(State.currentFile));
     State.AutoModeWaitAA = NoAA;

@@ -40,7 +40,7 @@ void CProcessSKK::saveTelegram(const QString &telegram)
     const QString text = storedForm(telegram);
     if (text.isEmpty() || !replaceWholeFile(name, text.toUtf8()))
         return noteEvent(QStringLiteral("Ошибка сохранения телеграммы в файл: ") + name, ProtocolError);
-    ++State.PK_in; // neither wrapped nor saved, as meant: the connection's own numbering
+    ++State.PK_in; // wraps in the name alone; reaches the disk with the next Save
     if (Options.markNewFilesInInp)
         CFileAttr(name).setNew();
     // The first letter of the line is the Latin one.

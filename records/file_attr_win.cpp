@@ -1,5 +1,6 @@
-// The new-mark is the archive attribute, turned off. The narrow calls take the path in Latin-1, so a path
-// with other letters names no file: it is not new and cannot be marked. That is meant.
+// The new-mark is the archive attribute, turned off. The narrow calls take the path in Latin-1: telegrams lie
+// below the current directory under names of figures and Latin letters. In a configured directory with other
+// letters the path names no file: it is not new and cannot be marked.
 
 #include "records/file_attr.h"
 

@@ -75,7 +75,8 @@ void CFileInfo::takeFields(const QStringList &fields)
     number = fields.value(0);
     toCKS = fields.value(1) == QLatin1String("C");
     sendTime = timeOf(fields.value(2));
-    // Meant so: the letter stands in field 3 but is looked for in field 5, which holds "B" or "N".
+    // The letter is written to field 3, but field 5 is asked, which holds "B" or "N". So the flag lasts until
+    // the next scan, and no list or procedure can come to depend on what foreign records hold in field 3.
     qFlag = fields.value(5) == QLatin1String("q");
     trys = fields.value(4).toInt();
     bad = fields.value(5) == QLatin1String("B");

@@ -31,7 +31,8 @@ Verdict compareCKS(const Key &candidate, const Key &row)
 {
     if (!candidate.toCentre)
         return row.toCentre ? Take : Keep;
-    // Meant so: a telegram to a subscriber, too, goes past one to the centre that has failed.
+    // One to the centre that has failed gives way to one to a subscriber, too: neither goes out while it
+    // stands first.
     return candidate.bad && !row.bad ? Take : Keep;
 }
 

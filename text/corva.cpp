@@ -41,8 +41,8 @@ int nationalIndex(ushort c)
     return -1;
 }
 
-/// The small letters of the code page, 0xA0..0xAF and 0xE0..0xEF, read as capitals. The spaces of the signs
-/// behind them, and the small letters in their place with Tatar, are meant.
+/// The small letters of the code page, 0xA0..0xAF and 0xE0..0xEF, read as capitals. Behind them stand signs
+/// that the telegraph does not have: a space keeps the words apart. Tatar has small letters in their place.
 QChar cyrillicUpperPart(uchar byte, int language)
 {
     if (byte < 0xB0)

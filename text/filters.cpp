@@ -49,7 +49,7 @@ QString QStringClearNonMTK2SkipCRNL(const QString &text)
 
 QString QStringClearForEditorNonMTK2(const QString &text)
 {
-    // Markers of a form in the editor. "]" is left out on purpose: no form uses it.
+    // Markers of a form in the editor, but for "]", which no form uses.
     return clear(text, [](QChar c) { return keepIfIn(QStringLiteral("{}[$<>"), c); });
 }
 

@@ -38,7 +38,9 @@ bool requestTaken()
 }
 
 /// Repeats the question until the other instance is gone or the operator refuses. The lock is not tried
-/// again afterwards: the program runs on without holding it, and a further start finds it free. Meant so.
+/// again: the other one takes the request away before it lets go of the lock, and a try that comes too early
+/// would refuse the start that the operator has asked for. So the program runs on without the lock, and a
+/// further start finds it free.
 bool stopOtherInstance()
 {
     for (;;) {

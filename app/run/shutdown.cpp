@@ -31,7 +31,8 @@ void closeJournal()
     Log.Save();
 }
 
-/// Without arguments: the new process takes the directory of the executable. Meant so.
+/// Without arguments: a data directory on the command line holds for the run that it was given to. The new
+/// process takes the directory of the executable.
 void startAnew(const QString &program)
 {
     QProcess process;

@@ -45,8 +45,8 @@ void FormMain::ProtocolKeyPressed(QKeyEvent *event)
     moveProtocol(event->key());
 }
 
-// The keypad is left out on purpose: its digits are pressed by accident. A lone "@" goes unfiltered, so that
-// the adapter's commands can be typed by hand.
+// Not from the keypad, whose digits are pressed by accident. A lone "@" goes unfiltered, so that the
+// adapter's commands can be typed by hand.
 bool FormMain::sendTypedText(const QKeyEvent &event)
 {
     QString text = event.text();

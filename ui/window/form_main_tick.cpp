@@ -64,8 +64,8 @@ void FormMain::checkStopFile()
     if (!Options.checkStopFile || State.stopCountdown != 0)
         return;
     stopFilePhase = (stopFilePhase + 1) % StopFilePhases;
-    // The name is empty on purpose: a running program does not stop at another one's request, and the
-    // operator of the other one is asked again and again until this one is closed by hand.
+    // The name is empty: a line in use is not given up at another start's request. Who starts is asked again
+    // and again until this program is closed by hand.
     if (stopFilePhase == 0 && QFile::exists(QString())) {
         State.stopCountdown = CState::TicksToCloseOpen; // whatever the mode
         Log.addCacheServiceString(QStringLiteral("Запрос на остановку приложения"), ProtocolInfo, true);

@@ -21,7 +21,7 @@ constexpr int TrafficPhases = 5; ///< pictures of the traffic animation
 CTrayIcon::CTrayIcon(QObject *parent) : QSystemTrayIcon(parent)
 {
     registerIcons();
-    // Index 6, for the mode БВ, stays without an icon on purpose: the tray shows none in that mode.
+    // None for the mode БВ: with a picture a channel about to close would pass for an open or a closed one.
     static const char *const files[TrayIconCount] = {
         "x.ico",      nullptr,    nullptr,    "tlg_ba.ico", "tlg_bd.ico", "tlg_rb.ico", nullptr,
         "tlg_nc.ico", "tlg1.ico", "tlg2.ico", "tlg3.ico",   "tlg4.ico",   "tlg5.ico",   "tlge.ico",
