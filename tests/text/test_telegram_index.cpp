@@ -1,0 +1,40 @@
+#include "tests/support/row.h"
+#include "text/telegram_index.h"
+
+#include <QtTest>
+
+class TestTelegramIndex : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void faultOfAnIndex_data()
+    {
+        QTest::addColumn<QString>("category");
+        QTest::addColumn<QString>("index");
+        QTest::addColumn<QString>("fault");
+        const QString wrong = "Неверно указан индекс", missing = "Не указан индекс";
+        row("none", "П", "", wrong);
+        row("five figures", "П", "12345", wrong);
+        row("six figures", "П", "123456", "");
+        row("seven characters", "П", "1234567", "");
+        row("no category", "", "123456", "");
+        row("Ц alone is like the others", "Ц", "12345", wrong);
+        row("Ц at the start is like the others", "ЦП", "1234567", "");
+        row("none behind Ц", "ПЦ", "", missing);
+        row("five behind Ц", "ПЦ", "12345", missing);
+        row("six behind Ц", "ПЦ", "123456", "");
+        row("seven without a sign", "ПЦ", "1234567", wrong);
+        row("sign in the wrong place", "ПЦ", "12=4567", wrong);
+        row("two halves", "ПЦ", "123=123", "");
+    }
+    void faultOfAnIndex()
+    {
+        QFETCH(QString, category);
+        QFETCH(QString, index);
+        QTEST(telegramIndexFault(category, index), "fault");
+    }
+};
+
+QTEST_GUILESS_MAIN(TestTelegramIndex)
+#include "test_telegram_index.moc"
