@@ -4,7 +4,7 @@
 
 #include <QString>
 
-class QComboBox;
+class CNumberCombo;
 class QPushButton;
 
 /// Asks for the number of one subscriber, with the numbers dialled by hand before on offer.
@@ -29,9 +29,7 @@ public slots:
     void slotApply();
 
 private:
-    void offerNumbersAsList();
-
-    QComboBox *m_numbers;
+    CNumberCombo *m_numbers;
     QPushButton *m_dial;
     bool m_dialAllowed = true;
 };
