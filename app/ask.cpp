@@ -21,11 +21,19 @@ void showWarning(const QString &text)
     box.setText(text);
     box.exec();
 }
+
+void showError(QWidget *parent, const QString &title, const QString &text)
+{
+    QMessageBox box(QMessageBox::Critical, title, text, QMessageBox::Ok, parent);
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
 } // namespace
 
 std::function<int(QWidget *, const QString &, const QString &)> askHandler = showQuestion;
 std::function<int(QWidget *, const QString &, const QString &)> askWithCancelHandler = showQuestionWithCancel;
 std::function<void(const QString &)> warnHandler = showWarning;
+std::function<void(QWidget *, const QString &, const QString &)> tellErrorHandler = showError;
 
 int ask(QWidget *parent, const QString &title, const QString &text)
 {
@@ -40,4 +48,9 @@ int askWithCancel(QWidget *parent, const QString &title, const QString &text)
 void warn(const QString &text)
 {
     warnHandler(text);
+}
+
+void tellError(QWidget *parent, const QString &title, const QString &text)
+{
+    tellErrorHandler(parent, title, text);
 }

@@ -18,8 +18,13 @@ class QWidget;
 /// Shows a box with the icon Warning, without parent or title, until the operator closes it.
 void warn(const QString &text);
 
-/// What ask(), askWithCancel() and warn() call. A test puts its own functions here and restores the former
-/// ones.
+/// Shows a box with the icon Critical and the button OK until the operator closes it. The text may come from
+/// the line: it is shown letter by letter.
+void tellError(QWidget *parent, const QString &title, const QString &text);
+
+/// What ask(), askWithCancel(), warn() and tellError() call. A test puts its own functions here and restores
+/// the former ones.
 extern std::function<int(QWidget *parent, const QString &title, const QString &text)> askHandler;
 extern std::function<int(QWidget *parent, const QString &title, const QString &text)> askWithCancelHandler;
 extern std::function<void(const QString &text)> warnHandler;
+extern std::function<void(QWidget *parent, const QString &title, const QString &text)> tellErrorHandler;
