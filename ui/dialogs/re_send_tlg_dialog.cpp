@@ -1,0 +1,183 @@
+#include "ui/dialogs/re_send_tlg_dialog.h"
+
+#include "app/clock.h"
+#include "app/options.h"
+#include "text/filters.h"
+#include "text/telegram_index.h"
+#include "text/utils.h"
+#include "ui/widgets/layouts.h"
+#include "ui/widgets/number_combo.h"
+
+#include <QDateTimeEdit>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScreen>
+
+#include <algorithm>
+
+namespace
+{
+constexpr int Columns = 70;       // of text, at least
+constexpr int LongestPaste = 200; // characters, among which a number is looked for
+constexpr int ShownCharacters = 1000000, ShownLineLength = 2000;
+
+/// What of \a text can stand in an index.
+QString indexOnly(const QString &text)
+{
+    QString index;
+    for (const QChar c : QStringClearNonMTK2(text))
+        if (c.isLetterOrNumber() || c == QLatin1Char('='))
+            index += c;
+    return index.left(LongestTelegramIndexLength);
+}
+
+/// What of \a text can stand in a number. The comma stays: without it two numbers would become another one.
+QString numberOnly(const QString &text)
+{
+    QString number;
+    for (const QChar c : text)
+        if (c.isDigit() || c == QLatin1Char('+') || c == QLatin1Char(','))
+            number += c;
+    return number;
+}
+
+bool hasDigit(const QString &number)
+{
+    return std::any_of(number.begin(), number.end(), [](QChar c) { return c.isDigit(); });
+}
+
+/// The beginning of \a text, in lines that can be laid out without a wait.
+QString shown(const QString &text)
+{
+    QString lines;
+    int length = 0;
+    for (const QChar c : text.left(ShownCharacters)) {
+        length = c == QLatin1Char('\n') ? 0 : length + 1;
+        lines += c;
+        if (length == ShownLineLength) {
+            lines += QLatin1Char('\n');
+            length = 0;
+        }
+    }
+    if (text.size() > ShownCharacters)
+        lines += QStringLiteral("\n... всего знаков: %1").arg(text.size());
+    return lines;
+}
+
+QPlainTextEdit *newText(const QString &text)
+{
+    auto *edit = new QPlainTextEdit(shown(text));
+    edit->setObjectName(QStringLiteral("text"));
+    edit->setReadOnly(true);
+    edit->setTabChangesFocus(true);
+    edit->setFont(Options.tlgFont);
+    const int most = QGuiApplication::primaryScreen()->availableSize().width() * 2 / 3;
+    edit->setMinimumWidth(qMin(most, CUtils::txtGUIWidth(Columns, Options.tlgFont)));
+    return edit;
+}
+
+QLabel *newFault()
+{
+    auto *label = new QLabel;
+    label->setObjectName(QStringLiteral("fault"));
+    QPalette red = label->palette();
+    red.setColor(QPalette::WindowText, Qt::darkRed);
+    label->setPalette(red);
+    return label;
+}
+} // namespace
+
+CReSendTlgDialog::CReSendTlgDialog(const QString &telegram, QWidget *parent)
+    : CDialog(parent, &COptions::geometryReSendTlg), text(telegram), m_text(newText(text)),
+      m_fault(newFault()), m_forward(newDefaultButton("forward", QStringLiteral("Переслать")))
+{
+    setWindowTitle(QStringLiteral("Пересылка телеграммы"));
+    auto *rows = new QVBoxLayoutMS(this);
+    rows->addWidget(m_text, 1);
+    rows->addLayout(Options.processMode == SKK ? newNumberRow() : newIndexRow());
+    rows->addWidget(m_fault);
+    rows->addLayout(newButtonRow({}, {m_forward, newLeaveButton()}));
+
+    m_number->lineEdit()->setMaxLength(LongestPaste);
+    connect(m_number, &CNumberCombo::numberChanged, this, &CReSendTlgDialog::updateForward);
+    connect(m_number, &CNumberCombo::enteredOverList, m_forward, &QPushButton::click);
+    connect(m_forward, &QPushButton::clicked, this, &CReSendTlgDialog::slotApply);
+    updateForward();
+    m_number->setFocus();
+    resize(600, 500);
+    takePlace();
+}
+
+QLayout *CReSendTlgDialog::newIndexRow()
+{
+    m_category = new QComboBox;
+    m_category->setObjectName(QStringLiteral("category"));
+    m_category->addItems(Options.CategoryList.split(QLatin1Char(',')));
+    m_number = new CNumberCombo(Options.lastCKSCallNumbers, indexOnly);
+    m_number->setObjectName(QStringLiteral("index"));
+    m_number->lineEdit()->setPlaceholderText(QStringLiteral("000000"));
+    connect(m_category, &QComboBox::currentTextChanged, this, &CReSendTlgDialog::updateForward);
+
+    auto *row = new QHBoxLayout0;
+    row->addWidget(new QLabel(QStringLiteral("Категория:")));
+    row->addWidget(m_category);
+    row->addWidget(new QLabel(QStringLiteral("Индекс:")));
+    row->addWidget(m_number, 1);
+    return row;
+}
+
+QLayout *CReSendTlgDialog::newNumberRow()
+{
+    m_number = new CNumberCombo(Options.lastSKKCallNumbers, numberOnly);
+    m_number->setObjectName(QStringLiteral("number"));
+    m_sendTime = new QDateTimeEdit(Time.dateTime);
+    m_sendTime->setObjectName(QStringLiteral("sendTime"));
+    m_sendTime->setDisplayFormat(CTime::formatDD_MM_YYYY_HH_MM);
+    m_sendTime->setCalendarPopup(true);
+
+    auto *row = new QHBoxLayout0;
+    row->addWidget(new QLabel(QStringLiteral("Номер:")));
+    row->addWidget(m_number, 1);
+    row->addWidget(new QLabel(QStringLiteral("Время отправки:")));
+    row->addWidget(m_sendTime);
+    return row;
+}
+
+// A queue file without a number is never dialled, one with a wrong index is refused by the centre. A direct
+// link asks for neither.
+QString CReSendTlgDialog::fault() const
+{
+    const QString typed = m_number->currentText();
+    switch (Procedure(Options.processMode)) {
+    case SKK:
+        if (typed.contains(QLatin1Char(',')))
+            return QStringLiteral("Укажите один номер");
+        return hasDigit(typed) ? QString() : QStringLiteral("Не указан номер");
+    case CKS: return telegramIndexFault(m_category->currentText(), typed);
+    case Direct: break;
+    }
+    return QString();
+}
+
+void CReSendTlgDialog::updateForward()
+{
+    m_fault->setText(fault());
+    m_forward->setEnabled(m_fault->text().isEmpty());
+}
+
+void CReSendTlgDialog::slotApply()
+{
+    if (Options.processMode == SKK) {
+        number = m_number->currentText();
+        sendTime = m_sendTime->dateTime();
+        m_number->keepIn(Options.lastSKKCallNumbers);
+    } else {
+        category = m_category->currentText();
+        index = m_number->currentText();
+        m_number->keepIn(Options.lastCKSCallNumbers);
+    }
+    done(Accepted);
+}
