@@ -1,0 +1,64 @@
+#include "ui/widgets/file_table.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+
+namespace
+{
+bool isStep(int key)
+{
+    return key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp || key == Qt::Key_PageDown;
+}
+} // namespace
+
+CFileTable::CFileTable(QWidget *parent) : QTableView(parent)
+{
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setEditTriggers(NoEditTriggers);
+    setTabKeyNavigation(false);
+    setWordWrap(false);
+    verticalHeader()->hide();
+}
+
+int CFileTable::selectedRow() const
+{
+    const QModelIndexList rows = selectionModel()->selectedRows();
+    return rows.isEmpty() ? -1 : rows.first().row();
+}
+
+// Where a row has gone, its neighbour is current but not selected: a step selects it, and Home and End must
+// reach it, too.
+void CFileTable::keyPressEvent(QKeyEvent *event)
+{
+    if (selectedRow() < 0 && currentIndex().isValid()) {
+        if (isStep(event->key()))
+            return selectRow(currentIndex().row());
+        if (event->key() == Qt::Key_Home || event->key() == Qt::Key_End)
+            selectionModel()->clearCurrentIndex();
+    }
+    QTableView::keyPressEvent(event);
+}
+
+QModelIndex CFileTable::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
+{
+    const int column = qMax(0, currentIndex().column());
+    if (action == MoveHome)
+        return model()->index(0, column);
+    if (action == MoveEnd)
+        return model()->index(model()->rowCount() - 1, column);
+    return QTableView::moveCursor(action, modifiers);
+}
+
+// The view would select the neighbour of a current row that goes, had the neighbour not become current
+// before.
+void CFileTable::rowsAboutToBeRemoved(const QModelIndex &parent, int first, int last)
+{
+    const int current = currentIndex().row();
+    if (current >= first && current <= last) {
+        const int neighbour = last + 1 < model()->rowCount() ? last + 1 : first - 1;
+        selectionModel()->setCurrentIndex(model()->index(neighbour, currentIndex().column()),
+                                          QItemSelectionModel::NoUpdate);
+    }
+    QTableView::rowsAboutToBeRemoved(parent, first, last);
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QTableView>
+
+/// A list of files, one of which may be selected, for the mouse or the keyboard alone: Home and End go to the
+/// first and the last row, Enter opens, Tab leaves. A selected row that is removed leaves nothing selected,
+/// so that no command falls on its neighbour.
+class CFileTable : public QTableView
+{
+    Q_OBJECT
+
+public:
+    explicit CFileTable(QWidget *parent = nullptr);
+
+    /// The selected row, or -1.
+    [[nodiscard]] int selectedRow() const;
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+
+protected slots:
+    void rowsAboutToBeRemoved(const QModelIndex &parent, int first, int last) override;
+};
