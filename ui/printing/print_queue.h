@@ -27,7 +27,8 @@ public:
     /// Adds a job. If none is open and this one is quick, it is over on return, and its failure is in the
     /// journal then. A slow job goes on by itself, and so do those that come behind it.
     void add(const Job &job);
-    /// Waits until no job is open, journals what has failed, and tells whether none is open.
+    /// Waits until no job is open, but no longer than \a milliseconds, journals what has failed, and tells
+    /// whether none is open.
     bool waitForIdle(int milliseconds);
 
 signals:
@@ -38,14 +39,14 @@ protected:
 
 private:
     CPrintQueue() = default;
-    void endJobs();
+    void endJobs(); ///< the program ends: what does not end in time is told to stop and journalled
     void journalErrors();
-    [[nodiscard]] Job takeJob();
+    [[nodiscard]] Job takeJob(); ///< an empty one ends the thread
 
     QMutex m_mutex; ///< guards all below but m_stop
     QWaitCondition m_idle;
-    QQueue<Job> m_jobs;
-    QStringList m_errors; ///< journal lines that wait for the main thread
-    bool m_busy = false;  ///< a job is open; cleared by the thread as its last act
-    std::atomic<bool> m_stop{false};
+    QQueue<Job> m_jobs;              ///< without the running one
+    QStringList m_errors;            ///< journal lines that wait for the main thread
+    bool m_busy = false;             ///< a job is open; cleared by the thread as its last act
+    std::atomic<bool> m_stop{false}; ///< the program ends; never cleared
 };

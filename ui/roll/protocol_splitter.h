@@ -24,13 +24,14 @@ public:
 
     /// Forgets everything and takes the journal from its start by \a rules at the next take().
     void restart(const Rules &rules);
+    /// Those of the last restart().
     [[nodiscard]] const Rules &rules() const { return m_rules; }
     /// Brings the lists to the state of \a source; from its start, if it has done anything but grow.
     void take(const CJournalLines &source);
 
     /// Without the parting all text, with it what was received. Each line begins with a type mark.
     [[nodiscard]] const QStringList &received() const { return m_lists[0].lines; }
-    /// What was sent; empty without the parting.
+    /// What was sent, in the same form; empty without the parting.
     [[nodiscard]] const QStringList &sent() const { return m_lists[1].lines; }
 
 private:
@@ -41,10 +42,10 @@ private:
         int width = 0;     ///< text characters in it
     };
 
-    void takeChar(QChar c);
+    void takeChar(QChar c); ///< the next character of the journal, its type marks among them
     void takeMark(int mark);
-    void put(List &list, QChar c);
-    [[nodiscard]] List *listInForce();
+    void put(List &list, QChar c);     ///< begins a new line where the rules or the text ask for one
+    [[nodiscard]] List *listInForce(); ///< null for what the parting leaves out
 
     Rules m_rules;
     List m_lists[2];

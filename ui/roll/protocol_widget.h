@@ -44,47 +44,54 @@ public:
     void reset();
     /// Today is shown and the roll stands at its end.
     [[nodiscard]] bool isLastString() const;
+    // Both of the day shown
     void toFirstLine();
     void toLastLine();
     /// Moves by lines. From the first line of a day it goes back to the end of the day before, from the last
     /// one to the start of the next day, never past today. A longer step stops at the border first.
     void move(int lines);
+    /// Moves by so many lines as a pane shows, by the same rules.
     void movePage(int pages);
     /// Shows \a date, read anew: today at its end, another day at its start. Empty without a file.
     void setDate(const QDate &date);
-    [[nodiscard]] QDate date() const;
-    void setInputStopped(bool stopped);
-    void setCursorEnable(bool enable); ///< the keys go to the line: a cursor behind the last text
+    [[nodiscard]] QDate date() const;   ///< the day shown
+    void setInputStopped(bool stopped); ///< the line is down: the cursor shows it by its colour
+    void setCursorEnable(bool enable);  ///< the keys go to the line: a cursor behind the last text
     /// Selects a line of the list shown and scrolls it to the top, as far as the end of the list allows.
     void selectAndShowLine(int line);
-    /// The selected lines with their type marks, parted by LF.
+    /// The selected lines with their type marks, parted by LF. Empty without a selection.
     [[nodiscard]] QString getSelect() const;
-    /// The selected text, 0 of all kinds, 1 received, 2 sent, without type marks and adapter commands and,
-    /// unless they are shown, without register marks. Line ends stay as "<" and ">".
+    /// The selected text of \a kind, a value of ProtocolTypes, 0 of all kinds: without type marks and adapter
+    /// commands and, unless they are shown, without register marks. Line ends stay as "<" and ">".
     [[nodiscard]] QString getSelect(int kind) const;
     [[nodiscard]] bool hasSelection() const { return m_firstSelected >= 0; }
     /// Leaves the clipboard alone if nothing of \a kind is selected.
     void copyToClipboard(int kind) const;
-    /// Take the present options.
+    /// Take the present options. A roll that stands at the end of today stays there.
     void initFont();
     void initPallette();
 
-    [[nodiscard]] bool showRegisters() const { return m_showRegisters; }
-    [[nodiscard]] bool showInfo() const { return m_showInfo; }
-    [[nodiscard]] bool showCmd() const { return m_showCmd; }
+    // The switches of the panel. Setting one acts like a click on it.
+    [[nodiscard]] bool showRegisters() const { return m_showRegisters; } ///< marks of the registers
+    [[nodiscard]] bool showInfo() const { return m_showInfo; }           ///< information of the journal
+    [[nodiscard]] bool showCmd() const { return m_showCmd; }             ///< commands of the adapter
     void setShowRegisters(bool on);
     void setShowInfo(bool on);
     void setShowCmd(bool on); ///< without effect where adapter commands are not offered
 
     // What the roll shows
 
+    /// The list shown, with type marks; of a split view's two that of the pane pressed last.
     [[nodiscard]] const QStringList &shownLines() const { return *m_shown; }
+    /// Whole lines for which the roll has room, 1 at least, whether or not it is split.
     [[nodiscard]] int linesOnScreen() const;
     /// The rectangle of the lines, below the panel and left of the scroll bar.
     [[nodiscard]] QRect textArea() const;
     /// Rectangle of a line of the list shown; empty if it is not on the screen.
     [[nodiscard]] QRect lineRect(int line) const;
+    /// What is painted of \a line, a line with type marks; none for one of which nothing is shown.
     [[nodiscard]] QVector<Run> runsOf(const QString &line) const;
+    // Lines of the list shown; -1 is none
     [[nodiscard]] int firstSelectedLine() const { return m_firstSelected; }
     [[nodiscard]] int lastSelectedLine() const { return m_lastSelected; }
 
@@ -96,6 +103,7 @@ public slots:
     void slotProtocolNewLine();     ///< today has a line more
     /// The second's repaint of a roll that has something new to show.
     void slotFlush();
+    /// The operator has chosen \a date: see setDate().
     void slotProtocolDateChanged(const QDate &date);
     /// A check box or the width limit has changed.
     void slotProtocolOptionsChanged();
@@ -134,43 +142,44 @@ private:
     void updatePanelFont();
 
     // Lists
-    void checkShowList();
-    void showListAnew();
+    void checkShowList(); ///< brings the list shown to the state of the journal
+    void showListAnew();  ///< chooses it by the switches, from the journal's start
     [[nodiscard]] CProtocolSplitter::Rules rulesInForce() const;
     [[nodiscard]] const CJournalLines &source() const;
     [[nodiscard]] bool isToday() const;
     [[nodiscard]] bool isFiltered() const;
-    [[nodiscard]] int longestList() const;
-    [[nodiscard]] int rowsOfPane() const;
+    [[nodiscard]] int longestList() const; ///< lines of the longer of the lists on the screen
+    [[nodiscard]] int rowsOfPane() const;  ///< whole rows for which a pane has room, 1 at least
     [[nodiscard]] int tailTop(const QStringList &lines) const;
     [[nodiscard]] Pane newPane(const QStringList &lines, const QRect &area, int shift) const;
     [[nodiscard]] QVector<Pane> panes() const;
     void alignPanes();
-    [[nodiscard]] int lastPosition() const;
-    void updateRange(bool toEnd);
+    [[nodiscard]] int lastPosition() const; ///< of the bar, at which each pane shows its end
+    void updateRange(bool toEnd);           ///< of the bar, which then goes to its end or keeps its value
     [[nodiscard]] QRect rowRect(const Pane &pane, int row) const;
-    [[nodiscard]] QRect withInk(const QRect &row) const;
+    [[nodiscard]] QRect withInk(const QRect &row) const; ///< with the letters that reach out of it
     void clearSelection();
 
     // Feeding
-    void showNews();
+    void showNews(); ///< only at the end of today: a roll that is scrolled back does not move
     void updateLastRows();
     void updateAll();
-    [[nodiscard]] QRect lastRowRect(const Pane &pane) const;
+    [[nodiscard]] QRect lastRowRect(const Pane &pane) const; ///< empty if it is not on the screen
 
     // Painting
     void takeMetrics();
     [[nodiscard]] const QPen &penOf(int kind) const;
     void paintPane(QPainter &painter, const Pane &pane, const QRegion &region, bool withPending) const;
+    // They begin at \a x; where something follows they return where it begins.
     [[nodiscard]] int paintLine(QPainter &painter, const QString &line, int x, int baseline) const;
     void paintPending(QPainter &painter, int x, int baseline) const;
     [[nodiscard]] int paintPendingText(QPainter &painter, const QString &text, int x, int baseline) const;
-    [[nodiscard]] QString shownText(const QString &text) const;
+    [[nodiscard]] QString shownText(const QString &text) const; ///< by the switches; may be empty
 
     // Search, selection
-    [[nodiscard]] static QVector<Run> storedRuns(const QString &line);
-    [[nodiscard]] QString cleanText(const QString &text) const;
-    [[nodiscard]] int findLine(const QString &text, int from, int to) const;
+    [[nodiscard]] static QVector<Run> storedRuns(const QString &line);       ///< whatever the switches say
+    [[nodiscard]] QString cleanText(const QString &text) const;              ///< of the line, as it is copied
+    [[nodiscard]] int findLine(const QString &text, int from, int to) const; ///< before \a to; -1 is none
     [[nodiscard]] bool lineHolds(int line, const QString &text) const;
     [[nodiscard]] int lineAt(const QPoint &point) const;
     void extendSelection(int line);

@@ -24,7 +24,7 @@ const QColor SelectedGround(128, 128, 160);
 const QColor ErrorText(255, 128, 128); // a red that reads on a dark blue ground
 
 // The head of a text that another thread may be changing, as much of it as a line can show.
-template <class Shared> QString headOf(const Shared &shared)
+QString headOf(const CMutexString &shared)
 {
     const QMutexLocker lock(&shared.mutex);
     return shared.text.left(Columns);

@@ -11,7 +11,9 @@ public:
     using QComboBox::QComboBox;
 
 signals:
-    void keyPress(QKeyEvent *event); ///< not yet used; the event is the sender's
+    /// A key that the box has not used yet and will use after the call, also if the receiver accepts
+    /// \a event, which lives for the call alone.
+    void keyPress(QKeyEvent *event);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;

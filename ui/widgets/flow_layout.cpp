@@ -73,7 +73,6 @@ void CFlowLayout::setGeometry(const QRect &rect)
     flow(rect, true);
 }
 
-// The height that the rows take in the width of \a rect, margins included.
 int CFlowLayout::flow(const QRect &rect, bool place) const
 {
     const QRect room = rect.marginsRemoved(contentsMargins());

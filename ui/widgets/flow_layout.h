@@ -11,21 +11,27 @@ class CFlowLayout : public QLayout
     Q_OBJECT
 
 public:
+    /// \a margin all round and \a spacing between items and between rows, in pixels.
     CFlowLayout(int margin, int spacing, QWidget *parent = nullptr);
     ~CFlowLayout() override;
 
+    /// Takes \a item in behind the others and owns it from then on.
     void addItem(QLayoutItem *item) override;
     [[nodiscard]] int count() const override;
+    /// Null for an \a index that there is not.
     [[nodiscard]] QLayoutItem *itemAt(int index) const override;
+    /// The same, and the item goes to the caller.
     QLayoutItem *takeAt(int index) override;
     [[nodiscard]] Qt::Orientations expandingDirections() const override { return {}; }
     [[nodiscard]] bool hasHeightForWidth() const override { return true; }
-    [[nodiscard]] int heightForWidth(int width) const override;
-    [[nodiscard]] QSize sizeHint() const override; ///< all in one row
-    [[nodiscard]] QSize minimumSize() const override;
+    [[nodiscard]] int heightForWidth(int width) const override; ///< of all rows
+    [[nodiscard]] QSize sizeHint() const override;              ///< all in one row
+    [[nodiscard]] QSize minimumSize() const override;           ///< of the widest item, and of the tallest
     void setGeometry(const QRect &rect) override;
 
 private:
+    /// The height that the rows take in the width of \a rect, margins included; with \a place also puts the
+    /// items there. Hidden items take no room.
     int flow(const QRect &rect, bool place) const;
     void placeRow(const QList<QLayoutItem *> &row, QPoint at, int height, int width) const;
     [[nodiscard]] QSize withMargins(const QSize &size) const;

@@ -72,7 +72,7 @@ class QGroupBox1 : public QGroupBox
 public:
     explicit QGroupBox1(const QString &title = QString(), QWidget *parent = nullptr);
 
-    QGridLayout1 *grid;
+    QGridLayout1 *grid; ///< the box's own
 };
 
 /// A fresh QVBoxLayoutMS without a parent.

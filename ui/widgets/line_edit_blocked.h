@@ -3,7 +3,8 @@
 #include <QLineEdit>
 
 /// A field that the program fills and the operator may take over: it starts read-only, in the colour of the
-/// window, and a double click turns it.
+/// window, and a double click turns it. The text can be set in both states: the program looks at isReadOnly()
+/// before it does.
 class QLineEditBlocked : public QLineEdit
 {
     Q_OBJECT
@@ -19,5 +20,5 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent *event) override;
 
 private:
-    void setBlocked(bool on);
+    void setBlocked(bool on); ///< without the signal
 };

@@ -2,12 +2,13 @@
 
 #include <QLineEdit>
 
-/// A line for at most \a maxLength characters, just wide enough for them and for the text that it begins
-/// with.
+/// A line of limited length, just wide enough for its longest text in figures and for the text that it begins
+/// with. The width is that of the font at its construction.
 class QLineEdit_Limits : public QLineEdit
 {
     Q_OBJECT
 
 public:
+    /// \a text is cut to \a maxLength characters.
     QLineEdit_Limits(const QString &text, int maxLength, QWidget *parent = nullptr);
 };

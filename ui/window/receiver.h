@@ -31,7 +31,7 @@ private:
     void takeTurn();
     void takeNextTurn();
     void returnUncut();
-    [[nodiscard]] bool fetch();
+    [[nodiscard]] bool fetch(); ///< the next block from the link thread; false if there is nothing
     // Take one piece and return its length; 0: there is none, or none that is whole
     [[nodiscard]] int takePiece();
     [[nodiscard]] int takeCommand();

@@ -22,15 +22,18 @@ public:
 
     explicit CStatusStrip(QWidget *parent = nullptr);
 
+    /// The application's palette but for the colour of texts.
     [[nodiscard]] static QPalette paletteOf(Color color);
+    /// Replaces the label's whole palette.
     static void setColor(QLabel *label, Color color);
     /// Shows \a text in one of the lines of the third box, and whole in its tool tip. A line without text
     /// takes no room, but for the link's.
     void showState(QLabel *label, const QString &text);
     /// Sizes the boxes for the font and for a window of \a width, with \a stateLines lines in the third box.
+    /// The strip's height is fixed by it, so it is due after each change of these or of the font.
     void fit(int width, int stateLines);
 
-    // Box by box; named by what they show
+    // Box by box; named by what they show. A clickable one tells of its click alone.
     std::array<QGroupBox *, 3> boxes{};
     QLabel *labelWindow = nullptr;                                                 ///< adapter window figure
     QLabel *labelNetIn = nullptr, *labelNetName = nullptr, *labelNetOut = nullptr; ///< centre or SKK counters
@@ -47,7 +50,7 @@ public:
 
 private:
     void buildBox(QGroupBox *box, int index);
-    void shapeLabels();
+    void shapeLabels(); ///< what differs from a plain label
 
     CStripLayout *m_layout;
 };

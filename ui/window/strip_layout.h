@@ -12,17 +12,19 @@ class CStripLayout : public QHBoxLayout0
 public:
     explicit CStripLayout(QWidget *parent = nullptr);
 
-    /// \a boxWidth of the first two boxes; \a height of a box, and \a lowHeight of the third one below.
+    /// In pixels: \a boxWidth of the first two boxes, \a height of a box in the upper row, \a lowHeight of
+    /// the third one below. All are 0 before.
     void setSizes(int boxWidth, int height, int lowHeight);
+    /// What the boxes need in a strip of \a width: one row or two.
     [[nodiscard]] int heightFor(int width) const;
 
-    [[nodiscard]] QSize sizeHint() const override;
-    [[nodiscard]] QSize minimumSize() const override;
+    [[nodiscard]] QSize sizeHint() const override;    ///< of one row
+    [[nodiscard]] QSize minimumSize() const override; ///< of the first two boxes, shrunk to their texts
     void setGeometry(const QRect &rect) override;
 
 private:
     [[nodiscard]] bool standsInOneRow(int width) const;
-    [[nodiscard]] int leastWidth(int index) const;
+    [[nodiscard]] int leastWidth(int index) const; ///< of the texts of a box
 
     int m_boxWidth = 0, m_height = 0, m_lowHeight = 0;
 };
