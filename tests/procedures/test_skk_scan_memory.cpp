@@ -1,6 +1,7 @@
 // The scan takes up where it can; what comes of it is that of a scan from the start.
 
 #include "tests/procedures/skk_desk.h"
+#include "tests/procedures/skk_forms.h"
 #include "tests/support/row.h"
 #include "tests/support/sessions.h"
 
@@ -24,43 +25,11 @@ private slots:
 
 namespace
 {
-/// Forms of the line, whole and torn, by how often they come; the rare ones end a connection.
-const QStringList Common = {"ТЕКСТ ",
-                            "#*",
-                            "\r\n",
-                            "А",
-                            "#\r\n",
-                            "#\r\n123456 АБОНЕНТ-----",
-                            "\r\n#01 |ЦКС&12.00",
-                            "ЗЦЗЦ ",
-                            "НННН  ",
-                            "НННН ",
-                            " ",
-                            " КРПТ КРПТ КРПТ ",
-                            "ЮЮЮЮЮЮЮЮЮ",
-                            "ЮЮЮ",
-                            "@E",
-                            "@C",
-                            "@S",
-                            "@I",
-                            "@",
-                            "!>ВЫЗОВ",
-                            "ТОЧКА КАНАЛ: АБ-123/45",
-                            "=>ВЫЗОВ ПРИНЯТ",
-                            "\r\n #12.00",
-                            "&DF",
-                            "#12",
-                            "|#&<>",
-                            "ЗЦЗЦ А#*Б НННН  "};
-const QStringList Rare = {
-    "@H",          "!>ОТБОЙ",   "!>ОТБОЙ\n", "!>СИГНАЛ NP\n", "\r\n&OCC",
-    "\r\n&BK\r\n", "\r\n&GA #", "@C",        "!>ВЫЗОВ\n",     "ЗЦЗЦ ПРОВЕРЬТЕ СВОЙ АВТООТВЕТ НННН  "};
-
 QString randomLine(QRandomGenerator &random, int forms)
 {
     QString line;
     for (int i = 0; i < forms; ++i) {
-        const QStringList &list = random.bounded(25) == 0 ? Rare : Common;
+        const QStringList &list = random.bounded(25) == 0 ? SkkForms::Rare : SkkForms::Common;
         line += list.at(random.bounded(list.size()));
     }
     return line;

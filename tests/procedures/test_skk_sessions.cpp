@@ -2,6 +2,7 @@
 // of the buffer with each piece, and random sessions that compare them.
 
 #include "tests/procedures/skk_desk.h"
+#include "tests/procedures/skk_forms.h"
 #include "tests/support/sessions.h"
 
 #include <QtTest>
@@ -20,42 +21,7 @@ namespace
 /// What the operator, the tick and the line adapter do between two pieces of text.
 enum Act { Text = 0, Sending, LastAnswer, Kind, Ignore, Direction, CallStep, Tick, AutoTick, Clear, Tcp };
 
-const QStringList Forms = {"ТЕКСТ ",
-                           "#*",
-                           "\r\n",
-                           "А",
-                           "ЗЦЗЦ ",
-                           "НННН  ",
-                           "#\r\n",
-                           "#\r\n123456 АБОНЕНТ-----",
-                           "\r\n#01 |ЦКС&12.00",
-                           "НННН ",
-                           " ",
-                           " КРПТ КРПТ КРПТ ",
-                           "ЮЮЮЮЮЮЮЮЮ",
-                           "ЮЮЮ",
-                           "ЗЦЗЦ А#*Б НННН  ",
-                           "@E",
-                           "@C",
-                           "@S",
-                           "@I",
-                           "@",
-                           "!>ВЫЗОВ",
-                           "ТОЧКА КАНАЛ: АБ-123/45",
-                           "=>ВЫЗОВ ПРИНЯТ",
-                           "\r\n #12.00",
-                           "&DF",
-                           "#12",
-                           "|#&<>",
-                           "!>ОТБОЙ",
-                           "!>СИГНАЛ NP\n",
-                           "\r\n&OCC",
-                           "\r\n&BK\r\n",
-                           "\r\n&GA #",
-                           "!>ВЫЗОВ\n",
-                           "ЗЦЗЦ ПРОВЕРЬТЕ СВОЙ АВТООТВЕТ НННН  ",
-                           "!>ОТБОЙ\n",
-                           "@H"};
+const QStringList Forms = SkkForms::Common + SkkForms::Rare;
 
 Session make(quint32 seed)
 {
