@@ -34,6 +34,37 @@ private slots:
         QFETCH(QString, index);
         QTEST(telegramIndexFault(category, index), "fault");
     }
+
+    void completeIndexOfACategory_data()
+    {
+        QTest::addColumn<QString>("category");
+        QTest::addColumn<QString>("index");
+        QTest::addColumn<bool>("complete");
+        const QString plain = QStringLiteral("П"), announced = QStringLiteral("ПЦ"),
+                      first = QStringLiteral("Ц");
+        row("plain, five", plain, QStringLiteral("12345"), false);
+        row("plain, six", plain, QStringLiteral("123456"), true);
+        row("plain, six characters", plain, QStringLiteral("12=45Б"), true);
+        row("plain, seven", plain, QStringLiteral("1234567"), false);
+        row("plain, none", plain, QString(), false);
+        row("announced, five", announced, QStringLiteral("12345"), false);
+        row("announced, six", announced, QStringLiteral("123456"), true);
+        row("announced, a letter", announced, QStringLiteral("12345А"), false);
+        row("announced, the same", announced, QStringLiteral("123=123"), true);
+        row("announced, another", announced, QStringLiteral("123=124"), false);
+        row("announced, no digits", announced, QStringLiteral("АБВ=АБВ"), false);
+        row("announced, seven", announced, QStringLiteral("1234567"), false);
+        row("announced, eight", announced, QStringLiteral("123=1234"), false);
+        row("Ц first, seven", first, QStringLiteral("123=123"), true);
+        row("Ц first, a letter", first, QStringLiteral("12345А"), false);
+    }
+
+    void completeIndexOfACategory()
+    {
+        QFETCH(QString, category);
+        QFETCH(QString, index);
+        QTEST(telegramIndexIsComplete(category, index), "complete");
+    }
 };
 
 QTEST_GUILESS_MAIN(TestTelegramIndex)
