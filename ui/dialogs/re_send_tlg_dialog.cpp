@@ -7,8 +7,10 @@
 #include "text/utils.h"
 #include "ui/widgets/layouts.h"
 #include "ui/widgets/number_combo.h"
+#include "ui/widgets/shown_part.h"
 
 #include <QDateTimeEdit>
+#include <QFormLayout>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
@@ -17,12 +19,13 @@
 #include <QScreen>
 
 #include <algorithm>
+#include <initializer_list>
+#include <utility>
 
 namespace
 {
 constexpr int Columns = 70;       // of text, at least
 constexpr int LongestPaste = 200; // characters, among which a number is looked for
-constexpr int ShownCharacters = 1000000, ShownLineLength = 2000;
 
 /// What of \a text can stand in an index.
 QString indexOnly(const QString &text)
@@ -49,27 +52,9 @@ bool hasDigit(const QString &number)
     return std::any_of(number.begin(), number.end(), [](QChar c) { return c.isDigit(); });
 }
 
-/// The beginning of \a text, in lines that can be laid out without a wait.
-QString shown(const QString &text)
-{
-    QString lines;
-    int length = 0;
-    for (const QChar c : text.left(ShownCharacters)) {
-        length = c == QLatin1Char('\n') ? 0 : length + 1;
-        lines += c;
-        if (length == ShownLineLength) {
-            lines += QLatin1Char('\n');
-            length = 0;
-        }
-    }
-    if (text.size() > ShownCharacters)
-        lines += QStringLiteral("\n... всего знаков: %1").arg(text.size());
-    return lines;
-}
-
 QPlainTextEdit *newText(const QString &text)
 {
-    auto *edit = new QPlainTextEdit(shown(text));
+    auto *edit = new QPlainTextEdit(shownPart(text));
     edit->setObjectName(QStringLiteral("text"));
     edit->setReadOnly(true);
     edit->setTabChangesFocus(true);
@@ -77,6 +62,16 @@ QPlainTextEdit *newText(const QString &text)
     const int most = QGuiApplication::primaryScreen()->availableSize().width() * 2 / 3;
     edit->setMinimumWidth(qMin(most, CUtils::txtGUIWidth(Columns, Options.tlgFont)));
     return edit;
+}
+
+/// Rows of their own: side by side they would be wider than a screen in large letters.
+QFormLayout *newForm(std::initializer_list<std::pair<QString, QWidget *>> fields)
+{
+    auto *form = new QFormLayout;
+    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    for (const auto &[label, field] : fields)
+        form->addRow(label, field);
+    return form;
 }
 
 QLabel *newFault()
@@ -97,7 +92,7 @@ CReSendTlgDialog::CReSendTlgDialog(const QString &telegram, QWidget *parent)
     setWindowTitle(QStringLiteral("Пересылка телеграммы"));
     auto *rows = new QVBoxLayoutMS(this);
     rows->addWidget(m_text, 1);
-    rows->addLayout(Options.processMode == SKK ? newNumberRow() : newIndexRow());
+    rows->addLayout(Options.processMode == SKK ? newNumberForm() : newIndexForm());
     rows->addWidget(m_fault);
     rows->addLayout(newButtonRow({}, {m_forward, newLeaveButton()}));
 
@@ -111,7 +106,7 @@ CReSendTlgDialog::CReSendTlgDialog(const QString &telegram, QWidget *parent)
     takePlace();
 }
 
-QLayout *CReSendTlgDialog::newIndexRow()
+QLayout *CReSendTlgDialog::newIndexForm()
 {
     m_category = new QComboBox;
     m_category->setObjectName(QStringLiteral("category"));
@@ -121,15 +116,10 @@ QLayout *CReSendTlgDialog::newIndexRow()
     m_number->lineEdit()->setPlaceholderText(QStringLiteral("000000"));
     connect(m_category, &QComboBox::currentTextChanged, this, &CReSendTlgDialog::updateForward);
 
-    auto *row = new QHBoxLayout0;
-    row->addWidget(new QLabel(QStringLiteral("Категория:")));
-    row->addWidget(m_category);
-    row->addWidget(new QLabel(QStringLiteral("Индекс:")));
-    row->addWidget(m_number, 1);
-    return row;
+    return newForm({{QStringLiteral("Категория:"), m_category}, {QStringLiteral("Индекс:"), m_number}});
 }
 
-QLayout *CReSendTlgDialog::newNumberRow()
+QLayout *CReSendTlgDialog::newNumberForm()
 {
     m_number = new CNumberCombo(Options.lastSKKCallNumbers, numberOnly);
     m_number->setObjectName(QStringLiteral("number"));
@@ -138,12 +128,7 @@ QLayout *CReSendTlgDialog::newNumberRow()
     m_sendTime->setDisplayFormat(CTime::formatDD_MM_YYYY_HH_MM);
     m_sendTime->setCalendarPopup(true);
 
-    auto *row = new QHBoxLayout0;
-    row->addWidget(new QLabel(QStringLiteral("Номер:")));
-    row->addWidget(m_number, 1);
-    row->addWidget(new QLabel(QStringLiteral("Время отправки:")));
-    row->addWidget(m_sendTime);
-    return row;
+    return newForm({{QStringLiteral("Номер:"), m_number}, {QStringLiteral("Время отправки:"), m_sendTime}});
 }
 
 // A queue file without a number is never dialled, one with a wrong index is refused by the centre. A direct

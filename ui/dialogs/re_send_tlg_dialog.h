@@ -33,8 +33,8 @@ public slots:
     void slotApply();
 
 private:
-    [[nodiscard]] QLayout *newIndexRow();
-    [[nodiscard]] QLayout *newNumberRow();
+    [[nodiscard]] QLayout *newIndexForm();
+    [[nodiscard]] QLayout *newNumberForm();
     [[nodiscard]] QString fault() const;
     void updateForward();
 

@@ -35,6 +35,7 @@ const Buttons all[] = {
     {"string", "send cancel", "send", "cancel", "line"},
     {"text", "send cancel", "send", "cancel", "text"},
     {"print", "print close", "print", "close", "text"},
+    {"forwarding", "forward cancel", "forward", "cancel", "number"},
     {"tape in", "start stop clear apply close", "start", "close", "text"},
     {"tape out", "start stop skip skip10 close", "start", "close", "text"},
 };

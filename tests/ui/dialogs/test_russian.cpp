@@ -4,6 +4,7 @@
 #include "app/startup.h"
 #include "tests/support/row.h"
 #include "ui/dialogs/file_dialog_with_codepage_select.h"
+#include "ui/dialogs/re_send_tlg_dialog.h"
 
 #include <QAction>
 #include <QCalendarWidget>
@@ -137,6 +138,7 @@ const Box boxes[] = {
     {"open a file", [] { return fileDialog(QFileDialog::AcceptOpen); }},
     {"save a file", [] { return fileDialog(QFileDialog::AcceptSave); }},
     {"a file with its coding", [] { return new CFileDialogWithCodepageSelect; }},
+    {"a telegram to forward", [] { return new CReSendTlgDialog(QStringLiteral("А")); }},
     {"colour", [] { return new QColorDialog; }},
     {"font", [] { return new QFontDialog; }},
     {"print", [] { return printDialog(); }},
