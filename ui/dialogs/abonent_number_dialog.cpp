@@ -1,6 +1,7 @@
 #include "ui/dialogs/abonent_number_dialog.h"
 
 #include "app/options.h"
+#include "ui/dialogs/abonent_list_dialog.h"
 #include "ui/widgets/layouts.h"
 #include "ui/widgets/number_combo.h"
 
@@ -12,18 +13,25 @@ CAbonentNumberDialog::CAbonentNumberDialog(QWidget *parent)
     : CDialog(parent), m_numbers(new CNumberCombo(Options.lastManualCallNumbers)),
       m_dial(newDefaultButton("dial", QStringLiteral("Набрать")))
 {
+    const bool hasAbonents = !Options.abonents.isEmpty();
+    QPushButton *abonents = newButton("abonents", QStringLiteral("..."),
+                                      hasAbonents ? QStringLiteral("Выбрать из списка абонентов")
+                                                  : QStringLiteral("Список абонентов пуст"));
+    abonents->setEnabled(hasAbonents);
     m_numbers->setObjectName(QStringLiteral("number"));
     m_numbers->lineEdit()->setPlaceholderText(QStringLiteral("0000"));
 
     auto *line = new QHBoxLayout0;
     line->addWidget(new QLabel(QStringLiteral("Номер")));
     line->addWidget(m_numbers, 1);
+    line->addWidget(abonents);
     auto *rows = new QVBoxLayoutMS(this);
     rows->addLayout(line);
     rows->addLayout(newButtonRow({m_dial, newLeaveButton()}));
 
     connect(m_numbers, &CNumberCombo::numberChanged, this, &CAbonentNumberDialog::slotNumberChanged);
     connect(m_numbers, &CNumberCombo::enteredOverList, m_dial, &QPushButton::click);
+    connect(abonents, &QPushButton::clicked, this, &CAbonentNumberDialog::slotAbonentSelect);
     connect(m_dial, &QPushButton::clicked, this, &CAbonentNumberDialog::slotApply);
 }
 
@@ -51,4 +59,14 @@ void CAbonentNumberDialog::slotApply()
     number = m_numbers->currentText();
     m_numbers->keepIn(Options.lastManualCallNumbers);
     done(Accepted);
+}
+
+void CAbonentNumberDialog::slotAbonentSelect()
+{
+    CAbonentListDialog dialog(this);
+    dialog.selectMode = true;
+    if (dialog.exec() != Accepted || dialog.selected.isEmpty())
+        return;
+    m_numbers->setEditText(dialog.selected);
+    m_numbers->setFocus();
 }

@@ -7,7 +7,8 @@
 class CNumberCombo;
 class QPushButton;
 
-/// Asks for the number of one subscriber, with the numbers dialled by hand before on offer.
+/// Asks for the number of one subscriber, with the numbers dialled by hand before and those of
+/// Options.abonents on offer.
 class CAbonentNumberDialog : public CDialog
 {
     Q_OBJECT
@@ -27,6 +28,8 @@ public slots:
     void slotNumberChanged(const QString &text);
     /// Keeps the number, here and among Options.lastManualCallNumbers.
     void slotApply();
+    /// Takes the number of a subscriber whom the operator chooses from the list.
+    void slotAbonentSelect();
 
 private:
     CNumberCombo *m_numbers;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/support/row.h"
+#include "ui/dialogs/abonent_list_dialog.h"
 #include "ui/dialogs/abonent_number_dialog.h"
 #include "ui/dialogs/about_dialog.h"
 #include "ui/dialogs/confirm_category_dialog.h"
@@ -53,6 +54,7 @@ inline const Row rows[] = {
     {"line test", make<CTestDialog>, plainly},
     {"subscriber's number", make<CAbonentNumberDialog>,
      [](CDialog &dialog) { static_cast<CAbonentNumberDialog &>(dialog).exec("1", "Номер абонента"); }},
+    {"subscribers", make<CAbonentListDialog>, plainly},
     {"number", make<CNumberDialog>,
      [](CDialog &dialog) { static_cast<CNumberDialog &>(dialog).exec("Номер абонента", "1"); }},
     {"received", make<CEditCounterDialog>,
