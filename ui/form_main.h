@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/send_model.h"
+#include "ui/pages/shown_text.h"
 #include "ui/window/receiver.h"
 #include "ui/window/tray_icon.h"
 
@@ -31,7 +32,7 @@ class QTabWidget;
 ///
 /// The chapters: form_main.cpp construction, _strip, _menu, _buttons (look), _tick, _dispatch, _day (time),
 /// _line (thread slots), _mode, _confirm, _counters, _keys, _close, _protocol,
-/// _keyboard, _clipboard, _send, _archive, _editor (tabs).
+/// _keyboard, _clipboard, _send, _send_actions, _archive, _editor (tabs).
 class FormMain : public QWidget
 {
     Q_OBJECT
@@ -64,6 +65,9 @@ public:
     void setEditorText(QString text);
     /// The same, and brings the editor to the front.
     void openInEditor(const QString &text);
+
+    /// Path of the file that is selected on the tab "Передача", or nothing.
+    [[nodiscard]] QString sendSelectedPath() const;
 
     bool eventFilter(QObject *object, QEvent *event) override;
 
@@ -123,6 +127,18 @@ public slots:
     /// Shows \a text to the operator, who may edit it and have it printed; returns when the dialog is closed.
     void printTextDialog(const QString &text);
 
+    // Send tab; what acts on "the file" acts on the selected one
+    void sendFileSelectChanged();        ///< of the queue
+    void sendBadFileSelectChanged();     ///< of the failed files
+    void update_PlainTextEdit_Send();    ///< shows its text, with or without register marks
+    void sendCheckBoxRegistersChanged(); ///< likewise
+    void sendToEditor();                 ///< what is on view
+    void sendDeleteFile();               ///< at once, with its record
+    void sendReSendFile(); ///< brings a failed file back into the queue, with all its tries and for now
+    void sendPauseFile();  ///< leaves it no tries
+    void slotSendChangeAbonentNumber(); ///< with a question; not while the switched channel is in use
+    void slotSendResetSendTime();       ///< to now; likewise
+
     // Protocol tab: keys and buttons
     void ProtocolKeyPressed(QKeyEvent *event);
     void protocolAccept();     ///< takes a call, "@E"
@@ -180,6 +196,8 @@ public:
     int stopFilePhase = 0;           ///< phase of the test for a stop request, 0..4
     int modeOvertime = 0;            ///< ticks since State.tlgModeSeconds stopped, modulo a day; else 0
     bool sendMenuOpen = false;       ///< the context menu of the send list is up: its rows must not move
+    QString sendPath, sendBadPath;   ///< selected in the queue or among the failed files: one is empty
+    ShownText sendShown;             ///< of the file selected last
     bool dispatching = false;        ///< a queue row is being handed over further down the stack
     bool closeQuestionOpen = false;  ///< "Завершить приложение?" waits for its answer
     QString lastCallNumber;          ///< dialled last by hand

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTextOption>
 
 namespace
 {
@@ -51,6 +52,8 @@ CEditorPage::CEditorPage(QWidget *parent)
 {
     setObjectName(QStringLiteral("tabEditor"));
     text->setTabChangesFocus(true);
+    // Breaking a long run of letters without a blank would take a minute for a million of them.
+    text->setWordWrapMode(QTextOption::WordWrap);
     placeRows();
 }
 

@@ -2,48 +2,130 @@
 
 #include "records/send_model.h"
 #include "text/utils.h"
+#include "ui/widgets/file_table.h"
+#include "ui/widgets/flow_layout.h"
 #include "ui/widgets/layouts.h"
+#include "ui/widgets/telegram_view.h"
 
+#include <QAction>
+#include <QCheckBox>
 #include <QEvent>
 #include <QFontMetrics>
 #include <QHeaderView>
-#include <QTableView>
+#include <QMenu>
+#include <QPushButton>
 #include <QTimer>
 
 namespace
 {
 constexpr int RowMargin = 5; ///< above and below the letters of a row
+constexpr int ButtonSpacing = 2;
 
 int rowHeight(const QFont &font)
 {
     return QFontMetrics(font).height() + 2 * RowMargin;
 }
 
-QTableView *newTable(QAbstractItemModel &model, const char *name, const QFont &font)
+template <class Control> Control *named(Control *control, const char *name)
 {
-    auto *table = new QTableView;
-    table->setObjectName(QString::fromLatin1(name));
+    control->setObjectName(QString::fromLatin1(name));
+    return control;
+}
+
+CFileTable *newTable(QAbstractItemModel &model, const char *name, const QFont &font)
+{
+    auto *table = named(new CFileTable, name);
     table->setModel(&model);
-    table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table->setSelectionMode(QAbstractItemView::SingleSelection);
-    table->verticalHeader()->hide();
+    table->horizontalHeader()->setMinimumSectionSize(1); // the style's is wider than two characters
     const CTableViewModelItem_Send::TableData &shape = CTableViewModelItem_Send::currentTable();
     for (int column = 0; column < shape.columns; ++column)
         table->setColumnWidth(column, CUtils::txtGUIWidth(shape.columnWidth[column], font));
     table->verticalHeader()->setDefaultSectionSize(rowHeight(font));
     return table;
 }
+
+QPushButton *newButton(const QString &words, const char *name)
+{
+    auto *button = named(new QPushButton(words), name);
+    button->setEnabled(false);
+    return button;
+}
 } // namespace
 
 CSendPage::CSendPage(CTableViewModel_Send &waiting, CTableViewModel_SendBad &failed, QWidget *parent)
     : QWidget(parent), tableSend(newTable(waiting, "tableSend", font())),
-      tableSendBad(newTable(failed, "tableSendBad", font())), m_tableFont(font())
+      tableSendBad(newTable(failed, "tableSendBad", font())),
+      registers(named(new QCheckBox(QStringLiteral("Показать регистры")), "sendRegisters")),
+      text(named(new CTelegramView, "sendText")),
+      toEditor(newButton(QStringLiteral("В редактор"), "sendToEditorButton")),
+      remove(newButton(QStringLiteral("Удалить"), "sendDeleteButton")),
+      reSend(newButton(QStringLiteral("Повторить передачу"), "sendReSendButton")),
+      changeNumber(newAction(QStringLiteral("Изменить номер абонента"), "sendChangeNumber")),
+      resetTime(newAction(QStringLiteral("Изменить время отправки на сейчас"), "sendResetTime")),
+      reSendAction(newAction(QStringLiteral("Повторить передачу"), "sendReSend")),
+      pause(newAction(QStringLiteral("Остановить"), "sendPause")), m_tableFont(font())
 {
     setObjectName(QStringLiteral("tabSend"));
     tableSendBad->hide();
+    for (CFileTable *table : {tableSend, tableSendBad})
+        prepareTable(table);
+    text->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(text, &QWidget::customContextMenuRequested, this, &CSendPage::popUpForText);
+    placeRows();
+}
+
+QAction *CSendPage::newAction(const QString &words, const char *name)
+{
+    auto *action = named(new QAction(words, this), name);
+    action->setEnabled(false);
+    return action;
+}
+
+void CSendPage::prepareTable(CFileTable *table)
+{
+    table->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(table, &QWidget::customContextMenuRequested, this,
+            [this, table](const QPoint &point) { popUpForRow(table, point); });
+    connect(table, &QAbstractItemView::activated, text, [this] { text->setFocus(); });
+}
+
+void CSendPage::placeRows()
+{
+    auto *buttons = new CFlowLayout(0, ButtonSpacing);
+    for (QPushButton *button : {toEditor, remove, reSend})
+        buttons->addWidget(button);
     auto *rows = new QVBoxLayoutMS(this);
     rows->addWidget(tableSend, 1);
     rows->addWidget(tableSendBad, 1);
+    rows->addWidget(registers, 0, Qt::AlignLeft);
+    rows->addWidget(text, 1);
+    rows->addLayout(buttons);
+}
+
+void CSendPage::popUpForRow(const CFileTable *table, const QPoint &point)
+{
+    if (table->selectedRow() < 0)
+        return;
+    auto *menu = new QMenu(this);
+    popUp(menu, table->viewport()->mapToGlobal(point));
+}
+
+void CSendPage::popUpForText(const QPoint &point)
+{
+    QMenu *menu = text->createStandardContextMenu();
+    menu->addSeparator();
+    popUp(menu, text->mapToGlobal(point));
+}
+
+// It stays up beside the second's tick, and what it does is done after it has gone.
+void CSendPage::popUp(QMenu *menu, const QPoint &globalPoint)
+{
+    menu->setObjectName(QStringLiteral("sendMenu"));
+    menu->addActions({changeNumber, resetTime, reSendAction, pause});
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    connect(menu, &QMenu::aboutToHide, this, &CSendPage::menuClosed);
+    emit menuOpened();
+    menu->popup(globalPoint);
 }
 
 void CSendPage::changeEvent(QEvent *event)
@@ -58,7 +140,7 @@ void CSendPage::changeEvent(QEvent *event)
 void CSendPage::sizeTables()
 {
     const CTableViewModelItem_Send::TableData &shape = CTableViewModelItem_Send::currentTable();
-    for (QTableView *table : {tableSend, tableSendBad}) {
+    for (CFileTable *table : {tableSend, tableSendBad}) {
         table->horizontalHeader()->setFont(font());
         table->verticalHeader()->setDefaultSectionSize(rowHeight(font()));
         for (int column = 0; column < shape.columns; ++column) {

@@ -8,6 +8,7 @@
 #include "ui/pages/protocol_page.h"
 #include "ui/pages/send_page.h"
 #include "ui/roll/protocol_widget.h"
+#include "ui/widgets/file_table.h"
 #include "ui/window/status_strip.h"
 
 #include <QApplication>
