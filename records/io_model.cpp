@@ -133,7 +133,7 @@ bool CTableViewModel_IO::clearNew(int row)
     if (!isMarked(m_rows.at(row)))
         return true;
     const QString path = pathAt(row);
-    if (!QFile::exists(path)) // the next reload takes the row away
+    if (!QFileInfo(path).isFile()) // the next reload takes the row away
         return false;
     m_rows[row].isNew = !clearMark(path);
     const bool cleared = !m_rows.at(row).isNew && shortenName(row);

@@ -3,6 +3,7 @@
 #include "app/options.h"
 #include "records/file_attr.h"
 #include "records/io_model.h"
+#include "records/protocol.h"
 #include "tests/support/desk.h"
 
 #include <QPersistentModelIndex>
@@ -32,6 +33,7 @@ struct Day : Desk {
     explicit Day(int mode = 0, const QStringList &files = {})
     {
         Options.processMode = mode;
+        Log.lines = QStringList{QString()}; // begun: events need not wait
         model.dirPath = path(QStringLiteral("inp/20260731"));
         for (const QString &name : files)
             add(name);

@@ -1,0 +1,274 @@
+#include "tests/records/archive_day.h"
+#include "tests/support/read_only.h"
+#include "tests/support/row.h"
+
+#include <QAbstractItemModelTester>
+#include <QDir>
+#include <QSignalSpy>
+#include <QtTest>
+
+#include <cerrno>
+
+#include <sys/syscall.h>
+
+namespace
+{
+bool refuseAttributes = false; // as a file system does that has none
+} // namespace
+
+// These stand before the functions of the C library.
+extern "C" int setxattr(const char *path, const char *name, const void *value, size_t size,
+                        int flags) noexcept
+{
+    if (refuseAttributes) {
+        errno = ENOTSUP;
+        return -1;
+    }
+    return int(syscall(SYS_setxattr, path, name, value, size, flags));
+}
+
+extern "C" ssize_t getxattr(const char *path, const char *name, void *value, size_t size) noexcept
+{
+    if (refuseAttributes) {
+        errno = ENOTSUP;
+        return -1;
+    }
+    return ssize_t(syscall(SYS_getxattr, path, name, value, size));
+}
+
+/// What the selection of a new file does to its mark: the attribute, and the suffix of its name.
+class TestIOClearNew : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup() { refuseAttributes = false; }
+
+    void markGoesFromRowFileAndName_data();
+    void markGoesFromRowFileAndName();
+    void rowThatIsNotNewIsLeftAlone();
+    void clearedRowStaysItselfAtTheNextReload();
+    void markThatCannotBeWrittenStaysOnShow_data();
+    void markThatCannotBeWrittenStaysOnShow();
+    void refusalIsToldOnceUntilAMarkWasCleared();
+    void takenNameIsNotWrittenOver_data();
+    void takenNameIsNotWrittenOver();
+    void nameOfNothingButTheSuffixStays();
+    void journalShowsNoControlCharacters();
+    void missingFileStaysAsItIsUntilTheReload();
+    void whatTookTheFilesPlaceIsLeftAlone();
+    void rowOfAFileThatWasGoneGivesItsNameUp();
+};
+
+void TestIOClearNew::markGoesFromRowFileAndName_data()
+{
+    QTest::addColumn<bool>("refuse");
+    QTest::addColumn<bool>("marked");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("shorter");
+    row("attribute", false, true, "a", "a");
+    row("hidden file", true, true, "a", "a");
+    row("suffix", false, false, "a_", "a");
+    row("suffix, no attributes", true, false, "a_", "a");
+    row("attribute and suffix", false, true, "a_", "a");
+    row("hidden file and suffix", true, true, "a_", "a");
+    row("two suffixes", false, false, "a__", "a_");
+    row("odd name", false, true, text(" \"с\" \n_"), text(" \"с\" \n"));
+}
+
+void TestIOClearNew::markGoesFromRowFileAndName()
+{
+    QFETCH(bool, refuse);
+    QFETCH(bool, marked);
+    QFETCH(QString, name);
+    QFETCH(QString, shorter);
+    refuseAttributes = refuse;
+    Day day;
+    day.add(name, "TEXT");
+    if (marked)
+        CFileAttr(day.path(day.place(name))).setNew();
+    day.model.reloadFromDir();
+    QVERIFY(isYellow(day.model, 0));
+    QSignalSpy changed(&day.model, &CTableViewModel_IO::dataChanged);
+    QVERIFY(day.model.clearNew(0));
+    QCOMPARE(day.model.at(0).fileName, shorter);
+    QCOMPARE(day.model.pathAt(0), day.path(day.place(shorter)));
+    QCOMPARE(isYellow(day.model, 0), shorter.endsWith('_'));
+    QCOMPARE(changed.size(), 1);
+    QCOMPARE(changed.first().at(0).value<QModelIndex>(), day.model.index(0, 0));
+    QCOMPARE(changed.first().at(1).value<QModelIndex>(), day.model.index(0, 2));
+    QVERIFY(!day.isNew(shorter));
+    QCOMPARE(day.read(day.place(shorter)), QByteArray("TEXT"));
+    const QDir::Filters all = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
+    QCOMPARE(QDir(day.model.dirPath).entryList(all), QStringList{shorter});
+    QCOMPARE(day.journal(), QStringList{QString()});
+}
+
+void TestIOClearNew::rowThatIsNotNewIsLeftAlone()
+{
+    Day day(0, {"a"});
+    QSignalSpy changed(&day.model, &CTableViewModel_IO::dataChanged);
+    QVERIFY(day.model.clearNew(0));
+    QCOMPARE(changed.size(), 0);
+    char value = 0;
+    QCOMPARE(int(getxattr("inp/20260731/a", "user.velda.archive", &value, 1)), -1);
+}
+
+void TestIOClearNew::clearedRowStaysItselfAtTheNextReload()
+{
+    Day day(0, {"a", "b_", "c"});
+    const QAbstractItemModelTester tester(&day.model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    const QPersistentModelIndex selected = day.select("b_");
+    QVERIFY(day.model.clearNew(1));
+    day.model.reloadFromDir();
+    QCOMPARE(names(day.model), QStringList({"a", "b", "c"}));
+    QCOMPARE(selected.row(), 1);
+    QCOMPARE(day.model.at(1).N, QString("001"));
+}
+
+void TestIOClearNew::markThatCannotBeWrittenStaysOnShow_data()
+{
+    QTest::addColumn<bool>("refuse");
+    QTest::addColumn<bool>("marked");
+    QTest::addColumn<QString>("name");
+    row("attribute", false, true, "a");
+    row("hidden file", true, true, "a");
+    row("suffix", false, false, "a_");
+    row("both", false, true, "a_");
+}
+
+void TestIOClearNew::markThatCannotBeWrittenStaysOnShow()
+{
+    QFETCH(bool, refuse);
+    QFETCH(bool, marked);
+    QFETCH(QString, name);
+    refuseAttributes = refuse;
+    Day day;
+    day.add(name);
+    if (marked)
+        CFileAttr(day.path(day.place(name))).setNew();
+    day.model.reloadFromDir();
+    {
+        const ReadOnly readOnly(day, "inp/20260731");
+        QVERIFY(!day.model.clearNew(0));
+        day.model.reloadFromDir();
+        QVERIFY(!day.model.clearNew(0));
+        QCOMPARE(names(day.model), QStringList{name});
+        QCOMPARE(day.model.at(0).isNew, marked);
+        QVERIFY(isYellow(day.model, 0));
+        QCOMPARE(day.isNew(name), marked);
+    }
+    const QString line = text("412:00:00 Невозможно снять отметку нового файла:") + day.model.pathAt(0);
+    QCOMPARE(day.journal(), QStringList({line, ""}));
+    QCOMPARE(day.read(day.place(name)), QByteArray("TEXT"));
+    QVERIFY(day.model.clearNew(0)); // as soon as the disk can be written
+    QVERIFY(!isYellow(day.model, 0));
+    QCOMPARE(day.model.at(0).fileName, QString("a"));
+}
+
+void TestIOClearNew::refusalIsToldOnceUntilAMarkWasCleared()
+{
+    Day day;
+    for (const char *name : {"a_", "b_", "c_"})
+        day.add(name);
+    day.model.reloadFromDir();
+    {
+        const ReadOnly readOnly(day, "inp/20260731");
+        for (const int row : {0, 1, 2, 0})
+            QVERIFY(!day.model.clearNew(row));
+    }
+    QVERIFY(day.model.clearNew(0));
+    {
+        const ReadOnly readOnly(day, "inp/20260731");
+        QVERIFY(day.model.clearNew(0)); // no longer new
+        QVERIFY(!day.model.clearNew(2));
+    }
+    const QString line = text("412:00:00 Невозможно снять отметку нового файла:") + day.model.dirPath;
+    QCOMPARE(day.journal(), QStringList({line + "/a_", line + "/c_", ""}));
+}
+
+void TestIOClearNew::takenNameIsNotWrittenOver_data()
+{
+    QTest::addColumn<bool>("isDirectory");
+    row("by a file", false);
+    row("by a directory", true);
+}
+
+void TestIOClearNew::takenNameIsNotWrittenOver()
+{
+    QFETCH(bool, isDirectory);
+    Day day;
+    if (isDirectory)
+        day.add("a/inside", "OTHER");
+    else
+        day.add("a", "OTHER");
+    day.addNew("a_");
+    day.model.reloadFromDir();
+    const int row = day.rowOf("a_");
+    QVERIFY(!day.model.clearNew(row));
+    QCOMPARE(day.model.at(row).fileName, QString("a_"));
+    QVERIFY(!day.model.at(row).isNew); // this mark could be cleared
+    QVERIFY(!day.isNew("a_"));
+    QVERIFY(isYellow(day.model, row)); // the suffix is there
+    QCOMPARE(day.read(day.place("a_")), QByteArray("TEXT"));
+    QCOMPARE(day.read(day.place(isDirectory ? "a/inside" : "a")), QByteArray("OTHER"));
+    QCOMPARE(day.journal().size(), 2);
+    day.model.reloadFromDir();
+    QCOMPARE(day.rowOf("a_"), row);
+}
+
+void TestIOClearNew::nameOfNothingButTheSuffixStays()
+{
+    Day day(0, {"_"});
+    QVERIFY(!day.model.clearNew(0));
+    QCOMPARE(day.model.at(0).fileName, QString("_"));
+    QCOMPARE(day.read(day.place("_")), QByteArray("TEXT"));
+}
+
+void TestIOClearNew::journalShowsNoControlCharacters()
+{
+    Day day(0, {"a\n\2b", "a\n\2b_"});
+    QVERIFY(!day.model.clearNew(1));
+    QVERIFY(day.journal().first().endsWith("/a??b_"));
+}
+
+void TestIOClearNew::missingFileStaysAsItIsUntilTheReload()
+{
+    Day day;
+    day.addNew("a_");
+    day.model.reloadFromDir();
+    day.remove("a_");
+    QVERIFY(!day.model.clearNew(0));
+    QVERIFY(day.model.at(0).isNew);
+    QCOMPARE(names(day.model), QStringList{"a_"});
+    QCOMPARE(day.journal(), QStringList{QString()});
+    day.model.reloadFromDir();
+    QCOMPARE(day.model.rowCount(), 0);
+}
+
+void TestIOClearNew::whatTookTheFilesPlaceIsLeftAlone()
+{
+    Day day(0, {"a_"});
+    day.remove("a_");
+    day.add("a_/inside");
+    QVERIFY(!day.model.clearNew(0));
+    QCOMPARE(day.names("inp/20260731"), QStringList{"a_"});
+}
+
+void TestIOClearNew::rowOfAFileThatWasGoneGivesItsNameUp()
+{
+    Day day(0, {"a", "a_", "b"});
+    const QAbstractItemModelTester tester(&day.model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+    const QPersistentModelIndex selected = day.select("a_");
+    day.remove("a");
+    QVERIFY(day.model.clearNew(1));
+    QCOMPARE(names(day.model), QStringList({"a", "b"}));
+    QCOMPARE(selected.row(), 0);
+    day.model.reloadFromDir();
+    QCOMPARE(names(day.model), QStringList({"a", "b"}));
+    QCOMPARE(selected.row(), 0);
+    QCOMPARE(day.model.at(0).N, QString("001")); // the row that was selected
+}
+
+QTEST_GUILESS_MAIN(TestIOClearNew)
+#include "test_io_clear_new.moc"
