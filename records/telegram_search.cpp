@@ -1,6 +1,5 @@
 #include "records/telegram_search.h"
 
-#include "app/ordinary_file.h"
 #include "app/state.h"
 #include "records/creation_time.h"
 
@@ -74,9 +73,8 @@ void CTelegramSearch::lookAt(const QFileInfo &file)
 {
     if (m_request.text.isEmpty())
         return take(file);
-    m_file.setFileName(file.filePath());
     m_kept = 0;
-    if (openOrdinary(m_file, QIODevice::ReadOnly | QIODevice::Unbuffered))
+    if (m_file.open(file))
         readOn();
 }
 
@@ -84,7 +82,7 @@ void CTelegramSearch::readOn()
 {
     // Read, not mapped into memory: another program may cut the file meanwhile.
     const int room = m_bytes.size() - m_kept;
-    const int filled = m_kept + int(std::max<qint64>(0, m_file.read(m_bytes.data() + m_kept, room)));
+    const int filled = m_kept + m_file.read(m_bytes.data() + m_kept, room);
     const bool contains = m_matcher.indexIn(m_bytes.constData(), filled) >= 0;
     if (contains)
         take(m_files.at(m_position - 1));

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "app/ordinary_reader.h"
 #include "records/search_model.h"
 
 #include <QByteArray>
 #include <QByteArrayMatcher>
 #include <QDate>
-#include <QFile>
 #include <QFileInfo>
 #include <QList>
 #include <QString>
@@ -49,7 +49,7 @@ private:
     int m_direction = Incoming; ///< what is listed next of the day that is under way
     QFileInfoList m_files;      ///< of the directory that is looked at
     int m_position = 0;         ///< in it, of the file that is looked at next
-    QFile m_file;               ///< open from the first to the last reading of a file
+    COrdinaryReader m_file;     ///< open from the first to the last reading of a file
     QByteArray m_bytes;         ///< as much as is read at a time
     int m_kept = 0;             ///< how many of them, at their begin, are of the reading before
     QList<CTableViewModelItem_SearchResult> m_found; ///< by the steps of one next()
