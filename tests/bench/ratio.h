@@ -44,11 +44,12 @@ public:
     }
 
 private:
-    /// Processor time, which other programs disturb less, unless the benchmark asked for the clock's.
+    /// Processor time, which other programs disturb less, unless the benchmark asked for the clock's or
+    /// measures for itself.
     static double totalTime(const Run &run)
     {
-        const bool byClock = run.run_name.time_type == "real_time";
-        return byClock ? run.real_accumulated_time : run.cpu_accumulated_time;
+        const bool ofTheThread = run.run_name.time_type.empty();
+        return ofTheThread ? run.cpu_accumulated_time : run.real_accumulated_time;
     }
     static std::string nameOf(const Run &run)
     {
