@@ -47,7 +47,7 @@ void CFileDialogWithCodepageSelect::offerSaving(const QString &path)
 {
     const QString texts = QStringLiteral("Текст (*.txt)");
     setAcceptMode(AcceptSave);
-    setNameFilters({texts, QStringLiteral("Все (*.*)")});
+    setNameFilters({texts, QStringLiteral("Все (*)")}); // telegrams have names without a dot
     const auto follow = [this, texts](const QString &filter) {
         setDefaultSuffix(filter == texts ? QStringLiteral("txt") : QString());
     };

@@ -9,6 +9,9 @@
 
 namespace
 {
+const QString Title = QStringLiteral("Сохранение вложения");
+constexpr int OfferedInARow = 10;
+
 // A distorted file is the only thing that stops the operator with a box; the journal tells the rest.
 void save(QWidget *parent, const Attachment &attachment, const QString &name)
 {
@@ -18,16 +21,30 @@ void save(QWidget *parent, const Attachment &attachment, const QString &name)
         Log.addCacheServiceString(QStringLiteral("Ошибка записи файла ") + shownName(path), ProtocolError,
                                   true);
 }
+
+void offer(QWidget *parent, const Attachment &attachment)
+{
+    const QString name = safeFileName(attachment.name);
+    if (attachment.crcOk)
+        save(parent, attachment, name);
+    else
+        tellError(parent, Title, QStringLiteral("Файл ") + name + QStringLiteral(" искажен"));
+}
+
+// Each of them is a box that must be answered, and a hostile text may hold thousands.
+bool wantsMore(QWidget *parent, int left)
+{
+    const QString question = QStringLiteral("Осталось вложений: %1. Продолжить?").arg(left);
+    return ask(parent, Title, question) == QMessageBox::Yes;
+}
 } // namespace
 
 void saveAttachments(QWidget *parent, const QString &text)
 {
-    for (const Attachment &attachment : attachmentsOf(text)) {
-        const QString name = safeFileName(attachment.name);
-        if (attachment.crcOk)
-            save(parent, attachment, name);
-        else
-            tellError(parent, QStringLiteral("Сохранение вложения"),
-                      QStringLiteral("Файл ") + name + QStringLiteral(" искажен"));
+    const QVector<Attachment> attachments = attachmentsOf(text);
+    for (int i = 0; i < attachments.size(); ++i) {
+        if (i > 0 && i % OfferedInARow == 0 && !wantsMore(parent, attachments.size() - i))
+            return;
+        offer(parent, attachments.at(i));
     }
 }

@@ -1,4 +1,4 @@
-// Saving received texts and the files enclosed in them: what is asked, what is written, and what is told.
+// Saving received texts: what is asked, what is written, and what is told.
 
 #include "app/options.h"
 #include "records/protocol.h"
@@ -8,16 +8,16 @@
 #include "tests/support/row.h"
 #include "tests/ui/dialogs/answers.h"
 #include "ui/dialogs/file_dialog_with_codepage_select.h"
-#include "ui/dialogs/save_attachments.h"
 #include "ui/dialogs/save_text.h"
 
 #include <QComboBox>
 #include <QLineEdit>
+#include <QListView>
 #include <QtTest>
 
 Q_DECLARE_METATYPE(FileCoding)
 
-class TestSaveDialogs : public QObject
+class TestSaveText : public QObject
 {
     Q_OBJECT
 
@@ -41,16 +41,10 @@ private slots:
     void boxGivesWhatWasTyped();
     void boxPutsTheSuffixBehindATextsName_data();
     void boxPutsTheSuffixBehindATextsName();
+    void boxAsksBeforeItReplaces_data();
+    void boxAsksBeforeItReplaces();
+    void boxShowsFilesWithoutASuffix();
     void boxLeftByEscapeGivesNothing();
-
-    void attachmentIsSavedUnderItsName();
-    void attachmentsComeOneByOne();
-    void distortedAttachmentIsNamed();
-    void hostileNameIsOfferedBare();
-    void hostileNameIsToldBare();
-    void attachmentThatCannotBeWrittenIsJournalled();
-    void textWithoutAttachmentAsksNothing();
-    void errorBoxShowsItsTextLetterByLetter();
 
 private:
     QTemporaryDir m_settings; ///< of the file dialog, which keeps where it has been
@@ -58,11 +52,6 @@ private:
 
 namespace
 {
-// "data.txt" with "Hi" and its check byte 0x0C
-const QString Attached = "-&FILE#-###646174612.747874#48690+###-&FILE#-";
-const QString Distorted = "-&FILE#-###646174612.747874#48680+###-&FILE#-";
-const QString Filter = "Все (*.*)";
-
 CodedFile file(const QString &path, FileCoding coding)
 {
     return {path, coding};
@@ -90,12 +79,12 @@ QLineEdit *nameOf(const QDialog &box)
 }
 } // namespace
 
-void TestSaveDialogs::initTestCase()
+void TestSaveText::initTestCase()
 {
     qputenv("XDG_CONFIG_HOME", m_settings.path().toLocal8Bit());
 }
 
-void TestSaveDialogs::textIsWrittenInTheCodingChosen_data()
+void TestSaveText::textIsWrittenInTheCodingChosen_data()
 {
     QTest::addColumn<FileCoding>("coding");
     QTest::addColumn<QByteArray>("bytes");
@@ -104,7 +93,7 @@ void TestSaveDialogs::textIsWrittenInTheCodingChosen_data()
     row("CP1251", FileCoding::CP1251, QByteArray::fromHex("c7d6c70d0a31ff"));
 }
 
-void TestSaveDialogs::textIsWrittenInTheCodingChosen()
+void TestSaveText::textIsWrittenInTheCodingChosen()
 {
     QFETCH(FileCoding, coding);
     QFETCH(QByteArray, bytes);
@@ -117,7 +106,7 @@ void TestSaveDialogs::textIsWrittenInTheCodingChosen()
     QCOMPARE(desk.journal(), QStringList());
 }
 
-void TestSaveDialogs::dialogBeginsInTheDirectoryOfTheOption_data()
+void TestSaveText::dialogBeginsInTheDirectoryOfTheOption_data()
 {
     QTest::addColumn<QString>("option");
     QTest::addColumn<QString>("begin");
@@ -127,7 +116,7 @@ void TestSaveDialogs::dialogBeginsInTheDirectoryOfTheOption_data()
     row("one that is gone", "gone", "", "name");
 }
 
-void TestSaveDialogs::dialogBeginsInTheDirectoryOfTheOption()
+void TestSaveText::dialogBeginsInTheDirectoryOfTheOption()
 {
     QFETCH(QString, option);
     QFETCH(QString, begin);
@@ -144,7 +133,7 @@ void TestSaveDialogs::dialogBeginsInTheDirectoryOfTheOption()
     QCOMPARE(Options.pathForSaveInInput, option); // it is the options' dialog that changes it
 }
 
-void TestSaveDialogs::cancelWritesNothing()
+void TestSaveText::cancelWritesNothing()
 {
     const Desk desk;
     const Answers answers;
@@ -155,7 +144,7 @@ void TestSaveDialogs::cancelWritesNothing()
     QCOMPARE(answers.told, QStringList());
 }
 
-void TestSaveDialogs::lossIsToldBeforeItIsWritten()
+void TestSaveText::lossIsToldBeforeItIsWritten()
 {
     const Desk desk;
     Answers answers;
@@ -167,7 +156,7 @@ void TestSaveDialogs::lossIsToldBeforeItIsWritten()
     QCOMPARE(desk.read("saved.txt"), QByteArray("\x80?\x81??"));
 }
 
-void TestSaveDialogs::lossRefusedLetsChooseAnew()
+void TestSaveText::lossRefusedLetsChooseAnew()
 {
     const Desk desk;
     desk.write("saved.txt", "former");
@@ -184,7 +173,7 @@ void TestSaveDialogs::lossRefusedLetsChooseAnew()
     QVERIFY(!QFile::exists(desk.path("other.txt")));
 }
 
-void TestSaveDialogs::lossOfManyCharactersNamesSome()
+void TestSaveText::lossOfManyCharactersNamesSome()
 {
     const Desk desk;
     Answers answers;
@@ -197,7 +186,7 @@ void TestSaveDialogs::lossOfManyCharactersNamesSome()
     QCOMPARE(names, "ა ბ გ დ ე ვ ზ თ ი კ ლ მ ნ ო პ ჟ რ ს ტ უ ...");
 }
 
-void TestSaveDialogs::lossOfWhatIsNotSeenIsNamedByItsCode()
+void TestSaveText::lossOfWhatIsNotSeenIsNamedByItsCode()
 {
     const Desk desk;
     Answers answers;
@@ -206,7 +195,7 @@ void TestSaveDialogs::lossOfWhatIsNotSeenIsNamedByItsCode()
     QCOMPARE(answers.asked.value(1).section('\n', 1, 1), "U+202E U+0301 U+0085");
 }
 
-void TestSaveDialogs::fullDiskLeavesTheFormerFile()
+void TestSaveText::fullDiskLeavesTheFormerFile()
 {
     const Desk desk;
     desk.write("saved.txt", "former");
@@ -223,12 +212,12 @@ void TestSaveDialogs::fullDiskLeavesTheFormerFile()
              (QStringList{"412:00:00 Ошибка записи файла " + desk.path("saved.txt"), QString()}));
 }
 
-void TestSaveDialogs::whatIsNoFileIsNotWritten_data()
+void TestSaveText::whatIsNoFileIsNotWritten_data()
 {
     specialFiles();
 }
 
-void TestSaveDialogs::whatIsNoFileIsNotWritten()
+void TestSaveText::whatIsNoFileIsNotWritten()
 {
     QFETCH(SpecialFile, kind);
     const Desk desk;
@@ -242,7 +231,7 @@ void TestSaveDialogs::whatIsNoFileIsNotWritten()
 
 // The box itself
 
-void TestSaveDialogs::boxOffersTheDirectoryTheNameAndTheCodings()
+void TestSaveText::boxOffersTheDirectoryTheNameAndTheCodings()
 {
     const Desk desk;
     desk.write("taken/other.txt", "1");
@@ -253,7 +242,7 @@ void TestSaveDialogs::boxOffersTheDirectoryTheNameAndTheCodings()
             QCOMPARE(box.directory().absolutePath(), desk.path("taken"));
             QCOMPARE(nameOf(box)->text(), QString());
             QCOMPARE(box.codepage(), QString("CP866"));
-            QCOMPARE(box.nameFilters(), (QStringList{"Текст (*.txt)", Filter}));
+            QCOMPARE(box.nameFilters(), (QStringList{"Текст (*.txt)", "Все (*)"}));
         });
     QCOMPARE(chosen.path, QString());
     (void)inside(file(desk.path("taken/20260731u001"), FileCoding::UTF8), [&](auto &box) {
@@ -263,7 +252,7 @@ void TestSaveDialogs::boxOffersTheDirectoryTheNameAndTheCodings()
     });
 }
 
-void TestSaveDialogs::boxGivesWhatWasTyped()
+void TestSaveText::boxGivesWhatWasTyped()
 {
     const Desk desk;
     const CodedFile chosen = inside(file(desk.path(), FileCoding::UTF8), [](auto &box) {
@@ -277,17 +266,17 @@ void TestSaveDialogs::boxGivesWhatWasTyped()
     QVERIFY(chosen.coding == FileCoding::CP1251);
 }
 
-void TestSaveDialogs::boxPutsTheSuffixBehindATextsName_data()
+void TestSaveText::boxPutsTheSuffixBehindATextsName_data()
 {
     QTest::addColumn<QString>("filter");
     QTest::addColumn<QString>("typed");
     QTest::addColumn<QString>("name");
     row("texts", "Текст (*.txt)", "a", "a.txt");
     row("texts, with a suffix", "Текст (*.txt)", "a.001", "a.001");
-    row("all", Filter, "a", "a");
+    row("all", "Все (*)", "a", "a");
 }
 
-void TestSaveDialogs::boxPutsTheSuffixBehindATextsName()
+void TestSaveText::boxPutsTheSuffixBehindATextsName()
 {
     QFETCH(QString, filter);
     QFETCH(QString, typed);
@@ -296,14 +285,56 @@ void TestSaveDialogs::boxPutsTheSuffixBehindATextsName()
     const CodedFile chosen = inside(file(desk.path(), FileCoding::UTF8), [&](auto &box) {
         auto *filters = box.template findChild<QComboBox *>("fileTypeCombo");
         filters->setFocus();
-        QTest::keyClick(filters, filter == Filter ? Qt::Key_End : Qt::Key_Home);
+        QTest::keyClick(filters, filter.startsWith("Все") ? Qt::Key_End : Qt::Key_Home);
         nameOf(box)->setText(typed);
         QTest::keyClick(nameOf(box), Qt::Key_Return);
     });
     QCOMPARE(chosen.path, desk.path(name));
 }
 
-void TestSaveDialogs::boxLeftByEscapeGivesNothing()
+void TestSaveText::boxAsksBeforeItReplaces_data()
+{
+    QTest::addColumn<QString>("typed");
+    row("whole name", "there.txt");
+    row("without its suffix", "there");
+}
+
+void TestSaveText::boxAsksBeforeItReplaces()
+{
+    QFETCH(QString, typed);
+    const Desk desk;
+    desk.write("there.txt", "former");
+    const CodedFile chosen = inside(file(desk.path(), FileCoding::UTF8), [&](auto &box) {
+        bool asked = false;
+        QTimer::singleShot(0, [&] {
+            auto *question = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            QVERIFY(question != nullptr);
+            asked = true;
+            question->done(QMessageBox::No);
+        });
+        nameOf(box)->setText(typed);
+        QTest::keyClick(nameOf(box), Qt::Key_Return);
+        QVERIFY(asked);
+        QVERIFY(box.isVisible());
+    });
+    QCOMPARE(chosen.path, QString());
+}
+
+void TestSaveText::boxShowsFilesWithoutASuffix()
+{
+    const Desk desk;
+    desk.write("taken/20260731u001", "1");
+    desk.write("taken/a.txt", "1");
+    (void)inside(file(desk.path("taken"), FileCoding::UTF8), [](auto &box) {
+        auto *filters = box.template findChild<QComboBox *>("fileTypeCombo");
+        filters->setFocus();
+        QTest::keyClick(filters, Qt::Key_End);
+        const auto *list = box.template findChild<QListView *>("listView");
+        QTRY_COMPARE(list->model()->rowCount(list->rootIndex()), 2);
+    });
+}
+
+void TestSaveText::boxLeftByEscapeGivesNothing()
 {
     const Desk desk;
     const CodedFile chosen = inside(file(desk.path("a.txt"), FileCoding::UTF8), [](auto &box) {
@@ -313,96 +344,5 @@ void TestSaveDialogs::boxLeftByEscapeGivesNothing()
     QCOMPARE(chosen.path, QString());
 }
 
-// Enclosed files
-
-void TestSaveDialogs::attachmentIsSavedUnderItsName()
-{
-    const Desk desk;
-    desk.write("taken/other.txt", "1");
-    Options.pathForSaveInInput = "taken";
-    Answers answers;
-    answers.paths << desk.path("taken/mine.bin");
-    saveAttachments(nullptr, "ЗЦЗЦ 001\r\n" + Attached);
-    QCOMPARE(answers.asked, QStringList{"Сохранение файла/taken/data.txt/" + Filter});
-    QCOMPARE(desk.read("taken/mine.bin"), QByteArray("Hi"));
-}
-
-void TestSaveDialogs::attachmentsComeOneByOne()
-{
-    const Desk desk;
-    Answers answers;
-    answers.paths << desk.path("one") << QString() << desk.path("three");
-    saveAttachments(nullptr, Attached + Attached + Attached);
-    QCOMPARE(answers.asked.size(), 3);
-    QCOMPARE(desk.read("one"), QByteArray("Hi"));
-    QCOMPARE(desk.read("three"), QByteArray("Hi"));
-}
-
-void TestSaveDialogs::distortedAttachmentIsNamed()
-{
-    const Desk desk;
-    Answers answers;
-    answers.paths << desk.path("good");
-    saveAttachments(nullptr, Distorted + Attached);
-    QCOMPARE(answers.told, QStringList{"Сохранение вложения/Файл data.txt искажен"});
-    QCOMPARE(answers.asked.size(), 1);
-    QCOMPARE(desk.read("good"), QByteArray("Hi"));
-}
-
-void TestSaveDialogs::hostileNameIsOfferedBare()
-{
-    const Desk desk;
-    Answers answers;
-    saveAttachments(nullptr, "-&FILE#-###2.2.2,2.2.2,6,7574#48690+###-&FILE#-"); // "../../out"
-    QCOMPARE(answers.asked, QStringList{"Сохранение файла/out/" + Filter});
-}
-
-void TestSaveDialogs::hostileNameIsToldBare()
-{
-    const Desk desk;
-    Answers answers;
-    saveAttachments(nullptr, "-&FILE#-###2,612,620:6364#48680+###-&FILE#-"); // "/a/b" LF "cd"
-    QCOMPARE(answers.told, QStringList{"Сохранение вложения/Файл bcd искажен"});
-}
-
-void TestSaveDialogs::attachmentThatCannotBeWrittenIsJournalled()
-{
-    const Desk desk;
-    Log.lines << QString();
-    Answers answers;
-    answers.paths << desk.path("none/one") << desk.path("two");
-    saveAttachments(nullptr, Attached + Attached);
-    QCOMPARE(answers.told, QStringList());
-    QCOMPARE(desk.read("two"), QByteArray("Hi"));
-    QCOMPARE(desk.journal(),
-             (QStringList{"412:00:00 Ошибка записи файла " + desk.path("none/one"), QString()}));
-}
-
-void TestSaveDialogs::textWithoutAttachmentAsksNothing()
-{
-    const Answers answers;
-    saveAttachments(nullptr, "ЗЦЗЦ 001\r\nПРИВЕТ\r\nНННН  ");
-    saveAttachments(nullptr, QString());
-    QCOMPARE(answers.asked + answers.told, QStringList());
-}
-
-void TestSaveDialogs::errorBoxShowsItsTextLetterByLetter()
-{
-    bool seen = false;
-    QTimer::singleShot(0, [&] {
-        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-        QVERIFY(box != nullptr);
-        QCOMPARE(box->windowTitle(), QString("Сохранение вложения"));
-        QCOMPARE(box->text(), QString("Файл <b>a</b> искажен"));
-        QCOMPARE(box->textFormat(), Qt::PlainText);
-        QCOMPARE(box->icon(), QMessageBox::Critical);
-        QCOMPARE(box->standardButtons(), QMessageBox::Ok);
-        seen = true;
-        QTest::keyClick(box, Qt::Key_Return);
-    });
-    tellError(nullptr, "Сохранение вложения", "Файл <b>a</b> искажен");
-    QVERIFY(seen);
-}
-
-QTEST_MAIN(TestSaveDialogs)
-#include "test_save_dialogs.moc"
+QTEST_MAIN(TestSaveText)
+#include "test_save_text.moc"
