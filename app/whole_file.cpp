@@ -26,6 +26,15 @@ QString targetOf(const QFileInfo &present)
     return present.exists() ? present.canonicalFilePath() : present.symLinkTarget();
 }
 
+bool writeOut(QFile &draft, const QByteArray &content)
+{
+    const bool written = draft.write(content) == content.size() && draft.flush();
+    if (written)
+        syncToDisk(draft);
+    draft.close();
+    return written;
+}
+
 Outcome replace(const QFileInfo &present, const QByteArray &content)
 {
     const QString target = targetOf(present);
@@ -34,10 +43,7 @@ Outcome replace(const QFileInfo &present, const QByteArray &content)
         return Outcome::NotReplaced;
     if (present.exists())
         draft.setPermissions(present.permissions());
-    const bool written = draft.write(content) == content.size() && draft.flush();
-    if (written)
-        syncToDisk(draft);
-    draft.close();
+    const bool written = writeOut(draft, content);
     if (written && moveOver(draft.fileName(), target))
         return Outcome::Done;
     draft.remove();
@@ -56,6 +62,18 @@ bool replaceWholeFile(const QString &path, const QByteArray &content)
     if (outcome == Outcome::NotReplaced)
         return present.exists() && overwriteInPlace(path, content);
     return outcome == Outcome::Done; // on a full disk the old content is the better one
+}
+
+bool writeNewFile(const QString &path, const QByteArray &content)
+{
+    QFile draft(temporaryName(path));
+    if (!draft.open(QIODevice::WriteOnly | QIODevice::NewOnly))
+        return false;
+    // QFile::rename() never takes the place of another file.
+    if (writeOut(draft, content) && draft.rename(path))
+        return true;
+    draft.remove();
+    return false;
 }
 
 QString temporaryName(const QString &path)

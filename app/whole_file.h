@@ -9,6 +9,10 @@
 /// in place perhaps in part. So does what is no file: a directory, a FIFO, a device, or a link to one.
 bool replaceWholeFile(const QString &path, const QByteArray &content);
 
+/// Makes the file \a path, which appears whole or not at all. False if it could not be written, or if
+/// something of that name is there, which stays as it is.
+[[nodiscard]] bool writeNewFile(const QString &path, const QByteArray &content);
+
 /// A name beside \a path that no file bears yet, for what is to become it: \a path with ".velda-" and eight
 /// hexadecimal digits. A file of such a name that a killed process left is nobody's.
 [[nodiscard]] QString temporaryName(const QString &path);
