@@ -1,5 +1,7 @@
 #pragma once
 
+#include "records/io_model.h"
+#include "records/search_model.h"
 #include "records/send_model.h"
 #include "ui/pages/shown_text.h"
 #include "ui/window/receiver.h"
@@ -15,6 +17,7 @@ class CEditorPage;
 class CProtocolPage;
 class CProtocolWidget;
 class CSearchPage;
+class CSearchRun;
 class CSendPage;
 class CStatusStrip;
 class QAction;
@@ -32,7 +35,8 @@ class QTabWidget;
 ///
 /// The chapters: form_main.cpp construction, _strip, _menu, _buttons (look), _tick, _dispatch, _day (time),
 /// _line (thread slots), _mode, _confirm, _counters, _keys, _close, _protocol,
-/// _keyboard, _clipboard, _send, _send_actions, _archive, _editor (tabs).
+/// _keyboard, _clipboard, _send, _send_actions, _archive, _search,
+/// _forward, _editor (tabs).
 class FormMain : public QWidget
 {
     Q_OBJECT
@@ -47,9 +51,10 @@ public:
     void TlgSend(QString text);
     /// Gives the link thread, and with usePrf the perforator thread, the endpoint of the options.
     void setThreadsParams();
-    /// Brings the queue tables to the state of the outgoing directory.
+    /// Brings the queue tables, and the lists that show today, to the state of their directories.
     void scanDir();
-    /// Shows the perforator's controls exactly while usePrf is set.
+    /// Shows the perforator's controls exactly while usePrf is set, and "Сохранить вложение" with
+    /// enableAttachFiles.
     void setPrfInterface();
     /// Shows the rows of the editor that belong to the form in force.
     void setEditorInterfaceMode();
@@ -166,6 +171,24 @@ public slots:
     /// Asks first if the clipboard's lines end in LF alone, which the line takes for no line end.
     void slotProtocolSendClipboard();
 
+public:
+    // Slots of the tabs "Входящие", "Исходящие" and "Поиск". The list of the chosen day, and what is listed
+    void reloadTableView_Input(), reloadTableView_Output();
+    void dateInputChanged(), dateOutputChanged();
+    void checkBoxInputChanged(), checkBoxOutputChanged();
+    // Another telegram; its text, with or without register marks, and what can be done with it
+    void inputFileSelectChanged(), outputFileSelectChanged(), searchFileSelectChanged();
+    void update_PlainTextEdit_Input(), update_PlainTextEdit_Output(), update_PlainTextEdit_Search();
+    void inputCheckBoxRegistersChanged(), outputCheckBoxRegistersChanged(), searchCheckBoxRegistersChanged();
+    void inputToEditor(), outputToEditor(), searchToEditor();
+    void inputPrintText(), outputPrintText(), searchPrintText();
+    void inputToPerforator(), outputToPerforator();
+    void inputSaveText();
+    void inputSaveAttach(); ///< the files enclosed in the telegram as it came
+    void inputForward();    ///< puts the text into the queue as a telegram of this workstation
+    // The days are kept in order and not after today; the search goes on behind the call, see CSearchRun
+    void dateSearchFromChanged(), dateSearchToChanged(), searchSearch(), showSearchCount();
+
 protected:
     void closeEvent(QCloseEvent *event) override;
     void changeEvent(QEvent *event) override;
@@ -174,10 +197,13 @@ protected:
 public:
     CTableViewModel_Send modelSend;
     CTableViewModel_SendBad modelSendBad;
+    CTableViewModel_IO modelInput, modelOutput;
+    CTableViewModel_SearchResult modelSearch;
 
     CProtocolWidget *protocolWidget = nullptr;
     CTrayIcon trayIcon;
     CReceiver receiver;
+    CSearchRun *searchRun = nullptr;
 
     QMenuBar *menuBar = nullptr;
     QAction *actionOptions = nullptr;
@@ -191,13 +217,15 @@ public:
     CSearchPage *searchPage = nullptr;
     CEditorPage *editorPage = nullptr;
 
-    bool firstStart = true;          ///< the next tick is the first
-    int flushPhase = 0;              ///< ticks since the journal was last asked to flush
-    int stopFilePhase = 0;           ///< phase of the test for a stop request, 0..4
-    int modeOvertime = 0;            ///< ticks since State.tlgModeSeconds stopped, modulo a day; else 0
-    bool sendMenuOpen = false;       ///< the context menu of the send list is up: its rows must not move
-    QString sendPath, sendBadPath;   ///< selected in the queue or among the failed files: one is empty
-    ShownText sendShown;             ///< of the file selected last
+    bool firstStart = true;        ///< the next tick is the first
+    int flushPhase = 0;            ///< ticks since the journal was last asked to flush
+    int stopFilePhase = 0;         ///< phase of the test for a stop request, 0..4
+    int modeOvertime = 0;          ///< ticks since State.tlgModeSeconds stopped, modulo a day; else 0
+    bool sendMenuOpen = false;     ///< the context menu of the send list is up: its rows must not move
+    QString sendPath, sendBadPath; ///< selected in the queue or among the failed files: one is empty
+    ShownText sendShown;           ///< of the file selected last
+    ShownText inputShown, outputShown, searchShown; ///< likewise
+    QString inputFileName;                          ///< its name
     bool dispatching = false;        ///< a queue row is being handed over further down the stack
     bool closeQuestionOpen = false;  ///< "Завершить приложение?" waits for its answer
     QString lastCallNumber;          ///< dialled last by hand
@@ -258,6 +286,7 @@ private:
     void setTlgModeLabel(const QString &text);
     void editCounter(int &counter, const QString &title, const QString &journalText);
     void changeFontSize(int step);
+    void clearSearch();
     void rememberSettings();
     void closeOtherWindows();
     static void deleteConfirmDialogs();

@@ -113,3 +113,14 @@ void CFlowLayout::placeRow(const QList<QLayoutItem *> &row, QPoint at, int heigh
         at.rx() += size.width() + spacing();
     }
 }
+
+QWidget *newFlowRow(const QList<QWidget *> &controls)
+{
+    constexpr int Spacing = 4;
+    auto *row = new QWidget;
+    auto *line = new CFlowLayout(0, Spacing, row);
+    for (QWidget *control : controls)
+        if (control != nullptr)
+            line->addWidget(control);
+    return row;
+}

@@ -38,3 +38,6 @@ private:
 
     QList<QLayoutItem *> m_items;
 };
+
+/// \a controls as a row of such a paragraph. Null ones are passed over.
+[[nodiscard]] QWidget *newFlowRow(const QList<QWidget *> &controls);

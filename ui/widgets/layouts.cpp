@@ -49,3 +49,15 @@ QVBoxLayoutMS *newVBoxLayout()
 {
     return new QVBoxLayoutMS;
 }
+
+void orderTabs(const QList<QWidget *> &controls)
+{
+    QWidget *former = nullptr;
+    for (QWidget *control : controls) {
+        if (control == nullptr)
+            continue;
+        if (former != nullptr)
+            QWidget::setTabOrder(former, control);
+        former = control;
+    }
+}

@@ -77,3 +77,6 @@ public:
 
 /// A fresh QVBoxLayoutMS without a parent.
 [[nodiscard]] QVBoxLayoutMS *newVBoxLayout();
+
+/// Has Tab go through \a controls, which are in one window or none, in this order. Null ones are passed over.
+void orderTabs(const QList<QWidget *> &controls);

@@ -108,6 +108,7 @@ void FormMain::setPrfInterface()
 {
     for (QWidget *control : {inputPage->toPerforator, editorPage->toPerforator, editorPage->fromPerforator})
         control->setVisible(Options.usePrf);
+    inputPage->saveAttach->setVisible(Options.enableAttachFiles);
     sizeStrip(); // a line more, or less, where the states stand below
 }
 

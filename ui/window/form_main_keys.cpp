@@ -6,9 +6,9 @@
 #include "ui/pages/archive_page.h"
 #include "ui/roll/protocol_widget.h"
 #include "ui/sound.h"
+#include <QDateEdit>
 
 #include <QApplication>
-#include <QDateEdit>
 #include <QFontInfo>
 #include <QKeyEvent>
 #include <QPlainTextEdit>

@@ -1,11 +1,13 @@
 // Chapter of FormMain: the tab of what waits to go out, and the scan that fills it.
 
+#include "app/clock.h"
 #include "app/options.h"
 #include "app/state.h"
 #include "procedures/queue_file.h"
 #include "procedures/telegram_files.h"
 #include "text/utils.h"
 #include "ui/form_main.h"
+#include "ui/pages/archive_page.h"
 #include "ui/pages/send_page.h"
 #include "ui/pages/shown_text.h"
 #include "ui/widgets/file_table.h"
@@ -13,6 +15,7 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QDateEdit>
 #include <QPushButton>
 
 namespace
@@ -122,6 +125,11 @@ void FormMain::scanDir()
     // Rows must not move under an open menu.
     if (!sendMenuOpen)
         scanQueue(*this);
+    // Nothing is added to the days before.
+    if (inputPage->date->date() == Time.date)
+        reloadTableView_Input();
+    if (outputPage->date->date() == Time.date)
+        reloadTableView_Output();
 }
 
 QString FormMain::sendSelectedPath() const
