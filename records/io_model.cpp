@@ -9,6 +9,7 @@
 #include <QBrush>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 namespace
 {

@@ -2,7 +2,6 @@
 
 #include "records/file_list_model.h"
 
-#include <QStringList>
 #include <QTime>
 
 /// One row of the list of a day's files.
