@@ -106,8 +106,7 @@ void CSendPage::popUpForRow(const CFileTable *table, const QPoint &point)
 {
     if (table->selectedRow() < 0)
         return;
-    auto *menu = new QMenu(this);
-    popUp(menu, table->viewport()->mapToGlobal(point));
+    popUp(new QMenu(this), table->viewport()->mapToGlobal(point));
 }
 
 void CSendPage::popUpForText(const QPoint &point)
@@ -117,12 +116,13 @@ void CSendPage::popUpForText(const QPoint &point)
     popUp(menu, text->mapToGlobal(point));
 }
 
-// It stays up beside the second's tick, and what it does is done after it has gone.
+// An entry may open a dialog, in whose loop its menu must not be deleted: the next one does so.
 void CSendPage::popUp(QMenu *menu, const QPoint &globalPoint)
 {
+    delete m_menu;
+    m_menu = menu;
     menu->setObjectName(QStringLiteral("sendMenu"));
     menu->addActions({changeNumber, resetTime, reSendAction, pause});
-    menu->setAttribute(Qt::WA_DeleteOnClose);
     connect(menu, &QMenu::aboutToHide, this, &CSendPage::menuClosed);
     emit menuOpened();
     menu->popup(globalPoint);

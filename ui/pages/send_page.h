@@ -48,5 +48,6 @@ private:
     void popUp(QMenu *menu, const QPoint &globalPoint);
     void sizeTables();
 
-    QFont m_tableFont; ///< that the columns have their widths for
+    QMenu *m_menu = nullptr; ///< the last one
+    QFont m_tableFont;       ///< that the columns have their widths for
 };

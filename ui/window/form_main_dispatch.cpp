@@ -7,8 +7,10 @@
 #include "procedures/process_cks.h"
 #include "procedures/process_direct.h"
 #include "procedures/process_skk.h"
+#include "procedures/telegram_files.h"
 #include "ui/form_main.h"
 
+#include <QFileInfo>
 #include <QScopedValueRollback>
 
 namespace
@@ -23,12 +25,24 @@ bool everythingSent()
     return TlgThread.sendBuffer.mIsEmpty() && TlgThread.allSent;
 }
 
+/// Brings a row to the state of its file, as a scan would; false if the file has gone.
+bool bringUpToDate(CTableViewModelItem_Send &row)
+{
+    if (!QFileInfo::exists(queuePath(row.fileName)))
+        return false;
+    if (Options.processMode != Direct)
+        row.loadFromFile();
+    return true;
+}
+
 /// Hands the first row of \a model over as a copy: a scan under a question box of the procedure may move or
-/// remove the row itself.
-template <class Process> void offerFirstRow(Process &process, CTableViewModel_Send &model)
+/// remove the row itself. A row that a menu has held, \a isHeld, is not the state of things: what has just
+/// been sent, or has spent a try, would go once more.
+template <class Process> void offerFirstRow(Process &process, CTableViewModel_Send &model, bool isHeld)
 {
     CTableViewModelItem_Send row = model.at(0);
-    process.checkForSendNewTlg(row);
+    if (!isHeld || bringUpToDate(row))
+        process.checkForSendNewTlg(row);
 }
 } // namespace
 
@@ -80,7 +94,7 @@ void FormMain::dispatchCKS()
         State.askReceiptCountdown = CProcessCKS::OnNextTick;
     if (State.tlgMode == ModeOpen && State.secondsSinceRx > QuietBeforeSending && modelSend.rowCount() > 0 &&
         !State.fileInProgress && modelSend.at(0).number.isEmpty())
-        offerFirstRow(ProcessCKS, modelSend);
+        offerFirstRow(ProcessCKS, modelSend, sendMenuOpen);
 }
 
 void FormMain::dispatchSKK()
@@ -95,7 +109,7 @@ void FormMain::dispatchSKK()
     if (!State.connectionActive && !State.fileInProgress && modelSend.rowCount() > 0 &&
         State.AutoModeState == AutoIdle && State.callDirection == NoDirection &&
         !modelSend.at(0).number.isEmpty())
-        offerFirstRow(ProcessSKK, modelSend);
+        offerFirstRow(ProcessSKK, modelSend, sendMenuOpen);
 }
 
 void FormMain::dispatchDirect()
@@ -104,5 +118,5 @@ void FormMain::dispatchDirect()
         return;
     const QString now = Time.dateTime.toString(QStringLiteral("yyMMdd_hhmmss"));
     if (modelSend.at(0).fileName.mid(StampPosition) < now)
-        offerFirstRow(ProcessDirect, modelSend);
+        offerFirstRow(ProcessDirect, modelSend, sendMenuOpen);
 }
