@@ -4,14 +4,16 @@
 #include "text/utils.h"
 #include "ui/widgets/layouts.h"
 
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QPushButton>
+#include <QScreen>
 #include <QTableWidget>
 
 namespace
 {
 enum Column { NameColumn, CategoryColumn, NumberColumn, NoteColumn, ColumnCount };
-constexpr int columnCharacters[] = {30, 11, 16, 30};
+constexpr int WidestColumn = 30; // characters
 
 QTableWidget *newTable()
 {
@@ -26,8 +28,6 @@ QTableWidget *newTable()
     table->setSelectionMode(QAbstractItemView::SingleSelection);
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setTabKeyNavigation(false);
-    for (int column = 0; column < ColumnCount; ++column)
-        table->setColumnWidth(column, CUtils::txtGUIWidth(columnCharacters[column], table->font()));
     return table;
 }
 } // namespace
@@ -42,7 +42,9 @@ CAbonentListDialog::CAbonentListDialog(QWidget *parent) : CDialog(parent), m_tab
     fill();
     connect(select, &QPushButton::clicked, this, &CAbonentListDialog::slotSelect);
     connect(m_table, &QTableWidget::cellDoubleClicked, this, &CAbonentListDialog::cellDoubleClicked);
-    resize(600, 400);
+    const int most = QGuiApplication::primaryScreen()->availableSize().width() * 9 / 10;
+    resize(qMin(most, qMax(600, m_table->horizontalHeader()->length() + m_table->fontMetrics().height())),
+           400);
 }
 
 void CAbonentListDialog::fill()
@@ -54,6 +56,11 @@ void CAbonentListDialog::fill()
         for (int column = 0; column < ColumnCount; ++column)
             m_table->setItem(row, column, new QTableWidgetItem(fields[column]));
     }
+    // As wide as what stands there, so that the number is seen beside the name in large letters too.
+    m_table->resizeColumnsToContents();
+    const int widest = CUtils::txtGUIWidth(WidestColumn, m_table->font());
+    for (int column = 0; column < ColumnCount; ++column)
+        m_table->setColumnWidth(column, qMin(m_table->columnWidth(column), widest));
 }
 
 void CAbonentListDialog::slotSelect()

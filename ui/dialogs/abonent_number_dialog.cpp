@@ -18,6 +18,7 @@ CAbonentNumberDialog::CAbonentNumberDialog(QWidget *parent)
                                       hasAbonents ? QStringLiteral("Выбрать из списка абонентов")
                                                   : QStringLiteral("Список абонентов пуст"));
     abonents->setEnabled(hasAbonents);
+    abonents->setMaximumWidth(2 * abonents->sizeHint().height());
     m_numbers->setObjectName(QStringLiteral("number"));
     m_numbers->lineEdit()->setPlaceholderText(QStringLiteral("0000"));
 

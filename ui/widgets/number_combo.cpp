@@ -6,10 +6,16 @@
 
 #include <utility>
 
+namespace
+{
+constexpr int NumberLength = 9; // characters that are seen at once, at least
+} // namespace
+
 CNumberCombo::CNumberCombo(const QStringList &numbers, Filter filter) : m_filter(std::move(filter))
 {
     setEditable(true);
     setInsertPolicy(NoInsert);
+    setMinimumContentsLength(NumberLength);
     addItems(numbers);
     setCurrentIndex(-1);
     offerNumbersAsList();

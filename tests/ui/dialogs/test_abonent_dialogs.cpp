@@ -44,6 +44,7 @@ private slots:
     void doubleClickChoosesInAPickerOnly_data();
     void doubleClickChoosesInAPickerOnly();
     void oddRecordsAreShownAsTheyAre();
+    void numbersAreSeenInLargeLetters();
 
 private:
     std::unique_ptr<Desk> m_desk;
@@ -327,6 +328,24 @@ void TestAbonentDialogs::oddRecordsAreShownAsTheyAre()
     list.slotSelect();
     QCOMPARE(list.selected, QString("12\n34"));
     QCOMPARE(tableOf(list)->rowCount(), 5001);
+}
+
+void TestAbonentDialogs::numbersAreSeenInLargeLetters()
+{
+    const QFont usual = QApplication::font();
+    QFont large = usual;
+    large.setPointSizeF(2 * usual.pointSizeF());
+    QApplication::setFont(large);
+    const auto restore = qScopeGuard([&] { QApplication::setFont(usual); });
+    CAbonentNumberDialog dialog;
+    dialog.show();
+    dialog.resize(1, 1);
+    const QLineEdit *field = numberOf(dialog);
+    QVERIFY(field->width() >= field->fontMetrics().horizontalAdvance("000000000"));
+    CAbonentListDialog list;
+    list.show();
+    const QTableWidget *table = tableOf(list);
+    QVERIFY(table->viewport()->rect().contains(table->visualItemRect(table->item(0, 2))));
 }
 
 QTEST_MAIN(TestAbonentDialogs)

@@ -10,6 +10,7 @@
 #include <QCalendarWidget>
 #include <QColorDialog>
 #include <QComboBox>
+#include <QDateTimeEdit>
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QFontDialog>
@@ -47,6 +48,7 @@ private slots:
     void menuOfAFieldSpeaksRussian_data();
     void menuOfAFieldSpeaksRussian();
     void calendarNamesRussianMonths();
+    void calendarOfATimeToSendNamesRussianMonths();
     void dialogsHaveNoQuestionMark();
 };
 
@@ -218,6 +220,19 @@ void TestRussian::calendarNamesRussianMonths()
     QCalendarWidget calendar;
     calendar.setSelectedDate(QDate(2026, 7, 31));
     const auto *month = calendar.findChild<QToolButton *>(QStringLiteral("qt_calendar_monthbutton"));
+    QVERIFY(month);
+    QCOMPARE(month->text(), QStringLiteral("июль"));
+}
+
+void TestRussian::calendarOfATimeToSendNamesRussianMonths()
+{
+    CReSendTlgDialog dialog(QStringLiteral("А")); // of a switched channel, as the options have it at start
+    dialog.show();
+    auto *time = dialog.findChild<QDateTimeEdit *>(QStringLiteral("sendTime"));
+    QVERIFY(time);
+    time->setDate(QDate(2026, 7, 31));
+    QTest::mouseClick(time, Qt::LeftButton, Qt::NoModifier, QPoint(time->width() - 5, time->height() / 2));
+    const auto *month = time->findChild<QToolButton *>(QStringLiteral("qt_calendar_monthbutton"));
     QVERIFY(month);
     QCOMPARE(month->text(), QStringLiteral("июль"));
 }
