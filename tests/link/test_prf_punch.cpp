@@ -221,7 +221,7 @@ void TestPrfPunch::logOfSentTextIsKeptUntilCleared()
     PrfRun run(adapter);
     adapter.send("3f");
     run.thread.Send(QStringLiteral("ABCD"));
-    QTRY_COMPARE(run.thread.sentLength(), 4);
+    QTRY_COMPARE(run.sent(), QVector<int>({4})); // told, not only logged: the length is looked at then
     run.thread.clearSent();
     QCOMPARE(run.thread.sentLength(), 0);
     run.thread.Send(QStringLiteral("EF"));

@@ -3,6 +3,7 @@
 #include "link/tlg_thread.h"
 #include "procedures/process_direct.h"
 #include "records/send_model.h"
+#include "tests/support/free_port.h"
 #include "tests/ui/roll/seat.h"
 #include "tools/linesim/peer/peer.h"
 #include "ui/dialogs/pick_file.h"
@@ -12,7 +13,6 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QTcpServer>
 #include <QTimer>
 
 namespace
@@ -63,21 +63,18 @@ private:
     Peer m_peer;
 };
 
-/// A second workstation on a direct link that is called.
+/// A second workstation on a direct link that can be called: who calls too early waits for a minute.
 struct OtherWorkstation {
     OtherWorkstation()
     {
-        QTcpServer server;
-        server.listen(QHostAddress::LocalHost);
-        port = server.serverPort();
-        server.close();
         link.setTcp(QStringLiteral("127.0.0.1"), port, true);
         link.start();
+        QTRY_VERIFY_WITH_TIMEOUT(link.stateText.mGet().endsWith("Ожидание подключения"), Patience);
     }
 
     CTlgThread link;
     CProcessDirect procedure;
-    quint16 port = 0;
+    const quint16 port = freePort();
 };
 
 /// Works in the dialog that opens next.
