@@ -43,8 +43,4 @@ constexpr quint8 EventS = 0x45;   ///< "@S"
 constexpr int EchoVersion = 20231111; ///< firmware from this date on echoes what it transmits
 constexpr int VersionBase = 20000000;
 constexpr int UnsentBytesLimit = 8; ///< bytes in the port that hold the next chunk back
-
-// Bits of CTlgThread::lineError
-constexpr int BreakSeen = 1;
-constexpr int SignalLost = 2;
 } // namespace AdapterProtocol

@@ -89,7 +89,7 @@ void CAdapterStream::takeByte(quint8 byte)
 
 void CAdapterStream::takeCode(quint8 code)
 {
-    m_thread.lineError = m_thread.lineError & ~BreakSeen;
+    m_thread.lineError = m_thread.lineError & ~CTlgThread::BreakSeen;
     m_gathered += QCharFromMTK2(code, m_rxRegister);
 }
 
@@ -115,8 +115,8 @@ void CAdapterStream::takeStatus(quint8 status)
     }
     if (credit != 0) {
         m_thread.shownWindow = credit;
-        if (m_thread.lineError & SignalLost) {
-            m_thread.lineError = 0;
+        if (m_thread.lineError & CTlgThread::SignalLost) {
+            m_thread.lineError = CTlgThread::LineGood;
             m_thread.setState(m_prefix + QStringLiteral(": Адаптер подключен"));
         }
     }
@@ -126,17 +126,17 @@ void CAdapterStream::takeStatus(quint8 status)
 // A run of breaks is shown as one sign; the next code ends it.
 void CAdapterStream::takeLineBreak()
 {
-    if (m_thread.lineError & BreakSeen)
+    if (m_thread.lineError & CTlgThread::BreakSeen)
         return;
     m_gathered += QLatin1Char('^');
-    m_thread.lineError = m_thread.lineError | BreakSeen;
+    m_thread.lineError = m_thread.lineError | CTlgThread::BreakSeen;
 }
 
 void CAdapterStream::takeNoSignal()
 {
-    if (m_thread.lineError & SignalLost)
+    if (m_thread.lineError & CTlgThread::SignalLost)
         return;
-    m_thread.lineError = m_thread.lineError | SignalLost;
+    m_thread.lineError = m_thread.lineError | CTlgThread::SignalLost;
     m_thread.setState(m_prefix + QStringLiteral(": Нет входного сигнала "));
 }
 

@@ -41,7 +41,7 @@ void CPortLoop::run()
         m_thread.needVersion = false;
         version = askVersion();
     }
-    m_thread.lineError = 0;
+    m_thread.lineError = CTlgThread::LineGood;
     emit m_thread.signalOnState();
     m_thread.statusPending = false;
     loop(version);

@@ -129,7 +129,7 @@ void CTlgThread::runLink()
 void CTlgThread::beginLink()
 {
     connected = false;
-    lineError = 0;
+    lineError = LineGood;
     allSent = true;
     pendingEcho.mSet(QString());
     statusPending = false;

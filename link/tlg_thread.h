@@ -28,6 +28,8 @@ class CTlgThread : public QThread
 
 public:
     enum LinkType { AdapterPort = 0, TcpClient = 1, TcpServer = 2 };
+    /// What the adapter says of the line; a TCP line is always good.
+    enum LineError { LineGood = 0, BreakSeen = 1, SignalLost = 2 };
 
     static constexpr int MaxDialDigits = 1024; ///< a longer number is no command but noise
     static constexpr int LongestCommand = 2 + MaxDialDigits + 2;
@@ -54,7 +56,7 @@ public:
     bool startProtectedMode();
     void stopProtectedMode();
     /// The link is usable: connected, and the line without an error.
-    [[nodiscard]] bool linkUp() const { return connected && lineError == 0; }
+    [[nodiscard]] bool linkUp() const { return connected && lineError == LineGood; }
 
     /// Characters that the command at the head of \a s takes; 0 if it is incomplete or none. A number of
     /// more than MaxDialDigits makes no command: its "@" stands alone, so that noise is not kept for ever.
@@ -155,7 +157,7 @@ public:
     Relaxed<bool> secondTick = false;
     Relaxed<int> protectedSeconds = 0;  ///< seconds spent in guaranteed transfer
     Relaxed<bool> reportFailure = true; ///< show the next connect failure
-    Relaxed<int> lineError = 0;         ///< adapter: bit 0 line break, bit 1 no input signal
+    Relaxed<int> lineError = LineGood;  ///< bits of LineError
     Relaxed<bool> needVersion = false;
     Relaxed<int> reconnectDelay = 0; ///< seconds until the next attempt
     int backoffMinutes = 1;          ///< TCP client: 1..10
