@@ -235,8 +235,6 @@ private:
     // Construction
     void buildTray();
     void buildMenuBar();
-    void buildSettingsMenu();
-    void buildHelpMenu();
     void buildStrip();
     void sizeStrip();
     void buildTabs();
@@ -256,13 +254,10 @@ private:
     void tellJournalFailure();
     void showStripOnTick();
     void countDownToStop();
-    void takeLeaveOfLine();
     void checkDayChange();
     void runProcedureTimers();
-    void showCounters(int netIn, int netOut);
     void countDownToScan();
     void countIdle();
-    void hangUpIdle();
     void countModeAge();
 
     // Dispatch
@@ -273,22 +268,10 @@ private:
     void dispatchDirect();
     [[nodiscard]] bool isDueEach(int period) const;
 
-    // Keyboard at the line; true if the key needs no further handling
-    bool sendTypedText(const QKeyEvent &event);
-    bool runControlKey(const QKeyEvent &event);
-    void moveProtocol(int key);
-    void cancelInProtocol();
-
     // Line
     void noteReception();
 
-    void setModeButtons(const QList<bool> &on);
-    void setTlgModeLabel(const QString &text);
-    void editCounter(int &counter, const QString &title, const QString &journalText);
-    void changeFontSize(int step);
     void clearSearch();
-    void rememberSettings();
-    void closeOtherWindows();
     static void deleteConfirmDialogs();
 };
 

@@ -12,6 +12,33 @@
 #include <QCloseEvent>
 #include <QScopedValueRollback>
 
+namespace
+{
+void rememberSettings(const FormMain &form)
+{
+    Options.geometryMainForm = form.geometry();
+    Options.ShowRegisters = form.protocolWidget->showRegisters();
+    Options.ShowInfo = form.protocolWidget->showInfo();
+    if (Options.processMode == SKK) // elsewhere there is no switch for it, and its setting stays
+        Options.ShowCmd = form.protocolWidget->showCmd();
+    Options.editorFromString = form.editorPage->from->text();
+    Options.editorPScriptString = form.editorPage->pScript->text();
+    Options.editorFKassaString = form.editorPage->fKassa->text();
+    Options.editorFFromString = form.editorPage->fFrom->text();
+    // A figure is what the word counter has put there, not the operator's template.
+    if (form.editorPage->wordsCount->text().contains(QLatin1Char('$')))
+        Options.editorWordsCountShablon = form.editorPage->wordsCount->text();
+}
+
+void closeOtherWindows(const FormMain &form)
+{
+    // A question box or menu that is open would keep its event loop, and with it the program, alive.
+    for (QWidget *window : QApplication::topLevelWidgets())
+        if (window != &form && window->isVisible())
+            window->close();
+}
+} // namespace
+
 void FormMain::closeApplication()
 {
     // The tray's menu works while the question is open.
@@ -31,33 +58,9 @@ void FormMain::closeEvent(QCloseEvent *event)
         return;
     }
     receiver.takeRest();
-    rememberSettings();
-    closeOtherWindows();
+    rememberSettings(*this);
+    closeOtherWindows(*this);
     QApplication::setQuitOnLastWindowClosed(true);
     event->accept();
     trayIcon.hide();
-}
-
-void FormMain::rememberSettings()
-{
-    Options.geometryMainForm = geometry();
-    Options.ShowRegisters = protocolWidget->showRegisters();
-    Options.ShowInfo = protocolWidget->showInfo();
-    if (Options.processMode == SKK) // elsewhere there is no switch for it, and its setting stays
-        Options.ShowCmd = protocolWidget->showCmd();
-    Options.editorFromString = editorPage->from->text();
-    Options.editorPScriptString = editorPage->pScript->text();
-    Options.editorFKassaString = editorPage->fKassa->text();
-    Options.editorFFromString = editorPage->fFrom->text();
-    // A figure is what the word counter has put there, not the operator's template.
-    if (editorPage->wordsCount->text().contains(QLatin1Char('$')))
-        Options.editorWordsCountShablon = editorPage->wordsCount->text();
-}
-
-void FormMain::closeOtherWindows()
-{
-    // A question box or menu that is open would keep its event loop, and with it the program, alive.
-    for (QWidget *window : QApplication::topLevelWidgets())
-        if (window != this && window->isVisible())
-            window->close();
 }

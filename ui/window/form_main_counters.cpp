@@ -10,26 +10,12 @@
 namespace
 {
 constexpr int ScanAfterClick = 2; ///< ticks
-}
 
-void FormMain::clickedLabelPKin()
-{
-    editCounter(State.PK_in, QStringLiteral("Принято телеграмм"),
-                QStringLiteral("Оператор изменил количество принятых телеграмм: "));
-}
-
-void FormMain::clickedLabelPKout()
-{
-    // "переданых" and the missing colon are the wording of the journal.
-    editCounter(State.PK_out, QStringLiteral("Передано телеграмм"),
-                QStringLiteral("Оператор изменил количество переданых телеграмм "));
-}
-
-void FormMain::editCounter(int &counter, const QString &title, const QString &journalText)
+void editCounter(FormMain *form, int &counter, const QString &title, const QString &journalText)
 {
     if (Options.processMode != CKS || !State.manualMode)
         return;
-    CEditCounterDialog dialog(this);
+    CEditCounterDialog dialog(form);
     if (dialog.exec(counter, title) != QDialog::Accepted)
         return;
     const int old = counter; // may have moved while the dialog was open
@@ -38,6 +24,20 @@ void FormMain::editCounter(int &counter, const QString &title, const QString &jo
                               ProtocolInfo, false);
     counter = dialog.counter;
     State.Save();
+}
+} // namespace
+
+void FormMain::clickedLabelPKin()
+{
+    editCounter(this, State.PK_in, QStringLiteral("Принято телеграмм"),
+                QStringLiteral("Оператор изменил количество принятых телеграмм: "));
+}
+
+void FormMain::clickedLabelPKout()
+{
+    // "переданых" and the missing colon are the wording of the journal.
+    editCounter(this, State.PK_out, QStringLiteral("Передано телеграмм"),
+                QStringLiteral("Оператор изменил количество переданых телеграмм "));
 }
 
 void FormMain::clickedLabelScanDirsTimeout()

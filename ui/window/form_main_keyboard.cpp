@@ -35,19 +35,10 @@ void toggleProtectedMode()
     else
         TlgThread.startProtectedMode();
 }
-} // namespace
-
-// The order is binding: typed text, commands with Ctrl, then what moves the roll.
-void FormMain::ProtocolKeyPressed(QKeyEvent *event)
-{
-    if (State.manualMode && (sendTypedText(*event) || runControlKey(*event)))
-        return;
-    moveProtocol(event->key());
-}
 
 // Not from the keypad, whose digits are pressed by accident. A lone "@" goes unfiltered, so that the
 // adapter's commands can be typed by hand.
-bool FormMain::sendTypedText(const QKeyEvent &event)
+bool sendTypedText(FormMain &form, const QKeyEvent &event)
 {
     QString text = event.text();
     if (text.isEmpty() || (event.modifiers() & NotTyped) != 0)
@@ -55,7 +46,7 @@ bool FormMain::sendTypedText(const QKeyEvent &event)
     if (text.startsWith(QLatin1Char('\r')))
         text += QLatin1Char('\n');
     if (text.startsWith(QLatin1Char('@'))) {
-        TlgSend(QStringLiteral("@"));
+        form.TlgSend(QStringLiteral("@"));
         return true;
     }
     text = QStringClearNonMTK2(upperMTK2(text));
@@ -63,23 +54,23 @@ bool FormMain::sendTypedText(const QKeyEvent &event)
         return false;
     if (Options.nationalLanguageUse != NoNationalLanguage)
         maskNationalLanguage(text);
-    TlgSend(text);
+    form.TlgSend(text);
     return true;
 }
 
-bool FormMain::runControlKey(const QKeyEvent &event)
+bool runControlKey(FormMain &form, const QKeyEvent &event)
 {
     if (event.modifiers() != Qt::ControlModifier)
         return false;
     const int key = latinKey(event.key());
     if (key == Qt::Key_E && Options.processMode == SKK)
-        TlgSend(QStringLiteral("@E"));
+        form.TlgSend(QStringLiteral("@E"));
     else if (key == Qt::Key_H && Options.processMode == SKK)
         ProcessSKK.immediateHangUp();
     else if (key == Qt::Key_L)
-        TlgSend(QStringLiteral("@L"));
+        form.TlgSend(QStringLiteral("@L"));
     else if (key == Qt::Key_V)
-        TlgSend(QStringLiteral("@V"));
+        form.TlgSend(QStringLiteral("@V"));
     else if (key == Qt::Key_P && Options.enableProtectedSend && Options.processMode != CKS)
         toggleProtectedMode();
     else
@@ -87,27 +78,36 @@ bool FormMain::runControlKey(const QKeyEvent &event)
     return true;
 }
 
-void FormMain::moveProtocol(int key)
-{
-    switch (key) {
-    case Qt::Key_Escape: return cancelInProtocol();
-    case Qt::Key_Home: return protocolWidget->toFirstLine();
-    case Qt::Key_End: return protocolWidget->toLastLine();
-    case Qt::Key_Up: return protocolWidget->move(-1);
-    case Qt::Key_Down: return protocolWidget->move(1);
-    case Qt::Key_PageUp: return protocolWidget->movePage(-1);
-    case Qt::Key_PageDown: return protocolWidget->movePage(1);
-    default: return;
-    }
-}
-
 // A roll that is scrolled back comes to its end first; only there Esc cancels what has not left yet.
-void FormMain::cancelInProtocol()
+void cancelInProtocol(FormMain &form)
 {
-    if (!protocolWidget->isLastString())
-        return protocolWidget->reset();
+    if (!form.protocolWidget->isLastString())
+        return form.protocolWidget->reset();
     if (!State.manualMode)
         return;
     (void)TlgThread.sendBuffer.mTake();
-    protocolWidget->slotProtocolDataChanged();
+    form.protocolWidget->slotProtocolDataChanged();
+}
+
+void moveProtocol(FormMain &form, int key)
+{
+    switch (key) {
+    case Qt::Key_Escape: return cancelInProtocol(form);
+    case Qt::Key_Home: return form.protocolWidget->toFirstLine();
+    case Qt::Key_End: return form.protocolWidget->toLastLine();
+    case Qt::Key_Up: return form.protocolWidget->move(-1);
+    case Qt::Key_Down: return form.protocolWidget->move(1);
+    case Qt::Key_PageUp: return form.protocolWidget->movePage(-1);
+    case Qt::Key_PageDown: return form.protocolWidget->movePage(1);
+    default: return;
+    }
+}
+} // namespace
+
+// The order is binding: typed text, commands with Ctrl, then what moves the roll.
+void FormMain::ProtocolKeyPressed(QKeyEvent *event)
+{
+    if (State.manualMode && (sendTypedText(*this, *event) || runControlKey(*this, *event)))
+        return;
+    moveProtocol(*this, event->key());
 }

@@ -29,6 +29,25 @@ int latinKey(int key)
 {
     return key == 0x0424 ? int(Qt::Key_A) : key == 0x0427 ? int(Qt::Key_X) : key;
 }
+
+void changeFontSize(const FormMain &form, int step)
+{
+    QFont font = QApplication::font();
+    const int size = pointSize(font);
+    if (step > 0 ? size > LargestThatGrows : size < SmallestThatShrinks)
+        return;
+    font.setPointSize(size + step);
+    QApplication::setFont(font);
+    // The roll and the texts of telegrams have fonts of their own.
+    QList<QWidget *> texts = {form.protocolWidget};
+    for (QPlainTextEdit *view : form.findChildren<QPlainTextEdit *>())
+        texts << view;
+    for (QWidget *text : texts) {
+        QFont own = text->font();
+        own.setPointSize(qMax(1, pointSize(own) + step));
+        text->setFont(own);
+    }
+}
 } // namespace
 
 bool FormMain::FormKeyPressed(QKeyEvent *event)
@@ -45,7 +64,7 @@ bool FormMain::FormKeyPressed(QKeyEvent *event)
     }
     if (modifiers == (Qt::ControlModifier | Qt::KeypadModifier) &&
         (key == Qt::Key_Plus || key == Qt::Key_Minus)) {
-        changeFontSize(key == Qt::Key_Plus ? 1 : -1);
+        changeFontSize(*this, key == Qt::Key_Plus ? 1 : -1);
         return true;
     }
     if (key == Qt::Key_Escape) {
@@ -55,23 +74,4 @@ bool FormMain::FormKeyPressed(QKeyEvent *event)
         sound.stop();
     }
     return false; // Esc has further meanings in the tabs
-}
-
-void FormMain::changeFontSize(int step)
-{
-    QFont font = QApplication::font();
-    const int size = pointSize(font);
-    if (step > 0 ? size > LargestThatGrows : size < SmallestThatShrinks)
-        return;
-    font.setPointSize(size + step);
-    QApplication::setFont(font);
-    // The roll and the texts of telegrams have fonts of their own.
-    QList<QWidget *> texts = {protocolWidget};
-    for (QPlainTextEdit *view : findChildren<QPlainTextEdit *>())
-        texts << view;
-    for (QWidget *text : texts) {
-        QFont own = text->font();
-        own.setPointSize(qMax(1, pointSize(own) + step));
-        text->setFont(own);
-    }
 }

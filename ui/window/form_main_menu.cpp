@@ -25,6 +25,42 @@ template <class Menu> QAction *named(Menu *menu, const QString &text, const char
     action->setObjectName(QString::fromLatin1(name));
     return action;
 }
+
+void buildSettingsMenu(FormMain &form)
+{
+    QMenu *menu = form.menuBar->addMenu(QStringLiteral("Настройки"));
+    menu->setObjectName(QStringLiteral("menuSettings"));
+    form.actionOptions = named(menu, QStringLiteral("Параметры"), "form.actionOptions");
+    QObject::connect(form.actionOptions, &QAction::triggered, &form, &FormMain::openOptions);
+    if (Options.processMode == SKK) {
+        menu->addSeparator();
+        QAction *abonents = named(menu, QStringLiteral("Абоненты"), "actionAbonents");
+        QAction *lists = named(menu, QStringLiteral("Списки абонентов"), "actionAbonentLists");
+        QObject::connect(abonents, &QAction::triggered, &form, &FormMain::openAbonents);
+        QObject::connect(lists, &QAction::triggered, &form, &FormMain::openAbonentLists);
+        abonents->setEnabled(false);
+        lists->setEnabled(false);
+    }
+    menu->addSeparator();
+    form.actionOperators = named(menu, QStringLiteral("Операторы"), "form.actionOperators");
+    QObject::connect(form.actionOperators, &QAction::triggered, &form, &FormMain::openOperators);
+    form.actionOperators->setEnabled(false);
+}
+
+void buildHelpMenu(FormMain &form)
+{
+    if (!QFileInfo::exists(manualPath())) {
+        QObject::connect(named(form.menuBar, QStringLiteral("?"), "actionAbout"), &QAction::triggered, &form,
+                         &FormMain::openAbout);
+        return;
+    }
+    QMenu *menu = form.menuBar->addMenu(QStringLiteral("?"));
+    menu->setObjectName(QStringLiteral("menuHelp"));
+    QObject::connect(named(menu, QStringLiteral("Руководство пользователя"), "actionUserManual"),
+                     &QAction::triggered, &form, &FormMain::openUserManual);
+    QObject::connect(named(menu, QStringLiteral("О программе"), "actionAbout"), &QAction::triggered, &form,
+                     &FormMain::openAbout);
+}
 } // namespace
 
 void FormMain::buildTray()
@@ -45,46 +81,10 @@ void FormMain::buildMenuBar()
 {
     menuBar = new QMenuBar(this);
     menuBar->setObjectName(QStringLiteral("menuBar"));
-    buildSettingsMenu();
+    buildSettingsMenu(*this);
     connect(named(menuBar, QStringLiteral("Выход"), "actionExit"), &QAction::triggered, this,
             &FormMain::closeApplication);
-    buildHelpMenu();
-}
-
-void FormMain::buildSettingsMenu()
-{
-    QMenu *menu = menuBar->addMenu(QStringLiteral("Настройки"));
-    menu->setObjectName(QStringLiteral("menuSettings"));
-    actionOptions = named(menu, QStringLiteral("Параметры"), "actionOptions");
-    connect(actionOptions, &QAction::triggered, this, &FormMain::openOptions);
-    if (Options.processMode == SKK) {
-        menu->addSeparator();
-        QAction *abonents = named(menu, QStringLiteral("Абоненты"), "actionAbonents");
-        QAction *lists = named(menu, QStringLiteral("Списки абонентов"), "actionAbonentLists");
-        connect(abonents, &QAction::triggered, this, &FormMain::openAbonents);
-        connect(lists, &QAction::triggered, this, &FormMain::openAbonentLists);
-        abonents->setEnabled(false);
-        lists->setEnabled(false);
-    }
-    menu->addSeparator();
-    actionOperators = named(menu, QStringLiteral("Операторы"), "actionOperators");
-    connect(actionOperators, &QAction::triggered, this, &FormMain::openOperators);
-    actionOperators->setEnabled(false);
-}
-
-void FormMain::buildHelpMenu()
-{
-    if (!QFileInfo::exists(manualPath())) {
-        connect(named(menuBar, QStringLiteral("?"), "actionAbout"), &QAction::triggered, this,
-                &FormMain::openAbout);
-        return;
-    }
-    QMenu *menu = menuBar->addMenu(QStringLiteral("?"));
-    menu->setObjectName(QStringLiteral("menuHelp"));
-    connect(named(menu, QStringLiteral("Руководство пользователя"), "actionUserManual"), &QAction::triggered,
-            this, &FormMain::openUserManual);
-    connect(named(menu, QStringLiteral("О программе"), "actionAbout"), &QAction::triggered, this,
-            &FormMain::openAbout);
+    buildHelpMenu(*this);
 }
 
 // The settings are edited in velda.ini, and the operators' and subscribers' entries are disabled, as long as

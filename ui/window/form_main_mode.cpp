@@ -54,38 +54,38 @@ QString endpoint()
     return Options.TcpMode ? Options.Host + QLatin1Char(':') + QString::number(Options.Port)
                            : Options.TRELO_SN;
 }
+
+void setModeButtons(const CProtocolPage &page, const QList<bool> &on)
+{
+    for (int i = 0; i < on.size(); ++i)
+        page.modeButtons[i]->setEnabled(on[i] || Options.noLockButtonInProtocol);
+}
+
+void setTlgModeLabel(const CStatusStrip &strip, const QString &text)
+{
+    if (strip.labelTlgMode->text() == text)
+        return;
+    strip.labelTlgMode->setText(text);
+    Log.addCacheServiceString(QStringLiteral("Состояние ") + text, ProtocolInfo, true);
+}
 } // namespace
 
 void FormMain::slotSetTlgModeInterface()
 {
     if (Options.processMode == CKS) {
         const CentreMode &mode = centreMode(State.tlgMode);
-        setModeButtons(QList<bool>(mode.on, mode.on + std::size(mode.on)));
-        setTlgModeLabel(QString::fromUtf8(mode.label));
+        setModeButtons(*protocolPage, QList<bool>(mode.on, mode.on + std::size(mode.on)));
+        setTlgModeLabel(*strip, QString::fromUtf8(mode.label));
     } else if (Options.processMode == SKK) {
         const bool talking = State.connectionActive;
         //             Вызов  Набор    КТО      АО       файл     строка   Звонок  Отбой
-        setModeButtons({true, !talking, talking, talking, talking, talking, talking, true});
-        setTlgModeLabel(switchedModeLabel(State.tlgMode));
+        setModeButtons(*protocolPage, {true, !talking, talking, talking, talking, talking, talking, true});
+        setTlgModeLabel(*strip, switchedModeLabel(State.tlgMode));
     } else {
-        setModeButtons({true, true, true});
-        setTlgModeLabel(QStringLiteral("--"));
+        setModeButtons(*protocolPage, {true, true, true});
+        setTlgModeLabel(*strip, QStringLiteral("--"));
     }
     State.scanCountdown = ScanAfterModeChange;
-}
-
-void FormMain::setModeButtons(const QList<bool> &on)
-{
-    for (int i = 0; i < on.size(); ++i)
-        protocolPage->modeButtons[i]->setEnabled(on[i] || Options.noLockButtonInProtocol);
-}
-
-void FormMain::setTlgModeLabel(const QString &text)
-{
-    if (strip->labelTlgMode->text() == text)
-        return;
-    strip->labelTlgMode->setText(text);
-    Log.addCacheServiceString(QStringLiteral("Состояние ") + text, ProtocolInfo, true);
 }
 
 void FormMain::setAutomaticInterface()

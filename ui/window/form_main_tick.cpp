@@ -20,6 +20,37 @@ namespace
 {
 constexpr int FirstReceiptRequest = 5; ///< ticks from the start to the first receipt request
 constexpr int StopFilePhases = 5;      ///< ticks from one test for a stop request to the next
+
+void showCounters(const CStatusStrip &strip, int netIn, int netOut)
+{
+    strip.labelNetIn->setText(CUtils::StringNNN(netIn));
+    strip.labelNetOut->setText(CUtils::StringNNN(netOut));
+    strip.labelPKin->setText(CUtils::StringNNN(State.PK_in));
+    strip.labelPKout->setText(CUtils::StringNNN(State.PK_out));
+}
+
+void takeLeaveOfLine()
+{
+    if (Options.processMode == CKS) {
+        State.setAutomatic(false);
+        ProcessCKS.clearOut();
+        ProcessCKS.SendKG(CProcessCKS::Stop);
+    } else if (Options.processMode == SKK) {
+        ProcessSKK.clearSKKConnection();
+    }
+    State.setTlgMode(ModeUnknown);
+}
+
+void hangUpIdle(FormMain &form)
+{
+    Log.addCacheServiceString(
+        QStringLiteral("Исходящий отбой (отсутствие приема/передачи %1 сек)").arg(State.idleSeconds),
+        ProtocolInfo, false);
+    if (Options.debugInfoToProtocol && State.callDirection == Outgoing)
+        ProcessSKK.debugInfoToLog();
+    form.TlgSend(QStringLiteral("@H"));
+    ProcessSKK.clearSKKConnection();
+}
 } // namespace
 
 void FormMain::slot_on_1sec()
@@ -118,35 +149,15 @@ void FormMain::countDownToStop()
     }
 }
 
-void FormMain::takeLeaveOfLine()
-{
-    if (Options.processMode == CKS) {
-        State.setAutomatic(false);
-        ProcessCKS.clearOut();
-        ProcessCKS.SendKG(CProcessCKS::Stop);
-    } else if (Options.processMode == SKK) {
-        ProcessSKK.clearSKKConnection();
-    }
-    State.setTlgMode(ModeUnknown);
-}
-
 void FormMain::runProcedureTimers()
 {
     if (Options.processMode == CKS) {
         ProcessCKS.timeCheck1sec();
-        showCounters(State.CKS_in, State.CKS_out);
+        showCounters(*strip, State.CKS_in, State.CKS_out);
     } else if (Options.processMode == SKK) {
         ProcessSKK.timeCheck1sec();
-        showCounters(State.SKK_in, State.SKK_out);
+        showCounters(*strip, State.SKK_in, State.SKK_out);
     }
-}
-
-void FormMain::showCounters(int netIn, int netOut)
-{
-    strip->labelNetIn->setText(CUtils::StringNNN(netIn));
-    strip->labelNetOut->setText(CUtils::StringNNN(netOut));
-    strip->labelPKin->setText(CUtils::StringNNN(State.PK_in));
-    strip->labelPKout->setText(CUtils::StringNNN(State.PK_out));
 }
 
 void FormMain::countDownToScan()
@@ -168,7 +179,7 @@ void FormMain::countIdle()
         State.idleSeconds != Options.SKKTiming[SubscriberTiming].Idle_Time_Before_HangUp)
         return;
     if (State.callDirection != NoDirection)
-        hangUpIdle();
+        hangUpIdle(*this);
     State.idleSeconds = 0;
 }
 
@@ -180,15 +191,4 @@ void FormMain::countModeAge()
     } else {
         modeOvertime = (modeOvertime + 1) % CState::MostModeSeconds;
     }
-}
-
-void FormMain::hangUpIdle()
-{
-    Log.addCacheServiceString(
-        QStringLiteral("Исходящий отбой (отсутствие приема/передачи %1 сек)").arg(State.idleSeconds),
-        ProtocolInfo, false);
-    if (Options.debugInfoToProtocol && State.callDirection == Outgoing)
-        ProcessSKK.debugInfoToLog();
-    TlgSend(QStringLiteral("@H"));
-    ProcessSKK.clearSKKConnection();
 }
