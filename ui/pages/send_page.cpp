@@ -95,10 +95,10 @@ void CSendPage::placeRows()
     for (QPushButton *button : {toEditor, remove, reSend})
         buttons->addWidget(button);
     auto *rows = new QVBoxLayoutMS(this);
-    rows->addWidget(tableSend, 1);
-    rows->addWidget(tableSendBad, 1);
+    rows->addWidget(tableSend, 3);
+    rows->addWidget(tableSendBad, 2);
     rows->addWidget(registers, 0, Qt::AlignLeft);
-    rows->addWidget(text, 1);
+    rows->addWidget(text, 4);
     rows->addLayout(buttons);
 }
 

@@ -1,7 +1,9 @@
 #include "ui/widgets/file_table.h"
 
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QKeyEvent>
+#include <QToolTip>
 
 namespace
 {
@@ -18,6 +20,7 @@ CFileTable::CFileTable(QWidget *parent) : QTableView(parent)
     setEditTriggers(NoEditTriggers);
     setTabKeyNavigation(false);
     setWordWrap(false);
+    horizontalHeader()->setHighlightSections(false); // with whole rows selected, all would stand out
     verticalHeader()->hide();
 }
 
@@ -25,6 +28,20 @@ int CFileTable::selectedRow() const
 {
     const QModelIndexList rows = selectionModel()->selectedRows();
     return rows.isEmpty() ? -1 : rows.first().row();
+}
+
+bool CFileTable::viewportEvent(QEvent *event)
+{
+    if (event->type() != QEvent::ToolTip)
+        return QTableView::viewportEvent(event);
+    const auto *help = static_cast<QHelpEvent *>(event);
+    const QModelIndex cell = indexAt(help->pos());
+    const bool isCut = cell.isValid() && sizeHintForIndex(cell).width() > columnWidth(cell.column());
+    // A file may have any name: none of it is taken for marks of rich text.
+    const QString text = QStringLiteral("<p style='white-space:pre'>%1</p>");
+    QToolTip::showText(help->globalPos(),
+                       isCut ? text.arg(cell.data().toString().toHtmlEscaped()) : QString(), viewport());
+    return true;
 }
 
 // Where a row has gone, its neighbour is current but not selected: a step selects it, and Home and End must

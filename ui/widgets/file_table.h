@@ -3,8 +3,8 @@
 #include <QTableView>
 
 /// A list of files, one of which may be selected, for the mouse or the keyboard alone: Home and End go to the
-/// first and the last row, Enter opens, Tab leaves. A selected row that is removed leaves nothing selected,
-/// so that no command falls on its neighbour.
+/// first and the last row, Enter opens, Tab leaves. A cell that is cut shows its whole text under the mouse.
+/// A selected row that is removed leaves nothing selected, so that no command falls on its neighbour.
 class CFileTable : public QTableView
 {
     Q_OBJECT
@@ -16,6 +16,7 @@ public:
     [[nodiscard]] int selectedRow() const;
 
 protected:
+    bool viewportEvent(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
 

@@ -2,9 +2,11 @@
 
 #include "tests/support/row.h"
 
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QStringListModel>
+#include <QToolTip>
 #include <QVBoxLayout>
 #include <QtTest>
 
@@ -43,6 +45,7 @@ private slots:
     void removedRowLeavesNothingSelected_data();
     void removedRowLeavesNothingSelected();
     void selectionFollowsItsRow();
+    void cutCellShowsItsWholeText();
 };
 
 void TestFileTable::keysSelectRows_data()
@@ -137,6 +140,22 @@ void TestFileTable::selectionFollowsItsRow()
     room.files.removeRow(3);
     QCOMPARE(room.table->selectedRow(), 1);
     QCOMPARE(changed.count(), 0);
+}
+
+void TestFileTable::cutCellShowsItsWholeText()
+{
+    const auto pointAt = [](const Room &room, int row) {
+        const QPoint place = room.table->visualRect(room.files.index(row)).center();
+        QHelpEvent event(QEvent::ToolTip, place, room.table->viewport()->mapToGlobal(place));
+        QApplication::sendEvent(room.table->viewport(), &event);
+    };
+    Room room;
+    room.files.setStringList({"20260731u009.b012 <b>", "a"});
+    room.table->setColumnWidth(0, 60);
+    pointAt(room, 0);
+    QTRY_VERIFY(QToolTip::text().contains("20260731u009.b012 &lt;b&gt;"));
+    pointAt(room, 1);
+    QTRY_COMPARE(QToolTip::text(), QString());
 }
 
 QTEST_MAIN(TestFileTable)
