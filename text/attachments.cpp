@@ -85,10 +85,15 @@ QString withoutForbidden(const QString &name)
 
 /// Without dots and blanks around it: one system hides what begins with a dot, the other takes off those at
 /// the end. A "~" at the beginning means a user's directory.
-QString trimmedName(QString name)
+QString trimmedName(const QString &whole)
 {
-    static const QRegularExpression around(QStringLiteral("^[.\\s]+|[.\\s]+$"));
-    name.remove(around);
+    const auto around = [](QChar c) { return c == QLatin1Char('.') || c.isSpace(); };
+    int begin = 0, end = whole.size();
+    while (begin < end && around(whole.at(begin)))
+        ++begin;
+    while (end > begin && around(whole.at(end - 1)))
+        --end;
+    QString name = whole.mid(begin, end - begin);
     if (name.startsWith(QLatin1Char('~')))
         name[0] = QLatin1Char('_');
     return name;

@@ -1,6 +1,7 @@
 #include "text/file_coding.h"
 
 #include <QHash>
+#include <QSet>
 
 namespace
 {
@@ -101,6 +102,7 @@ CodedText codedText(const QString &text, FileCoding coding)
 {
     const Codes *page = pageOf(coding);
     CodedText coded;
+    QSet<uint> known; // those among coded.lost
     coded.bytes.reserve(text.size());
     for (int at = 0; at < text.size(); ++at) {
         const uint character = characterAt(text, at);
@@ -110,8 +112,10 @@ CodedText codedText(const QString &text, FileCoding coding)
             continue;
         coded.bytes += NoCode;
         ++coded.lostCount;
-        if (!coded.lost.contains(character))
-            coded.lost << character;
+        if (known.contains(character))
+            continue;
+        known << character;
+        coded.lost << character;
     }
     return coded;
 }

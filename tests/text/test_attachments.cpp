@@ -27,6 +27,7 @@ private slots:
     void safeName();
     void longNameKeepsItsSuffix();
     void longNameOfLongLettersFitsADisk();
+    void enormousNameIsShortenedAtOnce();
     void anyTextIsWalkedLikeStepByStep();
     void anyNameIsSafe();
 };
@@ -289,6 +290,15 @@ void TestAttachments::longNameOfLongLettersFitsADisk()
     QCOMPARE(safe, QString(96, QChar(0x0531)) + ".txt");
     const QString three = safeFileName(QString(300, QChar(0x10D0)) + ".txt"); // three bytes each
     QCOMPARE(three, QString(65, QChar(0x10D0)) + ".txt");
+}
+
+void TestAttachments::enormousNameIsShortenedAtOnce()
+{
+    const QString blanks(1000000, ' ');
+    QCOMPARE(safeFileName("a" + blanks + "b"), QString("a"));
+    QCOMPARE(safeFileName(blanks + "a.txt" + blanks), QString("a.txt"));
+    QCOMPARE(safeFileName(blanks + QString(1000000, '.')), QString("вложение"));
+    QCOMPARE(safeFileName(blanks + "/" + blanks + "C:" + blanks), QString("вложение"));
 }
 
 void TestAttachments::anyTextIsWalkedLikeStepByStep()

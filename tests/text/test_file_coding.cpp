@@ -20,6 +20,7 @@ private slots:
     void wordsInEachCoding_data();
     void wordsInEachCoding();
     void whatIsLostIsCountedAndNamedOnce();
+    void textOfAllCharactersIsCodedAtOnce();
     void characterOfTwoHalvesIsOne();
     void halfACharacterIsLost();
     void codingsHaveNames();
@@ -114,6 +115,17 @@ void TestFileCoding::whatIsLostIsCountedAndNamedOnce()
     QCOMPARE(coded.bytes, QByteArray("?1??2"));
     QCOMPARE(coded.lostCount, 3);
     QCOMPARE(coded.lost, (QVector<uint>{0x04D8, 0x0492}));
+}
+
+void TestFileCoding::textOfAllCharactersIsCodedAtOnce()
+{
+    QString all;
+    for (uint c = 0x4E00; c < 0xD800; ++c)
+        all += QChar(ushort(c));
+    const CodedText coded = codedText(all.repeated(28), FileCoding::CP1251); // a million characters
+    QCOMPARE(coded.lostCount, 28 * 0x8A00);
+    QCOMPARE(coded.lost.size(), 0x8A00);
+    QCOMPARE(coded.bytes, QByteArray(28 * 0x8A00, '?'));
 }
 
 void TestFileCoding::characterOfTwoHalvesIsOne()

@@ -15,7 +15,7 @@ constexpr int NamedCharacters = 20; // of those that a coding lacks
 
 QString shownCharacter(uint character)
 {
-    const QString code = QStringLiteral("U+%1").arg(character, 4, 16, QLatin1Char('0')).toUpper();
+    const QString code = QString::asprintf("U+%04X", character);
     const bool seen = QChar::isPrint(character) && !QChar::isSpace(character) && !QChar::isMark(character);
     return seen ? QString::fromUcs4(&character, 1) : code;
 }
