@@ -37,6 +37,10 @@ private slots:
     void linkToNothingMakesItsTarget();
     void permissionsOfTheOldFileStay();
     void temporaryNamesAreNeverTheSame();
+    void newFileAppearsWhole();
+    void newFileTakesNoOthersPlace_data() { specialFiles(); }
+    void newFileTakesNoOthersPlace();
+    void newFileThatIsNotWrittenLeavesNothing();
 };
 
 void TestWholeFile::newFileIsMade()
@@ -156,6 +160,38 @@ void TestWholeFile::temporaryNamesAreNeverTheSame()
     const QString one = temporaryName("d/a");
     QVERIFY2(form.match(one).hasMatch(), qPrintable(one));
     QVERIFY(temporaryName("d/a") != one);
+}
+
+void TestWholeFile::newFileAppearsWhole()
+{
+    Desk desk;
+    QDir().mkdir("d");
+    QVERIFY(writeNewFile("d/a", "content"));
+    QCOMPARE(desk.read("d/a"), QByteArray("content"));
+    QVERIFY(!writeNewFile("d/a", "other"));
+    QCOMPARE(desk.read("d/a"), QByteArray("content"));
+    QCOMPARE(desk.names("d"), QStringList{"a"});
+}
+
+void TestWholeFile::newFileTakesNoOthersPlace()
+{
+    QFETCH(SpecialFile, kind);
+    Desk desk;
+    place(desk, kind, "d/a");
+    QVERIFY(!writeNewFile("d/a", "content"));
+    QVERIFY(stands(desk, kind, "d/a"));
+    QCOMPARE(QDir("d").entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot),
+             QStringList{"a"});
+}
+
+void TestWholeFile::newFileThatIsNotWrittenLeavesNothing()
+{
+    Desk desk;
+    QDir().mkdir("d");
+    const FileSizeLimit full{100};
+    QVERIFY(!writeNewFile("d/a", QByteArray(1000, 'n')));
+    QVERIFY(!writeNewFile("none/a", "n"));
+    QCOMPARE(desk.names("d"), QStringList());
 }
 
 QTEST_GUILESS_MAIN(TestWholeFile)
