@@ -17,7 +17,9 @@ CSearchProgressDialog::CSearchProgressDialog(QWidget *parent)
     auto *rows = new QVBoxLayoutMS(this);
     rows->addWidget(m_days);
     rows->addWidget(m_found);
-    rows->addLayout(newButtonRow({}, {newLeaveButton()}));
+    QPushButton *cancel = newLeaveButton();
+    cancel->setAutoDefault(false); // the box comes unasked: an Enter under way is not meant for it
+    rows->addLayout(newButtonRow({}, {cancel}));
 }
 
 void CSearchProgressDialog::showProgress(int daysDone, int dayCount, int found)

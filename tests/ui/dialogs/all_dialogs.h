@@ -13,6 +13,7 @@
 #include "ui/dialogs/perforator_out_dialog.h"
 #include "ui/dialogs/print_txt_dialog.h"
 #include "ui/dialogs/re_send_tlg_dialog.h"
+#include "ui/dialogs/search_progress_dialog.h"
 #include "ui/dialogs/string_dialog.h"
 #include "ui/dialogs/test_dialog.h"
 #include "ui/dialogs/text_dialog.h"
@@ -67,6 +68,7 @@ inline const Row rows[] = {
      [](CDialog &dialog) { static_cast<CTextDialog &>(dialog).exec("Тест для передачи"); }},
     {"print", [] { return new CPrintTxtDialog("А"); }, plainly},
     {"forwarding", [] { return new CReSendTlgDialog("А"); }, plainly},
+    {"search", make<CSearchProgressDialog>, plainly},
     {"tape in", make<CPerforatorInDialog>, plainly},
     {"tape out", make<CPerforatorOutDialog>,
      [](CDialog &dialog) { static_cast<CPerforatorOutDialog &>(dialog).Print("А"); }},

@@ -53,10 +53,10 @@ public:
     {
         for (const QString &name : names)
             put(name, "ТЕКСТ " + name.toUtf8());
-        find();
+        refresh();
     }
     /// What the tick's scan does for a tab of a day, and the button for the search.
-    void find() const
+    void refresh() const
     {
         if (kind == CArchivePage::Found)
             form->searchSearch();

@@ -140,10 +140,10 @@ void TestArchiveLists::directoryThatAppearsIsListedAtTheNextScan()
     QFETCH(CArchivePage::Kind, kind);
     const ArchiveRoom room(kind);
     QDir(room.pathOf(QString())).removeRecursively();
-    room.find();
+    room.refresh();
     QCOMPARE(room.rows(), QStringList());
     room.put("a", "А");
-    room.find();
+    room.refresh();
     QCOMPARE(room.rows(), QStringList{"a"});
 }
 
@@ -154,7 +154,7 @@ void TestArchiveLists::directoryThatGoesEmptiesTheTable()
     room.putAndShow({"a", "b"});
     room.click("a");
     QVERIFY(QDir(room.pathOf(QString())).removeRecursively());
-    room.find();
+    room.refresh();
     QCOMPARE(room.rows(), QStringList());
     QCOMPARE(room.selected(), QString());
     QCOMPARE(room.text(), "ТЕКСТ a"); // the operator may be reading it
@@ -167,7 +167,7 @@ void TestArchiveLists::fileRemovedFromOutsideGoesAtTheNextReload()
     room.putAndShow({"a", "b", "c"});
     QVERIFY(QFile::remove(room.pathOf("b")));
     QCOMPARE(room.rows(), (QStringList{"a", "b", "c"}));
-    room.find();
+    room.refresh();
     QCOMPARE(room.rows(), (QStringList{"a", "c"}));
 }
 
@@ -190,7 +190,7 @@ void TestArchiveLists::scanLeavesTheListOfAnotherDayAlone()
     room.put("a", "А", "20260730");
     room.page.date->setDate(QDate(2026, 7, 30));
     room.put("b", "Б", "20260730");
-    room.find();
+    room.refresh();
     QCOMPARE(room.rows(), QStringList{"a"});
 }
 
@@ -201,7 +201,7 @@ void TestArchiveLists::openMenuOfTheQueueHoldsUpNoReload()
     room.form->sendMenuOpen = true;
     room.desk.write("out/20260731u001", "А");
     room.put("a", "А");
-    room.find();
+    room.refresh();
     QCOMPARE(room.form->modelSend.rowCount(), 0);
     QCOMPARE(room.rows(), QStringList{"a"});
 }
@@ -231,7 +231,7 @@ void TestArchiveLists::transcriptsAreHiddenOnRequest()
     QCOMPARE(room.rows().size(), 4);
     ArchiveRoom::click(room.page.onlyTelegrams);
     QCOMPARE(sorted(room.rows()), sorted(left));
-    room.find(); // and so it stays
+    room.refresh(); // and so it stays
     QCOMPARE(sorted(room.rows()), sorted(left));
     ArchiveRoom::click(room.page.onlyTelegrams);
     QCOMPARE(room.rows().size(), 4);

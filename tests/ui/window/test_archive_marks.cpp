@@ -7,7 +7,7 @@ void putNew(const ArchiveRoom &room, const QString &name)
 {
     room.put(name, "ТЕКСТ " + name.toUtf8());
     CFileAttr(room.pathOf(name)).setNew();
-    room.find();
+    room.refresh();
 }
 } // namespace
 
@@ -55,7 +55,7 @@ void TestArchiveMarks::choiceClearsTheMarkAtOnce()
     room.click("a");
     QVERIFY(!CFileAttr(room.pathOf("a")).checkNew());
     QVERIFY(CFileAttr(room.pathOf("b")).checkNew());
-    room.find();
+    room.refresh();
     QVERIFY(!room.isYellow(0));
     QVERIFY(room.isYellow(1));
     QCOMPARE(room.selected(), "a");
@@ -71,7 +71,7 @@ void TestArchiveMarks::choiceTakesTheSuffixOffTheName()
     QCOMPARE(room.text(), "ТЕКСТ a_");
     QVERIFY(QFile::exists(room.pathOf("a")));
     QVERIFY(!QFile::exists(room.pathOf("a_")));
-    room.find();
+    room.refresh();
     QCOMPARE(room.rows(), (QStringList{"a", "b"}));
     QVERIFY(!room.isYellow(0));
 }
@@ -95,12 +95,11 @@ void TestArchiveMarks::takenNameKeepsTheSuffix()
     QCOMPARE(room.desk.read(room.place("a")), QByteArray("ТЕКСТ a")); // not written over
     QCOMPARE(room.rows(), (QStringList{"a", "a_"}));
     QCOMPARE(room.text(), "ТЕКСТ a_");
-    QVERIFY(room.isYellow(1)); // as the disk has it
-    const int lines = room.news().size();
-    QCOMPARE(lines, 1);
+    QVERIFY(room.isYellow(1));       // as the disk has it
+    QCOMPARE(room.news().size(), 1); // in one outage
     room.click("a");
     room.click("a_");
-    room.find();
+    QCOMPARE(room.news().size(), 0);
 }
 
 void TestArchiveMarks::markClearedFromOutsideStaysYellowUntilSelected()
@@ -109,10 +108,10 @@ void TestArchiveMarks::markClearedFromOutsideStaysYellowUntilSelected()
     const ArchiveRoom room(kind);
     putNew(room, "a");
     CFileAttr(room.pathOf("a")).clearNew();
-    room.find();
+    room.refresh();
     QVERIFY(room.isYellow(0));
     room.click("a");
-    room.find();
+    room.refresh();
     QVERIFY(!room.isYellow(0));
 }
 
@@ -121,7 +120,7 @@ void TestArchiveMarks::markSetFromOutsideIsSeenAtTheNextAppearance()
     const ArchiveRoom room(CArchivePage::Incoming);
     room.putAndShow({"a"});
     CFileAttr(room.pathOf("a")).setNew();
-    room.find();
+    room.refresh();
     QVERIFY(!room.isYellow(0));
     room.page.date->setDate(QDate(2026, 7, 30));
     room.page.date->setDate(QDate(2026, 7, 31));

@@ -70,11 +70,11 @@ void TestArchiveSelection::selectionStaysWithItsFile()
     room.putAndShow({"a", "c", "e", "g"});
     QCOMPARE(room.selected(), "d");
     QVERIFY(QFile::remove(room.pathOf("b")));
-    room.find();
+    room.refresh();
     QCOMPARE(room.selected(), "d");
     for (const char *name : {"a", "c", "e", "f", "g"})
         QVERIFY(QFile::remove(room.pathOf(QString::fromLatin1(name))));
-    room.find();
+    room.refresh();
     QCOMPARE(room.rows(), QStringList{"d"});
     QCOMPARE(room.selected(), "d");
     QCOMPARE(chosen.count(), 0);
@@ -86,7 +86,7 @@ void TestArchiveSelection::textOnViewDoesNotMoveUnderTheReload()
     QFETCH(CArchivePage::Kind, kind);
     const ArchiveRoom room(kind);
     room.put("a", QByteArray("ЭТО СТРОКА\r\n").repeated(500));
-    room.find();
+    room.refresh();
     room.click("a");
     QScrollBar *bar = room.page.text->verticalScrollBar();
     bar->setValue(100);
@@ -95,7 +95,7 @@ void TestArchiveSelection::textOnViewDoesNotMoveUnderTheReload()
     room.put("a", "ДРУГОЙ");
     room.putAndShow({"b", "c"});
     QVERIFY(QFile::remove(room.pathOf("a")));
-    room.find();
+    room.refresh();
     QCOMPARE(bar->value(), 100);
     QCOMPARE(changed.count(), 0);
 }
@@ -109,7 +109,7 @@ void TestArchiveSelection::deletedFileLeavesItsTextAndNoSelection()
         room.click(QString::fromLatin1(name));
         QVERIFY(QFile::remove(room.pathOf(QString::fromLatin1(name))));
         QCOMPARE(room.selected(), QString::fromLatin1(name)); // the row goes at the scan
-        room.find();
+        room.refresh();
         QCOMPARE(room.selected(), QString());
         QCOMPARE(room.text(), QStringLiteral("ТЕКСТ ") + name);
         QVERIFY(room.page.toEditor->isEnabled());
@@ -124,11 +124,11 @@ void TestArchiveSelection::neighbourOfADeletedFileKeepsItsMark()
         room.put(name, "НОВОЕ");
         CFileAttr(room.pathOf(name)).setNew();
     }
-    room.find();
+    room.refresh();
     room.click("b");
     CFileAttr(room.pathOf("a")).setNew();
     QVERIFY(QFile::remove(room.pathOf("b")));
-    room.find();
+    room.refresh();
     QCOMPARE(room.rows(), (QStringList{"a", "c"}));
     QVERIFY(CFileAttr(room.pathOf("a")).checkNew());
     QVERIFY(CFileAttr(room.pathOf("c")).checkNew());
@@ -144,7 +144,7 @@ void TestArchiveSelection::replacedFileIsReadAtTheNextChoice()
     QVERIFY(QFile::remove(room.pathOf("a")));
     room.put("a", "НОВЫЙ");
     if (kind != CArchivePage::Found) // where a new search begins a new list
-        room.find();
+        room.refresh();
     QCOMPARE(room.selected(), "a");
     QCOMPARE(room.text(), "ТЕКСТ a");
     room.click("b");
@@ -159,7 +159,7 @@ void TestArchiveSelection::renamedFileIsAnotherRow()
     room.putAndShow({"a", "b"});
     room.click("a");
     QVERIFY(QFile::rename(room.pathOf("a"), room.pathOf("c")));
-    room.find();
+    room.refresh();
     QCOMPARE(room.rows(), (QStringList{"b", "c"}));
     QCOMPARE(room.selected(), QString());
     QCOMPARE(room.text(), "ТЕКСТ a");
@@ -220,7 +220,7 @@ void TestArchiveSelection::actionsNeedAText()
     room.put("empty", "");
     room.put("marks", "|#&");
     room.put("text", "А");
-    room.find();
+    room.refresh();
     const auto expect = [&room](bool on) {
         for (const QPushButton *button : actions(room.page))
             QVERIFY2(button->isEnabled() == on, qPrintable(button->text()));
@@ -241,7 +241,7 @@ void TestArchiveSelection::tabsKeepTheirTextsApart()
     const ArchiveRoom room(CArchivePage::Incoming);
     room.put("a", "ПРИНЯТО");
     room.desk.write("out/20260731/b", "ПЕРЕДАНО");
-    room.find();
+    room.refresh();
     room.form->searchSearch();
     room.click("a");
     for (const CArchivePage *page : {room.form->outputPage, room.form->searchPage->found}) {
