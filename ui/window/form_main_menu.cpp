@@ -30,7 +30,7 @@ void buildSettingsMenu(FormMain &form)
 {
     QMenu *menu = form.menuBar->addMenu(QStringLiteral("Настройки"));
     menu->setObjectName(QStringLiteral("menuSettings"));
-    form.actionOptions = named(menu, QStringLiteral("Параметры"), "form.actionOptions");
+    form.actionOptions = named(menu, QStringLiteral("Параметры"), "actionOptions");
     QObject::connect(form.actionOptions, &QAction::triggered, &form, &FormMain::openOptions);
     if (Options.processMode == SKK) {
         menu->addSeparator();
@@ -42,7 +42,7 @@ void buildSettingsMenu(FormMain &form)
         lists->setEnabled(false);
     }
     menu->addSeparator();
-    form.actionOperators = named(menu, QStringLiteral("Операторы"), "form.actionOperators");
+    form.actionOperators = named(menu, QStringLiteral("Операторы"), "actionOperators");
     QObject::connect(form.actionOperators, &QAction::triggered, &form, &FormMain::openOperators);
     form.actionOperators->setEnabled(false);
 }
