@@ -19,9 +19,8 @@ bool endsParagraph(QChar c)
 
 bool fits(const QString &text)
 {
-    // The two characters of a usual line end count as two ends; telegrams are far below the bound.
-    return text.size() <= LongestShown &&
-           std::count_if(text.begin(), text.end(), endsParagraph) <= 2 * MostShownLines;
+    constexpr auto MostEnds = 2LL * MostShownLines; // a usual line end has two characters
+    return text.size() <= LongestShown && std::count_if(text.begin(), text.end(), endsParagraph) <= MostEnds;
 }
 
 ShownText unreadable(const QString &path)
