@@ -43,6 +43,13 @@ template <class Control> Control *named(CArchivePage::Kind kind, const char *nam
     return control;
 }
 
+/// Of a page that is a part of another one.
+QVBoxLayout *newRowsWithin(QWidget *page)
+{
+    auto *rows = new QVBoxLayoutMS(page);
+    rows->setContentsMargins(0, 0, 0, 0);
+    return rows;
+}
 } // namespace
 
 CArchivePage::CArchivePage(Kind kind, QAbstractItemModel &model, const QDate &today, QWidget *parent)
@@ -52,14 +59,14 @@ CArchivePage::CArchivePage(Kind kind, QAbstractItemModel &model, const QDate &to
       text(named(kind, "Text", new CTelegramView)),
       toEditor(named(kind, "ToEditorButton", new QPushButton(QStringLiteral("В редактор")))),
       print(named(kind, "PrintButton", new QPushButton(QStringLiteral("На печать")))),
-      m_splitter(new QSplitter), m_tableWidth(table->sizeHint().width())
+      m_splitter(new QSplitter)
 {
     setObjectName(QString::fromLatin1(names[kind].page));
     if (kind != Found)
         addDay(kind, today);
     if (kind == Incoming)
         addIncoming();
-    placeRows();
+    placeRows(kind == Found ? newRowsWithin(this) : newScrollingRows(this));
     setTextActions(false);
     connect(table, &CArchiveTable::enterPressed, text, qOverload<>(&QWidget::setFocus));
 }
@@ -81,7 +88,7 @@ void CArchivePage::addIncoming()
     forward = named(Incoming, "ForwardButton", new QPushButton(QStringLiteral("Переслать")));
 }
 
-void CArchivePage::placeRows()
+void CArchivePage::placeRows(QVBoxLayout *rows)
 {
     m_splitter->setChildrenCollapsible(false);
     m_splitter->addWidget(table);
@@ -89,7 +96,6 @@ void CArchivePage::placeRows()
     m_splitter->setStretchFactor(1, 1);
     const QList<QWidget *> switches{date, onlyTelegrams, registers};
     const QList<QWidget *> buttons{toEditor, print, save, toPerforator, saveAttach, forward};
-    auto *rows = new QVBoxLayoutMS(this);
     rows->addWidget(newFlowRow(switches));
     rows->addWidget(m_splitter, 1);
     rows->addWidget(newFlowRow(buttons));
@@ -114,16 +120,25 @@ void CArchivePage::changeEvent(QEvent *event)
     QWidget::changeEvent(event);
     // The list is given its room once it knows its width in the new font.
     if (event->type() == QEvent::FontChange)
-        QTimer::singleShot(0, this, &CArchivePage::followFont);
+        QTimer::singleShot(0, this, &CArchivePage::sizeList);
 }
 
-// A list that the operator has drawn wider keeps its proportion, but never takes the room of the text.
-void CArchivePage::followFont()
+void CArchivePage::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    QTimer::singleShot(0, this, &CArchivePage::sizeList);
+}
+
+// At first the list has the width of its columns. One that the operator has drawn wider keeps its proportion
+// in another font, but never takes the room of the text.
+void CArchivePage::sizeList()
 {
     const int wanted = table->sizeHint().width();
+    if (!isVisible() || wanted == m_tableWidth)
+        return;
     const QList<int> sizes = m_splitter->sizes();
     const int all = sizes.value(0) + sizes.value(1);
-    const int width = qMin(sizes.value(0) * wanted / qMax(1, m_tableWidth), all / 2);
-    m_splitter->setSizes({width, all - width});
+    const int width = m_tableWidth == 0 ? wanted : sizes.value(0) * wanted / m_tableWidth;
+    m_splitter->setSizes({qMin(width, all / 2), all - qMin(width, all / 2)});
     m_tableWidth = wanted;
 }

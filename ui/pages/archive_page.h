@@ -10,6 +10,7 @@ class QCheckBox;
 class CTelegramView;
 class QPushButton;
 class QSplitter;
+class QVBoxLayout;
 
 /// Telegrams of the past, a row each, beside them the text of the selected one and what can be done with it:
 /// the tabs "Входящие" and "Исходящие", which are of one day, and what a search has found. Enter in the list
@@ -43,13 +44,14 @@ public:
 
 protected:
     void changeEvent(QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     void addDay(Kind kind, const QDate &today);
     void addIncoming();
-    void placeRows();
-    void followFont();
+    void placeRows(QVBoxLayout *rows);
+    void sizeList();
 
     QSplitter *m_splitter;
-    int m_tableWidth; ///< that the table wished in the font before
+    int m_tableWidth = 0; ///< that the list wished when the splitter was last set
 };

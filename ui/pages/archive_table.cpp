@@ -7,6 +7,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QScrollBar>
+#include <QStyle>
 #include <QTimer>
 
 namespace
@@ -17,16 +18,27 @@ int heightOfRow(const QFont &font)
 {
     return QFontMetrics(font).height() + 2 * RowMargin;
 }
+
+/// With what a cell keeps free beside its text and the line to the next one. The letters in a name make it a
+/// little wider than as many figures.
+int widthOfColumn(int characters, const QTableView &table)
+{
+    const int margin = table.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &table) + 1;
+    const int letters = CUtils::txtGUIWidth(1, table.font()) / 2;
+    return CUtils::txtGUIWidth(characters, table.font()) + letters + 2 * margin + 1;
+}
 } // namespace
 
 CArchiveTable::CArchiveTable(QAbstractItemModel &model, const QList<int> &widths, const char *name)
-    : m_widths(widths), m_columnFont(font())
+    : m_widths(widths)
 {
     setObjectName(QString::fromLatin1(name));
     setModel(&model);
     verticalHeader()->setDefaultSectionSize(heightOfRow(font()));
-    for (int column = 0; column < m_widths.size(); ++column)
-        setColumnWidth(column, CUtils::txtGUIWidth(m_widths.at(column), font()));
+    for (int column = 0; column < m_widths.size(); ++column) {
+        m_usual << widthOfColumn(m_widths.at(column), *this);
+        setColumnWidth(column, m_usual.at(column));
+    }
 }
 
 QSize CArchiveTable::sizeHint() const
@@ -48,11 +60,10 @@ void CArchiveTable::followFont()
     horizontalHeader()->setFont(font());
     verticalHeader()->setDefaultSectionSize(heightOfRow(font()));
     for (int column = 0; column < m_widths.size(); ++column) {
-        const int former = CUtils::txtGUIWidth(m_widths.at(column), m_columnFont);
-        const int wanted = CUtils::txtGUIWidth(m_widths.at(column), font());
-        setColumnWidth(column, columnWidth(column) * wanted / qMax(1, former));
+        const int wanted = widthOfColumn(m_widths.at(column), *this);
+        setColumnWidth(column, columnWidth(column) * wanted / qMax(1, m_usual.at(column)));
+        m_usual[column] = wanted;
     }
-    m_columnFont = font();
     updateGeometry();
 }
 

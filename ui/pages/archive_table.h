@@ -2,7 +2,6 @@
 
 #include "ui/widgets/file_table.h"
 
-#include <QFont>
 #include <QList>
 
 /// The list of an archive page. Its columns have their widths in characters; in another font they keep the
@@ -29,6 +28,6 @@ protected:
 private:
     void followFont();
 
-    QList<int> m_widths;
-    QFont m_columnFont; ///< that the columns have their widths for
+    QList<int> m_widths; ///< in characters
+    QList<int> m_usual;  ///< in pixels, in the font that the columns have followed so far
 };

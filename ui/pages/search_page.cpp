@@ -59,12 +59,10 @@ void CSearchPage::placeRows()
     what->addWidget(contains, 1);
     what->addWidget(search);
 
-    auto *rows = new QVBoxLayoutMS(this);
-    rows->addWidget(newFlowRow({received, sent, newGroup(QStringLiteral("Дата"), {from, to})}));
+    QVBoxLayoutMS *rows = newScrollingRows(this);
+    rows->addWidget(newFlowRow({received, sent, newGroup(QStringLiteral("Дата"), {from, to}), count}));
     rows->addLayout(what);
-    rows->addWidget(count);
     rows->addWidget(found, 1);
-    found->layout()->setContentsMargins(0, 0, 0, 0);
     orderTabs({received, sent, from, to, contains, search, found->registers, found->table, found->text,
                found->toEditor, found->print});
 }

@@ -1,5 +1,7 @@
 #include "ui/widgets/layouts.h"
 
+#include <QScrollArea>
+
 namespace
 {
 constexpr int Spacing = 2;
@@ -48,6 +50,19 @@ QGroupBox1::QGroupBox1(const QString &title, QWidget *parent)
 QVBoxLayoutMS *newVBoxLayout()
 {
     return new QVBoxLayoutMS;
+}
+
+QVBoxLayoutMS *newScrollingRows(QWidget *page)
+{
+    auto *area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(true);
+    area->setFocusPolicy(Qt::NoFocus);
+    auto *content = new QWidget;
+    auto *rows = new QVBoxLayoutMS(content);
+    area->setWidget(content);
+    (new QVBoxLayout0(page))->addWidget(area);
+    return rows;
 }
 
 void orderTabs(const QList<QWidget *> &controls)

@@ -78,5 +78,9 @@ public:
 /// A fresh QVBoxLayoutMS without a parent.
 [[nodiscard]] QVBoxLayoutMS *newVBoxLayout();
 
+/// The rows of \a page, which has none yet, as a QVBoxLayoutMS. In large letters on a small screen they
+/// scroll rather than lose their last ones.
+[[nodiscard]] QVBoxLayoutMS *newScrollingRows(QWidget *page);
+
 /// Has Tab go through \a controls, which are in one window or none, in this order. Null ones are passed over.
 void orderTabs(const QList<QWidget *> &controls);

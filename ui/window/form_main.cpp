@@ -10,6 +10,9 @@
 #include "procedures/process_skk.h"
 #include "records/protocol.h"
 #include "text/utils.h"
+#include "ui/pages/archive_page.h"
+#include "ui/pages/archive_table.h"
+#include "ui/pages/search_page.h"
 #include "ui/roll/protocol_widget.h"
 #include "ui/widgets/layouts.h"
 #include "ui/window/status_strip.h"
@@ -17,6 +20,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QTabWidget>
 #include <QTimer>
@@ -67,6 +71,9 @@ FormMain::FormMain(QWidget *parent) : QWidget(parent)
     setEditorInterfaceMode();
     setPrfInterface();
     slotSetTlgModeInterface();
+    // Where the keyboard begins in each tab, and in the window
+    for (QWidget *first : QList<QWidget *>{inputPage->table, outputPage->table, searchPage->contains})
+        first->setFocus();
     protocolWidget->setFocus();
     qApp->installEventFilter(this);
 }

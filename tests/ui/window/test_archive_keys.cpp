@@ -2,6 +2,7 @@
 #include "text/utils.h"
 
 #include <QHeaderView>
+#include <QScrollArea>
 
 namespace
 {
@@ -30,6 +31,10 @@ class TestArchiveKeys : public QObject
 private slots:
     void cleanup() { QApplication::setFont(m_font); }
 
+    void keyboardBeginsWhereItIsUsedFirst();
+    void controlTabLeadsOnFromEveryTab();
+    void allRowsAreReachedInLargeLetters_data() { everyTab(); }
+    void allRowsAreReachedInLargeLetters();
     void arrowsHomeAndEndChoose_data() { everyTab(); }
     void arrowsHomeAndEndChoose();
     void firstArrowChoosesTheFirstRow_data() { everyTab(); }
@@ -52,6 +57,58 @@ private slots:
 private:
     const QFont m_font = QApplication::font();
 };
+
+void TestArchiveKeys::keyboardBeginsWhereItIsUsedFirst()
+{
+    const ArchiveRoom room(CArchivePage::Incoming);
+    const struct {
+        int tab;
+        const char *focus;
+    } tabs[] = {{2, "tableInput"}, {3, "tableOutput"}, {4, "searchContains"}, {2, "tableInput"}};
+    for (const auto &tab : tabs) {
+        room.form->tabWidget->setCurrentIndex(tab.tab);
+        QCOMPARE(QApplication::focusWidget()->objectName(), QString::fromLatin1(tab.focus));
+    }
+}
+
+void TestArchiveKeys::controlTabLeadsOnFromEveryTab()
+{
+    const ArchiveRoom room(CArchivePage::Incoming);
+    for (const char *field : {"dateInput", "tableInput", "inputText", "dateSearchFrom", "searchContains"}) {
+        auto *widget = room.find<QWidget>(field);
+        QWidget *tab = widget;
+        while (room.form->tabWidget->indexOf(tab) < 0)
+            tab = tab->parentWidget();
+        room.form->tabWidget->setCurrentWidget(tab);
+        const int before = room.form->tabWidget->currentIndex();
+        widget->setFocus();
+        ArchiveRoom::press(Qt::Key_Tab, Qt::ControlModifier);
+        QVERIFY2(room.form->tabWidget->currentIndex() == before + 1, field);
+    }
+}
+
+void TestArchiveKeys::allRowsAreReachedInLargeLetters()
+{
+    QFETCH(CArchivePage::Kind, kind);
+    const ArchiveRoom room(kind, CKS, [] { Options.usePrf = Options.enableAttachFiles = true; });
+    QFont large = QApplication::font();
+    large.setPointSize(24);
+    QApplication::setFont(large);
+    room.form->resize(800, 600);
+    for (int i = 0; i < 5; ++i)
+        QCoreApplication::processEvents();
+    QCOMPARE(room.form->size(), QSize(800, 600));
+    auto *area = room.form->tabWidget->currentWidget()->findChild<QScrollArea *>();
+    for (QWidget *control :
+         {static_cast<QWidget *>(room.page.registers), static_cast<QWidget *>(room.page.table),
+          static_cast<QWidget *>(room.page.text), static_cast<QWidget *>(room.page.print)}) {
+        area->ensureWidgetVisible(control, 0, 0);
+        QVERIFY2(control->visibleRegion().boundingRect().height() >= qMin(control->height(), 100),
+                 qPrintable(control->objectName()));
+        QVERIFY(control->visibleRegion().boundingRect().width() == control->width());
+    }
+    QVERIFY(room.page.text->width() >= 300); // the list leaves it half of the room
+}
 
 void TestArchiveKeys::arrowsHomeAndEndChoose()
 {
@@ -219,7 +276,9 @@ void TestArchiveKeys::columnsFollowTheZoom()
     const int drawn = 2 * room.page.table->columnWidth(1);
     room.page.table->setColumnWidth(1, drawn); // by the operator
     const auto width = [&room](int characters) {
-        return CUtils::txtGUIWidth(characters, room.page.table->font());
+        const int margin = room.page.table->style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1;
+        const QFont &now = room.page.table->font();
+        return CUtils::txtGUIWidth(characters, now) + CUtils::txtGUIWidth(1, now) / 2 + 2 * margin + 1;
     };
     QFont large = font;
     large.setPointSize(18);

@@ -3,6 +3,7 @@
 #include "text/utils.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemDelegate>
 #include <QHeaderView>
 #include <QLabel>
 
@@ -39,6 +40,8 @@ private slots:
     void controlsOfOptionsAreShownWithThem();
     void columnsHaveTheirTitlesAndWidths_data() { everyTab(); }
     void columnsHaveTheirTitlesAndWidths();
+    void usualNamesAndTimesAreShownWhole_data() { everyTab(); }
+    void usualNamesAndTimesAreShownWhole();
     void filesAreListedByName_data() { everyTab(); }
     void filesAreListedByName();
     void dayWithoutDirectoryYieldsAnEmptyTable_data() { everyDayTab(); }
@@ -103,13 +106,29 @@ void TestArchiveLists::columnsHaveTheirTitlesAndWidths()
     const QStringList titles = kind == CArchivePage::Found ? QStringList{"Дата", "Время", "", "Файл"}
                                                            : QStringList{"Время", "Файл", ""};
     const QList<int> widths = kind == CArchivePage::Found ? QList<int>{10, 8, 6, 16} : QList<int>{8, 16, 10};
+    const CArchiveTable &table = *room.page.table;
     const QHeaderView &header = *room.page.table->horizontalHeader();
     QCOMPARE(header.count(), titles.size());
     for (int column = 0; column < titles.size(); ++column) {
         QCOMPARE(header.model()->headerData(column, Qt::Horizontal).toString(), titles.at(column));
-        QCOMPARE(header.sectionSize(column), CUtils::txtGUIWidth(widths.at(column), room.page.font()));
+        // In characters, and less than two for what stands beside the text.
+        QVERIFY(header.sectionSize(column) > CUtils::txtGUIWidth(widths.at(column), table.font()));
+        QVERIFY(header.sectionSize(column) < CUtils::txtGUIWidth(widths.at(column) + 2, table.font()));
     }
     QVERIFY(room.page.table->verticalHeader()->isHidden());
+}
+
+void TestArchiveLists::usualNamesAndTimesAreShownWhole()
+{
+    QFETCH(CArchivePage::Kind, kind);
+    const ArchiveRoom room(kind);
+    room.putAndShow({"20260731uC1A.001"});
+    const CArchiveTable &table = *room.page.table;
+    for (int column = 0; column < table.model()->columnCount(); ++column) {
+        const QModelIndex index = table.model()->index(0, column);
+        QVERIFY2(table.itemDelegate()->sizeHint({}, index).width() < table.columnWidth(column),
+                 qPrintable(index.data().toString()));
+    }
 }
 
 void TestArchiveLists::filesAreListedByName()
