@@ -1,6 +1,7 @@
 #include "records/new_telegram.h"
 
 #include "app/clock.h"
+#include "app/options.h"
 #include "app/state.h"
 #include "app/whole_file.h"
 #include "records/file_info.h"
@@ -13,6 +14,22 @@
 namespace
 {
 constexpr int NumbersOfADay = 1000;
+constexpr int ScanAfterQueueing = 2; // ticks
+
+/// What a name has around the number of the day.
+struct NameParts {
+    QString letter;
+    QString stamp; ///< with its "."; empty if the name holds no time
+};
+
+NameParts partsOf(const SendOrder &order)
+{
+    NameParts parts;
+    parts.letter = order.guaranteed ? QStringLiteral("g") : CUtils::categoryLetter(order.category);
+    if (Options.processMode == Direct)
+        parts.stamp = order.sendTime.toString(QStringLiteral(".yyMMdd_hhmmss"));
+    return parts;
+}
 
 /// A telegram that has failed bears more behind its name, and will bear the name alone again; a record that
 /// is left over would become that of the new telegram.
@@ -24,9 +41,9 @@ bool isTaken(const QString &name)
                 .isEmpty();
 }
 
-QString nameOf(const QString &category, int number)
+QString nameOf(const QString &letter, int number)
 {
-    return Time.yyyyMMdd + CUtils::categoryLetter(category) + CUtils::StringNNN(number);
+    return Time.yyyyMMdd + letter + CUtils::StringNNN(number);
 }
 
 bool writeTelegram(const QString &path, const QString &text, const CFileInfo *record)
@@ -40,22 +57,75 @@ bool writeTelegram(const QString &path, const QString &text, const CFileInfo *re
         CFileInfo::Remove(path);
     return false;
 }
-} // namespace
 
-std::optional<QString> queueTelegram(const QString &category, const QString &text, const CFileInfo *record)
+/// As queueTelegram(). \a whose ends the journal line of a failure.
+std::optional<QString> queueOne(const NameParts &parts, const QString &text, const CFileInfo *record,
+                                const QString &whose = QString())
 {
     int number = State.EditorN + 1;
-    while (isTaken(nameOf(category, number)) && number < State.EditorN + NumbersOfADay)
+    while (isTaken(nameOf(parts.letter, number)) && number < State.EditorN + NumbersOfADay)
         ++number;
-    const QString name = nameOf(category, number);
+    const QString name = nameOf(parts.letter, number) + parts.stamp;
     const QString path = State.pathOut() + QDir::separator() + name;
-    if (isTaken(name) || !writeTelegram(path, text, record)) {
+    if (isTaken(nameOf(parts.letter, number)) || !writeTelegram(path, text, record)) {
         Log.addCacheServiceString(QStringLiteral("Телеграмма не поставлена в очередь, не записан файл ") +
-                                      shownName(path),
+                                      shownName(path) + whose,
                                   ProtocolError, true);
         return std::nullopt;
     }
     State.EditorN = number;
     State.Save();
     return name;
+}
+
+CFileInfo recordFor(const QString &number, const SendOrder &order)
+{
+    CFileInfo record;
+    record.number = number;
+    record.trys = Options.sendTrys;
+    record.toCKS = order.toCKS;
+    record.sendTime = order.sendTime;
+    return record;
+}
+
+Queued queueForNumbers(const SendOrder &order, const QString &text)
+{
+    Queued queued;
+    queued.unsent = order.numbers;
+    while (!queued.unsent.isEmpty()) {
+        const CFileInfo record = recordFor(queued.unsent.constFirst(), order);
+        const QString whose = QStringLiteral(", номера: ") + queued.unsent.join(QLatin1Char(','));
+        const std::optional<QString> name = queueOne(partsOf(order), text, &record, whose);
+        if (!name)
+            break;
+        queued.names << *name;
+        queued.unsent.removeFirst();
+    }
+    if (order.numbers.size() > 1 && !queued.names.isEmpty()) {
+        ++State.EditorN; // parts one list from the next
+        State.Save();
+    }
+    return queued;
+}
+
+Queued queueAlone(const SendOrder &order, const QString &text)
+{
+    Queued queued;
+    if (const std::optional<QString> name = queueOne(partsOf(order), text, nullptr))
+        queued.names << *name;
+    return queued;
+}
+} // namespace
+
+std::optional<QString> queueTelegram(const QString &category, const QString &text, const CFileInfo *record)
+{
+    return queueOne({CUtils::categoryLetter(category), QString()}, text, record);
+}
+
+Queued queueTelegram(const SendOrder &order, const QString &text)
+{
+    const Queued queued = Options.processMode == SKK ? queueForNumbers(order, text) : queueAlone(order, text);
+    if (!queued.names.isEmpty())
+        State.scanCountdown = ScanAfterQueueing;
+    return queued;
 }
