@@ -52,7 +52,8 @@ CEditorPage::CEditorPage(QWidget *parent)
 {
     setObjectName(QStringLiteral("tabEditor"));
     text->setTabChangesFocus(true);
-    // Breaking a long run of letters without a blank would take a minute for a million of them.
+    // Breaking a long run of letters anywhere would take seconds: the time grows with the square of its
+    // length.
     text->setWordWrapMode(QTextOption::WordWrap);
     placeRows();
 }

