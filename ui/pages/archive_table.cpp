@@ -1,13 +1,10 @@
 #include "ui/pages/archive_table.h"
 
-#include "text/utils.h"
-
 #include <QEvent>
 #include <QFontMetrics>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QScrollBar>
-#include <QStyle>
 #include <QTimer>
 
 namespace
@@ -18,15 +15,6 @@ int heightOfRow(const QFont &font)
 {
     return QFontMetrics(font).height() + 2 * RowMargin;
 }
-
-/// With what a cell keeps free beside its text and the line to the next one. The letters in a name make it a
-/// little wider than as many figures.
-int widthOfColumn(int characters, const QTableView &table)
-{
-    const int margin = table.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &table) + 1;
-    const int letters = CUtils::txtGUIWidth(1, table.font()) / 2;
-    return CUtils::txtGUIWidth(characters, table.font()) + letters + 2 * margin + 1;
-}
 } // namespace
 
 CArchiveTable::CArchiveTable(QAbstractItemModel &model, const QList<int> &widths, const char *name)
@@ -36,7 +24,7 @@ CArchiveTable::CArchiveTable(QAbstractItemModel &model, const QList<int> &widths
     setModel(&model);
     verticalHeader()->setDefaultSectionSize(heightOfRow(font()));
     for (int column = 0; column < m_widths.size(); ++column) {
-        m_usual << widthOfColumn(m_widths.at(column), *this);
+        m_usual << widthOf(m_widths.at(column), font());
         setColumnWidth(column, m_usual.at(column));
     }
 }
@@ -60,7 +48,7 @@ void CArchiveTable::followFont()
     horizontalHeader()->setFont(font());
     verticalHeader()->setDefaultSectionSize(heightOfRow(font()));
     for (int column = 0; column < m_widths.size(); ++column) {
-        const int wanted = widthOfColumn(m_widths.at(column), *this);
+        const int wanted = widthOf(m_widths.at(column), font());
         setColumnWidth(column, columnWidth(column) * wanted / qMax(1, m_usual.at(column)));
         m_usual[column] = wanted;
     }

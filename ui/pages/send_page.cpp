@@ -1,7 +1,6 @@
 #include "ui/pages/send_page.h"
 
 #include "records/send_model.h"
-#include "text/utils.h"
 #include "ui/widgets/file_table.h"
 #include "ui/widgets/flow_layout.h"
 #include "ui/widgets/layouts.h"
@@ -39,7 +38,7 @@ CFileTable *newTable(QAbstractItemModel &model, const char *name, const QFont &f
     table->horizontalHeader()->setMinimumSectionSize(1); // the style's is wider than two characters
     const CTableViewModelItem_Send::TableData &shape = CTableViewModelItem_Send::currentTable();
     for (int column = 0; column < shape.columns; ++column)
-        table->setColumnWidth(column, CUtils::txtGUIWidth(shape.columnWidth[column], font));
+        table->setColumnWidth(column, CFileTable::widthOf(shape.columnWidth[column], font));
     table->verticalHeader()->setDefaultSectionSize(rowHeight(font));
     return table;
 }
@@ -144,8 +143,8 @@ void CSendPage::sizeTables()
         table->horizontalHeader()->setFont(font());
         table->verticalHeader()->setDefaultSectionSize(rowHeight(font()));
         for (int column = 0; column < shape.columns; ++column) {
-            const int former = CUtils::txtGUIWidth(shape.columnWidth[column], m_tableFont);
-            const int wanted = CUtils::txtGUIWidth(shape.columnWidth[column], font());
+            const int former = CFileTable::widthOf(shape.columnWidth[column], m_tableFont);
+            const int wanted = CFileTable::widthOf(shape.columnWidth[column], font());
             table->setColumnWidth(column, table->columnWidth(column) * wanted / qMax(1, former));
         }
     }

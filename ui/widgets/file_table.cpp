@@ -1,8 +1,12 @@
 #include "ui/widgets/file_table.h"
 
+#include "text/utils.h"
+
+#include <QApplication>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QStyle>
 #include <QToolTip>
 
 namespace
@@ -22,6 +26,15 @@ CFileTable::CFileTable(QWidget *parent) : QTableView(parent)
     setWordWrap(false);
     horizontalHeader()->setHighlightSections(false); // with whole rows selected, all would stand out
     verticalHeader()->hide();
+}
+
+// With what a cell keeps free beside its text and the line to the next one. The letters in a name make it a
+// little wider than as many figures.
+int CFileTable::widthOf(int characters, const QFont &font)
+{
+    const int margin = QApplication::style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1;
+    const int letters = CUtils::txtGUIWidth(1, font) / 2;
+    return CUtils::txtGUIWidth(characters, font) + letters + 2 * margin + 1;
 }
 
 int CFileTable::selectedRow() const

@@ -12,6 +12,8 @@ class CFileTable : public QTableView
 public:
     explicit CFileTable(QWidget *parent = nullptr);
 
+    /// Pixels of a column for \a characters in \a font, with the margins of a cell around them.
+    [[nodiscard]] static int widthOf(int characters, const QFont &font);
     /// The selected row, or -1.
     [[nodiscard]] int selectedRow() const;
 

@@ -12,8 +12,11 @@
 #include "text/utils.h"
 #include "ui/pages/archive_page.h"
 #include "ui/pages/archive_table.h"
+#include "ui/pages/editor_page.h"
 #include "ui/pages/search_page.h"
+#include "ui/pages/send_page.h"
 #include "ui/roll/protocol_widget.h"
+#include "ui/widgets/file_table.h"
 #include "ui/widgets/layouts.h"
 #include "ui/window/status_strip.h"
 
@@ -22,6 +25,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QPlainTextEdit>
 #include <QTabWidget>
 #include <QTimer>
 
@@ -72,7 +76,8 @@ FormMain::FormMain(QWidget *parent) : QWidget(parent)
     setPrfInterface();
     slotSetTlgModeInterface();
     // Where the keyboard begins in each tab, and in the window
-    for (QWidget *first : QList<QWidget *>{inputPage->table, outputPage->table, searchPage->contains})
+    for (QWidget *first : QList<QWidget *>{sendPage->tableSend, inputPage->table, outputPage->table,
+                                           searchPage->contains, editorPage->text})
         first->setFocus();
     protocolWidget->setFocus();
     qApp->installEventFilter(this);

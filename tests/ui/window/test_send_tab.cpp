@@ -110,7 +110,7 @@ void TestSendTab::columnsAreThoseOfTheProcedure()
     for (const CFileTable *table : {tab.waiting, tab.failed}) {
         QCOMPARE(table->model()->columnCount(), characters.size());
         for (int column = 0; column < characters.size(); ++column) {
-            QCOMPARE(table->columnWidth(column), CUtils::txtGUIWidth(characters[column], table->font()));
+            QCOMPARE(table->columnWidth(column), CFileTable::widthOf(characters[column], table->font()));
             const QString title = column == 0 && table == tab.failed ? "Неудачные" : titles[column];
             QCOMPARE(table->model()->headerData(column, Qt::Horizontal).toString(), title);
         }
