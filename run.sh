@@ -60,6 +60,7 @@ start_workstation
 status=0
 wait_for_telegrams || status=1
 operator_types || status=1
+operator_reads || status=1
 until_true 10 take_screenshot || status=1
 end_workstation || status=1
 end_far_end || status=1

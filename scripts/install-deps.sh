@@ -7,7 +7,7 @@ packages="
     g++ cmake ninja-build ccache mold pkg-config git ca-certificates
     qtbase5-dev libqt5serialport5-dev qtmultimedia5-dev libqt5multimedia5-plugins qttranslations5-l10n
     libbenchmark-dev faketime libfaketime
-    xvfb openbox xdotool imagemagick xauth x11-utils
+    xvfb openbox xdotool xclip imagemagick xauth x11-utils
     pulseaudio pulseaudio-utils libasound2-plugins
     cups-client cups-daemon cups-ipp-utils dbus-daemon
     librsvg2-bin icoutils sox

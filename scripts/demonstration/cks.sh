@@ -6,6 +6,10 @@
 
 operator=ИВАНОВА
 operator_in_settings='\x418\x412\x410\x41d\x41e\x412\x410' # the settings file escapes what is not Latin
+received=(ВХ1 ВХ2 ВХ3 ВХ4)
+sent=(ИСХ1 ИСХ2 ИСХ3)
+word='КАНАЛ ОТКРЫТ'
+found=ВХ1
 
 # outgoing NUMBER TEXT: a file of the queue, and the telegram as it must come to the centre. A "." behind the last
 # line end keeps the shell from dropping it.

@@ -2,7 +2,8 @@
 # The steps of run.sh that all demonstrations share. They use its variables: bin, the programs; demo, a fresh
 # directory; result, where the screenshot and the logs stay; firmware, the generation of the line adapter, empty
 # for TCP; patience, seconds in which all telegrams must have come. Each demonstration beside this file gives
-# prepare_data, start_far_end, every_telegram_arrived and check_end.
+# prepare_data, start_far_end, every_telegram_arrived and check_end, and names in received, sent and found what the
+# operator is to read, in word what he looks for.
 # shellcheck disable=SC2154
 
 data=$demo/data
@@ -10,6 +11,7 @@ expected=$demo/expected # each telegram from mark to mark, as it must arrive: И
 kept=$demo/far-end      # what the far end stores
 workstation=
 far_end=
+tab=0 # in front; the roll is 0
 display_processes=()
 
 # long_text LINES WHERE: that many lines of telegram text, on the channel that WHERE names.
@@ -135,6 +137,88 @@ operator_types()
     sleep 1
     xdotool type --delay 150 hello
     until_true 20 grep -q HELLO "$kept/stream.txt" && echo "typed text has arrived: HELLO"
+}
+
+# open_tab NUMBER: brings that tab to the front, counted from 0; at first the roll is there.
+open_tab()
+{
+    local i
+    for ((i = (6 + $1 - tab) % 6; i > 0; --i)); do
+        xdotool key ctrl+Tab
+        sleep 0.3
+    done
+    tab=$1
+}
+
+# text_on_view: the text of the selected row, which has the keyboard, copied as an operator copies it.
+text_on_view()
+{
+    : | xclip -i -selection clipboard
+    xdotool key Return
+    sleep 0.3
+    xdotool key ctrl+a ctrl+c
+    sleep 0.3
+    timeout 5 xclip -o -selection clipboard || true
+    xdotool key shift+Tab
+    sleep 0.3
+}
+
+# read_rows COUNT FILE: the texts of the first so many rows of the list, one behind the other.
+read_rows()
+{
+    local i
+    xdotool key Home
+    : > "$2"
+    for ((i = 0; i < $1; ++i)); do
+        sleep 0.5
+        text_on_view >> "$2"
+        echo >> "$2"
+        xdotool key Down
+    done
+}
+
+# seen WHERE NAME: the lines of the expected telegram of that name stand in what was read there, but for those of the
+# marks, which a procedure may add on the line.
+seen()
+{
+    if tr -d '\r' < "$expected/$2" | grep -v '^ *$\|ЗЦЗЦ\|НННН' | grep -vxFf <(tr -d '\r' < "$demo/$1") > "$demo/unseen"; then
+        echo "MISSING  $2 on the tab $1: $(head -n 1 "$demo/unseen")"
+        return 1
+    fi
+    echo "on view  $2 on the tab $1"
+}
+
+# The operator reads what has come and gone, and looks for a word of it. Each demonstration says which telegrams are
+# to be there: received, sent, and the word that stands in found alone.
+operator_reads()
+{
+    local window name status=0
+    window=$(xdotool search --onlyvisible --name ' / V:' | head -n 1)
+    xdotool windowactivate --sync "$window"
+    tab=0
+    open_tab 2
+    read_rows "$(find "$data/inp" -mindepth 2 -type f | wc -l)" "$demo/Входящие"
+    import -window root "$result/received.png"
+    open_tab 3
+    read_rows "$(find "$data/out" -mindepth 2 -type f | wc -l)" "$demo/Исходящие"
+    import -window root "$result/sent.png"
+    open_tab 4
+    printf '%s' "$word" | xclip -i -selection clipboard
+    xdotool key ctrl+v Return
+    sleep 2
+    # From the line over the button and the switch to the list
+    xdotool key Tab Tab Tab
+    read_rows 1 "$demo/Поиск"
+    import -window root "$result/found.png"
+    for name in "${received[@]}"; do
+        seen Входящие "$name" || status=1
+    done
+    for name in "${sent[@]}"; do
+        seen Исходящие "$name" || status=1
+    done
+    seen Поиск "$found" || status=1
+    open_tab 0
+    return "$status"
 }
 
 # A picture of the screen; a screen of one colour is none.

@@ -2,6 +2,11 @@
 # The demonstration of a direct link: three telegrams each way between their marks, confirmations on request.
 # shellcheck disable=SC2154
 
+received=(ВХ1 ВХ2 ВХ3)
+sent=(ИСХ1 ИСХ2 ИСХ3)
+word='РАБОТАЕТ ЛИ КАНАЛ'
+found=ВХ1
+
 # telegram NAME TEXT: the telegram from its start mark to its end mark, under NAME in expected. A "." behind the
 # last line end keeps the shell from dropping it.
 telegram()

@@ -3,6 +3,11 @@
 # subscriber is busy, somebody calls the workstation to leave a telegram, and somebody to be written to by hand.
 # shellcheck disable=SC2154
 
+received=(ВХ1)
+sent=(ИСХ1)
+word='ВАМ ЗВОНЯТ'
+found=ВХ1
+
 # queue NUMBER SUBSCRIBER TEXT: a file of the queue with its record.
 queue()
 {
