@@ -2,6 +2,7 @@
 
 #include "tests/support/row.h"
 #include "ui/dialogs/abonent_list_dialog.h"
+#include "ui/dialogs/abonent_lists_list_dialog.h"
 #include "ui/dialogs/abonent_number_dialog.h"
 #include "ui/dialogs/about_dialog.h"
 #include "ui/dialogs/confirm_category_dialog.h"
@@ -9,6 +10,7 @@
 #include "ui/dialogs/edit_counter_dialog.h"
 #include "ui/dialogs/fw_update_dialog.h"
 #include "ui/dialogs/number_dialog.h"
+#include "ui/dialogs/operator_list_dialog.h"
 #include "ui/dialogs/perforator_in_dialog.h"
 #include "ui/dialogs/perforator_out_dialog.h"
 #include "ui/dialogs/print_txt_dialog.h"
@@ -56,6 +58,8 @@ inline const Row rows[] = {
     {"subscriber's number", make<CAbonentNumberDialog>,
      [](CDialog &dialog) { static_cast<CAbonentNumberDialog &>(dialog).exec("1", "Номер абонента"); }},
     {"subscribers", make<CAbonentListDialog>, plainly},
+    {"lists of subscribers", make<CAbonentListsListDialog>, plainly},
+    {"operators", make<COperatorListDialog>, plainly},
     {"number", make<CNumberDialog>,
      [](CDialog &dialog) { static_cast<CNumberDialog &>(dialog).exec("Номер абонента", "1"); }},
     {"received", make<CEditCounterDialog>,

@@ -3,7 +3,10 @@
 #include "app/ask.h"
 #include "app/startup.h"
 #include "tests/support/row.h"
+#include "ui/dialogs/abonent_list_dialog.h"
+#include "ui/dialogs/abonent_lists_list_dialog.h"
 #include "ui/dialogs/file_dialog_with_codepage_select.h"
+#include "ui/dialogs/operator_list_dialog.h"
 #include "ui/dialogs/re_send_tlg_dialog.h"
 
 #include <QAction>
@@ -55,7 +58,7 @@ private slots:
 namespace
 {
 /// Words that are the same in Russian: keys, colour systems, the buttons' OK, file kinds and masks.
-const QStringList SharedWords{"OK", "Ctrl", "Shift", "Del", "HTML", "PDF", "CP", "UTF"};
+const QStringList SharedWords{"OK", "Ctrl", "Shift", "Ins", "Del", "HTML", "PDF", "CP", "UTF"};
 
 QStringList labelsOf(const QWidget &box)
 {
@@ -141,6 +144,9 @@ const Box boxes[] = {
     {"save a file", [] { return fileDialog(QFileDialog::AcceptSave); }},
     {"a file with its coding", [] { return new CFileDialogWithCodepageSelect; }},
     {"a telegram to forward", [] { return new CReSendTlgDialog(QStringLiteral("А")); }},
+    {"subscribers", [] { return new CAbonentListDialog; }},
+    {"lists of subscribers", [] { return new CAbonentListsListDialog; }},
+    {"operators", [] { return new COperatorListDialog; }},
     {"colour", [] { return new QColorDialog; }},
     {"font", [] { return new QFontDialog; }},
     {"print", [] { return printDialog(); }},
