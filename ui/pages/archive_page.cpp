@@ -64,8 +64,8 @@ CArchivePage::CArchivePage(Kind kind, QAbstractItemModel &model, const QDate &to
     setObjectName(QString::fromLatin1(names[kind].page));
     if (kind != Found)
         addDay(kind, today);
-    if (kind == Incoming)
-        addIncoming();
+    if (kind == Received)
+        addReceived();
     placeRows(kind == Found ? newRowsWithin(this) : newScrollingRows(this));
     setTextActions(false);
     connect(table, &CArchiveTable::enterPressed, text, qOverload<>(&QWidget::setFocus));
@@ -78,14 +78,14 @@ void CArchivePage::addDay(Kind kind, const QDate &today)
     onlyTelegrams = named(kind, "OnlyTelegrams", new QCheckBox(QStringLiteral("Только телеграммы")));
 }
 
-void CArchivePage::addIncoming()
+void CArchivePage::addReceived()
 {
-    save = named(Incoming, "SaveButton", new QPushButton(QStringLiteral("Сохранить")));
+    save = named(Received, "SaveButton", new QPushButton(QStringLiteral("Сохранить")));
     toPerforator =
-        named(Incoming, "ToPerforatorButton", new QPushButton(QStringLiteral("Вывести на перфоратор")));
-    saveAttach = named(Incoming, "SaveAttachButton", new QPushButton(QStringLiteral("Сохранить вложение")));
+        named(Received, "ToPerforatorButton", new QPushButton(QStringLiteral("Вывести на перфоратор")));
+    saveAttach = named(Received, "SaveAttachButton", new QPushButton(QStringLiteral("Сохранить вложение")));
     saveAttach->setEnabled(false);
-    forward = named(Incoming, "ForwardButton", new QPushButton(QStringLiteral("Переслать")));
+    forward = named(Received, "ForwardButton", new QPushButton(QStringLiteral("Переслать")));
 }
 
 void CArchivePage::placeRows(QVBoxLayout *rows)

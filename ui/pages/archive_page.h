@@ -20,7 +20,7 @@ class CArchivePage : public QWidget
     Q_OBJECT
 
 public:
-    enum Kind { Incoming, Outgoing, Found };
+    enum Kind { Received, Sent, Found };
 
     /// Shows \a today, which is the last day that can be chosen. The model is the caller's and outlives the
     /// page.
@@ -48,7 +48,7 @@ protected:
 
 private:
     void addDay(Kind kind, const QDate &today);
-    void addIncoming();
+    void addReceived();
     void placeRows(QVBoxLayout *rows);
     void sizeList();
 

@@ -36,16 +36,16 @@ void reload(CTableViewModel_IO &model, const QString &dirPath, const CArchivePag
 /// Takes the new-mark off the selected row and returns its file, whose name may have been part of the mark.
 QString takeSelected(CTableViewModel_IO &model, const CArchivePage &page)
 {
-    if (page.table->selectedRow() < 0)
-        return QString();
-    model.clearNew(page.table->selectedRow());
-    return model.pathAt(page.table->selectedRow()); // a row of the same file may have gone
+    if (page.table->selectedRow() >= 0)
+        model.clearNew(page.table->selectedRow());
+    const int row = page.table->selectedRow(); // another one, if a former file of the same name has gone
+    return row < 0 ? QString() : model.pathAt(row);
 }
 } // namespace
 
 QWidget *FormMain::buildInputPage()
 {
-    inputPage = new CArchivePage(CArchivePage::Incoming, modelInput, Time.date);
+    inputPage = new CArchivePage(CArchivePage::Received, modelInput, Time.date);
     inputPage->text->setFont(Options.tlgFont);
     connect(inputPage->date, &QDateEdit::dateChanged, this, &FormMain::dateInputChanged);
     connect(inputPage->onlyTelegrams, &QCheckBox::toggled, this, &FormMain::checkBoxInputChanged);
@@ -62,7 +62,7 @@ QWidget *FormMain::buildInputPage()
 
 QWidget *FormMain::buildOutputPage()
 {
-    outputPage = new CArchivePage(CArchivePage::Outgoing, modelOutput, Time.date);
+    outputPage = new CArchivePage(CArchivePage::Sent, modelOutput, Time.date);
     outputPage->text->setFont(Options.tlgFont);
     connect(outputPage->date, &QDateEdit::dateChanged, this, &FormMain::dateOutputChanged);
     connect(outputPage->onlyTelegrams, &QCheckBox::toggled, this, &FormMain::checkBoxOutputChanged);

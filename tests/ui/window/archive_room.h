@@ -44,7 +44,7 @@ public:
     }
     [[nodiscard]] QString place(const QString &name, const QString &day = QStringLiteral("20260731")) const
     {
-        return (kind == CArchivePage::Outgoing ? QStringLiteral("out/") : QStringLiteral("inp/")) + day +
+        return (kind == CArchivePage::Sent ? QStringLiteral("out/") : QStringLiteral("inp/")) + day +
                QLatin1Char('/') + name;
     }
     [[nodiscard]] QString pathOf(const QString &name) const { return desk.path(place(name)); }
@@ -98,9 +98,9 @@ public:
 private:
     [[nodiscard]] CArchivePage *pageOf(CArchivePage::Kind tab) const
     {
-        return tab == CArchivePage::Incoming   ? form->inputPage
-               : tab == CArchivePage::Outgoing ? form->outputPage
-                                               : form->searchPage->found;
+        return tab == CArchivePage::Received ? form->inputPage
+               : tab == CArchivePage::Sent   ? form->outputPage
+                                             : form->searchPage->found;
     }
 
     const CArchivePage::Kind kind;
@@ -109,16 +109,16 @@ private:
 inline void everyTab()
 {
     QTest::addColumn<CArchivePage::Kind>("kind");
-    row("incoming", CArchivePage::Incoming);
-    row("outgoing", CArchivePage::Outgoing);
+    row("incoming", CArchivePage::Received);
+    row("outgoing", CArchivePage::Sent);
     row("search", CArchivePage::Found);
 }
 
 inline void everyDayTab()
 {
     QTest::addColumn<CArchivePage::Kind>("kind");
-    row("incoming", CArchivePage::Incoming);
-    row("outgoing", CArchivePage::Outgoing);
+    row("incoming", CArchivePage::Received);
+    row("outgoing", CArchivePage::Sent);
 }
 
 /// Lets \a work deal with the dialog that opens next.

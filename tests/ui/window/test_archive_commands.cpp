@@ -82,7 +82,7 @@ void TestArchiveCommands::choiceOfMarksIsKept()
 
 void TestArchiveCommands::marksComeAndGoWhereTheOperatorReads()
 {
-    const ArchiveRoom room(CArchivePage::Incoming);
+    const ArchiveRoom room(CArchivePage::Received);
     room.put("a", QByteArray("|СТРОКА\r\n").repeated(300));
     room.refresh();
     room.click("a");
@@ -151,7 +151,7 @@ void TestArchiveCommands::textGoesToTheTape()
         QVERIFY(out != nullptr);
         punched = out->text;
     });
-    if (kind == CArchivePage::Incoming)
+    if (kind == CArchivePage::Received)
         ArchiveRoom::click(room.page.toPerforator);
     else
         room.form->outputToPerforator(); // which has no button
@@ -160,7 +160,7 @@ void TestArchiveCommands::textGoesToTheTape()
 
 void TestArchiveCommands::incomingTextIsSavedUnderItsName()
 {
-    const ArchiveRoom room(CArchivePage::Incoming);
+    const ArchiveRoom room(CArchivePage::Received);
     QVERIFY(QDir().mkdir(room.desk.path("saved")));
     Options.pathForSaveInInput = room.desk.path("saved");
     room.put("20260731u1a.001_", "ПРИВЕТ\r\n");
@@ -176,7 +176,7 @@ void TestArchiveCommands::incomingTextIsSavedUnderItsName()
 
 void TestArchiveCommands::incomingTextOnViewIsSaved()
 {
-    const ArchiveRoom room(CArchivePage::Incoming);
+    const ArchiveRoom room(CArchivePage::Received);
     room.put("a", "|А\r\n#1");
     room.refresh();
     room.click("a");
@@ -206,7 +206,7 @@ void TestArchiveCommands::attachmentNeedsBothMarkers()
 {
     QFETCH(QByteArray, text);
     QFETCH(bool, enabled);
-    const ArchiveRoom room(CArchivePage::Incoming, CKS, [] { Options.enableAttachFiles = true; });
+    const ArchiveRoom room(CArchivePage::Received, CKS, [] { Options.enableAttachFiles = true; });
     room.put("a", text);
     room.put("b", "А -&FILE#-###B#C###-&FILE#- Б");
     room.refresh();
@@ -219,7 +219,7 @@ void TestArchiveCommands::attachmentNeedsBothMarkers()
 
 void TestArchiveCommands::attachmentIsSavedFromTheTextAsItCame()
 {
-    const ArchiveRoom room(CArchivePage::Incoming, CKS, [] { Options.enableAttachFiles = true; });
+    const ArchiveRoom room(CArchivePage::Received, CKS, [] { Options.enableAttachFiles = true; });
     // Register marks are part of the frame, whether they are shown or not.
     const QString name = ByteArrayToMTKCoding("file.txt");
     const QByteArray data("DATA");

@@ -60,7 +60,7 @@ private:
 
 void TestArchiveKeys::keyboardBeginsWhereItIsUsedFirst()
 {
-    const ArchiveRoom room(CArchivePage::Incoming);
+    const ArchiveRoom room(CArchivePage::Received);
     const struct {
         int tab;
         const char *focus;
@@ -73,7 +73,7 @@ void TestArchiveKeys::keyboardBeginsWhereItIsUsedFirst()
 
 void TestArchiveKeys::controlTabLeadsOnFromEveryTab()
 {
-    const ArchiveRoom room(CArchivePage::Incoming);
+    const ArchiveRoom room(CArchivePage::Received);
     for (const char *field : {"dateInput", "tableInput", "inputText", "dateSearchFrom", "searchContains"}) {
         auto *widget = room.find<QWidget>(field);
         QWidget *tab = widget;
@@ -152,7 +152,7 @@ void TestArchiveKeys::enterLeadsIntoTheText_data()
 void TestArchiveKeys::enterLeadsIntoTheText()
 {
     QFETCH(int, key);
-    for (const auto kind : {CArchivePage::Incoming, CArchivePage::Outgoing, CArchivePage::Found}) {
+    for (const auto kind : {CArchivePage::Received, CArchivePage::Sent, CArchivePage::Found}) {
         const ArchiveRoom room(kind);
         room.put("a", QByteArray("СТРОКА\r\n").repeated(100));
         room.refresh();
@@ -172,11 +172,11 @@ void TestArchiveKeys::tabGoesThroughTheControls_data()
 {
     QTest::addColumn<CArchivePage::Kind>("kind");
     QTest::addColumn<QStringList>("names");
-    row("incoming", CArchivePage::Incoming,
+    row("incoming", CArchivePage::Received,
         QStringList{"dateInput", "inputOnlyTelegrams", "inputRegisters", "tableInput", "inputText",
                     "inputToEditorButton", "inputPrintButton", "inputSaveButton", "inputToPerforatorButton",
                     "inputSaveAttachButton", "inputForwardButton"});
-    row("outgoing", CArchivePage::Outgoing,
+    row("outgoing", CArchivePage::Sent,
         QStringList{"dateOutput", "outputOnlyTelegrams", "outputRegisters", "tableOutput", "outputText",
                     "outputToEditorButton", "outputPrintButton"});
     row("search", CArchivePage::Found,
@@ -198,7 +198,7 @@ void TestArchiveKeys::tabGoesThroughTheControls()
 
 void TestArchiveKeys::arrowGoesOnWhereAFileHasGone()
 {
-    const ArchiveRoom room(CArchivePage::Incoming);
+    const ArchiveRoom room(CArchivePage::Received);
     room.putAndShow({"a", "b", "c"});
     room.click("b");
     QVERIFY(QFile::remove(room.pathOf("b")));
@@ -210,7 +210,7 @@ void TestArchiveKeys::arrowGoesOnWhereAFileHasGone()
 
 void TestArchiveKeys::typedDayCountsOnceItIsComplete()
 {
-    const ArchiveRoom room(CArchivePage::Incoming);
+    const ArchiveRoom room(CArchivePage::Received);
     room.put("a", "А", "20260712");
     room.page.date->setFocus();
     room.page.date->setSelectedSection(QDateTimeEdit::DaySection);

@@ -86,7 +86,7 @@ void TestArchiveLists::controlsBearTheirTexts()
 
 void TestArchiveLists::controlsOfOptionsAreShownWithThem()
 {
-    const ArchiveRoom room(CArchivePage::Incoming);
+    const ArchiveRoom room(CArchivePage::Received);
     for (const bool punch : {true, false})
         for (const bool attachments : {true, false}) {
             Options.usePrf = punch;
@@ -232,12 +232,12 @@ void TestArchiveLists::transcriptsAreHiddenOnRequest_data()
     QTest::addColumn<QStringList>("left");
     const QStringList all{"20260731u1a.001", "s0731_120000", "Sample", "с0731"}; // the last one is Cyrillic
     const QStringList telegrams{"20260731u1a.001", "Sample", "с0731"};
-    row("centre, incoming", int(CKS), CArchivePage::Incoming, all);
-    row("centre, outgoing", int(CKS), CArchivePage::Outgoing, all);
-    row("switched, incoming", int(SKK), CArchivePage::Incoming, telegrams);
-    row("switched, outgoing", int(SKK), CArchivePage::Outgoing, telegrams);
-    row("direct, incoming", int(Direct), CArchivePage::Incoming, telegrams);
-    row("direct, outgoing", int(Direct), CArchivePage::Outgoing, telegrams);
+    row("centre, incoming", int(CKS), CArchivePage::Received, all);
+    row("centre, outgoing", int(CKS), CArchivePage::Sent, all);
+    row("switched, incoming", int(SKK), CArchivePage::Received, telegrams);
+    row("switched, outgoing", int(SKK), CArchivePage::Sent, telegrams);
+    row("direct, incoming", int(Direct), CArchivePage::Received, telegrams);
+    row("direct, outgoing", int(Direct), CArchivePage::Sent, telegrams);
 }
 
 void TestArchiveLists::transcriptsAreHiddenOnRequest()

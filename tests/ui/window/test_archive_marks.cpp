@@ -78,7 +78,7 @@ void TestArchiveMarks::choiceTakesTheSuffixOffTheName()
 
 void TestArchiveMarks::bothCarriersGoTogether()
 {
-    const ArchiveRoom room(CArchivePage::Incoming);
+    const ArchiveRoom room(CArchivePage::Received);
     putNew(room, "a_");
     room.click("a_");
     QCOMPARE(room.rows(), QStringList{"a"});
@@ -88,7 +88,7 @@ void TestArchiveMarks::bothCarriersGoTogether()
 
 void TestArchiveMarks::takenNameKeepsTheSuffix()
 {
-    ArchiveRoom room(CArchivePage::Incoming);
+    ArchiveRoom room(CArchivePage::Received);
     room.putAndShow({"a", "a_"});
     (void)room.news();
     room.click("a_");
@@ -117,7 +117,7 @@ void TestArchiveMarks::markClearedFromOutsideStaysYellowUntilSelected()
 
 void TestArchiveMarks::markSetFromOutsideIsSeenAtTheNextAppearance()
 {
-    const ArchiveRoom room(CArchivePage::Incoming);
+    const ArchiveRoom room(CArchivePage::Received);
     room.putAndShow({"a"});
     CFileAttr(room.pathOf("a")).setNew();
     room.refresh();
@@ -129,7 +129,7 @@ void TestArchiveMarks::markSetFromOutsideIsSeenAtTheNextAppearance()
 
 void TestArchiveMarks::clickOnTheSameRowClearsNothing()
 {
-    const ArchiveRoom room(CArchivePage::Incoming);
+    const ArchiveRoom room(CArchivePage::Received);
     putNew(room, "a");
     room.click("a");
     CFileAttr(room.pathOf("a")).setNew();
@@ -152,7 +152,7 @@ void TestArchiveMarks::choiceInTheSearchClearsTheAttribute()
 void TestArchiveMarks::markedTelegramIsSelectedUnderItsShorterName()
 {
     // The row of a file that went stands above; it gives way to the one that takes its name.
-    const ArchiveRoom room(CArchivePage::Incoming);
+    const ArchiveRoom room(CArchivePage::Received);
     room.putAndShow({"a", "a_", "b"});
     QVERIFY(QFile::remove(room.pathOf("a")));
     room.click("a_");

@@ -45,7 +45,7 @@ void TestArchiveOddFiles::contentIsShownUpToItsFirstZero()
 {
     QFETCH(QByteArray, content);
     QFETCH(QString, shown);
-    for (const auto kind : {CArchivePage::Incoming, CArchivePage::Outgoing, CArchivePage::Found}) {
+    for (const auto kind : {CArchivePage::Received, CArchivePage::Sent, CArchivePage::Found}) {
         const ArchiveRoom room(kind);
         room.put("a", content);
         room.refresh();
@@ -87,7 +87,7 @@ void TestArchiveOddFiles::oddNameIsListedAndOpened_data()
 void TestArchiveOddFiles::oddNameIsListedAndOpened()
 {
     QFETCH(QString, name);
-    for (const auto kind : {CArchivePage::Incoming, CArchivePage::Outgoing, CArchivePage::Found}) {
+    for (const auto kind : {CArchivePage::Received, CArchivePage::Sent, CArchivePage::Found}) {
         const ArchiveRoom room(kind);
         room.put("0", "НУЛЬ");
         room.put(name, "ТЕКСТ");
@@ -102,7 +102,7 @@ void TestArchiveOddFiles::oddNameIsListedAndOpened()
 void TestArchiveOddFiles::directoriesAndFifosAreLeftOut()
 {
     QFETCH(SpecialFile, kind);
-    for (const auto tab : {CArchivePage::Incoming, CArchivePage::Outgoing, CArchivePage::Found}) {
+    for (const auto tab : {CArchivePage::Received, CArchivePage::Sent, CArchivePage::Found}) {
         const ArchiveRoom room(tab);
         place(room.desk, kind, room.place("20260731u1a.001"));
         room.putAndShow({"a"});
@@ -116,7 +116,7 @@ void TestArchiveOddFiles::directoriesAndFifosAreLeftOut()
 void TestArchiveOddFiles::fileThatBecomesNoFileIsNotOpened()
 {
     QFETCH(SpecialFile, kind);
-    for (const auto tab : {CArchivePage::Incoming, CArchivePage::Outgoing, CArchivePage::Found}) {
+    for (const auto tab : {CArchivePage::Received, CArchivePage::Sent, CArchivePage::Found}) {
         const ArchiveRoom room(tab);
         room.putAndShow({"a", "b"});
         QVERIFY(QFile::remove(room.pathOf("a")));
@@ -131,7 +131,7 @@ void TestArchiveOddFiles::fileThatBecomesNoFileIsNotOpened()
 void TestArchiveOddFiles::hiddenFilesAreLeftOut()
 {
     // Among them the marks of new files, where the file system cannot hold them.
-    const ArchiveRoom room(CArchivePage::Incoming);
+    const ArchiveRoom room(CArchivePage::Received);
     room.putAndShow({".a.new", "a"});
     QCOMPARE(room.rows(), QStringList{"a"});
 }

@@ -118,7 +118,7 @@ void TestArchiveSelection::deletedFileLeavesItsTextAndNoSelection()
 
 void TestArchiveSelection::neighbourOfADeletedFileKeepsItsMark()
 {
-    const ArchiveRoom room(CArchivePage::Incoming);
+    const ArchiveRoom room(CArchivePage::Received);
     room.put("a", "А");
     for (const char *name : {"b", "c"}) {
         room.put(name, "НОВОЕ");
@@ -238,7 +238,7 @@ void TestArchiveSelection::actionsNeedAText()
 
 void TestArchiveSelection::tabsKeepTheirTextsApart()
 {
-    const ArchiveRoom room(CArchivePage::Incoming);
+    const ArchiveRoom room(CArchivePage::Received);
     room.put("a", "ПРИНЯТО");
     room.desk.write("out/20260731/b", "ПЕРЕДАНО");
     room.refresh();

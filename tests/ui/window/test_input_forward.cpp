@@ -72,7 +72,7 @@ private slots:
 
 void TestInputForward::dialogShowsTheTextOnView()
 {
-    const ArchiveRoom room(CArchivePage::Incoming);
+    const ArchiveRoom room(CArchivePage::Received);
     room.put("a", "|привет\r\n#1");
     room.refresh();
     QString title, text;
@@ -89,7 +89,7 @@ void TestInputForward::dialogShowsTheTextOnView()
 
 void TestInputForward::throughACentreIndexStandsInFront()
 {
-    const ArchiveRoom room(CArchivePage::Incoming, CKS);
+    const ArchiveRoom room(CArchivePage::Received, CKS);
     room.put("a", "|Привет\r\n#1");
     room.refresh();
     State.EditorN = 16;
@@ -103,7 +103,7 @@ void TestInputForward::throughACentreIndexStandsInFront()
 // It bears no time of sending, so the queue of the link does not list it.
 void TestInputForward::onADirectLinkIndexStandsInFront()
 {
-    const ArchiveRoom room(CArchivePage::Incoming, Direct);
+    const ArchiveRoom room(CArchivePage::Received, Direct);
     room.put("a", "Привет");
     room.refresh();
     forward(room, toCentre);
@@ -114,7 +114,7 @@ void TestInputForward::onADirectLinkIndexStandsInFront()
 
 void TestInputForward::toASubscriberRecordHoldsNumberTriesAndTime()
 {
-    const ArchiveRoom room(CArchivePage::Incoming, SKK, [] { Options.sendTrys = 5; });
+    const ArchiveRoom room(CArchivePage::Received, SKK, [] { Options.sendTrys = 5; });
     room.put("a", "Привет\r\n");
     room.refresh();
     forward(room, toSubscriber);
@@ -137,7 +137,7 @@ void TestInputForward::refusalQueuesNothing()
 {
     QFETCH(int, mode);
     QFETCH(bool, byButton);
-    ArchiveRoom room(CArchivePage::Incoming, mode);
+    ArchiveRoom room(CArchivePage::Received, mode);
     room.putAndShow({"a"});
     (void)room.news();
     forward(room, [byButton](QDialog &dialog) {
@@ -151,7 +151,7 @@ void TestInputForward::refusalQueuesNothing()
 
 void TestInputForward::queueShowsItAtOnce()
 {
-    const ArchiveRoom room(CArchivePage::Incoming, SKK);
+    const ArchiveRoom room(CArchivePage::Received, SKK);
     room.putAndShow({"a"});
     forward(room, toSubscriber);
     QCOMPARE(room.form->modelSend.rowCount(), 1);
@@ -161,7 +161,7 @@ void TestInputForward::queueShowsItAtOnce()
 
 void TestInputForward::numberGoesOnWithEachTelegram()
 {
-    const ArchiveRoom room(CArchivePage::Incoming);
+    const ArchiveRoom room(CArchivePage::Received);
     room.putAndShow({"a"});
     forward(room, toCentre);
     State.EditorN = 0;
@@ -172,7 +172,7 @@ void TestInputForward::numberGoesOnWithEachTelegram()
 
 void TestInputForward::foreignFileOfThatNameStays()
 {
-    const ArchiveRoom room(CArchivePage::Incoming);
+    const ArchiveRoom room(CArchivePage::Received);
     room.putAndShow({"a"});
     room.desk.write("out/20260731u001", "ЧУЖОЕ");
     forward(room, toCentre);
@@ -193,7 +193,7 @@ void TestInputForward::failedWriteIsToldAndUsesNoNumber()
 {
     QFETCH(int, mode);
     QFETCH(int, space);
-    ArchiveRoom room(CArchivePage::Incoming, mode);
+    ArchiveRoom room(CArchivePage::Received, mode);
     room.put("a", QByteArray(1000, 'A'));
     room.refresh();
     room.click("a");
@@ -217,7 +217,7 @@ void TestInputForward::failedWriteIsToldAndUsesNoNumber()
 
 void TestInputForward::nothingIsForwardedWithoutAText()
 {
-    const ArchiveRoom room(CArchivePage::Incoming);
+    const ArchiveRoom room(CArchivePage::Received);
     room.put("a", "");
     room.refresh();
     QVERIFY(!room.page.forward->isEnabled());
@@ -227,7 +227,7 @@ void TestInputForward::nothingIsForwardedWithoutAText()
 
 void TestInputForward::telegramThatGoesWhileTheDialogIsOpenIsForwardedWhole()
 {
-    ArchiveRoom room(CArchivePage::Incoming);
+    ArchiveRoom room(CArchivePage::Received);
     room.putAndShow({"a", "b"});
     forward(room, [&room](QDialog &dialog) {
         QVERIFY(QFile::remove(room.pathOf("a")));
