@@ -57,6 +57,7 @@ private slots:
     void daysFollowEachOther_data();
     void daysFollowEachOther();
     void noDayIsAfterToday();
+    void typedDayCountsWhenTheSearchIsStarted();
     void changedDayClearsTheResult_data();
     void changedDayClearsTheResult();
     void textOnViewStaysWhenTheResultGoes();
@@ -217,6 +218,18 @@ void TestSearchTab::noDayIsAfterToday()
         SearchRoom::press(Qt::Key_Up);
         QCOMPARE(room.days(), (QList<QDate>{Third, Third}));
     }
+}
+
+void TestSearchTab::typedDayCountsWhenTheSearchIsStarted()
+{
+    const SearchRoom room;
+    room.search.from->setFocus();
+    room.search.from->setSelectedSection(QDateTimeEdit::DaySection);
+    QTest::keyClicks(room.search.from, "29");
+    QCOMPARE(room.days(), (QList<QDate>{Third, Third}));
+    SearchRoom::click(room.search.search);
+    QCOMPARE(room.days(), (QList<QDate>{First, Third}));
+    QCOMPARE(room.rows().size(), 6);
 }
 
 void TestSearchTab::changedDayClearsTheResult_data()
