@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScreen>
+#include <QShortcut>
 #include <QTableWidget>
 
 namespace
@@ -58,10 +59,12 @@ QCheckBox *newEditingBox()
     return box;
 }
 
-void giveKey(QPushButton *button, const QKeySequence &key)
+/// A button's own shortcut would press it a moment later, when the next keys are already in the former row.
+void giveKey(QPushButton *button, const QKeySequence &key, QTableWidget *table, Qt::ShortcutContext context)
 {
-    button->setShortcut(key);
     button->setToolTip(key.toString(QKeySequence::NativeText));
+    auto *shortcut = new QShortcut(key, table, nullptr, nullptr, context);
+    QObject::connect(shortcut, &QShortcut::activated, button, &QPushButton::click);
 }
 
 bool isEmpty(const QStringList &record)
@@ -79,8 +82,8 @@ CListDialog::CListDialog(const Shape &shape, QWidget *parent)
     setWindowTitle(shape.heading);
     m_table->setItemDelegate(m_cell);
     m_table->installEventFilter(this);
-    giveKey(m_add, Qt::Key_Insert);
-    giveKey(m_remove, Qt::CTRL + Qt::Key_Delete);
+    giveKey(m_add, Qt::Key_Insert, m_table, Qt::WindowShortcut);
+    giveKey(m_remove, Qt::CTRL + Qt::Key_Delete, m_table, Qt::WidgetShortcut); // in a cell it deletes a word;
 }
 
 void CListDialog::build(const QList<QStringList> &records, QPushButton *select)
@@ -198,8 +201,8 @@ void CListDialog::editingStateChanged(int state)
 void CListDialog::askForSave()
 {
     const bool keeps = State.closeAllowed ||
-                       ask(this, m_question, QStringLiteral("Сохранить изменения?")) == QMessageBox::Yes;
-    // The program may have closed this dialog, and kept the changes, while the question was open.
+                       ask(this, m_question, QStringLiteral("Сохранить изменения?")) == QMessageBox::Yes ||
+                       State.closeAllowed; // the program has closed the question, and maybe this dialog
     if (keeps && changed)
         keep(records());
     changed = false;
