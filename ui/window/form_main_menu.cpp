@@ -1,7 +1,10 @@
 // Chapter of FormMain: menu bar and tray icon.
 
 #include "app/options.h"
+#include "ui/dialogs/abonent_list_dialog.h"
+#include "ui/dialogs/abonent_lists_list_dialog.h"
 #include "ui/dialogs/about_dialog.h"
+#include "ui/dialogs/operator_list_dialog.h"
 #include "ui/form_main.h"
 
 #include <QAction>
@@ -38,13 +41,10 @@ void buildSettingsMenu(FormMain &form)
         QAction *lists = named(menu, QStringLiteral("Списки абонентов"), "actionAbonentLists");
         QObject::connect(abonents, &QAction::triggered, &form, &FormMain::openAbonents);
         QObject::connect(lists, &QAction::triggered, &form, &FormMain::openAbonentLists);
-        abonents->setEnabled(false);
-        lists->setEnabled(false);
     }
     menu->addSeparator();
     form.actionOperators = named(menu, QStringLiteral("Операторы"), "actionOperators");
     QObject::connect(form.actionOperators, &QAction::triggered, &form, &FormMain::openOperators);
-    form.actionOperators->setEnabled(false);
 }
 
 void buildHelpMenu(FormMain &form)
@@ -87,12 +87,24 @@ void FormMain::buildMenuBar()
     buildHelpMenu(*this);
 }
 
-// The settings are edited in velda.ini, and the operators' and subscribers' entries are disabled, as long as
-// their dialogs are not part of the program.
+// The settings are edited in velda.ini as long as their dialog is not part of the program.
 void FormMain::openOptions() {}
-void FormMain::openAbonents() {}
-void FormMain::openAbonentLists() {}
-void FormMain::openOperators() {}
+
+void FormMain::openAbonents()
+{
+    CAbonentListDialog(this).exec();
+}
+
+void FormMain::openAbonentLists()
+{
+    CAbonentListsListDialog(this).exec();
+}
+
+void FormMain::openOperators()
+{
+    COperatorListDialog(this).exec();
+    checkOperatorList();
+}
 
 void FormMain::openUserManual()
 {
