@@ -8,6 +8,7 @@
 #include <QFontDatabase>
 #include <QFontMetrics>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
 #include <QScreen>
 #include <QStyle>
@@ -95,6 +96,17 @@ QHBoxLayout *CDialog::newButtonRow(const QList<QPushButton *> &left, const QList
     for (QPushButton *button : right)
         row->addWidget(button);
     return row;
+}
+
+QLabel *CDialog::newTroubleLabel(const char *name)
+{
+    auto *label = new QLabel;
+    label->setObjectName(QString::fromLatin1(name));
+    label->setTextFormat(Qt::PlainText);
+    QPalette red = label->palette();
+    red.setColor(QPalette::WindowText, Qt::darkRed);
+    label->setPalette(red);
+    return label;
 }
 
 // Every way to close a dialog ends here; a minimised one lies nowhere.

@@ -6,6 +6,7 @@
 
 class COptions;
 class QHBoxLayout;
+class QLabel;
 class QPushButton;
 
 /// What the dialogs of the program have in common. None is narrower than its title with the buttons of the
@@ -46,6 +47,8 @@ protected:
     [[nodiscard]] static QHBoxLayout *newButtonRow(const QList<QPushButton *> &left);
     [[nodiscard]] static QHBoxLayout *newButtonRow(const QList<QPushButton *> &left,
                                                    const QList<QPushButton *> &right);
+    /// What is red in a dialog: a place for the reason why something cannot be as the operator has it.
+    [[nodiscard]] static QLabel *newTroubleLabel(const char *name);
 
 private:
     void fitTitle();

@@ -4,19 +4,16 @@
 #include "app/options.h"
 #include "text/filters.h"
 #include "text/telegram_index.h"
-#include "text/utils.h"
 #include "ui/widgets/layouts.h"
 #include "ui/widgets/number_combo.h"
 #include "ui/widgets/shown_part.h"
+#include "ui/widgets/telegram_view.h"
 
 #include <QDateTimeEdit>
 #include <QFormLayout>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPushButton>
-#include <QScreen>
 
 #include <algorithm>
 #include <initializer_list>
@@ -24,7 +21,6 @@
 
 namespace
 {
-constexpr int Columns = 70;       // of text, at least
 constexpr int LongestPaste = 200; // characters, among which a number is looked for
 
 /// What of \a text can stand in an index.
@@ -52,18 +48,6 @@ bool hasDigit(const QString &number)
     return std::any_of(number.begin(), number.end(), [](QChar c) { return c.isDigit(); });
 }
 
-QPlainTextEdit *newText(const QString &text)
-{
-    auto *edit = new QPlainTextEdit(shownPart(text));
-    edit->setObjectName(QStringLiteral("text"));
-    edit->setReadOnly(true);
-    edit->setTabChangesFocus(true);
-    edit->setFont(Options.tlgFont);
-    const int most = QGuiApplication::primaryScreen()->availableSize().width() * 2 / 3;
-    edit->setMinimumWidth(qMin(most, CUtils::txtGUIWidth(Columns, Options.tlgFont)));
-    return edit;
-}
-
 /// Rows of their own: side by side they would be wider than a screen in large letters.
 QFormLayout *newForm(std::initializer_list<std::pair<QString, QWidget *>> fields)
 {
@@ -73,23 +57,14 @@ QFormLayout *newForm(std::initializer_list<std::pair<QString, QWidget *>> fields
         form->addRow(label, field);
     return form;
 }
-
-QLabel *newFault()
-{
-    auto *label = new QLabel;
-    label->setObjectName(QStringLiteral("fault"));
-    QPalette red = label->palette();
-    red.setColor(QPalette::WindowText, Qt::darkRed);
-    label->setPalette(red);
-    return label;
-}
 } // namespace
 
 CReSendTlgDialog::CReSendTlgDialog(const QString &telegram, QWidget *parent)
-    : CDialog(parent, &COptions::geometryReSendTlg), text(telegram), m_text(newText(text)),
-      m_fault(newFault()), m_forward(newDefaultButton("forward", QStringLiteral("Переслать")))
+    : CDialog(parent, &COptions::geometryReSendTlg), text(telegram), m_text(newTelegramView()),
+      m_fault(newTroubleLabel("fault")), m_forward(newDefaultButton("forward", QStringLiteral("Переслать")))
 {
     setWindowTitle(QStringLiteral("Пересылка телеграммы"));
+    m_text->showText(shownPart(text));
     auto *rows = new QVBoxLayoutMS(this);
     rows->addWidget(m_text, 1);
     rows->addLayout(Options.processMode == SKK ? newNumberForm() : newIndexForm());

@@ -6,10 +6,10 @@
 #include <QString>
 
 class CNumberCombo;
+class CTelegramView;
 class QComboBox;
 class QDateTimeEdit;
 class QLabel;
-class QPlainTextEdit;
 class QPushButton;
 
 /// The last look at a received telegram before it is forwarded. Through a centre and on a direct link it is
@@ -38,7 +38,7 @@ private:
     [[nodiscard]] QString fault() const;
     void updateForward();
 
-    QPlainTextEdit *m_text;
+    CTelegramView *m_text;
     QComboBox *m_category = nullptr;     ///< null in SKK
     CNumberCombo *m_number;              ///< the index if not in SKK
     QDateTimeEdit *m_sendTime = nullptr; ///< null if not in SKK

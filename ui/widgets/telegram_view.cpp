@@ -1,7 +1,17 @@
 #include "ui/widgets/telegram_view.h"
 
+#include "app/options.h"
+#include "text/utils.h"
+
+#include <QGuiApplication>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTextOption>
+
+namespace
+{
+constexpr int LineLength = 70; // characters of a telegram
+} // namespace
 
 CTelegramView::CTelegramView(QWidget *parent) : QPlainTextEdit(parent)
 {
@@ -33,4 +43,14 @@ void CTelegramView::showTrouble(const QString &words)
 {
     clear();
     setPlaceholderText(words);
+}
+
+CTelegramView *newTelegramView()
+{
+    auto *view = new CTelegramView;
+    view->setObjectName(QStringLiteral("text"));
+    view->setFont(Options.tlgFont);
+    const int most = QGuiApplication::primaryScreen()->availableSize().width() * 2 / 3;
+    view->setMinimumWidth(qMin(most, CUtils::txtGUIWidth(LineLength, Options.tlgFont)));
+    return view;
 }

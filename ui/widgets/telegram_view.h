@@ -18,3 +18,7 @@ public:
     /// Shows no text but, in grey, \a words that say why.
     void showTrouble(const QString &words);
 };
+
+/// A view by the name "text", in the letters of telegrams and as wide as their lines are, where the screen
+/// has the room: for the dialogs that show what is about to go into the queue.
+[[nodiscard]] CTelegramView *newTelegramView();
