@@ -16,6 +16,7 @@
 #include "ui/dialogs/print_txt_dialog.h"
 #include "ui/dialogs/re_send_tlg_dialog.h"
 #include "ui/dialogs/search_progress_dialog.h"
+#include "ui/dialogs/send_tlg_dialog.h"
 #include "ui/dialogs/string_dialog.h"
 #include "ui/dialogs/test_dialog.h"
 #include "ui/dialogs/text_dialog.h"
@@ -72,6 +73,11 @@ inline const Row rows[] = {
      [](CDialog &dialog) { static_cast<CTextDialog &>(dialog).exec("Тест для передачи"); }},
     {"print", [] { return new CPrintTxtDialog("А"); }, plainly},
     {"forwarding", [] { return new CReSendTlgDialog("А"); }, plainly},
+    {"sending", make<CSendTlgDialog>,
+     [](CDialog &dialog) {
+         dialog.setWindowTitle("Отправка телеграммы");
+         dialog.exec();
+     }},
     {"search", make<CSearchProgressDialog>, plainly},
     {"tape in", make<CPerforatorInDialog>, plainly},
     {"tape out", make<CPerforatorOutDialog>,

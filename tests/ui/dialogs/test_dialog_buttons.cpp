@@ -39,6 +39,7 @@ const Buttons all[] = {
     {"text", "send cancel", "send", "cancel", "text"},
     {"print", "print close", "print", "close", "text"},
     {"forwarding", "forward cancel", "forward", "cancel", "number"},
+    {"sending", "send cancel", "send", "cancel", "number"},
     {"search", "cancel", "", "cancel", "cancel"},
     {"tape in", "start stop clear apply close", "start", "close", "text"},
     {"tape out", "start stop skip skip10 close", "start", "close", "text"},

@@ -8,6 +8,7 @@
 #include "ui/dialogs/file_dialog_with_codepage_select.h"
 #include "ui/dialogs/operator_list_dialog.h"
 #include "ui/dialogs/re_send_tlg_dialog.h"
+#include "ui/dialogs/send_tlg_dialog.h"
 
 #include <QAction>
 #include <QCalendarWidget>
@@ -147,6 +148,7 @@ const Box boxes[] = {
     {"subscribers", [] { return new CAbonentListDialog; }},
     {"lists of subscribers", [] { return new CAbonentListsListDialog; }},
     {"operators", [] { return new COperatorListDialog; }},
+    {"a telegram to send", [] { return new CSendTlgDialog; }},
     {"colour", [] { return new QColorDialog; }},
     {"font", [] { return new QFontDialog; }},
     {"print", [] { return printDialog(); }},
