@@ -10,6 +10,7 @@
 #include "text/utils.h"
 
 #include <QDir>
+#include <QSet>
 
 namespace
 {
@@ -31,15 +32,29 @@ NameParts partsOf(const SendOrder &order)
     return parts;
 }
 
-/// A telegram that has failed bears more behind its name, and will bear the name alone again; a record that
-/// is left over would become that of the new telegram.
-bool isTaken(const QString &name)
+/// The names under which something of today stands in the outgoing directory, looked at once for a whole list
+/// of numbers. A telegram that has failed bears more behind its name, and will bear the name alone again; a
+/// record that is left over would become that of the new telegram.
+class TakenNames
 {
-    return !QDir(State.pathOut())
-                .entryList({name, name + QStringLiteral(".*")},
-                           QDir::AllEntries | QDir::Hidden | QDir::System)
-                .isEmpty();
-}
+public:
+    TakenNames()
+    {
+        const QStringList present =
+            QDir(State.pathOut())
+                .entryList({Time.yyyyMMdd + QLatin1Char('*')}, QDir::AllEntries | QDir::Hidden | QDir::System,
+                           QDir::Unsorted);
+        for (const QString &name : present)
+            add(name);
+    }
+    void add(const QString &name) { m_names << baseOf(name); }
+    [[nodiscard]] bool has(const QString &name) const { return m_names.contains(baseOf(name)); }
+
+private:
+    static QString baseOf(const QString &name) { return name.section(QLatin1Char('.'), 0, 0).toLower(); }
+
+    QSet<QString> m_names;
+};
 
 QString nameOf(const QString &letter, int number)
 {
@@ -58,21 +73,22 @@ bool writeTelegram(const QString &path, const QString &text, const CFileInfo *re
     return false;
 }
 
-/// As queueTelegram(). \a whose ends the journal line of a failure.
-std::optional<QString> queueOne(const NameParts &parts, const QString &text, const CFileInfo *record,
-                                const QString &whose = QString())
+/// As queueTelegram(), under a name that is not \a taken. \a whose ends the journal line of a failure.
+std::optional<QString> queueOne(TakenNames &taken, const NameParts &parts, const QString &text,
+                                const CFileInfo *record, const QString &whose = QString())
 {
     int number = State.EditorN + 1;
-    while (isTaken(nameOf(parts.letter, number)) && number < State.EditorN + NumbersOfADay)
+    while (taken.has(nameOf(parts.letter, number)) && number < State.EditorN + NumbersOfADay)
         ++number;
     const QString name = nameOf(parts.letter, number) + parts.stamp;
     const QString path = State.pathOut() + QDir::separator() + name;
-    if (isTaken(nameOf(parts.letter, number)) || !writeTelegram(path, text, record)) {
+    if (taken.has(name) || !writeTelegram(path, text, record)) {
         Log.addCacheServiceString(QStringLiteral("Телеграмма не поставлена в очередь, не записан файл ") +
                                       shownName(path) + whose,
                                   ProtocolError, true);
         return std::nullopt;
     }
+    taken.add(name);
     State.EditorN = number;
     State.Save();
     return name;
@@ -90,12 +106,13 @@ CFileInfo recordFor(const QString &number, const SendOrder &order)
 
 Queued queueForNumbers(const SendOrder &order, const QString &text)
 {
+    TakenNames taken;
     Queued queued;
     queued.unsent = order.numbers;
     while (!queued.unsent.isEmpty()) {
         const CFileInfo record = recordFor(queued.unsent.constFirst(), order);
         const QString whose = QStringLiteral(", номера: ") + queued.unsent.join(QLatin1Char(','));
-        const std::optional<QString> name = queueOne(partsOf(order), text, &record, whose);
+        const std::optional<QString> name = queueOne(taken, partsOf(order), text, &record, whose);
         if (!name)
             break;
         queued.names << *name;
@@ -110,8 +127,9 @@ Queued queueForNumbers(const SendOrder &order, const QString &text)
 
 Queued queueAlone(const SendOrder &order, const QString &text)
 {
+    TakenNames taken;
     Queued queued;
-    if (const std::optional<QString> name = queueOne(partsOf(order), text, nullptr))
+    if (const std::optional<QString> name = queueOne(taken, partsOf(order), text, nullptr))
         queued.names << *name;
     return queued;
 }
@@ -119,7 +137,8 @@ Queued queueAlone(const SendOrder &order, const QString &text)
 
 std::optional<QString> queueTelegram(const QString &category, const QString &text, const CFileInfo *record)
 {
-    return queueOne({CUtils::categoryLetter(category), QString()}, text, record);
+    TakenNames taken;
+    return queueOne(taken, {CUtils::categoryLetter(category), QString()}, text, record);
 }
 
 Queued queueTelegram(const SendOrder &order, const QString &text)
