@@ -99,11 +99,13 @@ void readInterfaceModes(const QSettings &file, COptions &options)
 }
 
 /// The records "<prefix>0", "<prefix>1", ... up to the first with fewer than \a fields fields, such as "end".
+/// One that was written by hand without quotes is cut at its commas, which belong to it.
 QList<QStringList> readRecords(const QSettings &file, const QString &prefix, int fields)
 {
     QList<QStringList> records;
     for (;;) {
-        const QString record = file.value(prefix + QString::number(records.size())).toString();
+        const QStringList pieces = file.value(prefix + QString::number(records.size())).toStringList();
+        const QString record = pieces.join(QLatin1Char(','));
         const QStringList parts = record.split(QLatin1Char('|'));
         if (parts.size() < fields)
             return records;

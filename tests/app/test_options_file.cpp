@@ -24,6 +24,8 @@ private slots:
     void listsOfSubscribersGoTheSameWay();
     void listWithoutNumbersHasAnEmptyField();
     void listWithFewerThanThreeFieldsEndsTheReading();
+    void recordsBehindAShortOneAreLostAtTheNextSave();
+    void recordWrittenByHandNeedsNoQuotes();
     void loadForgetsTheFormerSubscribers();
 
     void missingFileIsWrittenByTheFirstSave();
@@ -193,6 +195,31 @@ void TestOptionsFile::listWithFewerThanThreeFieldsEndsTheReading()
     desk.write("velda.ini", "[ABONENTLISTS]\nAL_0=\"a|1,2|n|\"\nAL_1=b|3\nAL_2=\"c|4|n|\"\n");
     Options.Load();
     QCOMPARE(Options.abonentLists.size(), 1);
+}
+
+void TestOptionsFile::recordsBehindAShortOneAreLostAtTheNextSave()
+{
+    const Desk desk;
+    desk.write("velda.ini", "[ABONENTS]\nA_0=a|b|c|d|\nA_1=a|b|c\nA_2=e|f|g|h|\n");
+    Options.Load();
+    Options.Save();
+    QCOMPARE(stored("ABONENTS/A_1"), QStringLiteral("end"));
+    Options.Load();
+    QCOMPARE(names(), QStringList("a"));
+}
+
+void TestOptionsFile::recordWrittenByHandNeedsNoQuotes()
+{
+    const Desk desk;
+    desk.write("velda.ini", "[ABONENTS]\nA_0=a,z|b|123456|d|\nA_1=e|f|g|h|\n"
+                            "[ABONENTLISTS]\nAL_0=a|123456,234567,345678|n|\nAL_1=b|1||\nAL_2=end\n");
+    Options.Load();
+    QCOMPARE(names(), QStringList({"a,z", "e"}));
+    QCOMPARE(Options.abonentLists.size(), 2);
+    QCOMPARE(Options.abonentLists.at(0).numbers, QStringList({"123456", "234567", "345678"}));
+    QCOMPARE(Options.abonentLists.at(0).note, QStringLiteral("n"));
+    Options.Save();
+    QCOMPARE(stored("ABONENTLISTS/AL_0"), QStringLiteral("a|123456,234567,345678|n|"));
 }
 
 void TestOptionsFile::loadForgetsTheFormerSubscribers()
