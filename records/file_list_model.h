@@ -7,9 +7,15 @@
 
 #include <algorithm>
 
-/// What the lists of files share: rows of one kind, each with the fileName of its file. Rows come and go one
-/// by one or in runs, so that a view keeps its selection with its file; only clear() and populate() begin
-/// anew. A row number that does not exist is ignored. Main thread.
+/// What tells a row from the others. Rows of another kind than files have an overload of their own.
+template <class Item> QString keyOf(const Item &item)
+{
+    return item.fileName;
+}
+
+/// What the lists of files share: rows of one kind, each with the fileName of its file, or another key. Rows
+/// come and go one by one or in runs, so that a view keeps its selection with its file; only clear() and
+/// populate() begin anew. A row number that does not exist is ignored. Main thread.
 template <class Item> class CFileListModel : public QAbstractListModel
 {
 public:
@@ -47,7 +53,7 @@ public:
     [[nodiscard]] const Item &at(int row) const { return m_rows.at(row); }
 
 protected:
-    /// The rows of the file \a fileName, in their order.
+    /// The rows of the file \a fileName, or of another key, in their order.
     [[nodiscard]] QList<int> rowsOf(const QString &fileName);
     void deleteRows(int first, int count);
     /// Sets the scratch mark "checked" of all rows.
@@ -66,7 +72,7 @@ template <class Item> void CFileListModel<Item>::append(const QList<Item> &items
     beginInsertRows({}, m_rows.size(), m_rows.size() + items.size() - 1);
     for (const Item &item : items) {
         if (!m_rowsByName.isEmpty()) // an empty one is built when it is asked for
-            m_rowsByName.insert(item.fileName, m_rows.size());
+            m_rowsByName.insert(keyOf(item), m_rows.size());
         m_rows.append(item);
     }
     endInsertRows();
@@ -88,7 +94,7 @@ template <class Item> void CFileListModel<Item>::update(int row, const Item &ite
 {
     if (row < 0 || row >= m_rows.size())
         return;
-    if (m_rows.at(row).fileName != item.fileName)
+    if (keyOf(m_rows.at(row)) != keyOf(item))
         m_rowsByName.clear();
     m_rows[row] = item;
     emit dataChanged(index(row, 0), index(row, columnCount() - 1));
@@ -126,7 +132,7 @@ template <class Item> QList<int> CFileListModel<Item>::rowsOf(const QString &fil
     // A scan asks for each of its files; looking through all rows would square its cost.
     if (m_rowsByName.isEmpty())
         for (int row = 0; row < m_rows.size(); ++row)
-            m_rowsByName.insert(m_rows.at(row).fileName, row);
+            m_rowsByName.insert(keyOf(m_rows.at(row)), row);
     QList<int> rows = m_rowsByName.values(fileName);
     std::sort(rows.begin(), rows.end());
     return rows;
