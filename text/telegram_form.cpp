@@ -16,22 +16,22 @@ const QString Tail = QStringLiteral("-\n\n\n\n\n\n");
 const QString FirstSeries = QStringLiteral("01 "), SecondSeries = QStringLiteral("02 ");
 
 struct Line {
-    FormRow row;
     QString TelegramFields::*field;
     QString end; ///< behind the field, on the line and in a template
-    bool leftOutIfEmpty;
     QString TelegramFields::*words, TelegramFields::*time; ///< behind the field, on the line alone
+    FormRow row;
+    bool leftOutIfEmpty;
 };
 
 using F = TelegramFields;
 /// The rows of one line, in the order in which they go. The last belongs to the body.
 const Line lines[] = {
-    {HeaderRow, &F::header, QStringLiteral("=\r\n\n"), true, &F::headerWords, &F::headerTime},
-    {KassaRow, &F::kassa, QStringLiteral("\r\n"), false, nullptr, nullptr},
-    {ToRow, &F::to, QStringLiteral("\r\n"), false, nullptr, nullptr},
-    {FromRow, &F::from, QStringLiteral("\r\n"), false, &F::fromWords, &F::fromTime},
-    {MarksRow, &F::marks, QStringLiteral("\r\n\n"), true, nullptr, nullptr},
-    {AddressRow, &F::address, QStringLiteral("=\r\n"), true, nullptr, nullptr},
+    {&F::header, QStringLiteral("=\r\n\n"), &F::headerWords, &F::headerTime, HeaderRow, true},
+    {&F::kassa, QStringLiteral("\r\n"), nullptr, nullptr, KassaRow, false},
+    {&F::to, QStringLiteral("\r\n"), nullptr, nullptr, ToRow, false},
+    {&F::from, QStringLiteral("\r\n"), &F::fromWords, &F::fromTime, FromRow, false},
+    {&F::marks, QStringLiteral("\r\n\n"), nullptr, nullptr, MarksRow, true},
+    {&F::address, QStringLiteral("=\r\n"), nullptr, nullptr, AddressRow, true},
 };
 
 QString categoryLine(const TelegramFields &fields)
