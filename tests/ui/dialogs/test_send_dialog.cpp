@@ -45,6 +45,8 @@ private slots:
     void controlsOfEachProcedure();
     void textIsShownAndCannotBeChanged_data() { procedures(); }
     void textIsShownAndCannotBeChanged();
+    void sizeIsThatOfTheLastTime_data();
+    void sizeIsThatOfTheLastTime();
     void timeBeginsNow_data();
     void timeBeginsNow();
     void centreNeedsNothingMore();
@@ -124,6 +126,27 @@ void TestSendDialog::textIsShownAndCannotBeChanged()
     QCOMPARE(text->toPlainText(), QString("ЗЦЗЦ 001\nПРИВЕТ\nНННН  "));
     sending.dialog->setText(QString(10000, 'A'));
     QCOMPARE(text->toPlainText().remove('\n'), QString(10000, 'A'));
+}
+
+void TestSendDialog::sizeIsThatOfTheLastTime_data()
+{
+    QTest::addColumn<bool>("kept"); // places are
+    QTest::addColumn<QSize>("second");
+    row("places are kept", true, QSize(640, 520));
+    row("places are not kept", false, QSize(600, 500));
+}
+
+void TestSendDialog::sizeIsThatOfTheLastTime()
+{
+    QFETCH(bool, kept);
+    Options.saveWindowPos = kept;
+    const Sending first(CKS);
+    QCOMPARE(first.dialog->size(), QSize(600, 500));
+    first.dialog->setGeometry(60, 80, 640, 520);
+    first.click("send");
+    QCOMPARE(Options.geometrySendTlg, QRect(60, 80, 640, 520));
+    const Sending second(CKS);
+    QTEST(second.dialog->size(), "second");
 }
 
 void TestSendDialog::timeBeginsNow_data()
