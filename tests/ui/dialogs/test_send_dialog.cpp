@@ -400,8 +400,7 @@ void TestSendDialog::everythingHasItsRoom()
     const Sending sending(procedure);
     sending.dialog->resize(1, 1); // by the frame's edge
     const QSize screen = QGuiApplication::primaryScreen()->availableSize();
-    QVERIFY2(sending.dialog->width() <= screen.width() && sending.dialog->height() <= screen.height(),
-             QTest::toString(sending.dialog->size()));
+    QCOMPARE(sending.dialog->size().boundedTo(screen), sending.dialog->size());
     for (const QWidget *widget : sending.dialog->findChildren<QWidget *>()) {
         const bool holdsWords = qobject_cast<const QLabel *>(widget) != nullptr ||
                                 qobject_cast<const QAbstractButton *>(widget) != nullptr ||
