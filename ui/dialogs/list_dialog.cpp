@@ -86,6 +86,13 @@ CListDialog::CListDialog(const Shape &shape, QWidget *parent)
     giveKey(m_remove, Qt::CTRL + Qt::Key_Delete, m_table, Qt::WidgetShortcut); // in a cell it deletes a word;
 }
 
+// A cell that is still open gives its text to the table when it goes, which is after this dialog.
+CListDialog::~CListDialog()
+{
+    m_table->disconnect(this);
+    m_cell->disconnect(this);
+}
+
 void CListDialog::build(const QList<QStringList> &records, QPushButton *select)
 {
     QPushButton *close = newButton("close", QStringLiteral("Закрыть"));

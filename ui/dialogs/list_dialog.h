@@ -26,6 +26,8 @@ public:
         QList<ListColumn> columns;
     };
 
+    ~CListDialog() override;
+
     bool changed = false; ///< the table is no longer what the list in Options is
 
 public slots:

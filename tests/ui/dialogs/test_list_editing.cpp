@@ -35,6 +35,8 @@ private slots:
     void insertWhileACellIsOpenTakesTheCell();
     void deleteWordInACellRemovesNoRow();
     void typingGoesIntoTheAddedRow();
+    void openCellEndsWithTheDialog_data();
+    void openCellEndsWithTheDialog();
 
     void twoThousandSubscribersAreSeenToTheLast();
     void rowsGrowWithTheLetters();
@@ -371,6 +373,24 @@ void TestListEditing::typingGoesIntoTheAddedRow()
     QTest::keyClick(line, Qt::Key_Return);
     QTRY_COMPARE(room.text(2, 0), QString("Сидорова"));
     QCOMPARE(room.text(0, 0) + room.text(1, 0), QString("ИвановаПетрова"));
+}
+
+void TestListEditing::openCellEndsWithTheDialog_data()
+{
+    QTest::addColumn<int>("kind");
+    row("operators", int(ListRoom::Operators));
+    row("subscribers", int(ListRoom::Subscribers));
+    row("lists", int(ListRoom::Lists));
+}
+
+void TestListEditing::openCellEndsWithTheDialog()
+{
+    QFETCH(int, kind);
+    ListRoom room{ListRoom::Kind(kind)};
+    room.allow();
+    room.keys(room.openCell(0, 1 % room.table()->columnCount()), "б-7"); // a number in one of them
+    room.dialog.reset(); // nothing of it may be called any more
+    QCOMPARE(room.answers.asked, QStringList());
 }
 
 void TestListEditing::twoThousandSubscribersAreSeenToTheLast()
