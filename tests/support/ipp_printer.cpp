@@ -74,11 +74,18 @@ bool IppPrinter::startBus()
               "<allow eavesdrop='true'/><allow own='*'/></policy></busconfig>");
     m_bus.setProcessChannelMode(QProcess::MergedChannels);
     m_bus.start("dbus-daemon", {"--nofork", "--config-file=" + path("bus.conf")});
-    if (!QTest::qWaitFor([this] { return QFile::exists(path("bus")); }, StartMs)) {
+    // The socket is there a moment before the daemon listens.
+    const auto connects = [this, &address] {
+        if (QFile::exists(path("bus")) && QDBusConnection::connectToBus(address, "announcer").isConnected())
+            return true;
+        QDBusConnection::disconnectFromBus("announcer");
+        return false;
+    };
+    if (!QTest::qWaitFor(connects, StartMs)) {
         error = "dbus-daemon does not run: " + m_bus.readAll();
         return false;
     }
-    QDBusConnection bus = QDBusConnection::connectToBus(address, "announcer");
+    QDBusConnection bus("announcer");
     return bus.registerVirtualObject("/", m_announcer.get(), QDBusConnection::SubPath) &&
            bus.registerService("org.freedesktop.Avahi");
 }

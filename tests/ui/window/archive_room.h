@@ -9,6 +9,7 @@
 #include "ui/pages/archive_table.h"
 #include "ui/pages/search_page.h"
 #include "ui/widgets/telegram_view.h"
+#include "ui/window/search_run.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -62,7 +63,10 @@ public:
             form->searchSearch();
         else
             form->scanDir();
+        awaitSearch();
     }
+    /// On a busy machine a search is not over with the first slice of its time.
+    void awaitSearch() const { QTRY_VERIFY(form->searchRun->outcome() != CSearchRun::Running); }
     [[nodiscard]] QStringList rows() const
     {
         const QAbstractItemModel &model = *page.table->model();

@@ -243,6 +243,7 @@ void TestArchiveSelection::tabsKeepTheirTextsApart()
     room.desk.write("out/20260731/b", "ПЕРЕДАНО");
     room.refresh();
     room.form->searchSearch();
+    room.awaitSearch();
     room.click("a");
     for (const CArchivePage *page : {room.form->outputPage, room.form->searchPage->found}) {
         QCOMPARE(page->text->toPlainText(), QString());

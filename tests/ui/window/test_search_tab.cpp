@@ -1,6 +1,5 @@
 #include "app/state.h"
 #include "tests/ui/window/archive_room.h"
-#include "ui/window/search_run.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -28,6 +27,12 @@ public:
         for (const QChar letter : text) // keyClicks() knows Latin keys alone
             QTest::sendKeyEvent(QTest::Click, search.contains, Qt::Key_unknown, QString(letter), {});
         press(Qt::Key_Return);
+        awaitSearch();
+    }
+    void clickSearch() const
+    {
+        click(search.search);
+        awaitSearch();
     }
     [[nodiscard]] QString count() const { return search.count->text(); }
     [[nodiscard]] QList<QDate> days() const { return {search.from->date(), search.to->date()}; }
@@ -114,7 +119,7 @@ void TestSearchTab::onlyCheckedDirectionsAreSearched()
         SearchRoom::click(room.search.received);
     if (!sent)
         SearchRoom::click(room.search.sent);
-    SearchRoom::click(room.search.search);
+    room.clickSearch();
     QCOMPARE(room.rows(), found);
 }
 
@@ -133,13 +138,14 @@ void TestSearchTab::buttonAndEnterSearch()
 {
     const SearchRoom room;
     room.search.contains->setText("ПЕРЕДАНО");
-    SearchRoom::click(room.search.search);
+    room.clickSearch();
     QCOMPARE(room.rows(), QStringList{"out31"});
     room.type("ПРИНЯТО");
     QCOMPARE(room.rows(), QStringList{"in31"});
     room.search.search->setFocus();
     room.search.contains->setText("ПЕРЕДАНО");
     SearchRoom::press(Qt::Key_Space);
+    room.awaitSearch();
     QCOMPARE(room.rows(), QStringList{"out31"});
 }
 
@@ -227,7 +233,7 @@ void TestSearchTab::typedDayCountsWhenTheSearchIsStarted()
     room.search.from->setSelectedSection(QDateTimeEdit::DaySection);
     QTest::keyClicks(room.search.from, "29");
     QCOMPARE(room.days(), (QList<QDate>{Third, Third}));
-    SearchRoom::click(room.search.search);
+    room.clickSearch();
     QCOMPARE(room.days(), (QList<QDate>{First, Third}));
     QCOMPARE(room.rows().size(), 6);
 }
