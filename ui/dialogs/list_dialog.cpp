@@ -83,7 +83,8 @@ CListDialog::CListDialog(const Shape &shape, QWidget *parent)
     m_table->setItemDelegate(m_cell);
     m_table->installEventFilter(this);
     giveKey(m_add, Qt::Key_Insert, m_table, Qt::WindowShortcut);
-    giveKey(m_remove, Qt::CTRL + Qt::Key_Delete, m_table, Qt::WidgetShortcut); // in a cell it deletes a word;
+    // In a cell it deletes a word.
+    giveKey(m_remove, QKeySequence(QStringLiteral("Ctrl+Del")), m_table, Qt::WidgetShortcut);
 }
 
 // A cell that is still open gives its text to the table when it goes, which is after this dialog.
