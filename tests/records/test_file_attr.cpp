@@ -1,45 +1,19 @@
 #include "records/file_attr.h"
 #include "tests/support/desk.h"
+#include "tests/support/no_attributes.h"
 #include "tests/support/row.h"
 
 #include <QDir>
 #include <QFile>
 #include <QtTest>
 
-#include <cerrno>
-
-#include <sys/syscall.h>
-#include <unistd.h>
-
 namespace
 {
-bool refuseAttributes = false; // as a file system does that has none
-
 QString text(const char *utf8)
 {
     return QString::fromUtf8(utf8);
 }
 } // namespace
-
-// These stand before the functions of the C library.
-extern "C" int setxattr(const char *path, const char *name, const void *value, size_t size,
-                        int flags) noexcept
-{
-    if (refuseAttributes) {
-        errno = ENOTSUP;
-        return -1;
-    }
-    return int(syscall(SYS_setxattr, path, name, value, size, flags));
-}
-
-extern "C" ssize_t getxattr(const char *path, const char *name, void *value, size_t size) noexcept
-{
-    if (refuseAttributes) {
-        errno = ENOTSUP;
-        return -1;
-    }
-    return ssize_t(syscall(SYS_getxattr, path, name, value, size));
-}
 
 /// The new-mark, on a file system with extended attributes and on one without.
 class TestFileAttr : public QObject

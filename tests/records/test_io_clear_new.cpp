@@ -1,4 +1,5 @@
 #include "tests/records/archive_day.h"
+#include "tests/support/no_attributes.h"
 #include "tests/support/read_only.h"
 #include "tests/support/row.h"
 
@@ -6,35 +7,6 @@
 #include <QDir>
 #include <QSignalSpy>
 #include <QtTest>
-
-#include <cerrno>
-
-#include <sys/syscall.h>
-
-namespace
-{
-bool refuseAttributes = false; // as a file system does that has none
-} // namespace
-
-// These stand before the functions of the C library.
-extern "C" int setxattr(const char *path, const char *name, const void *value, size_t size,
-                        int flags) noexcept
-{
-    if (refuseAttributes) {
-        errno = ENOTSUP;
-        return -1;
-    }
-    return int(syscall(SYS_setxattr, path, name, value, size, flags));
-}
-
-extern "C" ssize_t getxattr(const char *path, const char *name, void *value, size_t size) noexcept
-{
-    if (refuseAttributes) {
-        errno = ENOTSUP;
-        return -1;
-    }
-    return ssize_t(syscall(SYS_getxattr, path, name, value, size));
-}
 
 /// What the selection of a new file does to its mark: the attribute, and the suffix of its name.
 class TestIOClearNew : public QObject

@@ -24,6 +24,15 @@ class ListRoom
 public:
     enum Kind { Operators, Subscribers, Lists };
 
+    /// The rows of a test that holds for each kind.
+    static void everyKind()
+    {
+        QTest::addColumn<int>("kind");
+        row("operators", int(Operators));
+        row("subscribers", int(Subscribers));
+        row("lists", int(Lists));
+    }
+
     explicit ListRoom(Kind kind, bool picker = false) : m_kind(kind)
     {
         Options.listOperators = QStringList{"Иванова", "Петрова"};

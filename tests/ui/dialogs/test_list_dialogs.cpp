@@ -12,9 +12,9 @@ private slots:
     void dialogIsMadeOfItsColumns_data();
     void dialogIsMadeOfItsColumns();
     void recordsStandInTheirRows();
-    void nothingIsEditedUntilThatIsAllowed_data() { addKinds(); }
+    void nothingIsEditedUntilThatIsAllowed_data() { ListRoom::everyKind(); }
     void nothingIsEditedUntilThatIsAllowed();
-    void rowButtonsNeedEditingAndACurrentRow_data() { addKinds(); }
+    void rowButtonsNeedEditingAndACurrentRow_data() { ListRoom::everyKind(); }
     void rowButtonsNeedEditingAndACurrentRow();
     void currentRowAlwaysStandsOut();
 
@@ -30,7 +30,7 @@ private slots:
 
     void addedRowIsTypedIntoAtOnce_data();
     void addedRowIsTypedIntoAtOnce();
-    void rowWithNothingInItIsNoRecord_data() { addKinds(); }
+    void rowWithNothingInItIsNoRecord_data() { ListRoom::everyKind(); }
     void rowWithNothingInItIsNoRecord();
     void removedRowIsGoneAfterYes_data();
     void removedRowIsGoneAfterYes();
@@ -43,7 +43,6 @@ private slots:
     void programsEndOverTheQuestionKeepsTheChanges();
 
 private:
-    static void addKinds();
     static void addWays();
 };
 
@@ -63,14 +62,6 @@ const char *const questions[] = {"Velda/Список операторов/Сох
                                  "Velda/Список абонентов/Сохранить изменения?",
                                  "Velda/Списки абонентов/Сохранить изменения?"};
 } // namespace
-
-void TestListDialogs::addKinds()
-{
-    QTest::addColumn<int>("kind");
-    row("operators", int(ListRoom::Operators));
-    row("subscribers", int(ListRoom::Subscribers));
-    row("lists", int(ListRoom::Lists));
-}
 
 void TestListDialogs::addWays()
 {

@@ -260,10 +260,7 @@ void TestListEditing::keyOpensTheCell()
 
 void TestListEditing::enterClosesTheCellAndNotTheDialog_data()
 {
-    QTest::addColumn<int>("kind");
-    row("operators", int(ListRoom::Operators));
-    row("subscribers", int(ListRoom::Subscribers));
-    row("lists", int(ListRoom::Lists));
+    ListRoom::everyKind();
 }
 
 void TestListEditing::enterClosesTheCellAndNotTheDialog()
@@ -377,10 +374,7 @@ void TestListEditing::typingGoesIntoTheAddedRow()
 
 void TestListEditing::openCellEndsWithTheDialog_data()
 {
-    QTest::addColumn<int>("kind");
-    row("operators", int(ListRoom::Operators));
-    row("subscribers", int(ListRoom::Subscribers));
-    row("lists", int(ListRoom::Lists));
+    ListRoom::everyKind();
 }
 
 void TestListEditing::openCellEndsWithTheDialog()
@@ -430,10 +424,7 @@ void TestListEditing::rowsGrowWithTheLetters()
 
 void TestListEditing::dialogFitsItsScreenInLargeLetters_data()
 {
-    QTest::addColumn<int>("kind");
-    row("operators", int(ListRoom::Operators));
-    row("subscribers", int(ListRoom::Subscribers));
-    row("lists", int(ListRoom::Lists));
+    ListRoom::everyKind();
 }
 
 void TestListEditing::dialogFitsItsScreenInLargeLetters()

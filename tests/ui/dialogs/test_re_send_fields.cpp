@@ -4,6 +4,7 @@
 #include "tests/support/desk.h"
 #include "tests/support/row.h"
 #include "tests/ui/dialogs/forward.h"
+#include "tests/ui/dialogs/room.h"
 
 #include <QApplication>
 #include <QCalendarWidget>
@@ -340,29 +341,10 @@ void TestReSendFields::everythingHasItsRoom()
 {
     QFETCH(int, procedure);
     QFETCH(int, zoom);
-    const QFont usual = QApplication::font();
-    QFont font = usual;
-    font.setPointSizeF(usual.pointSizeF() * zoom);
-    QApplication::setFont(font);
-    const auto restore = qScopeGuard([&] { QApplication::setFont(usual); });
+    const LargeLetters letters(zoom);
     Options.saveWindowPos = false;
     const Forward forward(procedure);
-    forward.dialog->resize(1, 1); // by the frame's edge
-    const QSize screen = QGuiApplication::primaryScreen()->availableSize();
-    QVERIFY(forward.dialog->width() <= screen.width() && forward.dialog->height() <= screen.height());
-    for (const QWidget *widget : forward.dialog->findChildren<QWidget *>()) {
-        const bool holdsWords = qobject_cast<const QLabel *>(widget) != nullptr ||
-                                qobject_cast<const QPushButton *>(widget) != nullptr ||
-                                qobject_cast<const QDateTimeEdit *>(widget) != nullptr;
-        if (!holdsWords || !widget->isVisible())
-            continue;
-        QVERIFY2(widget->width() >= widget->minimumSizeHint().width(), qPrintable(widget->objectName()));
-        QVERIFY2(widget->height() >= widget->minimumSizeHint().height(), qPrintable(widget->objectName()));
-        QVERIFY(forward.dialog->rect().contains(
-            QRect(widget->mapTo(forward.dialog.get(), QPoint()), widget->size())));
-    }
-    const auto *text = forward.find<QPlainTextEdit>("text");
-    QVERIFY(text->height() >= 3 * text->fontMetrics().lineSpacing());
+    expectRoom(*forward.dialog);
 }
 
 QTEST_MAIN(TestReSendFields)

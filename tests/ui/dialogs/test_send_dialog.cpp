@@ -2,6 +2,7 @@
 
 #include "tests/support/desk.h"
 #include "tests/support/row.h"
+#include "tests/ui/dialogs/room.h"
 #include "tests/ui/dialogs/sending.h"
 
 #include <QApplication>
@@ -387,34 +388,14 @@ void TestSendDialog::everythingHasItsRoom()
 {
     QFETCH(int, procedure);
     QFETCH(int, zoom);
-    const QFont usual = QApplication::font();
-    QFont font = usual;
-    font.setPointSizeF(usual.pointSizeF() * zoom);
-    QApplication::setFont(font);
-    const auto restore = qScopeGuard([&] { QApplication::setFont(usual); });
+    const LargeLetters letters(zoom);
     connectByHand();
     Options.enableProtectedSend = true;
     Options.saveWindowPos = false;
     Options.abonents = {{"А", "1", "123456", ""}};
     Options.abonentLists = {{"А", {"123456", "234567"}, ""}};
     const Sending sending(procedure);
-    sending.dialog->resize(1, 1); // by the frame's edge
-    const QSize screen = QGuiApplication::primaryScreen()->availableSize();
-    QCOMPARE(sending.dialog->size().boundedTo(screen), sending.dialog->size());
-    for (const QWidget *widget : sending.dialog->findChildren<QWidget *>()) {
-        const bool holdsWords = qobject_cast<const QLabel *>(widget) != nullptr ||
-                                qobject_cast<const QAbstractButton *>(widget) != nullptr ||
-                                qobject_cast<const QComboBox *>(widget) != nullptr ||
-                                qobject_cast<const QDateTimeEdit *>(widget) != nullptr;
-        if (!holdsWords || !widget->isVisible())
-            continue;
-        QVERIFY2(widget->width() >= widget->minimumSizeHint().width(), qPrintable(widget->objectName()));
-        QVERIFY2(widget->height() >= widget->minimumSizeHint().height(), qPrintable(widget->objectName()));
-        QVERIFY(sending.dialog->rect().contains(
-            QRect(widget->mapTo(sending.dialog.get(), QPoint()), widget->size())));
-    }
-    const auto *text = sending.find<QPlainTextEdit>("text");
-    QVERIFY(text->height() >= 3 * text->fontMetrics().lineSpacing());
+    expectRoom(*sending.dialog);
 }
 
 QTEST_MAIN(TestSendDialog)
