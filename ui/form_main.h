@@ -36,7 +36,7 @@ class QTabWidget;
 /// The chapters: form_main.cpp construction, _strip, _menu, _buttons (look), _tick, _dispatch, _day (time),
 /// _line (thread slots), _mode, _confirm, _counters, _keys, _close, _protocol,
 /// _keyboard, _clipboard, _send, _send_actions, _archive, _search,
-/// _forward, _editor (tabs).
+/// _forward, _editor, _editor_fields, _editor_files, _editor_send (tabs).
 class FormMain : public QWidget
 {
     Q_OBJECT
@@ -56,6 +56,9 @@ public:
     /// Shows the perforator's controls exactly while usePrf is set, and "Сохранить вложение" with
     /// enableAttachFiles.
     void setPrfInterface();
+    /// Offers the forms that are enabled and belong to the line procedure, and shows the one in force; one
+    /// that is not on offer any more gives way to a plain one.
+    void checkEditorInterfaceMode();
     /// Shows the rows of the editor that belong to the form in force.
     void setEditorInterfaceMode();
     /// Fills the editor's operator list; an operator who is not on it any more is journalled.
@@ -127,8 +130,9 @@ public slots:
     // Tabs
     void changedTabWidget(int index); ///< the roll gets the keyboard
     void editorTextChanged();
-    void setEditorCryptoMode();       ///< in crypto mode each line end is shown as "<" too
-    void editorOperatorListChanged(); ///< the operator in force goes to the options and the journal
+    void setEditorCryptoMode();                ///< in crypto mode each line end is shown as "<" too
+    void editorComboBoxInterfaceModeChanged(); ///< another form: kept, and its rows shown
+    void editorOperatorListChanged();          ///< the operator in force goes to the options and the journal
     /// Shows \a text to the operator, who may edit it and have it printed; returns when the dialog is closed.
     void printTextDialog(const QString &text);
 
@@ -186,6 +190,17 @@ public:
     void inputSaveText();
     void inputSaveAttach(); ///< the files enclosed in the telegram as it came
     void inputForward();    ///< puts the text into the queue as a telegram of this workstation
+    // Editor: its fields. What is counted and what can be done follow the text and the rows
+    void editorCategoryChanged(); ///< the index gets the length of the category
+    void editorIndexChanged();    ///< its colour tells whether it is complete
+    void editorClear();
+    void slotEditorTransliterate(); ///< with a question
+    // Editor: its files
+    void editorLoadText(), editorSaveText(), editorAttach();
+    void editorPrintText(), editorToPrf(), editorFromPrf();
+    // Editor: sending. The telegram as it goes on the line; what was replaced then stands in the editor
+    [[nodiscard]] QString getEditorTextForSend();
+    void editorSendEditorText();
     // The days are kept in order and not after today; the search goes on behind the call, see CSearchRun
     void dateSearchFromChanged(), dateSearchToChanged(), searchSearch(), showSearchCount();
 

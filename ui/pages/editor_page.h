@@ -1,15 +1,24 @@
 #pragma once
 
+#include "text/telegram_form.h"
+
 #include <QWidget>
 
+#include <array>
+
+class QActionGroup;
+class QBoxLayout;
 class QCheckBox;
 class QComboBox;
+class QLabel;
 class QLineEdit;
 class QLineEditBlocked;
+class QMenu;
 class QPlainTextEdit;
 class QPushButton;
 
-/// The tab "Редактор": the fields of a telegram's form, a row each.
+/// The tab "Редактор": the fields of a telegram's form, a row each, and what can be done with them. Which
+/// rows are shown, and what the fields must hold, its user decides.
 class CEditorPage : public QWidget
 {
     Q_OBJECT
@@ -17,16 +26,43 @@ class CEditorPage : public QWidget
 public:
     explicit CEditorPage(QWidget *parent = nullptr);
 
+    void showRows(const FormRows &rows);
+    [[nodiscard]] const FormRows &shownRows() const { return m_shown; }
+    /// What the fields hold, shown or not; the text with LF, as it stands.
+    [[nodiscard]] TelegramFields fields() const;
+    /// Fills the fields of the rows on show; the text stays.
+    void setFields(const TelegramFields &fields);
+    /// The categories to choose from; the one in force stays if it is among them.
+    void setCategories(const QStringList &categories);
+    /// The ready marks of the menu of the row "Отметки".
+    void setMarks(const QStringList &marks);
+
+    // From top to bottom
+    QComboBox *form;
+    QLabel *indexFault;    ///< why the index will not do
+    QLabel *dropped;       ///< what the text could not take
     QCheckBox *cryptoMode; ///< line ends are shown among the groups of a cipher
+    QComboBox *category, *series;
+    QLineEdit *index;
+    QLineEdit *from; ///< of "Заголовок", as the next two
+    QLineEditBlocked *wordsCount, *time;
+    QLineEdit *marks, *address;
+    QLineEdit *fKassa, *fTo, *fFrom; ///< of an international telegram, as the next two
+    QLineEditBlocked *fWordsCount, *fTime;
     QPlainTextEdit *text;
-    // Fields of the rows "Заголовок" (with the words), "Подпись", " Кассовый ", " Откуда "
-    QLineEdit *from, *pScript, *fKassa, *fFrom;
-    QLineEditBlocked *wordsCount;
+    QLineEdit *pScript; ///< the signature
     QComboBox *operators;
-    // The rows, each its title and its fields, to be shown or hidden
-    QWidget *rowFrom, *rowPScript, *rowFKassa, *rowFFrom;
-    QPushButton *toPerforator, *fromPerforator;
+    QPushButton *clear, *load, *attach, *save, *toPerforator, *fromPerforator, *send, *print;
+
+signals:
+    void markChosen(const QString &mark);
 
 private:
     void placeRows();
+    QWidget *newRow(FormRow row, const QString &title, std::initializer_list<QWidget *> fields);
+    void popUpMarks(const QPoint &point);
+
+    FormRows m_shown{};
+    std::array<QWidget *, FormRowCount> m_rows{}; ///< each its title and its fields
+    QActionGroup *m_marks;
 };

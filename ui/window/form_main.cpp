@@ -72,7 +72,7 @@ FormMain::FormMain(QWidget *parent) : QWidget(parent)
     connectState();
     checkProcedureTimers();
     setThreadsParams();
-    setEditorInterfaceMode();
+    checkEditorInterfaceMode();
     setPrfInterface();
     slotSetTlgModeInterface();
     // Where the keyboard begins in each tab, and in the window

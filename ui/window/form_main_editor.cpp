@@ -4,6 +4,7 @@
 #include "records/protocol.h"
 #include "text/filters.h"
 #include "text/mtk2.h"
+#include "text/telegram_form.h"
 #include "ui/form_main.h"
 #include "ui/pages/archive_page.h"
 #include "ui/pages/editor_page.h"
@@ -18,6 +19,9 @@
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QTabWidget>
+
+#include <algorithm>
+#include <iterator>
 
 namespace
 {
@@ -43,6 +47,10 @@ QWidget *FormMain::buildEditorPage()
     // A text that is stored without register marks cannot bring a cipher back.
     editorPage->cryptoMode->setEnabled(!Options.removeRegisterInInputFiles);
     connect(editorPage->cryptoMode, &QCheckBox::toggled, this, &FormMain::setEditorCryptoMode);
+    connect(editorPage->form, &QComboBox::currentTextChanged, this,
+            &FormMain::editorComboBoxInterfaceModeChanged);
+    editorPage->setCategories(Options.CategoryList.split(QLatin1Char(',')));
+    editorPage->setMarks(Options.serviceMarks.split(QLatin1Char('|'), Qt::SkipEmptyParts));
     checkOperatorList();
     return editorPage;
 }
@@ -86,29 +94,45 @@ void FormMain::setEditorCryptoMode()
     editorPage->text->setPlainText(text);
 }
 
+void FormMain::checkEditorInterfaceMode()
+{
+    const QSignalBlocker quiet(editorPage->form);
+    editorPage->form->clear();
+    for (const EditorInterfaceMode &mode : Options.interfaceModes)
+        if (mode.enabled && (mode.procedures >> Options.processMode & 1) != 0)
+            editorPage->form->addItem(mode.name);
+    const int stored = Options.editorInterfaceMode;
+    const bool known = stored >= 0 && stored < int(std::size(Options.interfaceModes));
+    const int place = known ? editorPage->form->findText(Options.interfaceModes[stored].name) : -1;
+    if (place < 0)
+        Options.editorInterfaceMode = Options.processMode == CKS ? FullForm : MessageForm;
+    editorPage->form->setCurrentText(Options.interfaceModes[Options.editorInterfaceMode].name);
+    setEditorInterfaceMode();
+}
+
+void FormMain::editorComboBoxInterfaceModeChanged()
+{
+    const auto *first = std::begin(Options.interfaceModes);
+    const auto *end = std::end(Options.interfaceModes);
+    const auto *chosen = std::find_if(first, end, [this](const EditorInterfaceMode &mode) {
+        return mode.name == editorPage->form->currentText();
+    });
+    if (chosen != end)
+        Options.editorInterfaceMode = int(chosen - first);
+    setEditorInterfaceMode();
+}
+
 void FormMain::setEditorInterfaceMode()
 {
-    // Rows of the forms: message, telegram, full telegram, international telegram, REX400.
-    struct Rows {
-        bool from, kassa, fFrom, pScript;
-    };
-    static const Rows table[] = {
-        {false, false, false, false}, {false, false, false, false}, {true, false, false, true},
-        {false, true, true, true},    {true, false, false, true},
-    };
-    const int form = Options.editorInterfaceMode;
-    const Rows shown = form >= 0 && size_t(form) < std::size(table) ? table[form] : Rows{};
-    editorPage->rowFrom->setVisible(shown.from);
-    editorPage->rowFKassa->setVisible(shown.kassa);
-    editorPage->rowFFrom->setVisible(shown.fFrom);
-    editorPage->rowPScript->setVisible(shown.pScript);
+    editorPage->showRows(rowsOfForm(Options.editorInterfaceMode));
 }
 
 void FormMain::setPrfInterface()
 {
     for (QWidget *control : {inputPage->toPerforator, editorPage->toPerforator, editorPage->fromPerforator})
         control->setVisible(Options.usePrf);
-    inputPage->saveAttach->setVisible(Options.enableAttachFiles);
+    for (QWidget *control : {inputPage->saveAttach, editorPage->attach})
+        control->setVisible(Options.enableAttachFiles);
     sizeStrip(); // a line more, or less, where the states stand below
 }
 

@@ -277,23 +277,29 @@ void TestFormMainClicks::chosenOperatorSigns()
 void TestFormMainClicks::editorRowsFollowTheForm_data()
 {
     QTest::addColumn<int>("form");
-    QTest::addColumn<QString>("rows"); // heading, cash desk, from where, signature
-    row("message", 0, "----");
-    row("telegram", 1, "----");
-    row("telegram in full form", 2, "+--+");
-    row("international", 3, "-+++");
-    row("REX400", 4, "+--+");
-    row("out of range", 9, "----");
+    QTest::addColumn<QString>("rows"); // category, heading, marks, address, cash desk, to, from, signature
+    row("message", 0, "--------");
+    row("telegram", 1, "+-------");
+    row("telegram in full form", 2, "++++---+");
+    row("international", 3, "+---++++");
+    row("REX400", 4, "-+-----+");
+    row("out of range", 9, "--------");
 }
 
 void TestFormMainClicks::editorRowsFollowTheForm()
 {
     QFETCH(int, form);
-    Station station(SKK, [form] { Options.editorInterfaceMode = form; });
+    Station station(SKK, [form] {
+        for (EditorInterfaceMode &mode : Options.interfaceModes)
+            mode.enabled = true;
+        Options.editorInterfaceMode = form;
+    });
+    const CEditorPage &page = *station.form->editorPage;
+    const QList<QWidget *> fields{page.category, page.from, page.marks, page.address,
+                                  page.fKassa,   page.fTo,  page.fFrom, page.pScript};
     QString rows;
-    for (const QWidget *row : {station.form->editorPage->rowFrom, station.form->editorPage->rowFKassa,
-                               station.form->editorPage->rowFFrom, station.form->editorPage->rowPScript})
-        rows += row->isHidden() ? QLatin1Char('-') : QLatin1Char('+');
+    for (const QWidget *field : fields)
+        rows += field->isVisibleTo(&page) ? QLatin1Char('+') : QLatin1Char('-');
     QTEST(rows, "rows");
 }
 
