@@ -9,6 +9,7 @@
 #include "ui/dialogs/confirm_r_dialog.h"
 #include "ui/dialogs/edit_counter_dialog.h"
 #include "ui/dialogs/fw_update_dialog.h"
+#include "ui/dialogs/nerva_config_dialog.h"
 #include "ui/dialogs/number_dialog.h"
 #include "ui/dialogs/operator_list_dialog.h"
 #include "ui/dialogs/perforator_in_dialog.h"
@@ -55,6 +56,7 @@ inline const Row rows[] = {
     {"category", make<CConfirmCategoryDialog>, plainly},
     {"Р", make<CConfirmRDialog>, plainly},
     {"firmware", make<CFWUpdateDialog>, plainly},
+    {"Ethernet adapter", [] { return new CNervaConfigDialog(nullptr, "30000001"); }, plainly},
     {"line test", make<CTestDialog>, plainly},
     {"subscriber's number", make<CAbonentNumberDialog>,
      [](CDialog &dialog) { static_cast<CAbonentNumberDialog &>(dialog).exec("1", "Номер абонента"); }},

@@ -27,6 +27,7 @@ const Buttons all[] = {
     {"category", "close", "close", "close", "close"},
     {"Р", "confirm cancel", "confirm", "cancel", "number"},
     {"firmware", "apply lock cancel", "", "cancel", "device"},
+    {"Ethernet adapter", "read write cancel", "", "cancel", "sys_mode"},
     {"line test", "start close", "start", "close", "start"},
     {"subscriber's number", "dial cancel abonents", "dial", "cancel", "number"},
     {"subscribers", "select addRow removeRow close", "select", "close", "abonents"},
@@ -52,7 +53,7 @@ void addAll()
         ::row(all[i].row, i);
 }
 
-/// The buttons of the row, from left to right.
+/// The buttons of the row that are on view, from left to right.
 QString buttonsOf(const QDialog &dialog)
 {
     QList<QPushButton *> buttons = dialog.findChildren<QPushButton *>();
@@ -61,7 +62,8 @@ QString buttonsOf(const QDialog &dialog)
     });
     QStringList names;
     for (const QPushButton *button : buttons)
-        names << button->objectName();
+        if (button->isVisibleTo(&dialog))
+            names << button->objectName();
     return names.join(QLatin1Char(' '));
 }
 
