@@ -24,6 +24,7 @@ class QAction;
 class QKeyEvent;
 class QMenuBar;
 class QTabWidget;
+struct Queued;
 
 /// The one window of the workstation, and the heart of its timing: slot_on_1sec is the main loop, from
 /// which the link thread, the line procedure, the queue, the journal's flush, the shutdown and the change of
@@ -201,6 +202,8 @@ public:
     // Editor: sending. The telegram as it goes on the line; what was replaced then stands in the editor
     [[nodiscard]] QString getEditorTextForSend();
     void editorSendEditorText();
+    /// The telegram in the editor is in the queue already: it can go once more when something is changed.
+    [[nodiscard]] bool editorIsSent() const;
     // The days are kept in order and not after today; the search goes on behind the call, see CSearchRun
     void dateSearchFromChanged(), dateSearchToChanged(), searchSearch(), showSearchCount();
 
@@ -286,8 +289,15 @@ private:
     // Line
     void noteReception();
 
+    // Editor
+    void editorSendAtOnce(const QString &text);
+    void editorNoteQueued(const Queued &queued);
+    [[nodiscard]] QString editorVersion() const;
+
     void clearSearch();
     static void deleteConfirmDialogs();
+
+    QString m_editorSent; ///< editorVersion() of what was queued last; empty if nothing was
 };
 
 /// Null until the entry point has made the window; its destructor makes it null again.

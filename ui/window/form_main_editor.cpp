@@ -51,6 +51,7 @@ QWidget *FormMain::buildEditorPage()
             &FormMain::editorComboBoxInterfaceModeChanged);
     editorPage->setCategories(Options.CategoryList.split(QLatin1Char(',')));
     editorPage->setMarks(Options.serviceMarks.split(QLatin1Char('|'), Qt::SkipEmptyParts));
+    connect(editorPage->send, &QPushButton::clicked, this, &FormMain::editorSendEditorText);
     checkOperatorList();
     return editorPage;
 }
@@ -179,4 +180,7 @@ void FormMain::changedTabWidget(int)
 }
 
 // A telegram's words and time are counted from its text, for which the tab has no field.
-void FormMain::editorTextChanged() {}
+void FormMain::editorTextChanged()
+{
+    editorPage->send->setEnabled(!editorPage->text->document()->isEmpty() && !editorIsSent());
+}

@@ -1,3 +1,153 @@
 // Chapter of FormMain: sending what the editor holds.
 
+#include "app/clock.h"
+#include "app/options.h"
+#include "app/state.h"
+#include "link/tlg_thread.h"
+#include "records/new_telegram.h"
+#include "text/filters.h"
+#include "text/sending_form.h"
+#include "text/telegram_form.h"
+#include "text/telegram_index.h"
+#include "ui/dialogs/send_tlg_dialog.h"
 #include "ui/form_main.h"
+#include "ui/pages/editor_page.h"
+#include "ui/pages/protocol_page.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTextCursor>
+
+#include <algorithm>
+
+namespace
+{
+const QString DefaultCategory = QStringLiteral("П");
+
+/// Selects \a count characters of \a edit from \a begin on, with the cursor behind them.
+QTextCursor partOf(const QPlainTextEdit &edit, int begin, int count)
+{
+    QTextCursor cursor(edit.document());
+    cursor.setPosition(begin);
+    cursor.setPosition(begin + count, QTextCursor::KeepAnchor);
+    return cursor;
+}
+
+/// Writes \a after over \a before, the text of \a edit: what both have at their ends stays, and one step
+/// undoes it.
+void writeOver(const QPlainTextEdit &edit, const QString &before, const QString &after)
+{
+    const int common = qMin(before.size(), after.size());
+    int head = 0, tail = 0;
+    while (head < common && before.at(head) == after.at(head))
+        ++head;
+    while (tail < common - head && before.at(before.size() - 1 - tail) == after.at(after.size() - 1 - tail))
+        ++tail;
+    partOf(edit, head, before.size() - tail - head).insertText(after.mid(head, after.size() - tail - head));
+}
+
+/// Spells out in \a edit what the line cannot carry as it stands; cursor and selection stay at their letters.
+void spellOut(QPlainTextEdit &edit)
+{
+    const QString before = edit.toPlainText();
+    const QString after = nonTlgCharReplace(before);
+    if (after == before)
+        return;
+    const auto moved = [&before](int position) { return nonTlgCharReplace(before.left(position)).size(); };
+    const int anchor = moved(edit.textCursor().anchor());
+    const int position = moved(edit.textCursor().position());
+    writeOver(edit, before, after);
+    QTextCursor cursor = partOf(edit, anchor, 0);
+    cursor.setPosition(position, QTextCursor::KeepAnchor);
+    edit.setTextCursor(cursor);
+}
+
+bool hasCategory(const CEditorPage &page)
+{
+    return page.shownRows()[CategoryRow];
+}
+
+/// Tells why the index will not do, and asks for another; true if there is nothing to tell.
+bool indexIsAccepted(const CEditorPage &page)
+{
+    const QString fault =
+        hasCategory(page) ? telegramIndexFault(page.category->currentText(), page.index->text()) : QString();
+    page.indexFault->setText(fault);
+    if (!fault.isEmpty())
+        page.index->setFocus();
+    return fault.isEmpty();
+}
+
+/// Lets \a dialog show the telegram, with what is known of its way.
+void prepare(CSendTlgDialog &dialog, const SendingForm &form)
+{
+    dialog.setWindowTitle(form.title);
+    dialog.setText(form.text);
+    dialog.setNumber(form.number);
+    dialog.setCKS(form.centreOffered, form.centreChosen);
+}
+} // namespace
+
+QString FormMain::getEditorTextForSend()
+{
+    spellOut(*editorPage->text);
+    TelegramFields fields = editorPage->fields();
+    fields.text = getEditorText();
+    return composeTelegram(fields, Options.editorInterfaceMode, editorPage->shownRows(),
+                           {State.EditorN + 1, Time.dateTime});
+}
+
+void FormMain::editorSendEditorText()
+{
+    if (!indexIsAccepted(*editorPage))
+        return;
+    CSendTlgDialog dialog(this);
+    const SendingForm form = sendingForm(getEditorTextForSend(), hasCategory(*editorPage));
+    prepare(dialog, form);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    if (dialog.sendNow)
+        return editorSendAtOnce(form.text);
+    dialog.order.category = hasCategory(*editorPage) ? editorPage->category->currentText() : DefaultCategory;
+    editorNoteQueued(queueTelegram(dialog.order, form.text));
+}
+
+void FormMain::editorSendAtOnce(const QString &text)
+{
+    const bool there = Options.processMode == SKK ? State.connectionActive : TlgThread.linkUp();
+    if (!there) // gone while the dialog closed
+        return;
+    TlgSend(text);
+    if (Options.processMode == Direct)
+        tabWidget->setCurrentWidget(protocolPage);
+}
+
+// What could not be queued stays to be sent once more, to those who have not got it.
+void FormMain::editorNoteQueued(const Queued &queued)
+{
+    if (queued.names.isEmpty())
+        return;
+    if (!queued.unsent.isEmpty())
+        return editorPage->dropped->setText(QStringLiteral("Не поставлено в очередь для номеров: ") +
+                                            queued.unsent.join(QStringLiteral(", ")));
+    m_editorSent = editorVersion();
+    editorPage->send->setEnabled(false);
+}
+
+/// Changes with each change of the text, were it back to what it was, and with what the other fields hold;
+/// not with the words and the time, which change by themselves.
+QString FormMain::editorVersion() const
+{
+    TelegramFields fields = editorPage->fields();
+    fields.text = QString::number(editorPage->text->document()->revision());
+    return composeTemplate(fields, editorPage->shownRows());
+}
+
+bool FormMain::editorIsSent() const
+{
+    return editorVersion() == m_editorSent;
+}
