@@ -6,6 +6,7 @@
 #include "app/run/leftovers.h"
 #include "app/run/orderly_end.h"
 #include "app/run/russian.h"
+#include "app/run/user_data.h"
 #include "app/state.h"
 #include "records/protocol.h"
 #include "ui/form_main.h"
@@ -36,8 +37,33 @@ void nameApplication()
     QCoreApplication::setOrganizationDomain(QStringLiteral("velda.local"));
 }
 
-/// The stores, the clock and the window come up in this order; each relies on those before it.
-int startAndRun()
+struct DataPlace {
+    QString directory;
+    QString shared; ///< of the installation that makes and furnishes this directory; empty for any other
+};
+
+/// An installed program may not write beside itself: without a directory in the arguments it takes the
+/// user's.
+DataPlace dataPlace(const QStringList &arguments)
+{
+    const QString program = QCoreApplication::applicationDirPath();
+    const QString shared = sharedDirectory(program);
+    const QString usual = shared.isEmpty() ? program : userDataDirectory();
+    const QString directory = dataDirectory(arguments, usual);
+    return {directory, directory == usual ? shared : QString()};
+}
+
+/// False if the directory cannot be entered, also because it could not be made.
+bool enterDataPlace(const DataPlace &place)
+{
+    if (!place.shared.isEmpty())
+        QDir().mkpath(place.directory);
+    return enterDataDirectory(place.directory);
+}
+
+/// The stores, the clock and the window come up in this order; each relies on those before it. \a shared is
+/// what an installation has for the data directory, empty if nothing is to be put there.
+int startAndRun(const QString &shared)
 {
     installOrderlyEnd(); // a request that comes during the start waits for the event loop
     Time.start();
@@ -46,6 +72,8 @@ int startAndRun()
     Log.Load();
     nameApplication();
     Log.addCacheServiceString(startLine(), ProtocolInfo, false);
+    if (!shared.isEmpty())
+        furnishDataDirectory(shared); // the window looks whether there is a manual
     mainWindow = new FormMain;
     mainWindow->show();
     return QApplication::exec();
@@ -112,8 +140,8 @@ int runVelda(int argc, char *argv[])
     QApplication application(argc, argv);
     speakRussian();
     const QString program = programOf(argv[0]);
-    if (!enterDataDirectory(
-            dataDirectory(application.arguments().mid(1), QCoreApplication::applicationDirPath()))) {
+    const DataPlace place = dataPlace(application.arguments().mid(1));
+    if (!enterDataPlace(place)) {
         warn(lockRefusal(QLockFile::PermissionError)); // telegrams must not land in some other directory
         return RefusedStart;
     }
@@ -125,7 +153,7 @@ int runVelda(int argc, char *argv[])
         return RefusedStart;
     if (lock.isLocked())
         sweepLeftovers();
-    const int status = startAndRun();
+    const int status = startAndRun(place.shared);
     shutDown(program);
     return status;
 }

@@ -17,6 +17,9 @@ private slots:
     void argumentsChooseTheDataDirectory();
     void withoutArgumentsTheDataLieBesideTheProgram();
     void missingDataDirectoryIsRefused();
+    void installedProgramMakesAndFurnishesTheUsersDirectory();
+    void installedProgramLeavesAnyOtherDirectoryAsItIs();
+    void installedProgramWithoutRoomForItsDirectoryRefuses();
 
     void runBeginsAndEndsWithItsLines();
     void requestOfTheSystemEndsItInOrder_data();
@@ -42,6 +45,7 @@ public:
     Program() { m_environment.insert("QT_QPA_PLATFORM", "offscreen"); }
 
     void showOn(const QString &display) { useDisplay(m_environment, display); }
+    void setDataHome(const QString &path) { m_environment.insert("XDG_DATA_HOME", path); }
     void start(const QString &program, const QStringList &arguments, const QString &directory)
     {
         process.setProcessEnvironment(m_environment);
@@ -52,6 +56,17 @@ public:
 private:
     QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
 };
+
+/// The program as an installation below \a base has it, with one sound; its path.
+QString install(const QTemporaryDir &base)
+{
+    const QDir top(base.path());
+    top.mkpath("usr/bin");
+    top.mkpath("usr/share/velda/sound");
+    QFile::copy(VELDA_PROGRAM, top.filePath("usr/bin/velda"));
+    QFile(top.filePath("usr/share/velda/sound/input.wav")).open(QIODevice::WriteOnly);
+    return top.filePath("usr/bin/velda");
+}
 
 bool holdsData(const QString &directory)
 {
@@ -134,6 +149,46 @@ void TestProgram::missingDataDirectoryIsRefused()
     QVERIFY(confirmBox(screen, program));
     QVERIFY2(program.endedWith(1), qPrintable(program.lines.join('\n')));
     QVERIFY(QDir(base.path()).isEmpty());
+}
+
+void TestProgram::installedProgramMakesAndFurnishesTheUsersDirectory()
+{
+    const QTemporaryDir base;
+    Program program;
+    program.setDataHome(base.filePath("home/.local/share"));
+    program.start(install(base), {}, base.path());
+    QTRY_VERIFY_WITH_TIMEOUT(holdsData(base.filePath("home/.local/share/velda")), 20000);
+    QTRY_VERIFY(QFile::exists(base.filePath("home/.local/share/velda/sound/input.wav")));
+    QCOMPARE(QDir(base.filePath("usr/bin")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+             QStringList("velda"));
+}
+
+void TestProgram::installedProgramLeavesAnyOtherDirectoryAsItIs()
+{
+    const QTemporaryDir base;
+    QVERIFY(QDir(base.path()).mkdir("here"));
+    Program program;
+    program.setDataHome(base.filePath("home"));
+    program.start(install(base), {"-dc"}, base.filePath("here"));
+    QTRY_VERIFY_WITH_TIMEOUT(holdsData(base.filePath("here")), 20000);
+    program.terminate();
+    QVERIFY(program.waitForEnd(30));
+    QVERIFY(!QFile::exists(base.filePath("here/sound")));
+    QVERIFY(!QFile::exists(base.filePath("home")));
+}
+
+void TestProgram::installedProgramWithoutRoomForItsDirectoryRefuses()
+{
+    const Screen screen;
+    const QTemporaryDir base;
+    QVERIFY(QFile(base.filePath("home")).open(QIODevice::WriteOnly)); // a file where the folder should be
+    Program program;
+    program.showOn(screen.display);
+    program.setDataHome(base.filePath("home"));
+    program.start(install(base), {}, base.path());
+    QVERIFY(confirmBox(screen, program));
+    QVERIFY2(program.endedWith(1), qPrintable(program.lines.join('\n')));
+    QVERIFY(!QFile::exists(base.filePath("usr/bin/velda.lck")));
 }
 
 void TestProgram::runBeginsAndEndsWithItsLines()
