@@ -95,6 +95,7 @@ void prepare(CSendTlgDialog &dialog, const SendingForm &form)
 QString FormMain::getEditorTextForSend()
 {
     spellOut(*editorPage->text);
+    editorPage->dropped->clear();
     TelegramFields fields = editorPage->fields();
     fields.text = getEditorText();
     return composeTelegram(fields, Options.editorInterfaceMode, editorPage->shownRows(),

@@ -33,11 +33,11 @@ inline void agree(const CSendTlgDialog &dialog)
     press(dialog, "send");
 }
 
-/// Sends to \a numbers.
+/// Sends to \a numbers, where the procedure asks for some.
 inline InDialog toNumbers(const QString &numbers)
 {
     return [numbers](CSendTlgDialog &dialog) {
-        dialog.findChild<QComboBox *>("number")->setEditText(numbers);
+        dialog.setNumber(numbers);
         agree(dialog);
     };
 }

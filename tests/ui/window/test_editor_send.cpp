@@ -357,10 +357,7 @@ void TestEditorSend::twoWithinOneSecondHaveTheirNumbers()
     SendingRoom room(procedure, procedure == Direct ? MessageForm : ShortForm);
     for (const char *text : {"ПЕРВАЯ", "ВТОРАЯ"}) {
         room.write(text);
-        QVERIFY(room.send([](CSendTlgDialog &dialog) {
-            dialog.setNumber("654321");
-            agree(dialog);
-        }));
+        QVERIFY(room.send(toNumbers("654321")));
     }
     QTEST(room.queue(), "names");
     room.tick(ToTheScan);
