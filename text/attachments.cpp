@@ -136,6 +136,18 @@ QVector<Attachment> attachmentsOf(const QString &text)
     return attachments;
 }
 
+QByteArray attachmentName(const QString &name)
+{
+    return name.toLocal8Bit();
+}
+
+QString attachmentBlock(const QString &name, const QByteArray &data)
+{
+    const QByteArray checked = data + char(CUtils::CRC8(data));
+    return QStringLiteral("\r\n-&FILE-###") + ByteArrayToMTKCoding(attachmentName(name)) + u'#' +
+           ByteArrayToMTKCoding(checked) + QStringLiteral("###-&FILE-\r\n");
+}
+
 bool hasAttachment(const QString &text)
 {
     return text.contains(QStringLiteral("-&FILE#-#")) && text.contains(QStringLiteral("#-&FILE#-"));

@@ -15,6 +15,15 @@ struct Attachment {
 /// empty. Names of three bytes and less are not found: the name's end is looked for behind the fourth.
 [[nodiscard]] QVector<Attachment> attachmentsOf(const QString &text);
 
+/// The block by which a file is enclosed in a text that is written: its bare \a name and its \a data with a
+/// check byte behind them, between the marks as they stand before the line puts its registers in.
+[[nodiscard]] QString attachmentBlock(const QString &name, const QByteArray &data);
+
+/// A name of fewer bytes is lost on the way: see attachmentsOf().
+constexpr int ShortestAttachmentName = 4;
+/// Bytes that \a name has in an enclosed file.
+[[nodiscard]] QByteArray attachmentName(const QString &name);
+
 /// Whether \a text holds the beginning and the end of an enclosed file.
 [[nodiscard]] bool hasAttachment(const QString &text);
 

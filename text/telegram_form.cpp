@@ -100,9 +100,11 @@ void replacePlaceholders(QString &head, QString &body, const TelegramMoment &mom
     body.replace(u'$', words);
 }
 
-bool spansLines(const QString &text)
+constexpr int LongestField = 32767; ///< characters that a field of the toolkit takes
+
+bool isOneLine(const QString &text)
 {
-    return text.contains(u'\r') || text.contains(u'\n');
+    return text.size() <= LongestField && !text.contains(u'\r') && !text.contains(u'\n');
 }
 
 /// Cuts \a rest behind \a end, and gives what stood in front of it; null, with \a rest as it was, if that is
@@ -110,7 +112,7 @@ bool spansLines(const QString &text)
 QString takeField(QString &rest, const QString &end)
 {
     const int at = rest.indexOf(end);
-    if (at < 0 || spansLines(rest.left(at)))
+    if (at < 0 || !isOneLine(rest.left(at)))
         return {};
     const QString field = rest.left(at);
     rest.remove(0, at + end.size());
@@ -163,7 +165,7 @@ void takeSignature(QString &rest, TelegramFields &fields)
         return;
     const int at = begin + SignatureBegin.size();
     const QString signature = rest.mid(at, tail - at);
-    if (spansLines(signature))
+    if (!isOneLine(signature))
         return;
     fields.signature = signature;
     rest.truncate(begin);
