@@ -37,7 +37,7 @@ struct Queued;
 /// The chapters: form_main.cpp construction, _strip, _menu, _buttons (look), _tick, _dispatch, _day (time),
 /// _line (thread slots), _mode, _confirm, _counters, _keys, _close, _protocol,
 /// _keyboard, _clipboard, _send, _send_actions, _archive, _search,
-/// _forward, _editor, _editor_fields, _editor_files, _editor_send (tabs).
+/// _forward, _editor, _editor_fields, _editor_files, _editor_attach, _editor_send (tabs).
 class FormMain : public QWidget
 {
     Q_OBJECT
@@ -262,6 +262,7 @@ private:
     QWidget *buildOutputPage();
     QWidget *buildSearchPage();
     QWidget *buildEditorPage();
+    void connectEditorFiles();
     void connectThreads();
     void connectState();
 
@@ -293,6 +294,10 @@ private:
     void editorSendAtOnce(const QString &text);
     void editorNoteQueued(const Queued &queued);
     [[nodiscard]] QString editorVersion() const;
+    void loadPlainText();
+    void loadTemplate();
+    void savePlainText();
+    void saveTemplate();
 
     void clearSearch();
     static void deleteConfirmDialogs();

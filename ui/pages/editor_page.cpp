@@ -63,8 +63,6 @@ CEditorPage::CEditorPage(QWidget *parent)
       print(newButton(QStringLiteral("Распечатать"), "editorPrintButton")), m_marks(new QActionGroup(this))
 {
     setObjectName(QStringLiteral("tabEditor"));
-    for (QPushButton *button : {toPerforator, fromPerforator})
-        button->setEnabled(false);
     series->addItems({QStringLiteral("01"), QStringLiteral("02")});
     index->setMaxLength(TelegramIndexLength);
     index->setPlaceholderText(QStringLiteral("000000"));

@@ -53,6 +53,7 @@ QWidget *FormMain::buildEditorPage()
     editorPage->setMarks(Options.serviceMarks.split(QLatin1Char('|'), Qt::SkipEmptyParts));
     connect(editorPage->send, &QPushButton::clicked, this, &FormMain::editorSendEditorText);
     checkOperatorList();
+    connectEditorFiles();
     return editorPage;
 }
 
