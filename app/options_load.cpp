@@ -1,7 +1,9 @@
 #include "app/ini_file.h"
 #include "app/options_table.h"
 #include "text/mtk2.h"
+#include "text/telegram_form.h"
 
+#include <QFileInfo>
 #include <QSettings>
 
 namespace
@@ -144,6 +146,9 @@ void COptions::Load()
         readInterfaceModes(file, *this);
         readAbonents(file, *this);
     });
+    // Who begins meets the form of a telegram; a file without the key is of one who had none.
+    if (!QFileInfo::exists(appPath + iniFileName))
+        editorInterfaceMode = ShortForm;
     initMTK2Table();
     CheckAndMakeFolders();
 }

@@ -31,6 +31,8 @@ private slots:
     void editorInterfaceModes_data();
     void editorInterfaceModes();
     void editorInterfaceModesAreWrittenAsFiveCharacters();
+    void firstStartBeginsWithTheFormOfATelegram();
+    void fileWithoutAFormBeginsWithMessages();
 
     void addressWithPrefixMakesThisSideListen_data();
     void addressWithPrefixMakesThisSideListen();
@@ -257,6 +259,25 @@ void TestOptionsRules::editorInterfaceModesAreWrittenAsFiveCharacters()
     Options.interfaceModes[4].enabled = true;
     Options.Save();
     QCOMPARE(linesOf(desk, "editorInterfaceModes"), QStringList("editorInterfaceModes=01101"));
+}
+
+void TestOptionsRules::firstStartBeginsWithTheFormOfATelegram()
+{
+    const Desk desk;
+    Options.Load();
+    QCOMPARE(Options.editorInterfaceMode, 1);
+    Options.editorInterfaceMode = 2;
+    Options.Save();
+    Options.Load();
+    QCOMPARE(Options.editorInterfaceMode, 2);
+}
+
+void TestOptionsRules::fileWithoutAFormBeginsWithMessages()
+{
+    const Desk desk;
+    desk.write("velda.ini", "[CONNECT]\nprocessMode=1\n");
+    Options.Load();
+    QCOMPARE(Options.editorInterfaceMode, 0);
 }
 
 void TestOptionsRules::addressWithPrefixMakesThisSideListen_data()
