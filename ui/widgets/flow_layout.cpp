@@ -3,6 +3,8 @@
 #include <QStyle>
 #include <QWidget>
 
+#include <utility>
+
 CFlowLayout::CFlowLayout(int margin, int spacing, QWidget *parent) : QLayout(parent)
 {
     setContentsMargins(margin, margin, margin, margin);
@@ -100,14 +102,25 @@ int CFlowLayout::flow(const QRect &rect, bool place) const
     return y + height + rect.height() - room.height();
 }
 
+/// What \a row leaves of \a width.
+int CFlowLayout::leftOver(const QList<QLayoutItem *> &row, int width) const
+{
+    for (const QLayoutItem *item : row)
+        width -= item->sizeHint().width() + spacing();
+    return qMax(0, width + spacing());
+}
+
 // Items of one row stand on one middle line; an item wider than the room is narrowed to it.
 void CFlowLayout::placeRow(const QList<QLayoutItem *> &row, QPoint at, int height, int width) const
 {
     const Qt::LayoutDirection direction =
         parentWidget() != nullptr ? parentWidget()->layoutDirection() : Qt::LeftToRight;
     const QRect whole(at, QSize(width, height));
+    int spare = m_fillsRows ? leftOver(row, width) : 0;
     for (QLayoutItem *item : row) {
-        const QSize size = item->sizeHint().boundedTo({qMax(width, item->minimumSize().width()), height});
+        QSize size = item->sizeHint().boundedTo({qMax(width, item->minimumSize().width()), height});
+        if (item->expandingDirections().testFlag(Qt::Horizontal))
+            size.rwidth() += std::exchange(spare, 0);
         const QRect place(QPoint(at.x(), at.y() + (height - size.height()) / 2), size);
         item->setGeometry(QStyle::visualRect(direction, whole, place));
         at.rx() += size.width() + spacing();

@@ -15,6 +15,9 @@ public:
     CFlowLayout(int margin, int spacing, QWidget *parent = nullptr);
     ~CFlowLayout() override;
 
+    /// Whether an item that wants to grow takes what its row has left; at first it does not.
+    void setFillsRows(bool on) { m_fillsRows = on; }
+
     /// Takes \a item in behind the others and owns it from then on.
     void addItem(QLayoutItem *item) override;
     [[nodiscard]] int count() const override;
@@ -34,9 +37,11 @@ private:
     /// items there. Hidden items take no room.
     int flow(const QRect &rect, bool place) const;
     void placeRow(const QList<QLayoutItem *> &row, QPoint at, int height, int width) const;
+    [[nodiscard]] int leftOver(const QList<QLayoutItem *> &row, int width) const;
     [[nodiscard]] QSize withMargins(const QSize &size) const;
 
     QList<QLayoutItem *> m_items;
+    bool m_fillsRows = false;
 };
 
 /// \a controls as a row of such a paragraph. Null ones are passed over.

@@ -3,8 +3,8 @@
 #include <QLineEdit>
 
 /// A field that the program fills and the operator may take over: it starts read-only, in the colour of the
-/// window, and a double click turns it. The text can be set in both states: the program looks at isReadOnly()
-/// before it does.
+/// window, and a double click or F2 turns it. The text can be set in both states: the program looks at
+/// isReadOnly() before it does.
 class QLineEditBlocked : public QLineEdit
 {
     Q_OBJECT
@@ -13,12 +13,17 @@ public:
     explicit QLineEditBlocked(QWidget *parent = nullptr);
     explicit QLineEditBlocked(const QString &text, QWidget *parent = nullptr);
 
+    void setBlocked(bool on); ///< without the signal
+
 signals:
-    void blocked(); ///< the field has become read-only: the program fills it again
+    void blocked(); ///< the operator has made the field read-only: the program fills it again
 
 protected:
     void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
-    void setBlocked(bool on); ///< without the signal
+    void turn();
+    void showState();
 };

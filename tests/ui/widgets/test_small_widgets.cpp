@@ -1,12 +1,14 @@
 #include "tests/support/row.h"
 #include "text/utils.h"
 #include "ui/widgets/combo_box_key_signal.h"
+#include "ui/widgets/flow_layout.h"
 #include "ui/widgets/label_clickable.h"
 #include "ui/widgets/layouts.h"
 #include "ui/widgets/line_edit_blocked.h"
 #include "ui/widgets/line_edit_limits.h"
 #include "ui/widgets/spin_box_limits.h"
 
+#include <QLabel>
 #include <QScreen>
 #include <QtTest>
 
@@ -18,6 +20,9 @@ private slots:
     void labelTellsOfAMousePress();
     void blockedLineStartsReadOnlyInTheWindowsColour();
     void blockedLineIsTurnedByADoubleClick();
+    void blockedLineIsTurnedByF2();
+    void blockedLineFollowsTheColoursAroundIt();
+    void rowIsFilledByWhatWantsToGrow();
     void comboTellsOfAKeyAndUsesIt();
     void spinBoxIsAsWideAsItsMaximum_data();
     void spinBoxIsAsWideAsItsMaximum();
@@ -66,6 +71,67 @@ void TestSmallWidgets::blockedLineIsTurnedByADoubleClick()
     QVERIFY(line.isReadOnly());
     QCOMPARE(blocked.count(), 1);
     QCOMPARE(line.text(), QStringLiteral("34"));
+}
+
+void TestSmallWidgets::blockedLineIsTurnedByF2()
+{
+    QLineEditBlocked line;
+    QSignalSpy blocked(&line, &QLineEditBlocked::blocked);
+    QTest::keyClick(&line, Qt::Key_F2, Qt::ShiftModifier);
+    QVERIFY(line.isReadOnly());
+    QTest::keyClick(&line, Qt::Key_F2);
+    QVERIFY(!line.isReadOnly());
+    QTest::keyClicks(&line, QStringLiteral("56"));
+    QCOMPARE(line.text(), QStringLiteral("56"));
+    QCOMPARE(blocked.count(), 0);
+    QTest::keyClick(&line, Qt::Key_F2);
+    QVERIFY(line.isReadOnly());
+    QCOMPARE(blocked.count(), 1);
+    QVERIFY(line.toolTip().contains(QStringLiteral("F2")));
+    line.setBlocked(false);
+    line.setBlocked(true);
+    QCOMPARE(blocked.count(), 1);
+}
+
+void TestSmallWidgets::blockedLineFollowsTheColoursAroundIt()
+{
+    QWidget around;
+    auto *line = new QLineEditBlocked(&around);
+    for (const QColor &colour : {QColor(Qt::darkBlue), QColor(Qt::gray)}) {
+        QPalette palette = around.palette();
+        palette.setColor(QPalette::Window, colour);
+        palette.setColor(QPalette::Base, Qt::green);
+        around.setPalette(palette);
+        QCOMPARE(line->palette().color(QPalette::Base), colour);
+        QTest::keyClick(line, Qt::Key_F2);
+        QCOMPARE(line->palette().color(QPalette::Base), QColor(Qt::green));
+        QTest::keyClick(line, Qt::Key_F2);
+        QCOMPARE(line->palette().color(QPalette::Base), colour);
+    }
+}
+
+void TestSmallWidgets::rowIsFilledByWhatWantsToGrow()
+{
+    QWidget page;
+    auto *row = new CFlowLayout(0, 2, &page);
+    auto *line = new QLineEdit;
+    auto *label = new QLabel(QStringLiteral("="));
+    row->addWidget(line);
+    row->addWidget(label);
+    page.resize(700, 50);
+    row->activate();
+    QCOMPARE(line->width(), line->sizeHint().width());
+    row->setFillsRows(true);
+    row->setGeometry(page.rect());
+    QCOMPARE(label->geometry().right(), 699);
+    QCOMPARE(line->geometry().right() + 3, label->geometry().left());
+    page.resize(line->sizeHint().width() + 1, 90); // a row for each
+    row->setGeometry(page.rect());
+    QCOMPARE(line->width(), page.width());
+    QVERIFY(label->y() > line->y());
+    page.resize(20, 90); // narrower than it should be
+    row->setGeometry(page.rect());
+    QCOMPARE(line->width(), line->minimumSizeHint().width());
 }
 
 void TestSmallWidgets::comboTellsOfAKeyAndUsesIt()
