@@ -22,6 +22,7 @@ class CSendPage;
 class CStatusStrip;
 class QAction;
 class QKeyEvent;
+class QLineEdit;
 class QMenuBar;
 class QTabWidget;
 struct Queued;
@@ -130,6 +131,8 @@ public slots:
 
     // Tabs
     void changedTabWidget(int index); ///< the roll gets the keyboard
+    /// Counts the words, sets the time, and enables what needs a text; the fields that the operator has taken
+    /// over, and a template of words, stay.
     void editorTextChanged();
     void setEditorCryptoMode();                ///< in crypto mode each line end is shown as "<" too
     void editorComboBoxInterfaceModeChanged(); ///< another form: kept, and its rows shown
@@ -195,7 +198,9 @@ public:
     void editorCategoryChanged(); ///< the index gets the length of the category
     void editorIndexChanged();    ///< its colour tells whether it is complete
     void editorClear();
-    void slotEditorTransliterate(); ///< with a question
+    void slotEditorTransliterate();                                ///< with a question
+    void slotEditorSMarksCustomMenuTriggered(const QString &mark); ///< which becomes that of the telegram
+    void editorFieldLeft(QWidget *field);                          ///< its line is spelled out and cleared
     // Editor: its files
     void editorLoadText(), editorSaveText(), editorAttach();
     void editorPrintText(), editorToPrf(), editorFromPrf();
@@ -263,6 +268,7 @@ private:
     QWidget *buildSearchPage();
     QWidget *buildEditorPage();
     void connectEditorFiles();
+    void connectEditorFields();
     void connectThreads();
     void connectState();
 
@@ -298,11 +304,18 @@ private:
     void loadTemplate();
     void savePlainText();
     void saveTemplate();
+    // Editor: what a text or a line loses is told
+    void cleanEditorLine(QLineEdit *line, QString (*clear)(const QString &));
+    void noteEditorRemoved(const QString &signs);
+    void noteEditorDropped(const QString &note);
+    void tellEditorDropped();
+    void popUpEditorMenu(const QPoint &point);
 
     void clearSearch();
     static void deleteConfirmDialogs();
 
     QString m_editorSent; ///< editorVersion() of what was queued last; empty if nothing was
+    QString m_editorNote; ///< what the text or line taken last has lost, or nothing
 };
 
 /// Null until the entry point has made the window; its destructor makes it null again.

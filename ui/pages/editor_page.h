@@ -36,6 +36,10 @@ public:
     void setCategories(const QStringList &categories);
     /// The ready marks of the menu of the row "Отметки".
     void setMarks(const QStringList &marks);
+    /// Puts \a written in place of the whole text; Ctrl+Z brings the former one back.
+    void replaceText(const QString &written);
+    /// Puts \a written in place of what \a line holds, likewise; not as an edit of the operator.
+    static void replaceLine(QLineEdit *line, const QString &written);
 
     // From top to bottom
     QComboBox *form;
@@ -56,13 +60,27 @@ public:
 
 signals:
     void markChosen(const QString &mark);
+    void left(QWidget *field); ///< of a row: the keyboard has gone elsewhere
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
+    using Widgets = QList<QWidget *>;
+
     void placeRows();
-    QWidget *newRow(FormRow row, const QString &title, std::initializer_list<QWidget *> fields);
+    QWidget *newRow(FormRow row, const QString &title, const Widgets &fields, const Widgets &behind = {});
+    [[nodiscard]] Widgets rowFields() const; ///< from top to bottom, as Tab goes
+    void giveKeys();
+    void connectFields();
+    void goOn(QWidget *field);
+    void showField(QWidget *field);
+    void sizeFields();
     void popUpMarks(const QPoint &point);
 
     FormRows m_shown{};
     std::array<QWidget *, FormRowCount> m_rows{}; ///< each its title and its fields
+    QList<QLabel *> m_titles;
     QActionGroup *m_marks;
 };

@@ -2,6 +2,7 @@
 
 #include "app/options.h"
 #include "records/protocol.h"
+#include "text/dropped_signs.h"
 #include "text/filters.h"
 #include "text/mtk2.h"
 #include "text/telegram_form.h"
@@ -27,8 +28,11 @@ namespace
 {
 const QString NoOperator = QStringLiteral("-");
 
-/// What a template may hold beside the characters of the code.
-const QString KeptInEditor = QStringLiteral("<[{}$");
+/// Beside the characters of the code a template may hold its marks.
+QString clearForEditor(const QString &text)
+{
+    return QStringClearNonMTK2ConverNLSkipChars(text, QStringLiteral("<[{}$"));
+}
 } // namespace
 
 QWidget *FormMain::buildEditorPage()
@@ -39,11 +43,9 @@ QWidget *FormMain::buildEditorPage()
     editorPage->fKassa->setText(Options.editorFKassaString);
     editorPage->fFrom->setText(Options.editorFFromString);
     editorPage->wordsCount->setText(Options.editorWordsCountShablon);
-    connect(editorPage->wordsCount, &QLineEditBlocked::blocked, this, &FormMain::editorTextChanged);
     connect(editorPage->operators, &QComboBox::currentTextChanged, this,
             &FormMain::editorOperatorListChanged);
     editorPage->text->setFont(Options.tlgFont);
-    connect(editorPage->text, &QPlainTextEdit::textChanged, this, &FormMain::editorTextChanged);
     // A text that is stored without register marks cannot bring a cipher back.
     editorPage->cryptoMode->setEnabled(!Options.removeRegisterInInputFiles);
     connect(editorPage->cryptoMode, &QCheckBox::toggled, this, &FormMain::setEditorCryptoMode);
@@ -52,6 +54,9 @@ QWidget *FormMain::buildEditorPage()
     editorPage->setCategories(Options.CategoryList.split(QLatin1Char(',')));
     editorPage->setMarks(Options.serviceMarks.split(QLatin1Char('|'), Qt::SkipEmptyParts));
     connect(editorPage->send, &QPushButton::clicked, this, &FormMain::editorSendEditorText);
+    connectEditorFields();
+    editorCategoryChanged();
+    editorTextChanged();
     checkOperatorList();
     connectEditorFiles();
     return editorPage;
@@ -69,14 +74,16 @@ QString FormMain::getEditorText() const
 
 void FormMain::setEditorText(QString text)
 {
-    text = QStringClearNonMTK2ConverNLSkipChars(text, KeptInEditor);
+    noteEditorRemoved(droppedSigns(text, clearForEditor));
+    text = clearForEditor(text);
     if (editorPage->cryptoMode->isChecked())
         text.replace(QLatin1Char('\r'), QLatin1Char('<'));
     else
         text.remove(QLatin1Char('\r'));
     if (Options.nationalLanguageUse != NoNationalLanguage)
         unmaskNationalLanguage(text);
-    editorPage->text->setPlainText(upperMTK2(text));
+    editorPage->replaceText(upperMTK2(text));
+    editorPage->text->moveCursor(QTextCursor::Start);
 }
 
 void FormMain::openInEditor(const QString &text)
@@ -93,7 +100,7 @@ void FormMain::setEditorCryptoMode()
         text.replace(QLatin1Char('\n'), QStringLiteral("<\n"));
     else
         text.replace(QStringLiteral("<\n"), QStringLiteral("\n"));
-    editorPage->text->setPlainText(text);
+    editorPage->replaceText(text);
 }
 
 void FormMain::checkEditorInterfaceMode()
@@ -108,7 +115,8 @@ void FormMain::checkEditorInterfaceMode()
     const int place = known ? editorPage->form->findText(Options.interfaceModes[stored].name) : -1;
     if (place < 0)
         Options.editorInterfaceMode = Options.processMode == CKS ? FullForm : MessageForm;
-    editorPage->form->setCurrentText(Options.interfaceModes[Options.editorInterfaceMode].name);
+    const QString &name = Options.interfaceModes[Options.editorInterfaceMode].name;
+    editorPage->form->setCurrentIndex(editorPage->form->findText(name));
     setEditorInterfaceMode();
 }
 
@@ -178,10 +186,4 @@ void FormMain::changedTabWidget(int)
     if (tabWidget->currentWidget() == protocolPage)
         protocolWidget->setFocus();
     editorTextChanged();
-}
-
-// A telegram's words and time are counted from its text, for which the tab has no field.
-void FormMain::editorTextChanged()
-{
-    editorPage->send->setEnabled(!editorPage->text->document()->isEmpty() && !editorIsSent());
 }

@@ -1,3 +1,184 @@
 // Chapter of FormMain: the fields of the editor's tab.
 
+#include "app/ask.h"
+#include "app/clock.h"
+#include "app/options.h"
+#include "text/dropped_signs.h"
+#include "text/encodings.h"
+#include "text/filters.h"
+#include "text/telegram_form.h"
+#include "text/telegram_index.h"
 #include "ui/form_main.h"
+#include "ui/pages/editor_page.h"
+#include "ui/widgets/line_edit_blocked.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QComboBox>
+#include <QLabel>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QPushButton>
+
+namespace
+{
+const QString TimeForm = QStringLiteral("dd/MM hhmm");
+const QString FarTimeForm = QStringLiteral("dd hhmm");
+
+/// Shows \a counted, unless \a field is the operator's at the moment.
+void showCounted(QLineEditBlocked *field, const QString &counted)
+{
+    const bool operators = !field->isReadOnly() && Options.editorAllowManualChangeWordsCountAndTime;
+    if (!operators && field->text() != counted)
+        field->setText(counted);
+}
+
+QString spellOutAndClear(const QString &text)
+{
+    return QStringClearForEditorNonMTK2(nonTlgCharReplace(text));
+}
+} // namespace
+
+void FormMain::connectEditorFields()
+{
+    for (const QLineEditBlocked *field :
+         {editorPage->wordsCount, editorPage->time, editorPage->fWordsCount, editorPage->fTime})
+        connect(field, &QLineEditBlocked::blocked, this, &FormMain::editorTextChanged);
+    for (const QLineEdit *line :
+         {editorPage->from, editorPage->marks, editorPage->address, editorPage->fKassa, editorPage->fTo,
+          editorPage->fFrom, editorPage->pScript, editorPage->index})
+        connect(line, &QLineEdit::textChanged, this, &FormMain::tellEditorDropped);
+    connect(editorPage->text, &QPlainTextEdit::textChanged, this, &FormMain::editorTextChanged);
+    connect(editorPage->text, &QWidget::customContextMenuRequested, this, &FormMain::popUpEditorMenu);
+    connect(editorPage->category, &QComboBox::currentTextChanged, this, &FormMain::editorCategoryChanged);
+    connect(editorPage->index, &QLineEdit::textChanged, this, &FormMain::editorIndexChanged);
+    connect(editorPage->index, &QLineEdit::inputRejected, this,
+            [this] { noteEditorDropped(QStringLiteral("Лишние знаки индекса не приняты")); });
+    connect(editorPage, &CEditorPage::markChosen, this, &FormMain::slotEditorSMarksCustomMenuTriggered);
+    connect(editorPage, &CEditorPage::left, this, &FormMain::editorFieldLeft);
+    connect(editorPage->clear, &QPushButton::clicked, this, &FormMain::editorClear);
+}
+
+void FormMain::editorTextChanged()
+{
+    const TelegramFields fields = editorPage->fields();
+    const FormRows &shown = editorPage->shownRows();
+    if (!fields.headerWords.contains(QLatin1Char('$')))
+        showCounted(editorPage->wordsCount, QString::number(billedWords(fields, shown)));
+    showCounted(editorPage->time, Time.dateTime.toString(TimeForm));
+    showCounted(editorPage->fWordsCount, internationalWords(fields, shown));
+    showCounted(editorPage->fTime, Time.dateTime.toString(FarTimeForm));
+    const bool written = !fields.text.isEmpty();
+    for (QPushButton *button : {editorPage->clear, editorPage->print, editorPage->save})
+        button->setEnabled(written);
+    editorPage->send->setEnabled(written && !editorIsSent());
+    tellEditorDropped();
+}
+
+void FormMain::editorFieldLeft(QWidget *field)
+{
+    const bool spelled =
+        field == editorPage->from || field == editorPage->marks || field == editorPage->address;
+    if (spelled)
+        cleanEditorLine(static_cast<QLineEdit *>(field), spellOutAndClear);
+    else if (field == editorPage->pScript)
+        cleanEditorLine(editorPage->pScript, QStringClearForEditorNonMTK2);
+    editorTextChanged();
+}
+
+void FormMain::cleanEditorLine(QLineEdit *line, QString (*clear)(const QString &))
+{
+    const QString written = line->text();
+    if (line->isModified())
+        noteEditorRemoved(droppedSigns(written, clear));
+    CEditorPage::replaceLine(line, clear(written));
+}
+
+/// What the last text or line that was taken has lost; it stands until another one is.
+void FormMain::noteEditorRemoved(const QString &signs)
+{
+    noteEditorDropped(signs.isEmpty() ? QString() : QStringLiteral("Удалены знаки: ") + signs);
+}
+
+void FormMain::noteEditorDropped(const QString &note)
+{
+    m_editorNote = note;
+    tellEditorDropped();
+}
+
+/// Beside what has been lost, what would be if the telegram went as it stands.
+void FormMain::tellEditorDropped()
+{
+    const QString signs =
+        signsNotCarried(editorPage->fields(), editorPage->shownRows(), editorPage->cryptoMode->isChecked());
+    QStringList told{m_editorNote};
+    if (!signs.isEmpty())
+        told << QStringLiteral("Не передаются знаки: ") + signs;
+    told.removeAll(QString());
+    editorPage->dropped->setText(told.join(QLatin1Char('\n')));
+}
+
+void FormMain::editorCategoryChanged()
+{
+    const bool halves = editorPage->category->currentText().contains(QChar(u'Ц'));
+    const int length = halves ? LongestTelegramIndexLength : TelegramIndexLength;
+    if (editorPage->index->text().size() > length)
+        noteEditorDropped(QStringLiteral("Лишние знаки индекса отброшены"));
+    editorPage->index->setMaxLength(length);
+    editorPage->index->setPlaceholderText(halves ? QStringLiteral("000=000") : QStringLiteral("000000"));
+    editorIndexChanged();
+}
+
+void FormMain::editorIndexChanged()
+{
+    const bool complete =
+        telegramIndexIsComplete(editorPage->category->currentText(), editorPage->index->text());
+    QPalette colours;
+    colours.setColor(QPalette::Base, complete ? Qt::white : Qt::yellow);
+    colours.setColor(QPalette::Text, Qt::black);
+    editorPage->index->setPalette(colours);
+    if (complete)
+        editorPage->indexFault->clear();
+}
+
+void FormMain::editorClear()
+{
+    editorPage->time->setText(Time.dateTime.toString(TimeForm));
+    editorPage->time->setBlocked(true);
+    editorPage->wordsCount->setText(QStringLiteral("0"));
+    editorPage->wordsCount->setBlocked(true);
+    noteEditorDropped(QString());
+    editorPage->replaceText(QString());
+    if (Options.editorEmptyPScriptOnClear)
+        CEditorPage::replaceLine(editorPage->pScript, QString());
+    editorTextChanged();
+}
+
+void FormMain::slotEditorSMarksCustomMenuTriggered(const QString &mark)
+{
+    CEditorPage::replaceLine(editorPage->marks, mark);
+    editorTextChanged();
+}
+
+void FormMain::popUpEditorMenu(const QPoint &point)
+{
+    QPlainTextEdit *text = editorPage->text;
+    const bool selected = text->textCursor().hasSelection();
+    QMenu menu;
+    menu.setObjectName(QStringLiteral("editorMenu"));
+    menu.addAction(QStringLiteral("Транслитерация"), this, &FormMain::slotEditorTransliterate);
+    menu.addAction(QStringLiteral("Вырезать"), text, &QPlainTextEdit::cut)->setEnabled(selected);
+    menu.addAction(QStringLiteral("Копировать"), text, &QPlainTextEdit::copy)->setEnabled(selected);
+    menu.addAction(QStringLiteral("Вставить"), text, &QPlainTextEdit::paste)
+        ->setEnabled(!QApplication::clipboard()->text().isEmpty());
+    menu.exec(text->viewport()->mapToGlobal(point));
+}
+
+void FormMain::slotEditorTransliterate()
+{
+    if (ask(this, QStringLiteral("Velda|Редактор"), QStringLiteral("Произвести транслитерацию текста?")) !=
+        QMessageBox::Yes)
+        return;
+    editorPage->replaceText(QStringTransliterate(editorPage->text->toPlainText()));
+}

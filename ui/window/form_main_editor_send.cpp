@@ -95,7 +95,7 @@ void prepare(CSendTlgDialog &dialog, const SendingForm &form)
 QString FormMain::getEditorTextForSend()
 {
     spellOut(*editorPage->text);
-    editorPage->dropped->clear();
+    noteEditorDropped(QString());
     TelegramFields fields = editorPage->fields();
     fields.text = getEditorText();
     return composeTelegram(fields, Options.editorInterfaceMode, editorPage->shownRows(),
@@ -133,8 +133,8 @@ void FormMain::editorNoteQueued(const Queued &queued)
     if (queued.names.isEmpty())
         return;
     if (!queued.unsent.isEmpty())
-        return editorPage->dropped->setText(QStringLiteral("Не поставлено в очередь для номеров: ") +
-                                            queued.unsent.join(QStringLiteral(", ")));
+        return noteEditorDropped(QStringLiteral("Не поставлено в очередь для номеров: ") +
+                                 queued.unsent.join(QStringLiteral(", ")));
     m_editorSent = editorVersion();
     editorPage->send->setEnabled(false);
 }

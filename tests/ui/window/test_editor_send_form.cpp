@@ -109,16 +109,14 @@ void TestEditorSendForm::fieldsStandInTheirOrder()
     room.write("ПРИЕЗЖАЮ ЗАВТРА", "П", "654321");
     room.page.series->setCurrentIndex(1);
     room.page.from->setText("ТВЕРЬ 17");
-    room.page.wordsCount->setText("12");
-    room.page.time->setText("31/07 1200");
     room.page.marks->setText("ЛЮКС");
     room.page.address->setText("МОСКВА ИВАНОВУ");
     room.page.pScript->setText("ПЕТРОВ");
-    const QString words = room.page.wordsCount->text(), time = room.page.time->text();
     QVERIFY(room.send());
     QCOMPARE(room.queued("20260731u001"),
-             "П02 654321\r\n|||\r\n\n\nТВЕРЬ 17 " + words + " " + time +
-                 "=\r\n\nЛЮКС\r\n\nМОСКВА ИВАНОВУ=\r\nПРИЕЗЖАЮ ЗАВТРА=\r\nПЕТРОВ" + End);
+             "П02 654321\r\n|||\r\n\n\nТВЕРЬ 17 6 31/07 1200=\r\n\nЛЮКС\r\n\nМОСКВА ИВАНОВУ=\r\nПРИЕЗЖАЮ "
+             "ЗАВТРА=\r\nПЕТРОВ" +
+                 End);
 }
 
 void TestEditorSendForm::internationalFieldsStandInTheirOrder()
@@ -129,10 +127,9 @@ void TestEditorSendForm::internationalFieldsStandInTheirOrder()
     room.page.fTo->setText("PARIS");
     room.page.fFrom->setText("TVER");
     room.page.pScript->setText("PETROV");
-    const QString words = room.page.fWordsCount->text(), time = room.page.fTime->text();
     QVERIFY(room.send());
     QCOMPARE(room.queued("20260731u001"),
-             "П654321\r\n|||\r\n\n\nКАССА 1\r\nPARIS\r\nTVER " + words + " " + time + "\r\nHAPPY BIRTHDAY");
+             "П654321\r\n|||\r\n\n\nКАССА 1\r\nPARIS\r\nTVER 3/4 31 1200\r\nHAPPY BIRTHDAY");
 }
 
 void TestEditorSendForm::rex400FieldsStandInTheirOrder()
@@ -141,10 +138,8 @@ void TestEditorSendForm::rex400FieldsStandInTheirOrder()
     room.write("ПРИВЕТ");
     room.page.from->setText("ТВЕРЬ 17");
     room.page.pScript->setText("ПЕТРОВ");
-    const QString words = room.page.wordsCount->text(), time = room.page.time->text();
     QVERIFY(room.send(toNumbers("654321")));
-    QCOMPARE(room.queued("20260731u001"),
-             "ТВЕРЬ 17 " + words + " " + time + "=\r\n\nПРИВЕТ=\r\nПЕТРОВ" + End);
+    QCOMPARE(room.queued("20260731u001"), "ТВЕРЬ 17 2 31/07 1200=\r\n\nПРИВЕТ=\r\nПЕТРОВ" + End);
 }
 
 void TestEditorSendForm::textEndsOnce_data()
@@ -219,10 +214,11 @@ void TestEditorSendForm::bracketIsTheNumberInTheName()
 
 void TestEditorSendForm::dayAndTimeAreThoseOfTheSending()
 {
-    SendingRoom room(CKS, FullForm);
+    SendingRoom room(CKS, FullForm, [] { Options.editorAllowManualChangeWordsCountAndTime = true; });
     room.write("{ } $DD $MM $YYYY $YY");
     room.page.from->setText("ТВЕРЬ");
     room.page.wordsCount->setText("$");
+    room.page.time->setBlocked(false);
     room.page.time->setText("$hh:$mm:$ss");
     Time.setTo(QDateTime(QDate(2026, 7, 31), QTime(14, 5, 9)));
     QVERIFY(room.send());
@@ -231,9 +227,10 @@ void TestEditorSendForm::dayAndTimeAreThoseOfTheSending()
 
 void TestEditorSendForm::templateInTheWordsIsFilledIn()
 {
-    SendingRoom room(CKS, FullForm);
+    SendingRoom room(CKS, FullForm, [] { Options.editorAllowManualChangeWordsCountAndTime = true; });
     room.page.from->setText("ТВЕРЬ");
     room.page.wordsCount->setText("$");
+    room.page.time->setBlocked(false);
     room.write("ОДИН ДВА ТРИ");
     room.page.time->setText("}");
     QCOMPARE(room.page.wordsCount->text(), "$");
