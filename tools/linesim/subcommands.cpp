@@ -19,6 +19,8 @@ struct Subcommand {
 
 const Subcommand devices[] = {
     {"adapter", "a line adapter on a serial port, with a far end behind it", &runAdapter},
+    {"nerva", "an Ethernet adapter on a serial port, with its configuration and a far end behind it",
+     &runAdapter},
     {"perforator", "a paper-tape punch and reader on a serial port", &runPerforator},
     {"loader", "an adapter's boot loader on a serial port", &runLoader},
 };

@@ -11,8 +11,8 @@ constexpr int ReadMs = 500;
 } // namespace
 
 AdapterLine::AdapterLine(const Settings &settings, EventLog &log)
-    : m_settings(settings), m_log(log), m_adapter(settings.adapter, log),
-      m_port(settings.serial, settings.port, log)
+    : m_log(log), m_adapter(settings.adapter, log), m_port(settings.serial, settings.port, log),
+      m_settings(settings)
 {
     m_clock.start();
     m_timer.setSingleShot(true);
@@ -20,19 +20,16 @@ AdapterLine::AdapterLine(const Settings &settings, EventLog &log)
     connect(&m_timer, &QTimer::timeout, this, &AdapterLine::work);
     connect(&m_port, &PseudoTerminal::opened, this, [this] {
         m_log.event(QStringLiteral("connected"), m_port.portName());
-        m_adapter.opened(nowUs());
-        work();
+        takeOpening();
     });
     connect(&m_port, &PseudoTerminal::closed, this, [this] {
-        m_adapter.closed(nowUs());
+        takeClosing();
         m_log.event(QStringLiteral("closed"), QStringLiteral("by the program"));
         if (std::exchange(m_connected, false))
             emit disconnected();
     });
-    connect(&m_port, &PseudoTerminal::received, this, [this](const QByteArray &received) {
-        m_adapter.takeFromProgram(received, nowUs());
-        schedule();
-    });
+    connect(&m_port, &PseudoTerminal::received, this,
+            [this](const QByteArray &received) { takeBytes(received); });
     connect(&m_adapter, &LineAdapter::toProgram, &m_port, &PseudoTerminal::write);
     connect(&m_adapter, &LineAdapter::ready, this, [this] {
         m_connected = true;
@@ -44,6 +41,23 @@ AdapterLine::AdapterLine(const Settings &settings, EventLog &log)
         if (!heard.isEmpty())
             emit text(heard);
     });
+}
+
+void AdapterLine::takeOpening()
+{
+    m_adapter.opened(nowUs());
+    work();
+}
+
+void AdapterLine::takeClosing()
+{
+    m_adapter.closed(nowUs());
+}
+
+void AdapterLine::takeBytes(const QByteArray &bytes)
+{
+    m_adapter.takeFromProgram(bytes, nowUs());
+    schedule();
 }
 
 bool AdapterLine::start()
@@ -109,6 +123,7 @@ void AdapterLine::unplug()
         return;
     m_closing = false;
     m_port.unplug();
+    takeUnplugging();
     m_adapter.unplugged();
     m_timer.stop();
     m_log.event(QStringLiteral("closed"), QStringLiteral("unplugged"));

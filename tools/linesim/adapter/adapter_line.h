@@ -2,10 +2,13 @@
 
 #include "tools/linesim/adapter/line_adapter.h"
 #include "tools/linesim/far_end/far_line.h"
+#include "tools/linesim/nerva/nerva_settings.h"
 #include "tools/linesim/serial/device_port.h"
 
 #include <QElapsedTimer>
 #include <QTimer>
+
+#include <optional>
 
 /// A line through an adapter, which is a serial port here. It is connected as soon as the program takes what
 /// comes.
@@ -18,6 +21,7 @@ public:
         QString serial = QStringLiteral("10000001"); ///< of the adapter
         QString port;                                ///< its path at all times; empty takes what there is
         LineAdapter::Settings adapter;
+        std::optional<NervaSettings> nerva; ///< it is an Ethernet adapter, which can be configured
     };
 
     AdapterLine(const Settings &settings, EventLog &log);
@@ -36,10 +40,20 @@ public:
     [[nodiscard]] int longestPauseMs() const override { return m_longestPauseMs; }
     [[nodiscard]] bool run(const QString &name, const QString &argument) override;
 
-private:
-    void work();
+protected:
+    virtual void takeOpening();      ///< by the program
+    virtual void takeClosing();      ///< likewise
+    virtual void takeUnplugging() {} ///< under the program
+    virtual void takeBytes(const QByteArray &bytes);
     void schedule();
     void unplug();
+
+    EventLog &m_log;
+    LineAdapter m_adapter;
+    DevicePort m_port;
+
+private:
+    void work();
     [[nodiscard]] qint64 nowUs() const { return m_clock.nsecsElapsed() / 1000; }
 
     [[nodiscard]] LineAdapter &note(const QString &event);
@@ -48,9 +62,6 @@ private:
     void withholdCredit(const QString &ms);
 
     Settings m_settings;
-    EventLog &m_log;
-    LineAdapter m_adapter;
-    DevicePort m_port;
     QElapsedTimer m_clock;
     QTimer m_timer;
     int m_longestPauseMs = 0;

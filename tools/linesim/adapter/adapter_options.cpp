@@ -2,6 +2,7 @@
 
 #include "tools/linesim/adapter/adapter_bytes.h"
 #include "tools/linesim/far_end/far_end_options.h"
+#include "tools/linesim/nerva/nerva_options.h"
 #include "tools/linesim/subcommands.h"
 
 #include <cstdio>
@@ -63,7 +64,7 @@ bool readNumbers(const QCommandLineParser &parser, LineAdapter::Settings &adapte
            readNumber(parser, "answer", adapter.answerMs);
 }
 
-bool read(const QCommandLineParser &parser, AdapterOptions &options)
+bool read(const QCommandLineParser &parser, bool nerva, AdapterOptions &options)
 {
     AdapterLine::Settings &line = options.line;
     options.farEnd = parser.positionalArguments();
@@ -71,7 +72,8 @@ bool read(const QCommandLineParser &parser, AdapterOptions &options)
     if (parser.isSet(QStringLiteral("serial")))
         line.serial = parser.value(QStringLiteral("serial"));
     line.adapter.silent = parser.isSet(QStringLiteral("silent"));
-    return !options.farEnd.isEmpty() && readNumbers(parser, line.adapter) &&
+    return !options.farEnd.isEmpty() && (!nerva || readNervaOptions(parser, line)) &&
+           readNumbers(parser, line.adapter) &&
            readFirmware(parser.value(QStringLiteral("firmware")), line.adapter.version) &&
            readMode(parser.value(QStringLiteral("mode")), options.farEnd.first(), line.adapter);
 }
@@ -80,17 +82,21 @@ bool read(const QCommandLineParser &parser, AdapterOptions &options)
 std::optional<AdapterOptions> readAdapterOptions(const QStringList &arguments)
 {
     QCommandLineParser parser;
+    const bool nerva = arguments.value(0) == QLatin1String("nerva");
     parser.setApplicationDescription(
-        QStringLiteral("A line adapter at a serial port, with a far end behind it."));
+        nerva ? QStringLiteral("An Ethernet adapter at a serial port, which can be configured.")
+              : QStringLiteral("A line adapter at a serial port, with a far end behind it."));
     parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsPositionalArguments);
     addOptions(parser, table);
+    if (nerva)
+        addNervaOptions(parser);
     parser.addHelpOption();
     parser.addPositionalArgument(QStringLiteral("peer|centre|switch"),
                                  QStringLiteral("the far end, followed by its own options"));
     AdapterOptions options;
     if (!parseFarEnd(parser, arguments))
         return std::nullopt;
-    if (read(parser, options))
+    if (read(parser, nerva, options))
         return options;
     std::fputs("the options are not understood; peer, centre or switch stands behind them\n", stderr);
     return std::nullopt;

@@ -6,7 +6,7 @@
 
 #include <optional>
 
-/// How "linesim adapter" is to behave, and what stands behind it.
+/// How "linesim adapter", or "linesim nerva", is to behave, and what stands behind it.
 struct AdapterOptions {
     AdapterLine::Settings line;
     QStringList farEnd; ///< its subcommand and options
@@ -16,5 +16,5 @@ struct AdapterOptions {
 /// they are not understood; "--help" prints the options and ends the process.
 [[nodiscard]] std::optional<AdapterOptions> readAdapterOptions(const QStringList &arguments);
 
-/// The subcommand "adapter"; see runSubcommand().
+/// The subcommands "adapter" and "nerva", which the first argument names; see runSubcommand().
 [[nodiscard]] int runAdapter(const QStringList &arguments);

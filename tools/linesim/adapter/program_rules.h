@@ -32,6 +32,7 @@ public:
 
     void allowVersion() { m_versionDue = true; }
     void allowKill() { m_killAllowed = true; } ///< from now on a close needs no goodbye
+    [[nodiscard]] bool mayBeKilled() const { return m_killAllowed; }
 
     [[nodiscard]] Phase phase() const { return m_phase; }
     /// The mode that belongs to a speed; 0 for any other than 50, 100, 200.

@@ -1,6 +1,7 @@
 #include "tools/linesim/far_end/far_end_options.h"
 
 #include "tools/linesim/line/tcp_line.h"
+#include "tools/linesim/nerva/nerva_line.h"
 
 #include <cstdio>
 
@@ -116,6 +117,8 @@ bool readFarEnd(const QCommandLineParser &parser, FarEndOptions &options)
 
 std::unique_ptr<FarLine> makeLine(const FarEndOptions &options, EventLog &log)
 {
+    if (options.adapter && options.adapter->nerva)
+        return std::make_unique<NervaLine>(*options.adapter, log);
     if (options.adapter)
         return std::make_unique<AdapterLine>(*options.adapter, log);
     return std::make_unique<TcpLine>(options.tcp, options.link, log);
