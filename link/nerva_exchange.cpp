@@ -53,7 +53,7 @@ void CNervaExchange::read()
     emit progress(0);
     if (!openPort())
         return finish();
-    emit note((wasOpen ? QStringLiteral(" Use ") : QStringLiteral(" Open ")) + m_port.portName());
+    emit note((wasOpen ? QStringLiteral(" Use ") : QStringLiteral(" Open ")) + m_name);
     begin();
 }
 
@@ -74,15 +74,15 @@ bool CNervaExchange::openPort()
 {
     if (m_port.isOpen())
         return true;
-    const QString name = CUtils::getPortNameBySN(m_serial);
-    if (name.isEmpty()) {
+    m_name = CUtils::getPortNameBySN(m_serial);
+    if (m_name.isEmpty()) {
         emit note(QStringLiteral("-- Error no device"));
         return false;
     }
-    m_port.setPortName(name);
+    m_port.setPortName(m_name);
     m_port.setBaudRate(QSerialPort::Baud9600);
     if (!m_port.open(QIODevice::ReadWrite)) {
-        emit note(QStringLiteral("Error open ") + name);
+        emit note(QStringLiteral("Error open ") + m_name);
         return false;
     }
     m_port.clearError();
@@ -178,7 +178,7 @@ void CNervaExchange::takeInput()
 /// All in one go. The first byte ends what the device may still have in hand.
 void CNervaExchange::put()
 {
-    emit note(QStringLiteral(" *** Write. Use ") + m_port.portName());
+    emit note(QStringLiteral(" *** Write. Use ") + m_name);
     (void)m_port.readAll();
     wait(Writing, WriteTicks);
     m_port.write(EndConfig + m_text + (m_store ? StoreConfig : EndConfig));
@@ -228,8 +228,7 @@ void CNervaExchange::portFailed()
     const QSerialPort::SerialPortError error = m_port.error();
     if (!m_port.isOpen() || error == QSerialPort::NoError || error == QSerialPort::TimeoutError)
         return;
-    emit note(QStringLiteral("Error port ") + m_port.portName() + QStringLiteral(": ") +
-              m_port.errorString());
+    emit note(QStringLiteral("Error port ") + m_name + QStringLiteral(": ") + m_port.errorString());
     const Step step = m_step;
     closePort();
     if (step == Leaving)

@@ -76,6 +76,7 @@ private:
 
     const QString m_serial;
     const Clock m_clock;
+    QString m_name; // of the port, as it was found
     QSerialPort m_port;
     QTimer m_timer;
     Step m_step = Idle;

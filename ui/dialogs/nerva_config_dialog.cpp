@@ -138,6 +138,7 @@ void CNervaConfigDialog::readCfg()
     m_progress->setAutoReset(false);
     m_progress->setMinimumDuration(0);
     connect(m_progress, &QProgressDialog::canceled, m_exchange, &CNervaExchange::cancel);
+    connect(m_progress, &QDialog::rejected, m_exchange, &CNervaExchange::cancel); // by Esc
     m_progress->setMinimumWidth(widthOfTitle(m_progress->windowTitle()));
     m_progress->setValue(0);
     m_progress->show();
