@@ -1,5 +1,5 @@
-// A board with an ATmega328P and its boot loader behind a serial port, for tests of loading:
-//   avr_board BOOT-LOADER.hex
+// A board with a processor and its boot loader behind a serial port, for tests of loading:
+//   avr_board BOOT-LOADER.hex PROCESSOR
 // It prints one line per event: "port: NAME", "opened", "closed", "pin: N" at the N-th change of PB5 since
 // the reset, "dumped: PATH", "crashed"; and takes commands on its standard input: "reset", "dump PATH",
 // "quit".
@@ -29,6 +29,8 @@ class Board : public QObject
     Q_OBJECT
 
 public:
+    explicit Board(const QString &processor) : m_chip(processor) {}
+
     [[nodiscard]] bool start(const QString &bootLoader)
     {
         connect(&m_terminal, &PseudoTerminal::opened, this, &Board::takeOpening);
@@ -120,7 +122,7 @@ private:
 int main(int argc, char *argv[])
 {
     const QCoreApplication application(argc, argv);
-    Board board;
+    Board board(QCoreApplication::arguments().value(2));
     CommandReader reader;
     QObject::connect(&reader, &CommandReader::command, &board, &Board::run);
     QObject::connect(&board, &Board::quit, qApp, &QCoreApplication::quit, Qt::QueuedConnection);

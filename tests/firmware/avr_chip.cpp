@@ -22,12 +22,15 @@ void logErrors(avr_t *, const int level, const char *format, va_list arguments)
         std::vfprintf(stderr, format, arguments);
 }
 
-/// The chip's serial interface, of which it has one.
+/// The chip's first serial interface.
 avr_uart_t *findUart(const avr_t *avr)
 {
     for (avr_io_t *io = avr->io_port; io != nullptr; io = io->next)
-        if (std::strcmp(io->kind, "uart") == 0)
-            return reinterpret_cast<avr_uart_t *>(io); // it begins with the other
+        if (std::strcmp(io->kind, "uart") == 0) {
+            auto *uart = reinterpret_cast<avr_uart_t *>(io); // it begins with the other
+            if (uart->name == '0')
+                return uart;
+        }
     qFatal("no UART");
 }
 } // namespace
@@ -85,12 +88,12 @@ void AvrChip::Parts::takePin(avr_irq_t *irq, uint32_t value, void *parts)
         self->pinTimes << self->avr->cycle - std::exchange(self->lastPin, self->avr->cycle);
 }
 
-AvrChip::AvrChip() : m(std::make_unique<Parts>())
+AvrChip::AvrChip(const QString &processor) : m(std::make_unique<Parts>())
 {
     avr_global_logger_set(&logErrors);
-    m->avr = avr_make_mcu_by_name("atmega328p");
+    m->avr = avr_make_mcu_by_name(processor.toLatin1().constData());
     if (m->avr == nullptr || avr_init(m->avr) != 0)
-        qFatal("no ATmega328P");
+        qFatal("no such processor");
     avr_t *avr = m->avr;
     m->uart = findUart(avr);
     avr->frequency = Frequency;

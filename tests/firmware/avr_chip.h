@@ -6,11 +6,12 @@
 
 #include <memory>
 
-/// An ATmega328P at 16 MHz in simulation, with a boot loader in its flash where the fuses make it start.
+/// A processor at 16 MHz in simulation, with a boot loader in its flash where the fuses make it start.
 class AvrChip
 {
 public:
-    AvrChip();
+    /// By its name, as "atmega328p".
+    explicit AvrChip(const QString &processor);
     ~AvrChip();
     AvrChip(const AvrChip &) = delete;
     AvrChip &operator=(const AvrChip &) = delete;

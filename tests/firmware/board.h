@@ -5,13 +5,19 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-/// The simulated board with an ATmega328P and its boot loader.
+/// A simulated board with its boot loader: with an ATmega328P, or with an ATmega1280, which has room for the
+/// image of the Ethernet adapter.
 class Board : public Device
 {
 public:
-    Board() : Device(BOARD_PROGRAM, {QString::fromLocal8Bit(BOOT_LOADER)}) {}
+    enum Size { Small, Large };
+    explicit Board(Size size = Small)
+        : Device(BOARD_PROGRAM, {QString::fromLocal8Bit(size == Small ? BOOT_LOADER : LARGE_BOOT_LOADER),
+                                 size == Small ? QStringLiteral("atmega328p") : QStringLiteral("atmega1280")})
+    {
+    }
 
-    /// All of its flash, 32768 bytes.
+    /// All of its flash, 32768 or 131072 bytes.
     [[nodiscard]] QByteArray flash()
     {
         const QString path = m_directory.filePath(QString::number(++m_dumps));
