@@ -1,5 +1,6 @@
 #pragma once
 
+#include "records/draft_keeper.h"
 #include "records/io_model.h"
 #include "records/search_model.h"
 #include "records/send_model.h"
@@ -38,7 +39,8 @@ struct Queued;
 /// The chapters: form_main.cpp construction, _strip, _menu, _buttons (look), _tick, _dispatch, _day (time),
 /// _line (thread slots), _mode, _confirm, _counters, _keys, _close, _protocol,
 /// _keyboard, _clipboard, _send, _send_actions, _archive, _search,
-/// _forward, _editor, _editor_fields, _editor_files, _editor_attach, _editor_send (tabs).
+/// _forward, _editor, _editor_fields, _editor_files, _editor_attach, _editor_draft,
+/// _editor_send (tabs).
 class FormMain : public QWidget
 {
     Q_OBJECT
@@ -310,12 +312,21 @@ private:
     void noteEditorDropped(const QString &note);
     void tellEditorDropped();
     void popUpEditorMenu(const QPoint &point);
+    // Editor: its draft
+    void watchDraft(); ///< gives back what a former run has left, and notices changes from then on
+    void restoreDraft(const Draft &draft);
+    [[nodiscard]] Draft editorDraft() const;
+    void keepDraft();       ///< at each tick: has what has changed written
+    void editorDraftDone(); ///< what stands in the editor is sent or cleared and need not be kept
 
     void clearSearch();
     static void deleteConfirmDialogs();
 
     QString m_editorSent; ///< editorVersion() of what was queued last; empty if nothing was
     QString m_editorNote; ///< what the text or line taken last has lost, or nothing
+    CDraftKeeper m_draft;
+    bool m_draftTouched = false;     ///< since the last offer something has changed
+    bool m_draftFailureTold = false; ///< in the present outage
 };
 
 /// Null until the entry point has made the window; its destructor makes it null again.

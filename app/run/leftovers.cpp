@@ -2,6 +2,7 @@
 
 #include "app/options.h"
 #include "app/state.h"
+#include "records/draft_keeper.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -62,6 +63,7 @@ void sweepLeftovers()
     const QString transcript = QStringLiteral("s\\d{6}");
     sweepIni(Options.appPath + Options.iniFileName);
     sweepIni(Options.stateFileName);
+    sweep(Options.appPath, QRegularExpression::escape(CDraftKeeper::fileName), {Own});
     sweep(State.pathPrt(), QStringLiteral("\\d{8}\\.prt"), {Own, Former});
     sweepDays(State.pathInp(), transcript + QStringLiteral("|\\d{8}.+"));
     sweepDays(State.pathOut(), transcript);

@@ -73,6 +73,7 @@ FormMain::FormMain(QWidget *parent) : QWidget(parent)
     checkProcedureTimers();
     setThreadsParams();
     checkEditorInterfaceMode();
+    watchDraft();
     setPrfInterface();
     slotSetTlgModeInterface();
     // Where the keyboard begins in each tab, and in the window

@@ -59,6 +59,7 @@ void FormMain::closeEvent(QCloseEvent *event)
     }
     receiver.takeRest();
     rememberSettings(*this);
+    m_draft.finish(editorDraft()); // what is in the editor comes back with the next start
     closeOtherWindows(*this);
     QApplication::setQuitOnLastWindowClosed(true);
     event->accept();

@@ -153,6 +153,7 @@ void FormMain::editorClear()
     if (Options.editorEmptyPScriptOnClear)
         CEditorPage::replaceLine(editorPage->pScript, QString());
     editorTextChanged();
+    editorDraftDone();
 }
 
 void FormMain::slotEditorSMarksCustomMenuTriggered(const QString &mark)

@@ -123,6 +123,7 @@ void FormMain::editorSendAtOnce(const QString &text)
     if (!there) // gone while the dialog closed
         return;
     TlgSend(text);
+    editorDraftDone();
     if (Options.processMode == Direct)
         tabWidget->setCurrentWidget(protocolPage);
 }
@@ -136,6 +137,7 @@ void FormMain::editorNoteQueued(const Queued &queued)
         return noteEditorDropped(QStringLiteral("Не поставлено в очередь для номеров: ") +
                                  queued.unsent.join(QStringLiteral(", ")));
     m_editorSent = editorVersion();
+    editorDraftDone();
     editorPage->send->setEnabled(false);
 }
 

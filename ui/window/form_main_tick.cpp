@@ -62,6 +62,7 @@ void FormMain::slot_on_1sec()
     protocolWidget->setInputStopped(!TlgThread.linkUp());
     requestFlush();
     tellJournalFailure();
+    keepDraft();
     trayIcon.showState();
     ++State.secondsSinceTx;
     ++State.secondsSinceRx;
