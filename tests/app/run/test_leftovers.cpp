@@ -46,6 +46,7 @@ void TestLeftovers::temporaryFileGoes_data()
     row("velda_state.ini.velda-0123abcd");
     row("velda_state.ini.velda-0123abcd.lock");
     row("velda_state.ini.velda-0123abcd.qWeRty");
+    row("velda_draft.json.velda-0123abcd");
     row("prt/20260731.prt.velda-ffffffff");
     row("inp/20260731/20260731_120000.velda-0123abcd");
     row("inp/20260730/20260730u1ч0.012.velda-0123abcd");
