@@ -126,7 +126,7 @@ void TestOrdinaryReader::fileThatCannotBeOpenedIsNotOpen()
 {
     const Desk desk;
     desk.write("closed/a", "ABC");
-    const ReadOnly closed(desk, "closed", 0);
+    const ReadOnly closed(desk, "closed", ReadOnly::Refused);
     COrdinaryReader reader;
     QVERIFY(!reader.open(QFileInfo("closed/a")));
     QVERIFY(!reader.open(QFileInfo("missing")));

@@ -250,7 +250,7 @@ void TestStateFile::fullDiskLeavesTheOldFile()
     QCOMPARE(desk.read(StateFile), Filled);
     State.CKS_in = 9;
     {
-        const FullDisk disk{rlim_t(room)};
+        const FullDisk disk{qint64(room)};
         State.Save();
     }
     QCOMPARE(desk.read(StateFile), Filled);

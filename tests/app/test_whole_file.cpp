@@ -1,5 +1,6 @@
 #include "app/whole_file.h"
-#include "tests/records/file_size_limit.h"
+#include "tests/support/file_id.h"
+#include "tests/support/full_disk.h"
 #include "tests/support/no_ordinary_file.h"
 #include "tests/support/row.h"
 
@@ -7,12 +8,6 @@
 
 namespace
 {
-ino_t node(const QString &path)
-{
-    struct stat status = {};
-    return stat(QFile::encodeName(path).constData(), &status) == 0 ? status.st_ino : 0;
-}
-
 /// So long that the directory takes no temporary name made of it.
 const QString LongName = QString(250, 'n');
 } // namespace
@@ -56,10 +51,10 @@ void TestWholeFile::oldFileIsReplacedByARename()
 {
     Desk desk;
     desk.write("a", "old");
-    const ino_t old = node("a");
+    const quint64 old = fileId("a");
     QVERIFY(replaceWholeFile("a", "new"));
     QCOMPARE(desk.read("a"), QByteArray("new"));
-    QVERIFY(node("a") != old);
+    QVERIFY(fileId("a") != old);
 }
 
 void TestWholeFile::nothingTemporaryIsLeft()
@@ -75,7 +70,7 @@ void TestWholeFile::fullDiskLeavesTheOldFile()
 {
     Desk desk;
     desk.write("d/a", "old");
-    const FileSizeLimit full{100};
+    const FullDisk full{100};
     QVERIFY(!replaceWholeFile("d/a", QByteArray(1000, 'n')));
     QCOMPARE(desk.read("d/a"), QByteArray("old"));
     QCOMPARE(desk.names("d"), QStringList{"a"});
@@ -109,10 +104,10 @@ void TestWholeFile::withoutATemporaryFileTheOldOneIsWrittenOver()
     QFETCH(QByteArray, content);
     Desk desk;
     desk.write(LongName, "old content");
-    const ino_t old = node(LongName);
+    const quint64 old = fileId(LongName);
     QVERIFY(replaceWholeFile(LongName, content));
     QCOMPARE(desk.read(LongName), content);
-    QCOMPARE(node(LongName), old);
+    QCOMPARE(fileId(LongName), old);
 }
 
 void TestWholeFile::specialFileIsLeftAlone()
@@ -188,7 +183,7 @@ void TestWholeFile::newFileThatIsNotWrittenLeavesNothing()
 {
     Desk desk;
     QDir().mkdir("d");
-    const FileSizeLimit full{100};
+    const FullDisk full{100};
     QVERIFY(!writeNewFile("d/a", QByteArray(1000, 'n')));
     QVERIFY(!writeNewFile("none/a", "n"));
     QCOMPARE(desk.names("d"), QStringList());

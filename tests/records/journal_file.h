@@ -2,12 +2,11 @@
 
 #include "records/protocol.h"
 #include "tests/support/desk.h"
+#include "tests/support/file_id.h"
 #include "tests/support/row.h"
 
 #include <QFile>
 #include <QtTest>
-
-#include <sys/stat.h>
 
 /// Helpers of the tests that look at the journal's file. A desk stands at 31 July 2026.
 constexpr char Today[] = "prt/20260731.prt";
@@ -17,11 +16,9 @@ inline QString text(const char *utf8)
     return QString::fromUtf8(utf8);
 }
 
-/// A file that was continued keeps its node, one that was replaced has another.
-inline ino_t node(const Desk &desk)
+inline quint64 node(const Desk &desk)
 {
-    struct stat status = {};
-    return stat(QFile::encodeName(desk.path(Today)).constData(), &status) == 0 ? status.st_ino : 0;
+    return fileId(desk.path(Today));
 }
 
 /// What another writer does between two saves, at another time.

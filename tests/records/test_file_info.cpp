@@ -1,6 +1,6 @@
 #include "app/clock.h"
 #include "records/file_info.h"
-#include "tests/records/file_size_limit.h"
+#include "tests/support/full_disk.h"
 #include "tests/support/no_ordinary_file.h"
 #include "tests/support/row.h"
 
@@ -103,7 +103,7 @@ void TestFileInfo::fullDiskLeavesTheOldRecord()
 {
     Desk desk;
     QVERIFY(CFileInfo().Save("out/a"));
-    const FileSizeLimit full{5};
+    const FullDisk full{5};
     QVERIFY(!filled().Save("out/a"));
     QCOMPARE(desk.read("out/a.dat"), QByteArray("|S||u|0|N|"));
 }

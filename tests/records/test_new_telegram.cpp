@@ -150,7 +150,7 @@ void TestNewTelegram::failedWriteLeavesNothingAndUsesNoNumber()
     State.EditorN = 8;
     const CFileInfo given = record();
     {
-        const FullDisk full{rlim_t(room)};
+        const FullDisk full{qint64(room)};
         QVERIFY(!queueTelegram(QString(), QString(2000, 'A'), &given));
         QVERIFY(!queueTelegram("П", QString(2000, 'A')));
     }

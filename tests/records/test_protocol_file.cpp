@@ -184,7 +184,7 @@ void TestProtocolFile::saveContinuesTheFile()
     Desk desk;
     Options.protocolFileNoClose = keepOpen;
     Log.add(text("А"), ProtocolReceived);
-    const ino_t first = node(desk);
+    const quint64 first = node(desk);
     QVERIFY(first != 0);
     Log.add(text("Б\nВ"), ProtocolReceived);
     Log.addServiceString(text("Событие"), ProtocolInfo);

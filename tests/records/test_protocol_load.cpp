@@ -33,7 +33,7 @@ void TestProtocolLoad::saveAfterLoadContinuesTheFile()
     Desk desk;
     Options.protocolFileNoClose = keepOpen;
     desk.write(Today, "\1АБ>\n\3Событие\n");
-    const ino_t first = node(desk);
+    const quint64 first = node(desk);
     Log.Load();
     QCOMPARE(Log.lines, QStringList({text("\1АБ>"), text("\3Событие")}));
     Log.addServiceString(text("Запуск"), ProtocolInfo);
@@ -69,7 +69,7 @@ void TestProtocolLoad::saveAfterLoadContinuesWhateverLoadTrimmed()
     Desk desk;
     Options.protocolFileNoClose = keepOpen;
     desk.write(Today, content);
-    const ino_t first = node(desk);
+    const quint64 first = node(desk);
     Log.Load();
     Log.addServiceString(text("Запуск"), ProtocolInfo);
     saveAndFlush();
@@ -86,7 +86,7 @@ void TestProtocolLoad::endOfTheRunContinuesWhateverLoadTrimmed()
     Desk desk;
     Options.protocolFileNoClose = keepOpen;
     desk.write(Today, "\1A \r\n\1B\n");
-    const ino_t first = node(desk);
+    const quint64 first = node(desk);
     Log.Load();
     Log.addServiceString(text("Соединено "), ProtocolInfo);
     Log.addServiceString(text("Выход"), ProtocolInfo);

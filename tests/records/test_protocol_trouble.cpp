@@ -1,10 +1,11 @@
 #include "app/options.h"
-#include "tests/records/file_size_limit.h"
 #include "tests/records/journal_file.h"
+#include "tests/support/full_disk.h"
 #include "tests/support/row.h"
 
 #include <csignal>
 
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -129,7 +130,7 @@ void TestProtocolTrouble::fullDiskInTheMiddleOfASaveIsMadeGoodByTheNext()
     addAndFlush(text("А").repeated(1000));
     QCOMPARE(desk.read(Today), whole.left(2001));
     {
-        const FileSizeLimit full{rlim_t(room)};
+        const FullDisk full{qint64(room)};
         addAndFlush(text("Б").repeated(2000));
         QCOMPARE(Log.lines.size(), 1);
         QCOMPARE(desk.read(Today), whole.left(room));
@@ -149,7 +150,7 @@ void TestProtocolTrouble::fullDiskDuringAReplacementLeavesTheOldFile()
     Log.add(text("А"), ProtocolSent);
     writeFromOutside(desk, foreign);
     {
-        const FileSizeLimit full{1};
+        const FullDisk full{1};
         Log.addServiceString(text("Событие"), ProtocolInfo);
         QCOMPARE(desk.read(Today), foreign);
         QCOMPARE(desk.names("prt"), QStringList{"20260731.prt"});
@@ -167,10 +168,10 @@ void TestProtocolTrouble::fullDiskAfterALoadIsMadeGoodByTheNextSave()
     Options.protocolFileNoClose = keepOpen;
     const QByteArray day = "\1A \n" + QByteArray(3000, 'B') + "\n"; // read back without the blank
     desk.write(Today, day);
-    const ino_t first = node(desk);
+    const quint64 first = node(desk);
     Log.Load();
     {
-        const FileSizeLimit full{3010};
+        const FullDisk full{3010};
         Log.flushRequested = true;
         Log.addServiceString(text("Запуск"), ProtocolInfo);
         QVERIFY(desk.read(Today).startsWith(day));

@@ -286,7 +286,7 @@ void TestSendOrder::fullDiskLeavesNothing()
     endJournalLine();
     const SendOrder order = toNumbers({"123456", "234567"});
     {
-        const FullDisk full{rlim_t(room)};
+        const FullDisk full{qint64(room)};
         const Queued queued = queueTelegram(order, QString(2000, 'A'));
         QCOMPARE(queued.names, QStringList());
         QCOMPARE(queued.unsent, procedure == SKK ? order.numbers : QStringList());

@@ -278,7 +278,7 @@ void TestTelegramSearch::fileThatCannotBeOpenedIsLeftOut()
     const Desk desk;
     desk.write("inp/20260731/a", "ABC");
     desk.write("inp/20260730/b", "ABC");
-    const ReadOnly closed(desk, "inp/20260731", 0);
+    const ReadOnly closed(desk, "inp/20260731", ReadOnly::Refused);
     QVERIFY(!QFile("inp/20260731/a").open(QIODevice::ReadOnly));
     QCOMPARE(found(threeDays("ABC")), QStringList{"inp/20260730/b"});
     QCOMPARE(found(threeDays()), QStringList({"inp/20260730/b", "inp/20260731/a"})); // none is opened

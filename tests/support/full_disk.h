@@ -1,29 +1,20 @@
 #pragma once
 
-#include <csignal>
-#include <sys/resource.h>
+#include <QtGlobal>
+
+#include <memory>
 
 /// While it lives, every write of this process that would take a file on disk past \a room bytes fails, as
 /// on a full disk. Files can be made and renamed; a pipe or a socket is not concerned.
 class FullDisk
 {
 public:
-    explicit FullDisk(rlim_t room = 0) : m_formerHandler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &m_former);
-        rlimit limit = m_former;
-        limit.rlim_cur = room;
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_former);
-        std::signal(SIGXFSZ, m_formerHandler);
-    }
+    explicit FullDisk(qint64 room = 0);
+    ~FullDisk();
     FullDisk(const FullDisk &) = delete;
     FullDisk &operator=(const FullDisk &) = delete;
 
 private:
-    rlimit m_former = {};
-    void (*m_formerHandler)(int);
+    struct Former;
+    std::unique_ptr<Former> m_former;
 };

@@ -7,53 +7,14 @@
 #include <QFile>
 #include <QtTest>
 
-#include <sys/stat.h>
-
-/// What stands where an ordinary file is expected and is none: reading it would never end, or never begin.
+/// What stands where an ordinary file is expected and is none: reading it would never end, or never begin. Of
+/// these Windows has directories only.
 enum class SpecialFile { Fifo, LinkToFifo, LinkToDevice, Directory };
 Q_DECLARE_METATYPE(SpecialFile)
 
-inline void specialFiles()
-{
-    QTest::addColumn<SpecialFile>("kind");
-    row("a FIFO", SpecialFile::Fifo);
-    row("a link to a FIFO", SpecialFile::LinkToFifo);
-    row("a link to a device", SpecialFile::LinkToDevice);
-    row("a directory", SpecialFile::Directory);
-}
-
-inline void makeFifo(const QString &path)
-{
-    QCOMPARE(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
-}
-
-inline void place(const Desk &desk, SpecialFile kind, const QString &name)
-{
-    QDir().mkpath(QFileInfo(desk.path(name)).path());
-    switch (kind) {
-    case SpecialFile::Fifo: return makeFifo(desk.path(name));
-    case SpecialFile::LinkToFifo:
-        makeFifo(desk.path(QStringLiteral("elsewhere")));
-        QVERIFY(QFile::link(desk.path(QStringLiteral("elsewhere")), desk.path(name)));
-        return;
-    case SpecialFile::LinkToDevice:
-        QVERIFY(QFile::link(QStringLiteral("/dev/zero"), desk.path(name)));
-        return;
-    case SpecialFile::Directory: QVERIFY(QDir().mkdir(desk.path(name))); return;
-    }
-}
-
+/// The kinds that the system has, as rows.
+void specialFiles();
+void makeFifo(const QString &path);
+void place(const Desk &desk, SpecialFile kind, const QString &name);
 /// Whether \a name is still what place() made of it.
-inline bool stands(const Desk &desk, SpecialFile kind, const QString &name)
-{
-    struct stat status = {};
-    if (lstat(QFile::encodeName(desk.path(name)).constData(), &status) != 0)
-        return false;
-    switch (kind) {
-    case SpecialFile::Fifo: return S_ISFIFO(status.st_mode);
-    case SpecialFile::LinkToFifo:
-    case SpecialFile::LinkToDevice: return S_ISLNK(status.st_mode);
-    case SpecialFile::Directory: return S_ISDIR(status.st_mode);
-    }
-    return false;
-}
+bool stands(const Desk &desk, SpecialFile kind, const QString &name);

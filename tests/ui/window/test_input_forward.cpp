@@ -201,7 +201,7 @@ void TestInputForward::failedWriteIsToldAndUsesNoNumber()
     {
         std::unique_ptr<FullDisk> full;
         forward(room, [&](QDialog &dialog) {
-            full = std::make_unique<FullDisk>(rlim_t(space));
+            full = std::make_unique<FullDisk>(qint64(space));
             mode == SKK ? toSubscriber(dialog) : toCentre(dialog);
         });
     }
