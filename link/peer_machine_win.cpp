@@ -48,7 +48,7 @@ bool isWritable(SOCKET socket)
     fd_set asked;
     FD_ZERO(&asked);
     FD_SET(socket, &asked);
-    const timeval now = {0, 0};
+    timeval now = {0, 0};
     return ::select(0, nullptr, &asked, nullptr, &now) == 1;
 }
 } // namespace
