@@ -15,6 +15,7 @@
 #include <QPlainTextEdit>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 
@@ -32,6 +33,14 @@ QLineEdit *newShownField(const char *name)
     field->setObjectName(QLatin1String(name));
     field->setReadOnly(true);
     return field;
+}
+
+/// What a window can have of the screen, its frame aside.
+QSize screenOf(const QWidget &window)
+{
+    constexpr int Frame = 40;
+    const QScreen *screen = window.screen();
+    return screen == nullptr ? QSize() : screen->availableSize() - QSize(Frame, Frame);
 }
 
 bool isLogKey(const QKeyEvent &event)
@@ -95,8 +104,7 @@ void CNervaConfigDialog::build()
     area->setWidgetResizable(true);
     area->setFocusPolicy(Qt::NoFocus);
     area->setWidget(m_form);
-    area->setMinimumWidth(m_form->minimumSizeHint().width() + area->verticalScrollBar()->sizeHint().width());
-    rows->addWidget(area, 3);
+    rows->addWidget(area, 2);
     auto *device = new QHBoxLayout0;
     device->addWidget(new QLabel(QStringLiteral(" SN")));
     device->addWidget(m_sn);
@@ -106,6 +114,18 @@ void CNervaConfigDialog::build()
     rows->addWidget(m_log, 1);
     rows->addWidget(m_store);
     rows->addLayout(newButtonRow({m_read, m_write, m_upgrade}, {m_cancel}));
+    takeSize(*area);
+}
+
+/// All fields without scrolling, and some lines of the log, as far as the screen goes.
+void CNervaConfigDialog::takeSize(const QScrollArea &area)
+{
+    const QSize form = m_form->sizeHint();
+    const int bar = area.verticalScrollBar()->sizeHint().width();
+    const int rest = sizeHint().height() - area.sizeHint().height();
+    const QSize wanted(form.width() + 2 * bar, form.height() + bar + rest);
+    const QSize screen = screenOf(*this);
+    resize(wanted.boundedTo(screen));
 }
 
 void CNervaConfigDialog::log(const QString &line)

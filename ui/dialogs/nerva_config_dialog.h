@@ -10,6 +10,7 @@ class QLineEdit;
 class QPlainTextEdit;
 class QProgressDialog;
 class QPushButton;
+class QScrollArea;
 
 /// Reads and writes the configuration of an Ethernet adapter. It needs the adapter's port for itself: the
 /// link thread is paused from the beginning until the dialog closes, and its buttons wait for that. What
@@ -45,6 +46,7 @@ protected:
 
 private:
     void build();
+    void takeSize(const QScrollArea &area);
     void takeReply(const QByteArray &reply);
     void beginExchange();
     void endExchange();

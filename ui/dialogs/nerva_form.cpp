@@ -1,5 +1,6 @@
 #include "ui/dialogs/nerva_form.h"
 
+#include "text/utils.h"
 #include "ui/widgets/layouts.h"
 
 #include <QComboBox>
@@ -10,6 +11,8 @@
 namespace
 {
 constexpr int MacLength = 17;
+constexpr int AddressLength = 15;
+constexpr int AccessLength = 2 * AddressLength + 1;
 constexpr int MostPort = 65535;
 constexpr int MostTimeOut = 99;
 constexpr int FastestEthernet = 4; // "AUTO", shown for all above
@@ -24,7 +27,7 @@ enum Kind {
 enum SystemMode { UsbTlg, IpTlg, UsbIp };
 enum IpMode { TcpClient, TcpServer, TcpServerWithFlow, UdpBicom, UdpStream };
 
-const char *const groupTitles[] = {"Nerva", "Ethernet", "Телеграфная линия", "Соединение", "HTTP"};
+const char *const groupTitles[] = {"Nerva", "Телеграфная линия", "Соединение", "Ethernet", "HTTP"};
 } // namespace
 
 struct CNervaForm::Row {
@@ -33,48 +36,58 @@ struct CNervaForm::Row {
     Kind kind;
     const char *label;   ///< empty: beside the field above
     const char *choices; ///< with "," between them
-    int most;            ///< of a number
+    int most;            ///< a number is at most that; so many characters of a text are on view
 };
 
 const CNervaForm::Row CNervaForm::rows[] = {
     {NervaSysMode, Device, Index, " Направление передачи", "USB-TLG,IP-TLG,USB-IP", 0},
-    {NervaMac, Ethernet, Text, " MAC", nullptr, 0},
-    {NervaEthSpeed, Ethernet, Index, " Speed", "10H,10D,100H,100D,AUTO", 0},
-    {NervaLocalIp, Ethernet, Text, " IP", nullptr, 0},
-    {NervaNetmask, Ethernet, Text, " MASK", nullptr, 0},
-    {NervaGateway, Ethernet, Text, " GW", nullptr, 0},
-    {NervaLocalPort, Ethernet, Number, " Local Port", nullptr, MostPort},
     {NervaTlgType, Line, Index, " Тип", "---,ЦКС,СКК-исх,СКК-вх,Канал", 0},
     {NervaTlgBaud, Line, Choice, " Скорость", "50,100,200", 0},
     {NervaIpMode, Connection, Index, " Тип соединения ",
      "TCP-клиент,TCP-сервер,TCP-сервер (упр.потоком),UDP-Bicom,UDP-поток", 0},
     {NervaTcpTimeout, Connection, Number, " TimeOut", nullptr, MostTimeOut},
-    {NervaRemoteIp, Connection, Text, " Remote IP", nullptr, 0},
+    {NervaRemoteIp, Connection, Text, " Remote IP", nullptr, AddressLength},
     {NervaRemotePort, Connection, Number, "", nullptr, MostPort},
-    {NervaRemote2Ip, Connection, Text, " Remote IP2", nullptr, 0},
+    {NervaRemote2Ip, Connection, Text, " Remote IP2", nullptr, AddressLength},
     {NervaRemote2Port, Connection, Number, "", nullptr, MostPort},
+    {NervaMac, Ethernet, Text, " MAC", nullptr, MacLength},
+    {NervaEthSpeed, Ethernet, Index, " Speed", "10H,10D,100H,100D,AUTO", 0},
+    {NervaLocalIp, Ethernet, Text, " IP", nullptr, AddressLength},
+    {NervaNetmask, Ethernet, Text, " MASK", nullptr, AddressLength},
+    {NervaGateway, Ethernet, Text, " GW", nullptr, AddressLength},
+    {NervaLocalPort, Ethernet, Number, " Local Port", nullptr, MostPort},
     {NervaHttpPort, Http, Number, " HTTP Доступ", nullptr, MostPort},
     {NervaHttpMode, Http, Index, "", "0,1,2,3", 0}, // the adapter's firmware gives them their meaning
-    {NervaHttpAccess, Http, Text, " разрешенные IP", nullptr, 0},
+    {NervaHttpAccess, Http, Text, " разрешенные IP", nullptr, AccessLength},
 };
 
 CNervaForm::CNervaForm(QWidget *parent) : QWidget(parent)
 {
-    auto *column = new QVBoxLayoutMS(this);
+    auto *columns = new QHBoxLayout0(this);
+    QVBoxLayoutMS *column = nullptr;
     for (int group = 0; group < GroupCount; ++group) {
+        if (group == Device || group == Ethernet)
+            columns->addLayout(column = newVBoxLayout(), 1);
         auto *box = new QGroupBox1(QString::fromUtf8(groupTitles[group]));
         box->setObjectName(QStringLiteral("group%1").arg(group));
         box->grid->setColumnStretch(1, 1);
         m_groups[size_t(group)] = box;
         column->addWidget(box);
     }
-    column->addStretch();
+    for (auto *filled : findChildren<QVBoxLayoutMS *>())
+        filled->addStretch();
     for (const Row &row : rows)
         addRow(row);
     for (const NervaKey key : {NervaSysMode, NervaIpMode})
         connect(static_cast<QComboBox *>(m_controls[key]), qOverload<int>(&QComboBox::currentIndexChanged),
                 this, &CNervaForm::modeIndexChanged);
+    m_whole = layout()->sizeHint();
     showGroups();
+}
+
+QSize CNervaForm::sizeHint() const
+{
+    return m_whole;
 }
 
 void CNervaForm::addRow(const Row &row)
@@ -90,13 +103,19 @@ void CNervaForm::addRow(const Row &row)
     m_labels[row.key] = label;
     const int line = grid->rowCount();
     grid->addWidget(label, line, 0);
-    grid->addWidget(control, line, 1);
+    const bool alone = &row == std::end(rows) - 1 || *(&row + 1)->label != '\0';
+    grid->addWidget(control, line, 1, 1, alone ? 2 : 1);
 }
 
 QWidget *CNervaForm::newControl(const Row &row) const
 {
     switch (row.kind) {
-    case Text: return new QLineEdit;
+    case Text: {
+        auto *edit = new QLineEdit;
+        const QMargins margins = edit->textMargins();
+        edit->setMinimumWidth(CUtils::txtGUIWidth(row.most, edit->font()) + margins.left() + margins.right());
+        return edit;
+    }
     case Number: {
         auto *box = new QSpinBox;
         box->setRange(0, row.most);

@@ -22,6 +22,8 @@ public:
     void showValues(const NervaValues &values);
     /// What the fields show; empty where a choice is empty, and for what has no field.
     [[nodiscard]] NervaValues values() const;
+    /// That of all groups, so that the form keeps its size when some are hidden.
+    [[nodiscard]] QSize sizeHint() const override;
     /// Shows the groups for what is chosen.
     void showGroups();
 
@@ -29,7 +31,7 @@ signals:
     void modeIndexChanged(int index); ///< the direction or the kind of connection has been chosen anew
 
 private:
-    enum Group { Device, Ethernet, Line, Connection, Http, GroupCount };
+    enum Group { Device, Line, Connection, Ethernet, Http, GroupCount }; // Ethernet begins the second column
     struct Row;
     static const Row rows[];
 
@@ -41,4 +43,5 @@ private:
     std::array<QWidget *, NervaKeyCount> m_controls = {};
     std::array<QWidget *, NervaKeyCount> m_labels = {}; ///< null where a field stands beside another
     std::array<QGroupBox *, GroupCount> m_groups = {};
+    QSize m_whole;
 };
