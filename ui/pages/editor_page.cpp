@@ -196,10 +196,12 @@ bool CEditorPage::eventFilter(QObject *object, QEvent *event)
     auto *field = qobject_cast<QWidget *>(object);
     if (event->type() == QEvent::FocusIn && field != text)
         showField(field);
-    const bool out = event->type() == QEvent::FocusOut;
-    // A menu of the field's own does not take the operator away.
-    if (out && static_cast<QFocusEvent *>(event)->reason() != Qt::PopupFocusReason)
-        emit left(field);
+    if (event->type() == QEvent::FocusOut) {
+        // Neither a menu of the field's own nor another window takes the operator out of the row.
+        const Qt::FocusReason reason = static_cast<QFocusEvent *>(event)->reason();
+        if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason)
+            emit left(field);
+    }
     return QWidget::eventFilter(object, event);
 }
 

@@ -9,6 +9,7 @@
 #include "ui/widgets/line_edit_blocked.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
@@ -89,7 +90,7 @@ public:
 
     /// The entries of the menu that \a open brings up, those that cannot be chosen in brackets; \a chosen is
     /// then chosen by the keyboard.
-    static QStringList menuEntries(const std::function<void()> &open, const QString &chosen = {})
+    [[nodiscard]] QStringList menuEntries(const std::function<void()> &open, const QString &chosen = {}) const
     {
         QStringList entries;
         QTimer::singleShot(0, qApp, [&] {
@@ -109,9 +110,10 @@ public:
             QTest::keyClick(menu, Qt::Key_Return);
         });
         open();
+        QApplication::setActiveWindow(form->window()); // as a window manager does behind a menu
         return entries;
     }
-    static QStringList menuByKey(QWidget *field, const QString &chosen = {})
+    [[nodiscard]] QStringList menuByKey(QWidget *field, const QString &chosen = {}) const
     {
         return menuEntries(
             [field] {
@@ -121,7 +123,7 @@ public:
             },
             chosen);
     }
-    static QStringList menuByMouse(QWidget *field, const QString &chosen = {})
+    [[nodiscard]] QStringList menuByMouse(QWidget *field, const QString &chosen = {}) const
     {
         return menuEntries(
             [field] {
