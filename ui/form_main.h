@@ -310,7 +310,9 @@ private:
     void cleanEditorLine(QLineEdit *line, QString (*clear)(const QString &));
     void noteEditorRemoved(const QString &signs);
     void noteEditorDropped(const QString &note);
+    void noteIndexCut(const QString &note);
     void tellEditorDropped();
+    void showIndexColour();
     void popUpEditorMenu(const QPoint &point);
     // Editor: its draft
     void watchDraft(); ///< gives back what a former run has left, and notices changes from then on
@@ -324,6 +326,7 @@ private:
 
     QString m_editorSent; ///< editorVersion() of what was queued last; empty if nothing was
     QString m_editorNote; ///< what the text or line taken last has lost, or nothing
+    QString m_indexNote;  ///< that the index was longer, or nothing
     CDraftKeeper m_draft;
     bool m_draftTouched = false;     ///< since the last offer something has changed
     bool m_draftFailureTold = false; ///< in the present outage

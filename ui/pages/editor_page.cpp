@@ -101,6 +101,8 @@ CEditorPage::CEditorPage(QWidget *parent)
       print(newButton(QStringLiteral("Распечатать"), "editorPrintButton")), m_marks(new QActionGroup(this))
 {
     setObjectName(QStringLiteral("tabEditor"));
+    dropped->setWordWrap(true);
+    dropped->hide();
     series->addItems({QStringLiteral("01"), QStringLiteral("02")});
     index->setMaxLength(TelegramIndexLength);
     index->setPlaceholderText(QStringLiteral("000000"));
@@ -124,7 +126,8 @@ void CEditorPage::placeRows()
     const auto time_ = [] { return new QLabel(QStringLiteral(" Время")); };
     const auto equals = [] { return new QLabel(QStringLiteral("=")); };
     auto *rows = newScrollingRows(this);
-    rows->addWidget(newFlowRow({form, cryptoMode, indexFault, dropped}));
+    rows->addWidget(newFlowRow({form, cryptoMode, indexFault}));
+    rows->addWidget(dropped);
     rows->addWidget(newRow(CategoryRow, QStringLiteral("Категория"), {category},
                            {new QLabel(QStringLiteral("Индекс")), series, index}));
     rows->addWidget(newRow(HeaderRow, QStringLiteral("Заголовок"), {from},

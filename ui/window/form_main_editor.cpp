@@ -135,6 +135,7 @@ void FormMain::editorComboBoxInterfaceModeChanged()
 void FormMain::setEditorInterfaceMode()
 {
     editorPage->showRows(rowsOfForm(Options.editorInterfaceMode));
+    editorTextChanged();
 }
 
 void FormMain::setPrfInterface()

@@ -53,8 +53,10 @@ void FormMain::connectEditorFields()
     connect(editorPage->text, &QWidget::customContextMenuRequested, this, &FormMain::popUpEditorMenu);
     connect(editorPage->category, &QComboBox::currentTextChanged, this, &FormMain::editorCategoryChanged);
     connect(editorPage->index, &QLineEdit::textChanged, this, &FormMain::editorIndexChanged);
-    connect(editorPage->index, &QLineEdit::inputRejected, this,
-            [this] { noteEditorDropped(QStringLiteral("Лишние знаки индекса не приняты")); });
+    // It comes before the text has changed.
+    connect(
+        editorPage->index, &QLineEdit::inputRejected, this,
+        [this] { noteIndexCut(QStringLiteral("Лишние знаки индекса не приняты")); }, Qt::QueuedConnection);
     connect(editorPage, &CEditorPage::markChosen, this, &FormMain::slotEditorSMarksCustomMenuTriggered);
     connect(editorPage, &CEditorPage::left, this, &FormMain::editorFieldLeft);
     connect(editorPage->clear, &QPushButton::clicked, this, &FormMain::editorClear);
@@ -107,30 +109,45 @@ void FormMain::noteEditorDropped(const QString &note)
     tellEditorDropped();
 }
 
+/// It stands until the index is changed.
+void FormMain::noteIndexCut(const QString &note)
+{
+    m_indexNote = note;
+    tellEditorDropped();
+}
+
 /// Beside what has been lost, what would be if the telegram went as it stands.
 void FormMain::tellEditorDropped()
 {
     const QString signs =
         signsNotCarried(editorPage->fields(), editorPage->shownRows(), editorPage->cryptoMode->isChecked());
-    QStringList told{m_editorNote};
+    QStringList told{m_editorNote, m_indexNote};
     if (!signs.isEmpty())
         told << QStringLiteral("Не передаются знаки: ") + signs;
     told.removeAll(QString());
     editorPage->dropped->setText(told.join(QLatin1Char('\n')));
+    editorPage->dropped->setVisible(!told.isEmpty());
 }
 
 void FormMain::editorCategoryChanged()
 {
     const bool halves = editorPage->category->currentText().contains(QChar(u'Ц'));
     const int length = halves ? LongestTelegramIndexLength : TelegramIndexLength;
-    if (editorPage->index->text().size() > length)
-        noteEditorDropped(QStringLiteral("Лишние знаки индекса отброшены"));
+    const QString index = editorPage->index->text();
     editorPage->index->setMaxLength(length);
+    if (index.size() > length)
+        noteIndexCut(QStringLiteral("Индекс был длиннее: ") + index);
     editorPage->index->setPlaceholderText(halves ? QStringLiteral("000=000") : QStringLiteral("000000"));
-    editorIndexChanged();
+    showIndexColour();
 }
 
 void FormMain::editorIndexChanged()
+{
+    noteIndexCut(QString());
+    showIndexColour();
+}
+
+void FormMain::showIndexColour()
 {
     const bool complete =
         telegramIndexIsComplete(editorPage->category->currentText(), editorPage->index->text());
