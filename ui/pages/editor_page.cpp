@@ -9,6 +9,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFocusEvent>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QPlainTextEdit>
@@ -65,6 +66,12 @@ void giveKey(QPushButton *button, const QString &key)
         });
     }
     button->setToolTip(key.section(QStringLiteral("; "), 0, 0));
+}
+
+bool isForTheTabs(const QKeyEvent &event)
+{
+    return event.modifiers().testFlag(Qt::ControlModifier) &&
+           (event.key() == Qt::Key_Tab || event.key() == Qt::Key_Backtab);
 }
 
 /// Makes \a line just wide enough for \a widest and for what it shows while it is empty.
@@ -197,6 +204,10 @@ void CEditorPage::connectFields()
 bool CEditorPage::eventFilter(QObject *object, QEvent *event)
 {
     auto *field = qobject_cast<QWidget *>(object);
+    if (event->type() == QEvent::KeyPress && isForTheTabs(*static_cast<QKeyEvent *>(event))) {
+        event->ignore(); // a list would look for an entry of that name
+        return true;
+    }
     if (event->type() == QEvent::FocusIn && field != text)
         showField(field);
     if (event->type() == QEvent::FocusOut) {
