@@ -219,9 +219,13 @@ bool CEditorPage::eventFilter(QObject *object, QEvent *event)
     return QWidget::eventFilter(object, event);
 }
 
+// Of a widget the area itself would show no more than the cursor.
 void CEditorPage::showField(QWidget *field)
 {
-    findChild<QScrollArea *>()->ensureWidgetVisible(field, 0, 0);
+    auto *area = findChild<QScrollArea *>();
+    const QRect place(field->mapTo(area->widget(), QPoint()), field->size());
+    for (const QPoint &corner : {place.bottomRight() + QPoint(1, 1), place.topLeft()})
+        area->ensureVisible(corner.x(), corner.y(), 0, 0);
 }
 
 /// The keyboard goes to the next field that the operator fills, at the latest to the text.
