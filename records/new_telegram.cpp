@@ -12,6 +12,8 @@
 #include <QDir>
 #include <QSet>
 
+#include <utility>
+
 namespace
 {
 constexpr int NumbersOfADay = 1000;
@@ -73,6 +75,19 @@ bool writeTelegram(const QString &path, const QString &text, const CFileInfo *re
     return false;
 }
 
+/// Writes the telegram that bears \a number. The number is kept first: a kill on the way costs a number,
+/// where behind the file it would leave one to be used twice.
+bool writeNumbered(const QString &path, int number, const QString &text, const CFileInfo *record)
+{
+    const int former = std::exchange(State.EditorN, number);
+    State.Save();
+    if (writeTelegram(path, text, record))
+        return true;
+    State.EditorN = former;
+    State.Save();
+    return false;
+}
+
 /// As queueTelegram(), under a name that is not \a taken. \a whose ends the journal line of a failure.
 std::optional<QString> queueOne(TakenNames &taken, const NameParts &parts, const QString &text,
                                 const CFileInfo *record, const QString &whose = QString())
@@ -82,15 +97,13 @@ std::optional<QString> queueOne(TakenNames &taken, const NameParts &parts, const
         ++number;
     const QString name = nameOf(parts.letter, number) + parts.stamp;
     const QString path = State.pathOut() + QDir::separator() + name;
-    if (taken.has(name) || !writeTelegram(path, text, record)) {
+    if (taken.has(name) || !writeNumbered(path, number, text, record)) {
         Log.addCacheServiceString(QStringLiteral("Телеграмма не поставлена в очередь, не записан файл ") +
                                       shownName(path) + whose,
                                   ProtocolError, true);
         return std::nullopt;
     }
     taken.add(name);
-    State.EditorN = number;
-    State.Save();
     return name;
 }
 

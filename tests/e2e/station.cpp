@@ -17,6 +17,12 @@ QByteArray contentOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+void preload(QProcessEnvironment &environment, const QString &library)
+{
+    const QString name = QStringLiteral("LD_PRELOAD");
+    environment.insert(name, environment.value(name) + QLatin1Char(':') + library);
+}
+
 QString withoutTypeMarks(const QByteArray &line)
 {
     QString text = QString::fromUtf8(line);
@@ -88,14 +94,23 @@ void Station::realTime()
 
 void Station::hangIn(const QString &call)
 {
-    const QString preload = QStringLiteral("LD_PRELOAD");
-    m_environment.insert(preload, m_environment.value(preload) + QStringLiteral(":" HANGING_CALL_LIBRARY));
+    preload(m_environment, QStringLiteral(HANGING_CALL_LIBRARY));
     m_environment.insert(QStringLiteral("HANGING_CALL"), call);
 }
 
 void Station::showOn(const QString &display)
 {
     useDisplay(m_environment, display);
+}
+
+void Station::operate(const QString &task, const QString &how)
+{
+    m_operator.insert(task, how);
+}
+
+void Station::leaveAlone()
+{
+    m_operator.clear();
 }
 
 void Station::share(const Station &other)
@@ -120,8 +135,13 @@ void Station::start()
 {
     if (!QFile::exists(path(QStringLiteral("velda.ini"))))
         writeSettings();
-    process.setProcessEnvironment(m_environment);
-    process.start(QStringLiteral(VELDA_PROGRAM), {QStringLiteral("-d=") + m_path});
+    QProcessEnvironment environment = m_environment;
+    environment.insert(m_operator);
+    if (m_operator.contains(QStringLiteral("OPERATOR_KILL")))
+        preload(environment, QStringLiteral(KILLING_CALL_LIBRARY));
+    process.setProcessEnvironment(environment);
+    process.start(m_operator.isEmpty() ? QStringLiteral(VELDA_PROGRAM) : QStringLiteral(OPERATED_VELDA),
+                  {QStringLiteral("-d=") + m_path});
     if (!process.waitForStarted())
         qFatal("velda does not start");
 }

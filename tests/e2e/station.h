@@ -27,6 +27,9 @@ public:
     /// Let the system's function \a call ("connect", "listen", "tcgetattr") never return; it says "hangs".
     void hangIn(const QString &call);
     void showOn(const QString &display); ///< a window on a real or virtual display
+    /// Has an operator inside from the next start on, who does what operated_velda.cpp says of \a task.
+    void operate(const QString &task, const QString &how);
+    void leaveAlone(); ///< is the program as it comes again, with the next start
 
     /// Starts the program. Settings are written if there are none yet; a second start finds the former.
     void start();
@@ -62,6 +65,7 @@ private:
     QString m_path; // of the data directory, mostly m_directory
     QMap<QString, QString> m_settings;
     QProcessEnvironment m_environment;
+    QProcessEnvironment m_operator;
 };
 
 /// A telegram from mark to mark with \a text between, and of at least \a characters.
