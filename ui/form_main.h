@@ -299,6 +299,7 @@ private:
     void noteReception();
 
     // Editor
+    void connectEditorSending();
     void editorSendAtOnce(const QString &text);
     void editorNoteQueued(const Queued &queued);
     [[nodiscard]] QString editorVersion() const;

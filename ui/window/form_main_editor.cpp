@@ -53,7 +53,7 @@ QWidget *FormMain::buildEditorPage()
             &FormMain::editorComboBoxInterfaceModeChanged);
     editorPage->setCategories(Options.CategoryList.split(QLatin1Char(',')));
     editorPage->setMarks(Options.serviceMarks.split(QLatin1Char('|'), Qt::SkipEmptyParts));
-    connect(editorPage->send, &QPushButton::clicked, this, &FormMain::editorSendEditorText);
+    connectEditorSending();
     connectEditorFields();
     editorCategoryChanged();
     editorTextChanged();

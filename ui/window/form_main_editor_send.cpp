@@ -92,6 +92,22 @@ void prepare(CSendTlgDialog &dialog, const SendingForm &form)
 }
 } // namespace
 
+// What has been sent can go to somebody else as soon as a field says so, before it is left.
+void FormMain::connectEditorSending()
+{
+    connect(editorPage->send, &QPushButton::clicked, this, &FormMain::editorSendEditorText);
+    const auto allow = [this] {
+        if (!editorPage->text->document()->isEmpty() && !editorIsSent())
+            editorPage->send->setEnabled(true);
+    };
+    for (const QLineEdit *line :
+         {editorPage->index, editorPage->from, editorPage->marks, editorPage->address, editorPage->fKassa,
+          editorPage->fTo, editorPage->fFrom, editorPage->pScript})
+        connect(line, &QLineEdit::textChanged, this, allow);
+    for (const QComboBox *choice : {editorPage->form, editorPage->category, editorPage->series})
+        connect(choice, &QComboBox::currentTextChanged, this, allow);
+}
+
 QString FormMain::getEditorTextForSend()
 {
     spellOut(*editorPage->text);

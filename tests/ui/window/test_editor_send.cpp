@@ -44,6 +44,7 @@ private slots:
     void centresNumberIsProposed();
     void numberOfTheDayIsSavedAtOnce();
     void sentTextStaysUntilItIsChanged();
+    void sentTextGoesToAnotherIndex();
     void thousandthTelegramOfADayGoes();
     void twoWithinOneSecondHaveTheirNumbers_data();
     void twoWithinOneSecondHaveTheirNumbers();
@@ -319,11 +320,28 @@ void TestEditorSend::sentTextStaysUntilItIsChanged()
     QCOMPARE(room.page.text->toPlainText(), "ПРИВЕТ");
     QVERIFY(room.form->editorIsSent());
     QVERIFY(!room.send()); // the button cannot be pressed
+    room.form->tabWidget->setCurrentIndex(0);
+    room.form->tabWidget->setCurrentWidget(&room.page);
+    QVERIFY(!room.page.send->isEnabled());
     QTest::keyClick(room.page.text, Qt::Key_A);
-    QVERIFY(!room.form->editorIsSent());
+    QVERIFY(room.page.send->isEnabled());
     QTest::keyClick(room.page.text, Qt::Key_Backspace);
-    QVERIFY(!room.form->editorIsSent());
+    QVERIFY(room.page.send->isEnabled());
     QCOMPARE(room.queue(), QStringList{"20260731u001"});
+}
+
+void TestEditorSend::sentTextGoesToAnotherIndex()
+{
+    SendingRoom room(CKS, ShortForm);
+    room.write("ПРИВЕТ");
+    QVERIFY(room.send());
+    room.page.index->setFocus();
+    QTest::keyClick(room.page.index, Qt::Key_Backspace);
+    QTest::keyClick(room.page.index, Qt::Key_7);
+    QVERIFY(room.send());
+    QVERIFY(room.queued("20260731u001").startsWith("П123456\r\n"));
+    QVERIFY(room.queued("20260731u002").startsWith("П123457\r\n"));
+    QVERIFY(!room.page.send->isEnabled());
 }
 
 void TestEditorSend::thousandthTelegramOfADayGoes()

@@ -81,7 +81,6 @@ void TestEditorSendForm::incompleteIndexIsRefusedWithMessageAndFocus()
     QFETCH(QString, index);
     QFETCH(QString, message);
     SendingRoom room(CKS, ShortForm, [] { Options.CategoryList = "П,ПЦ,Ц,ЦЦ,АБЦ"; });
-    room.page.index->setMaxLength(index.size());
     room.write("ПРИВЕТ", category, index);
     room.page.indexFault->setText("СТАРОЕ");
     room.page.text->setFocus();
