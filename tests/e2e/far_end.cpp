@@ -39,9 +39,9 @@ FarEnd::FarEnd(const QStringList &more, const Adapter &adapter)
 {
     if (!adapter.clock.isEmpty())
         process.setProcessEnvironment(underClock(adapter.clock));
-    start(QStringList{QStringLiteral("adapter"), QStringLiteral("--port"),
-                      m_kept.filePath(QStringLiteral("adapter")), QStringLiteral("--firmware"),
-                      adapter.firmware, QStringLiteral("--baud"), QStringLiteral("200")} +
+    start(QStringList{adapter.device, QStringLiteral("--port"), m_kept.filePath(QStringLiteral("adapter")),
+                      QStringLiteral("--firmware"), adapter.firmware, QStringLiteral("--baud"),
+                      QStringLiteral("200")} +
               adapter.options + QStringList{adapter.kind},
           more);
     ports = waitFor(QStringLiteral("port: "));

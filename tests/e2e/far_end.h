@@ -11,10 +11,11 @@ class FarEnd : public Child
 public:
     /// A line adapter in front of it, on a pseudo-terminal, the line running at 200 baud.
     struct Adapter {
-        QString firmware;                      ///< generation: "old", "new"
-        QString clock;                         ///< a setting of libfaketime, that of the workstation
-        QStringList options;                   ///< more of the adapter's own
-        QString kind = QStringLiteral("peer"); ///< what is behind it: "centre"
+        QString firmware;                           ///< generation: "old", "new"
+        QString clock;                              ///< a setting of libfaketime, that of the workstation
+        QStringList options;                        ///< more of the adapter's own
+        QString kind = QStringLiteral("peer");      ///< what is behind it: "centre"
+        QString device = QStringLiteral("adapter"); ///< or "nerva", the Ethernet adapter
     };
 
     /// Listens on any port, which is in port; \a more are further options.

@@ -11,6 +11,7 @@ class TestE2eAdapter : public QObject
 private slots:
     void telegramsGoBothWays_data() { AdapterStation::generations(); }
     void telegramsGoBothWays();
+    void ethernetAdapterCarriesThemToo();
     void withoutInputSignalTheQueueWaits();
     void brokenLineStopsNeitherEnd();
     void silentAdapterIsTriedAgain();
@@ -42,6 +43,26 @@ void TestE2eAdapter::telegramsGoBothWays()
     verifyOrderlyEnd(station, farEnd);
     QCOMPARE(station.state(QStringLiteral("PK_out")), QStringLiteral("1"));
     QCOMPARE(station.state(QStringLiteral("PK_in")), QStringLiteral("2"));
+}
+
+void TestE2eAdapter::ethernetAdapterCarriesThemToo()
+{
+    FarEnd::Adapter adapter = AdapterStation::adapterOf(QStringLiteral("new"));
+    adapter.device = QStringLiteral("nerva");
+    FarEnd farEnd({}, adapter);
+    AdapterStation station(farEnd);
+    const QString out = telegram(QStringLiteral("ИСХОДЯЩАЯ"), 100);
+    const QString in = telegram(QStringLiteral("ВХОДЯЩАЯ"), 100);
+    station.queue(out);
+    farEnd.send(QStringLiteral("\r\n") + in + QStringLiteral("\r\n"));
+    station.start();
+    QTRY_COMPARE_WITH_TIMEOUT(farEnd.telegrams(), QStringList(out), 60000);
+    QTRY_COMPARE_WITH_TIMEOUT(station.received(), QStringList(in), 60000);
+    const QString path = farEnd.ports.section(QLatin1Char('='), 1);
+    QVERIFY(farEnd.ports.startsWith(QLatin1String("30000001=")));
+    QVERIFY(station.logged(QStringLiteral(" Nerva (30000001): Соединено ") + path));
+    QVERIFY(station.logged(QStringLiteral(" Nerva (30000001): %1 (V 20231111)").arg(path)));
+    verifyOrderlyEnd(station, farEnd);
 }
 
 void TestE2eAdapter::withoutInputSignalTheQueueWaits()
