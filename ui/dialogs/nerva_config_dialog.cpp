@@ -162,8 +162,7 @@ void CNervaConfigDialog::readCfg()
     m_progress->setMinimumWidth(widthOfTitle(m_progress->windowTitle()));
     m_progress->setValue(0);
     m_progress->show();
-    m_exchange->read();
-    slotTlgThreadState();
+    beginExchange([this] { m_exchange->read(); });
 }
 
 void CNervaConfigDialog::showProgress(int tenths)
@@ -199,7 +198,14 @@ void CNervaConfigDialog::writeCfg()
         log(line);
     if (!change.refusal.isEmpty())
         return log(change.refusal);
-    m_exchange->write(change.text, m_store->isChecked());
+    beginExchange([&] { m_exchange->write(change.text, m_store->isChecked()); });
+}
+
+/// A button that is disabled loses the keyboard, to the one that leaves the dialog.
+void CNervaConfigDialog::beginExchange(const std::function<void()> &begin)
+{
+    m_keyboard = focusWidget();
+    begin();
     slotTlgThreadState();
 }
 
@@ -208,6 +214,9 @@ void CNervaConfigDialog::endExchange()
     if (m_progress != nullptr)
         std::exchange(m_progress, nullptr)->deleteLater();
     slotTlgThreadState();
+    if (m_keyboard != nullptr)
+        m_keyboard->setFocus();
+    m_keyboard = nullptr;
 }
 
 void CNervaConfigDialog::upgradeFW()

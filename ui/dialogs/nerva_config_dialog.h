@@ -3,6 +3,8 @@
 #include "link/nerva_config.h"
 #include "ui/dialogs/dialog.h"
 
+#include <functional>
+
 class CNervaExchange;
 class CNervaForm;
 class QCheckBox;
@@ -48,7 +50,7 @@ private:
     void build();
     void takeSize(const QScrollArea &area);
     void takeReply(const QByteArray &reply);
-    void beginExchange();
+    void beginExchange(const std::function<void()> &begin);
     void endExchange();
     void showProgress(int tenths);
     [[nodiscard]] bool mayClose();
@@ -64,6 +66,7 @@ private:
     QPlainTextEdit *m_log;
     QPushButton *m_read, *m_write, *m_upgrade, *m_cancel;
     QProgressDialog *m_progress = nullptr; ///< of the reading under way
+    QWidget *m_keyboard = nullptr;         ///< what had it when an exchange began
     NervaValues m_shown;                   ///< what the form had for cfgDataStr
     bool m_upgrading = false;
     bool m_closing = false;

@@ -35,6 +35,7 @@ private slots:
     void logKeyTogglesThePane();
     void everyControlIsReachedByTab();
     void smallWindowScrollsToEachControl();
+    void buttonHasTheKeyboardAgainBehindItsWork();
     void enterStartsNothing();
     void olderFirmwareShowsTheUpgrade_data();
     void olderFirmwareShowsTheUpgrade();
@@ -425,6 +426,20 @@ void TestNervaConfigDialog::smallWindowScrollsToEachControl()
     }
     for (const char *name : {"read", "write", "cancel", "store", "log", "sn"})
         QVERIFY(!room.find<QWidget>(name)->visibleRegion().isEmpty());
+}
+
+void TestNervaConfigDialog::buttonHasTheKeyboardAgainBehindItsWork()
+{
+    const NervaRoom room;
+    QVERIFY(QTest::qWaitForWindowActive(room.dialog.get()));
+    for (const char *name : {"read", "write"}) {
+        room.button(name)->setFocus();
+        QTest::keyClick(room.button(name), Qt::Key_Space);
+        QVERIFY(!room.button(name)->isEnabled());
+        QVERIFY(room.done());
+        QCOMPARE(room.dialog->focusWidget()->objectName(), qs(name));
+    }
+    QVERIFY(room.leave());
 }
 
 void TestNervaConfigDialog::enterStartsNothing()
