@@ -7,6 +7,7 @@
 #include "app/run/orderly_end.h"
 #include "app/run/russian.h"
 #include "app/run/user_data.h"
+#include "app/run/version.h"
 #include "app/state.h"
 #include "records/protocol.h"
 #include "ui/form_main.h"
@@ -33,7 +34,7 @@ QString programOf(const char *firstArgument)
 void nameApplication()
 {
     QCoreApplication::setApplicationName(QStringLiteral("Velda"));
-    QCoreApplication::setApplicationVersion(QStringLiteral("2026.07.31"));
+    QCoreApplication::setApplicationVersion(programVersion());
     QCoreApplication::setOrganizationDomain(QStringLiteral("velda.local"));
 }
 
