@@ -1,6 +1,7 @@
 #!/bin/sh
-# Installs what building, testing and demonstrating the workstation needs on Debian. Asks the package
-# manager only for what is missing, so it is quick, silent and needs no network once all is there.
+# Installs what building, testing and demonstrating the workstation needs on Debian, or instead the packages that are
+# named as arguments. Asks the package manager only for what is missing, so it is quick, silent and needs no network
+# once all is there.
 set -eu
 
 packages="
@@ -14,8 +15,10 @@ packages="
     fonts-dejavu
     clang-format clang-tidy
     python3 poppler-utils procps iproute2
+    appstream desktop-file-utils groff-base
     arduino-core-avr avr-libc avrdude gcc-avr libsimavr-dev
 "
+[ $# = 0 ] || packages=$*
 
 is_installed()
 {
