@@ -11,12 +11,13 @@ usage: ./test.sh [OPTION] [ARGUMENT of ctest...]
 
 Installs what is missing, builds, and runs the tests; without an option each test, in the debug build.
 
-  --asan   each under AddressSanitizer and UBSan
-  --tsan   those of the parts under ThreadSanitizer
-  --day    a whole day with a centre, and hours of one with faults, passed at speed
-  --fuzz   a million random sessions beside each naive reader
-  --bench  the benchmarks, in the release build, with their table
-  --help   this text
+  --asan     each under AddressSanitizer and UBSan
+  --tsan     those of the parts under ThreadSanitizer
+  --day      a whole day with a centre, and hours of one with faults, passed at speed
+  --fuzz     a million random sessions beside each naive reader
+  --bench    the benchmarks, in the release build, with their table
+  --package  the Debian package: built, put into a clean root, used there, removed
+  --help     this text
 
 What stands behind the option goes to ctest: ./test.sh --asan -R journal
 END
@@ -29,9 +30,15 @@ case "${1:-}" in
     --day) shift; day=yes ;;
     --fuzz) shift; fuzz=yes ;;
     --bench) preset=release; shift; bench=yes ;;
+    --package) shift; package=yes ;;
     --help | -h) help; exit ;;
     --*) echo "test.sh: unknown option $1" >&2; help >&2; exit 2 ;;
 esac
+
+if [ -n "${package:-}" ]; then
+    scripts/package-deb.sh
+    exec tests/packaging/clean_root.sh build/package/velda_*.deb
+fi
 
 scripts/install-deps.sh
 . scripts/build-environment.sh

@@ -55,7 +55,7 @@ class Options(unittest.TestCase):
         self.assertEqual((result.returncode, result.stderr), (0, ""))
         known = re.findall(r"^    (--\w+)", (root / "test.sh").read_text(), re.M)
         self.assertEqual(re.findall(r"^  (--\w+)", result.stdout, re.M), known)
-        self.assertEqual(known, ["--asan", "--tsan", "--day", "--fuzz", "--bench", "--help"])
+        self.assertEqual(known, ["--asan", "--tsan", "--day", "--fuzz", "--bench", "--package", "--help"])
         self.assertNotIn("installed", result.stdout)
 
     def test_unknown_option_is_refused_with_the_help(self):
@@ -73,6 +73,20 @@ class Options(unittest.TestCase):
             self.assertEqual(lines[:2], ["installed", f"built {preset}"])
             self.assertTrue(lines[2].startswith(f"ctest --test-dir build/{preset} "), lines[2])
             self.assertTrue(lines[2].endswith(rest), lines[2])
+
+
+    def test_package_is_built_and_tried_in_a_clean_root(self):
+        tree = Tree("test.sh")
+        tree.write("scripts/package-deb.sh",
+                   "#!/bin/sh\nmkdir -p build/package; touch build/package/velda_1_amd64.deb "
+                   "build/package/velda-dbgsym_1_amd64.deb build/package/velda_1.dsc; echo packed\n")
+        tree.write("tests/packaging/clean_root.sh", '#!/bin/sh\necho tried "$@"\n')
+        result = tree.run("--package")
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+        self.assertEqual(result.stdout.splitlines(), ["packed", "tried build/package/velda_1_amd64.deb"])
+        tree.write("scripts/package-deb.sh", "#!/bin/sh\nexit 1\n")
+        result = tree.run("--package")
+        self.assertEqual((result.returncode, result.stdout), (1, ""))
 
 
 class Style(unittest.TestCase):
