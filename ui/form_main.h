@@ -9,6 +9,7 @@
 #include "ui/window/tray_icon.h"
 
 #include <QList>
+#include <QMap>
 #include <QPoint>
 #include <QString>
 #include <QWidget>
@@ -309,7 +310,7 @@ private:
     void saveTemplate();
     // Editor: what a text or a line loses is told
     void cleanEditorLine(QLineEdit *line, QString (*clear)(const QString &));
-    void noteEditorRemoved(const QString &signs);
+    void noteEditorRemoved(const QWidget *field, const QString &signs);
     void noteEditorDropped(const QString &note);
     void noteIndexCut(const QString &note);
     void tellEditorDropped();
@@ -326,8 +327,9 @@ private:
     static void deleteConfirmDialogs();
 
     QString m_editorSent; ///< editorVersion() of what was queued last; empty if nothing was
-    QString m_editorNote; ///< what the text or line taken last has lost, or nothing
-    QString m_indexNote;  ///< that the index was longer, or nothing
+    QString m_editorNote; ///< of the last sending, or nothing
+    QMap<const QWidget *, QString> m_editorRemoved; ///< by field, the signs that its filter has taken out
+    QString m_indexNote;                            ///< that the index was longer, or nothing
     CDraftKeeper m_draft;
     bool m_draftTouched = false;     ///< since the last offer something has changed
     bool m_draftFailureTold = false; ///< in the present outage

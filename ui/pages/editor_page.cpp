@@ -79,6 +79,7 @@ void fixWidth(QLineEdit *line, const QString &widest)
 {
     const QFontMetrics font = line->fontMetrics();
     const int text = qMax(font.horizontalAdvance(widest), font.horizontalAdvance(line->placeholderText()));
+    line->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed); // for the rows: it never fills one
     const int around = line->minimumSizeHint().width() - font.maxWidth();
     line->setFixedWidth(
         qMax(line->minimumSizeHint().width(), text + around + font.horizontalAdvance(QLatin1Char('0'))));

@@ -74,7 +74,7 @@ QString FormMain::getEditorText() const
 
 void FormMain::setEditorText(QString text)
 {
-    noteEditorRemoved(droppedSigns(text, clearForEditor));
+    noteEditorRemoved(editorPage->text, droppedSigns(text, clearForEditor));
     text = clearForEditor(text);
     if (editorPage->cryptoMode->isChecked())
         text.replace(QLatin1Char('\r'), QLatin1Char('<'));

@@ -34,6 +34,14 @@ void showCounted(QLineEditBlocked *field, const QString &counted)
         field->setText(counted);
 }
 
+/// The signs of several \a lists of them.
+QString eachOnce(const QStringList &lists)
+{
+    QStringList signs = lists.join(QLatin1Char(' ')).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    signs.removeDuplicates();
+    return signs.join(QLatin1Char(' '));
+}
+
 QString spellOutAndClear(const QString &text)
 {
     return QStringClearForEditorNonMTK2(nonTlgCharReplace(text));
@@ -93,14 +101,16 @@ void FormMain::cleanEditorLine(QLineEdit *line, QString (*clear)(const QString &
 {
     const QString written = line->text();
     if (line->isModified())
-        noteEditorRemoved(droppedSigns(written, clear));
+        noteEditorRemoved(line, droppedSigns(written, clear));
     CEditorPage::replaceLine(line, clear(written));
 }
 
-/// What the last text or line that was taken has lost; it stands until another one is.
-void FormMain::noteEditorRemoved(const QString &signs)
+/// What \a field has lost stands until it is filled anew: the operator may be some fields further on before
+/// he looks.
+void FormMain::noteEditorRemoved(const QWidget *field, const QString &signs)
 {
-    noteEditorDropped(signs.isEmpty() ? QString() : QStringLiteral("Удалены знаки: ") + signs);
+    m_editorRemoved[field] = signs;
+    tellEditorDropped();
 }
 
 void FormMain::noteEditorDropped(const QString &note)
@@ -122,6 +132,8 @@ void FormMain::tellEditorDropped()
     const QString signs =
         signsNotCarried(editorPage->fields(), editorPage->shownRows(), editorPage->cryptoMode->isChecked());
     QStringList told{m_editorNote, m_indexNote};
+    if (const QString removed = eachOnce(m_editorRemoved.values()); !removed.isEmpty())
+        told << QStringLiteral("Удалены знаки: ") + removed;
     if (!signs.isEmpty())
         told << QStringLiteral("Не передаются знаки: ") + signs;
     told.removeAll(QString());
@@ -165,6 +177,7 @@ void FormMain::editorClear()
     editorPage->time->setBlocked(true);
     editorPage->wordsCount->setText(QStringLiteral("0"));
     editorPage->wordsCount->setBlocked(true);
+    m_editorRemoved.clear();
     noteEditorDropped(QString());
     editorPage->replaceText(QString());
     if (Options.editorEmptyPScriptOnClear)

@@ -20,7 +20,8 @@ private slots:
     void textTakenFromElsewhereTellsWhatItLost();
     void nextTextEndsTheTelling();
     void pasteIntoALineTellsWhatItLosesWhenItIsLeft();
-    void lineThatLosesNothingIsNotTold();
+    void lossIsToldUntilTheLineIsWrittenAnew();
+    void lossOfTheLastMomentIsToldThoughTheTelegramGoes();
     void signatureIsToldOfWhatIsNotSpelledOut();
     void linesThatAreNotCleanedTellWhatTheLineDrops();
     void hiddenRowsAreNotTold();
@@ -124,14 +125,34 @@ void TestEditorDropped::pasteIntoALineTellsWhatItLosesWhenItIsLeft()
     }
 }
 
-void TestEditorDropped::lineThatLosesNothingIsNotTold()
+void TestEditorDropped::lossIsToldUntilTheLineIsWrittenAnew()
 {
     const FieldsRoom room(FullForm);
-    FieldsRoom::write(room.page.address, "А~");
+    FieldsRoom::write(room.page.address, "А~^");
     FieldsRoom::write(room.page.marks, "люкс!");
+    FieldsRoom::write(room.page.pScript, "Иван^№");
     FieldsRoom::press(Qt::Key_Tab);
     QCOMPARE(room.page.marks->text(), "ЛЮКС ВОСКЛИЦАТЕЛЬНЫЙ ЗНАК ");
-    QCOMPARE(room.dropped(), QString()); // it has taken the place of the address
+    QStringList told = room.dropped().mid(Removed.size()).split(' ');
+    told.sort();
+    QCOMPARE(told, (QStringList{"^", "~", "№"}));
+    FieldsRoom::write(room.page.pScript, "ОВ");
+    FieldsRoom::press(Qt::Key_Tab);
+    QCOMPARE(room.dropped(), Removed + "~ ^");
+    FieldsRoom::write(room.page.address, "Б");
+    FieldsRoom::press(Qt::Key_Tab);
+    QCOMPARE(room.dropped(), QString());
+}
+
+void TestEditorDropped::lossOfTheLastMomentIsToldThoughTheTelegramGoes()
+{
+    const FieldsRoom room(FullForm);
+    FieldsRoom::write(room.page.text, "ТЕКСТ");
+    FieldsRoom::write(room.page.address, "А~");
+    FieldsRoom::press(Qt::Key_Return, Qt::ControlModifier); // the index is missing
+    QCOMPARE(room.page.address->text(), "А");
+    (void)room.form->getEditorTextForSend();
+    QCOMPARE(room.dropped(), Removed + "~");
 }
 
 void TestEditorDropped::signatureIsToldOfWhatIsNotSpelledOut()

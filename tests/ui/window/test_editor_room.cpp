@@ -162,6 +162,8 @@ void TestEditorRoom::rowIsFilledByItsLine()
     QCOMPARE(right(room.page.marks), right(room.page.pScript));
     QVERIFY(right(room.page.marks) > 780);
     QVERIFY(room.page.from->width() > 250);
+    QCOMPARE(room.page.series->width(), room.page.series->sizeHint().width());
+    QVERIFY(right(room.page.index) < 400);
     QVERIFY(right(room.page.time) > 760); // "=" stands behind it
 }
 
