@@ -25,16 +25,27 @@ CPrintQueue &CPrintQueue::instance()
 
 void CPrintQueue::add(const Job &job)
 {
+    if (begin(job))
+        waitForIdle(QuickMs);
+}
+
+void CPrintQueue::post(const Job &job)
+{
+    (void)begin(job);
+}
+
+bool CPrintQueue::begin(const Job &job)
+{
     {
         const QMutexLocker lock(&m_mutex);
         m_jobs.enqueue(job);
         if (m_busy)
-            return;
+            return false;
         m_busy = true;
     }
     wait(); // the last run may be about to return
     start();
-    waitForIdle(QuickMs);
+    return true;
 }
 
 bool CPrintQueue::waitForIdle(int milliseconds)

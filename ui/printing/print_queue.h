@@ -27,6 +27,8 @@ public:
     /// Adds a job. If none is open and this one is quick, it is over on return, and its failure is in the
     /// journal then. A slow job goes on by itself, and so do those that come behind it.
     void add(const Job &job);
+    /// Adds a job without waiting for it.
+    void post(const Job &job);
     /// Waits until no job is open, but no longer than \a milliseconds, journals what has failed, and tells
     /// whether none is open.
     bool waitForIdle(int milliseconds);
@@ -39,6 +41,7 @@ protected:
 
 private:
     CPrintQueue() = default;
+    [[nodiscard]] bool begin(const Job &job); ///< whether no other job was open
     void endJobs(); ///< the program ends: what does not end in time is told to stop and journalled
     void journalErrors();
     [[nodiscard]] Job takeJob(); ///< an empty one ends the thread
