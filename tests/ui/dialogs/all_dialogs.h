@@ -12,6 +12,8 @@
 #include "ui/dialogs/nerva_config_dialog.h"
 #include "ui/dialogs/number_dialog.h"
 #include "ui/dialogs/operator_list_dialog.h"
+#include "ui/dialogs/options/access_option_dialog.h"
+#include "ui/dialogs/options/options_dialog.h"
 #include "ui/dialogs/perforator_in_dialog.h"
 #include "ui/dialogs/perforator_out_dialog.h"
 #include "ui/dialogs/print_txt_dialog.h"
@@ -69,6 +71,8 @@ inline const Row rows[] = {
      [](CDialog &dialog) { static_cast<CEditCounterDialog &>(dialog).exec(1, "Принято телеграмм"); }},
     {"sent", make<CEditCounterDialog>,
      [](CDialog &dialog) { static_cast<CEditCounterDialog &>(dialog).exec(1, "Передано телеграмм"); }},
+    {"access code", make<CAccessOptionDialog>, plainly},
+    {"options", [] { return new COptionsDialog(true); }, plainly},
     {"string", make<CStringDialog>,
      [](CDialog &dialog) { static_cast<CStringDialog &>(dialog).exec("Строка для передачи"); }},
     {"text", make<CTextDialog>,

@@ -36,6 +36,8 @@ const Buttons all[] = {
     {"number", "apply cancel", "apply", "cancel", "number"},
     {"received", "apply cancel", "apply", "cancel", "counter"},
     {"sent", "apply cancel", "apply", "cancel", "counter"},
+    {"access code", "apply cancel", "apply", "cancel", "code"},
+    {"options", "apply cancel", "apply", "cancel", "qt_tabwidget_tabbar"},
     {"string", "send cancel", "send", "cancel", "line"},
     {"text", "send cancel", "send", "cancel", "text"},
     {"print", "print close", "print", "close", "text"},

@@ -43,10 +43,10 @@ struct Place {
 };
 
 const Place places[] = {
-    {"string", &COptions::geometrySendString},     {"text", &COptions::geometryTextDialog},
-    {"print", &COptions::geometryPrintTxt},        {"forwarding", &COptions::geometryReSendTlg},
-    {"sending", &COptions::geometrySendTlg},       {"tape in", &COptions::geometryPerforatorIn},
-    {"tape out", &COptions::geometryPerforatorOut}};
+    {"string", &COptions::geometrySendString},    {"text", &COptions::geometryTextDialog},
+    {"print", &COptions::geometryPrintTxt},       {"forwarding", &COptions::geometryReSendTlg},
+    {"sending", &COptions::geometrySendTlg},      {"options", &COptions::geometryOptions},
+    {"tape in", &COptions::geometryPerforatorIn}, {"tape out", &COptions::geometryPerforatorOut}};
 
 /// What a frame needs at the least: the title in bold letters, the menu of the window and three buttons.
 int needed(const QString &title)
