@@ -16,6 +16,7 @@
 
 class CArchivePage;
 class CEditorPage;
+class COptionsDialog;
 class CProtocolPage;
 class CProtocolWidget;
 class CSearchPage;
@@ -38,7 +39,7 @@ struct Queued;
 /// never taken while other text is being taken.
 ///
 /// The chapters: form_main.cpp construction, _strip, _menu, _buttons (look), _tick, _dispatch, _day (time),
-/// _line (thread slots), _mode, _confirm, _counters, _keys, _close, _protocol,
+/// _line (thread slots), _mode, _confirm, _counters, _keys, _close, _options, _protocol,
 /// _keyboard, _clipboard, _send, _send_actions, _archive, _search,
 /// _forward, _editor, _editor_fields, _editor_files, _editor_attach, _editor_draft,
 /// _editor_send (tabs).
@@ -120,6 +121,7 @@ public slots:
     void clickedLabelConnectString();   ///< starts a link anew that is down
 
     // Menu and tray
+    /// The settings, behind the access code if there is one; a confirmed change takes effect at once.
     void openOptions();
     void openAbonents();
     void openAbonentLists();
@@ -287,6 +289,10 @@ private:
     void countDownToScan();
     void countIdle();
     void countModeAge();
+
+    // Options
+    void takeOptions(const COptionsDialog &changed);
+    void refreshInterface();
 
     // Dispatch
     void dispatch();

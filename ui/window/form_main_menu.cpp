@@ -87,9 +87,6 @@ void FormMain::buildMenuBar()
     buildHelpMenu(*this);
 }
 
-// The settings are edited in velda.ini as long as their dialog is not part of the program.
-void FormMain::openOptions() {}
-
 void FormMain::openAbonents()
 {
     CAbonentListDialog(this).exec();
