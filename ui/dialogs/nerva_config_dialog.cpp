@@ -267,6 +267,7 @@ bool CNervaConfigDialog::mayClose()
         return true;
     m_closing = true;
     setFormEnabled(false);
+    m_exchange->cancel();
     m_exchange->leave();
     return false;
 }

@@ -16,6 +16,7 @@ private slots:
     void closingTellsTheAdapterAndTakesASecond();
     void secondCloseChangesNothing();
     void closingInTheMiddleOfAWrite();
+    void closedByTheProgramWhileItIsRead();
     void unpluggedWhileReadGivesThePortBack();
     void unpluggedAtRestGivesThePortBack();
     void withoutAdapterTheLogTellsIt();
@@ -132,6 +133,20 @@ void TestNervaConfigLink::closingInTheMiddleOfAWrite()
     QVERIFY(!TlgThread.paused);
     QCOMPARE(room.events("written"), QStringList());
     QCOMPARE(room.events("violation"), QStringList());
+}
+
+void TestNervaConfigLink::closedByTheProgramWhileItIsRead()
+{
+    const NervaRoom room(NervaFault::Silent);
+    room.press("read");
+    QTRY_VERIFY(!room.events("asked").isEmpty());
+    room.dialog->close();
+    QTRY_VERIFY(!room.dialog->isVisible());
+    QVERIFY(room.progress() == nullptr);
+    QCOMPARE(room.logged().last(), qs("read canceled"));
+    QTRY_COMPARE(room.events("closed").size(), 1);
+    QCOMPARE(room.events("violation"), QStringList());
+    QVERIFY(!TlgThread.paused);
 }
 
 void TestNervaConfigLink::unpluggedWhileReadGivesThePortBack()
