@@ -56,6 +56,8 @@ private slots:
     void telegramsAreCutAndStored();
     void confirmationIsNoTelegram();
     void telegramIsConfirmed();
+    void telegramIsSentBackWithItsRegisterMarks();
+    void longTelegramInPiecesIsCut();
     void confirmationWaitsForTheFileOnItsWay();
     void filesAreSentByName();
     void filesAreWrappedInMarks();
@@ -115,6 +117,34 @@ void TestLinesimPeer::telegramIsConfirmed()
     QTRY_VERIFY(
         line.received.contains(QByteArray::fromHex("0d0a87968796"
                                                    "20918e8e819985 8d8885208f90888d9f928e208d8d8d8d2020")));
+}
+
+void TestLinesimPeer::telegramIsSentBackWithItsRegisterMarks()
+{
+    Line line({QStringLiteral("--echo"), QStringLiteral("--speed"), QStringLiteral("0")});
+    QTRY_COMPARE(line.received.toHex(), QByteArray("16bf"));
+    line.workstation.write("ZCZC 1\r\n-&FILE-###12###-&FILE-\r\nNNNN  ");
+    QTRY_VERIFY2(line.received.contains("\r\nZCZC #1\r\n-&FILE#-###12###-&FILE#-\r\n&NNNN  \r\n"),
+                 line.received.constData());
+}
+
+// Marks are cut, and the piece that brings an end mark brings the next beginning too.
+void TestLinesimPeer::longTelegramInPiecesIsCut()
+{
+    const QTemporaryDir directory;
+    Line line({QStringLiteral("--store"), directory.path()});
+    QVERIFY(line.workstation.waitForConnected());
+    const QByteArray first = "ZCZC 1\r\n" + QByteArray(300, 'A') + "NNNN NNNN  ";
+    const QByteArray second = "ZCZC 2\r\nNNNN  ";
+    const QByteArray all = "NNNN  ZCZ " + first + second;
+    for (int at = 0; at < all.size(); at += 7) {
+        line.workstation.write(all.mid(at, 7));
+        line.workstation.flush();
+        QTest::qWait(1);
+    }
+    QTRY_VERIFY(line.has("telegram: 002.txt 14"));
+    QCOMPARE(read(directory.filePath(QStringLiteral("001.txt"))), first);
+    QCOMPARE(read(directory.filePath(QStringLiteral("002.txt"))), second);
 }
 
 void TestLinesimPeer::confirmationWaitsForTheFileOnItsWay()

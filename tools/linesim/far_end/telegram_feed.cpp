@@ -29,7 +29,12 @@ void TelegramFeed::addFile(const QString &path)
     text.replace(QRegularExpression(QStringLiteral("(?<!\r)\n")), QStringLiteral("\r\n"));
     if (m_settings.wrap)
         text = m_settings.startMark + text + m_settings.endMark;
-    m_files.append({QFileInfo(path).fileName(), text});
+    addText(QFileInfo(path).fileName(), text);
+}
+
+void TelegramFeed::addText(const QString &name, const QString &text)
+{
+    m_files.append({name, text});
 }
 
 QString TelegramFeed::tick(int ms)

@@ -20,8 +20,9 @@ public:
 
     TelegramFeed(const Settings &settings, EventLog &log);
 
-    void addDirectory(const QString &path); ///< its files, by name
-    void addFile(const QString &path);      ///< UTF-8; a lone LF becomes CR LF
+    void addDirectory(const QString &path);                 ///< its files, by name
+    void addFile(const QString &path);                      ///< UTF-8; a lone LF becomes CR LF
+    void addText(const QString &name, const QString &text); ///< as it is
     /// What is to go now, after \a ms milliseconds more.
     [[nodiscard]] QString tick(int ms);
     void restart(); ///< a file cut off in the middle begins again

@@ -16,6 +16,14 @@ int indexOfEither(const QString &text, const QString &one, const QString &other,
     const int second = text.indexOf(other, from);
     return first < 0 ? second : second < 0 ? first : qMin(first, second);
 }
+/// Position of the first start mark in \a text, -1 if there is none.
+int indexOfStart(const QString &text)
+{
+    const QString one = QStringLiteral("ЗЦЗЦ "), other = QStringLiteral("ZCZC ");
+    const bool atOnce = text.startsWith(one) || text.startsWith(other);
+    return atOnce ? 0 : indexOfEither(text, one, other);
+}
+
 } // namespace
 
 TelegramStore::TelegramStore(const QString &directory, EventLog &log) : m_directory(directory), m_log(log)
@@ -29,38 +37,47 @@ void TelegramStore::takeBytes(const QByteArray &bytes)
     append(QStringLiteral("stream.bin"), bytes);
 }
 
-int TelegramStore::takeText(const QString &text)
+QStringList TelegramStore::takeText(const QString &text)
 {
     append(QStringLiteral("stream.txt"), text.toUtf8());
     m_pending += text;
-    const int before = count;
-    while (takeOne()) {
+    QStringList completed;
+    while (takeOne(completed)) {
     }
-    return count - before;
+    return completed;
 }
 
 void TelegramStore::forgetUnfinished()
 {
     m_pending.clear();
+    m_searched = 0;
 }
 
-bool TelegramStore::takeOne()
+// A long telegram comes in a hundred thousand pieces: each is looked at once.
+bool TelegramStore::takeOne(QStringList &completed)
 {
-    const int start = indexOfEither(m_pending, QStringLiteral("ЗЦЗЦ "), QStringLiteral("ZCZC "));
+    const int start = indexOfStart(m_pending);
     if (start < 0) {
         m_pending = m_pending.right(LongestMark);
         return false;
     }
+    if (start > 0)
+        m_searched = 0;
     m_pending.remove(0, start);
-    const int end = indexOfEither(m_pending, QStringLiteral("НННН  "), QStringLiteral("NNNN  "));
-    if (end < 0)
+    const int end = indexOfEither(m_pending, QStringLiteral("НННН  "), QStringLiteral("NNNN  "), m_searched);
+    if (end < 0) {
+        m_searched = qMax(0, m_pending.size() - LongestMark + 1);
         return false;
+    }
+    m_searched = 0;
     const QString telegram = m_pending.left(end + LongestMark);
     m_pending.remove(0, telegram.size());
-    if (telegram.contains(QLatin1Char('\r')) || telegram.contains(QLatin1Char('\n')))
+    if (telegram.contains(QLatin1Char('\r')) || telegram.contains(QLatin1Char('\n'))) {
         save(telegram);
-    else
+        completed << telegram;
+    } else {
         m_log.event(QStringLiteral("line"), escaped(telegram));
+    }
     return true;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 class EventLog;
 
@@ -13,20 +14,21 @@ public:
     TelegramStore(const QString &directory, EventLog &log);
 
     void takeBytes(const QByteArray &bytes); ///< for "stream.bin" only
-    /// Returns how many telegrams \a text has completed. A pair of marks on one line is none, as it is a
-    /// confirmation.
-    int takeText(const QString &text);
+    /// Returns the telegrams that \a text has completed, from mark to mark. A pair of marks on one line is
+    /// none, as it is a confirmation.
+    QStringList takeText(const QString &text);
 
     void forgetUnfinished(); ///< the connection is lost: the rest of a telegram will not come
 
     int count = 0; ///< telegrams so far
 
 private:
-    [[nodiscard]] bool takeOne();
+    [[nodiscard]] bool takeOne(QStringList &completed);
     void save(const QString &telegram);
     void append(const QString &name, const QByteArray &bytes);
 
     QString m_directory;
     EventLog &m_log;
-    QString m_pending; // not yet understood
+    QString m_pending;  // not yet understood
+    int m_searched = 0; // characters of it in which no end mark begins
 };

@@ -169,9 +169,17 @@ void LinkEnd::takeText(const QByteArray &bytes)
     if (!breach.isEmpty())
         m_log.violation(breach);
     if (m_phase == Talking && m_settings.grants && !m_settings.silent && m_grantInMs < 0)
-        m_grantInMs = m_settings.pauseMs;
+        grantAfter(m_settings.pauseMs);
     m_log.event(QStringLiteral("text"), QString::number(bytes.size()) + QLatin1Char(' ') + escaped(decoded));
     emit text(decoded);
+}
+
+void LinkEnd::grantAfter(int ms)
+{
+    if (ms > 0)
+        m_grantInMs = ms;
+    else
+        grant(m_settings.window);
 }
 
 void LinkEnd::talkingTick()

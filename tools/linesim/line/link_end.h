@@ -70,6 +70,7 @@ private:
     void takeWindowAnswer();
     void takeText(const QByteArray &bytes);
     void writeWindow(int characters);
+    void grantAfter(int ms);
     void talkingTick();
     void checkAnswers();
     void put(const QByteArray &bytes);

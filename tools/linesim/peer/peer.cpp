@@ -1,11 +1,12 @@
 #include "tools/linesim/peer/peer.h"
 
 #include "tools/linesim/console/run_until_quit.h"
+#include "tools/linesim/serial/mtk2_code.h"
 
 #include <QTime>
 
 Peer::Peer(const PeerOptions &options, EventLog &log)
-    : FarEnd(options, log), m_confirms(options.confirm), m_feed(options.feed, log)
+    : FarEnd(options, log), m_confirms(options.confirm), m_echoes(options.echo), m_feed(options.feed, log)
 {
     if (!options.sendDirectory.isEmpty())
         m_feed.addDirectory(options.sendDirectory);
@@ -19,11 +20,21 @@ void Peer::takeConnection()
 
 void Peer::takeText(const QString &text)
 {
-    const int completed = m_store.takeText(text);
+    const QStringList completed = m_store.takeText(text);
+    if (m_echoes)
+        for (const QString &telegram : completed)
+            echo(telegram);
     if (!m_confirms)
         return;
-    m_unconfirmed += completed;
+    m_unconfirmed += completed.size();
     confirmWhatWaits();
+}
+
+void Peer::echo(const QString &telegram)
+{
+    Mtk2::Register sent = Mtk2::Latin, read = Mtk2::Latin; // the first letter brings its mark along
+    const QString came = Mtk2::decoded(Mtk2::encoded(telegram, sent), read);
+    m_feed.addText(QStringLiteral("echo"), QStringLiteral("\r\n") + came + QStringLiteral("\r\n"));
 }
 
 /// Behind the telegram that is on its way, if there is one: within it the end mark would end both.

@@ -19,10 +19,11 @@ private:
     void tick(const QDateTime &now) override;
     void confirmWhatWaits();
     void confirm(int number);
+    void echo(const QString &telegram);
     void flood(const QString &letters);
     void makeNoise(const QString &countAndSeed);
 
-    bool m_confirms;
+    bool m_confirms, m_echoes;
     int m_unconfirmed = 0; // telegrams whose confirmation waits
     TelegramFeed m_feed;
 };

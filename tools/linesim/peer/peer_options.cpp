@@ -14,6 +14,8 @@ const FarEndOption table[] = {
     {"speed", "N", "characters a second (500); 0 sends each file at once"},
     {"pause", "MS", "behind each file (2000)"},
     {"confirm", nullptr, "confirm each telegram"},
+    {"echo", nullptr,
+     "send each telegram back as a line of the 5-bit code brings it, with its register marks"},
 };
 
 bool readFeed(const QCommandLineParser &parser, TelegramFeed::Settings &feed)
@@ -40,6 +42,7 @@ std::optional<PeerOptions> readPeerOptions(const QStringList &arguments,
         return std::nullopt;
     options.sendDirectory = parser.value(QStringLiteral("send"));
     options.confirm = parser.isSet(QStringLiteral("confirm"));
+    options.echo = parser.isSet(QStringLiteral("echo"));
     if (readFeed(parser, options.feed))
         return options;
     std::fputs("--speed and --pause take a number\n", stderr);

@@ -12,6 +12,7 @@ struct PeerOptions : FarEndOptions {
     TelegramFeed::Settings feed;
     QString sendDirectory; ///< empty sends nothing by itself
     bool confirm = false;  ///< answer each telegram with the confirmation line
+    bool echo = false;     ///< send each telegram back, as it reads behind a line of the 5-bit code
 };
 
 /// Reads \a arguments for a far end over TCP or behind \a adapter, the first being the subcommand's name.
