@@ -48,10 +48,17 @@ QString troubleOf(const QString &text)
     return shape.thai > MostThaiInLine ? LineTooLong : QString();
 }
 
+/// The text that begins with \a bytes and goes on in \a file, which may grow.
+QString wholeText(const QByteArray &bytes, QFile &file)
+{
+    const QByteArray rest = file.read(LargestTelegramFile);
+    return QString::fromUtf8((bytes + rest).constData());
+}
+
 ShownText unreadable(const QString &path)
 {
     noteEvent(QStringLiteral("Невозможно прочитать файл ") + shownName(path), ProtocolError);
-    return {QString(), QStringLiteral("Невозможно прочитать файл")};
+    return {QString(), QStringLiteral("Невозможно прочитать файл"), QString()};
 }
 } // namespace
 
@@ -68,7 +75,7 @@ ShownText readShownText(const QString &path)
     QString text = QString::fromUtf8(bytes.constData());
     const QString trouble = isTelegram ? troubleOf(text) : TooLarge;
     if (!trouble.isEmpty())
-        return {QString(), trouble};
+        return {QString(), trouble, isTelegram ? wholeText(bytes, file) : QString()};
     unmaskNationalLanguage(text);
-    return {text, QString()};
+    return {text, QString(), QString()};
 }

@@ -6,6 +6,7 @@
 struct ShownText {
     QString text;    ///< up to the file's first NUL, with the letters of the national language
     QString trouble; ///< why nothing can be shown, in words for the operator; empty if the text is there
+    QString tooLong; ///< the whole text where it is too long to be shown, for the files enclosed in it
 };
 
 // What a text view lays out within a tick. The words of Thai, which has no blanks, are sought through the

@@ -41,6 +41,12 @@ QString takeSelected(CTableViewModel_IO &model, const CArchivePage &page)
     const int row = page.table->selectedRow(); // another one, if a former file of the same name has gone
     return row < 0 ? QString() : model.pathAt(row);
 }
+
+/// The text in which files may be enclosed: one of a megabyte is more than can be shown.
+const QString &withEnclosed(const ShownText &telegram)
+{
+    return telegram.trouble.isEmpty() ? telegram.text : telegram.tooLong;
+}
 } // namespace
 
 QWidget *FormMain::buildInputPage()
@@ -112,7 +118,7 @@ void FormMain::inputFileSelectChanged()
         return;
     inputFileName = QFileInfo(path).fileName();
     openTelegram(path, inputShown, *inputPage);
-    inputPage->saveAttach->setEnabled(hasAttachment(inputShown.text));
+    inputPage->saveAttach->setEnabled(hasAttachment(withEnclosed(inputShown)));
 }
 
 void FormMain::outputFileSelectChanged()
@@ -179,7 +185,7 @@ void FormMain::inputSaveText()
 
 void FormMain::inputSaveAttach()
 {
-    saveAttachments(this, inputShown.text);
+    saveAttachments(this, withEnclosed(inputShown));
 }
 
 void FormMain::printTextDialog(const QString &text)

@@ -2,6 +2,7 @@
 #include "link/prf_thread.h"
 #include "tests/ui/dialogs/answers.h"
 #include "tests/ui/window/archive_room.h"
+#include "text/attachments.h"
 #include "text/encodings.h"
 #include "text/mtk2.h"
 #include "text/utils.h"
@@ -38,6 +39,7 @@ private slots:
     void attachmentNeedsBothMarkers_data();
     void attachmentNeedsBothMarkers();
     void attachmentIsSavedFromTheTextAsItCame();
+    void attachmentIsSavedFromATextTooLongToBeShown();
 };
 
 void TestArchiveCommands::marksAreShownOnRequest()
@@ -232,6 +234,25 @@ void TestArchiveCommands::attachmentIsSavedFromTheTextAsItCame()
     ArchiveRoom::click(room.page.saveAttach);
     QCOMPARE(answers.asked, QStringList{"Сохранение файла/file.txt/Все (*.*)"});
     QCOMPARE(room.desk.read("saved"), data);
+}
+
+void TestArchiveCommands::attachmentIsSavedFromATextTooLongToBeShown()
+{
+    const ArchiveRoom room(CArchivePage::Received, CKS, [] { Options.enableAttachFiles = true; });
+    const QByteArray data(2000000, 'A');
+    QString block = attachmentBlock("file.txt", data);
+    room.put("a", block.replace("-&FILE-", "-&FILE#-").toUtf8());
+    room.put("b", "ТЕКСТ");
+    room.refresh();
+    room.click("a");
+    QCOMPARE(room.text(), QString());
+    QVERIFY(room.page.saveAttach->isEnabled());
+    Answers answers;
+    answers.paths << room.desk.path("saved");
+    ArchiveRoom::click(room.page.saveAttach);
+    QVERIFY(room.desk.read("saved") == data);
+    room.click("b");
+    QVERIFY(!room.page.saveAttach->isEnabled());
 }
 
 QTEST_MAIN(TestArchiveCommands)
