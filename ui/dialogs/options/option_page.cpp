@@ -203,6 +203,7 @@ void COptionPage::load()
         lookAgain(binding.control);
     }
     noteOutOfRange();
+    m_rows->addStretch();
 }
 
 void COptionPage::apply()

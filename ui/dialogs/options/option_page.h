@@ -46,7 +46,7 @@ public:
         QVariant loaded; ///< what the control showed at first
     };
 
-    /// Shows the options in force.
+    /// Shows the options in force; once, when all rows are there.
     void load();
     /// Writes to the options what the operator has changed.
     void apply();

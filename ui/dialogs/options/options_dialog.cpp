@@ -26,7 +26,7 @@
 
 namespace
 {
-constexpr QSize DefaultSize(640, 520);
+constexpr QSize DefaultSize(780, 560);
 constexpr int SwitchedBaud = 50; // of a switched network, whatever the control shows
 
 /// What the line's link is set up with.
@@ -96,7 +96,9 @@ void COptionsDialog::buildPages(bool fullAccess)
 
 void COptionsDialog::addPage(COptionPage *page, const QString &title, bool shown)
 {
-    m_tabs->setTabVisible(m_tabs->addTab(page, title), shown);
+    const int index = m_tabs->addTab(page, title);
+    m_tabs->setTabVisible(index, shown);
+    m_tabs->setTabEnabled(index, shown); // the keys that change the tab would show it
     m_pages << page;
 }
 

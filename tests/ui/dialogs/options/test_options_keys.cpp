@@ -26,6 +26,7 @@ private slots:
     void keysReachTheDialogFromEveryControl();
     void buttonOpensTheConfigurationOfAnEthernetAdapter();
     void tabReachesEveryControl();
+    void ctrlTabShowsNoHiddenPage();
     void wheelOverAListDoesNotChangeIt();
     void enterAppliesAndEscLeaves();
 };
@@ -175,6 +176,20 @@ void TestOptionsKeys::tabReachesEveryControl()
                 QVERIFY2(reached.contains(control),
                          qPrintable(tabs->tabText(page) + ": " + control->objectName()));
     }
+}
+
+void TestOptionsKeys::ctrlTabShowsNoHiddenPage()
+{
+    OptionRoom room(SKK);
+    room.open(false);
+    QVERIFY(QTest::qWaitForWindowActive(room.dialog.get()));
+    auto *tabs = room.find<QTabWidget>("tabs");
+    QStringList shown;
+    for (int i = 0; i < 5; ++i) {
+        shown << tabs->tabText(tabs->currentIndex());
+        QTest::keyClick(tabs, Qt::Key_Tab, Qt::ControlModifier);
+    }
+    QCOMPARE(shown, (QStringList{"Файлы", "Печать", "Оформление", "Звуки", "Редактор"}));
 }
 
 void TestOptionsKeys::wheelOverAListDoesNotChangeIt()
