@@ -88,6 +88,7 @@ void FormMain::openOptions()
 void FormMain::takeOptions(const COptionsDialog &changed)
 {
     TlgThread.refreshOptions();
+    Options.CheckAndMakeFolders(); // a telegram that comes now has none but these to go to
     if (changed.lineChanged)
         restartLine();
     if (changed.perforatorChanged)
