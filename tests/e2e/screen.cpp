@@ -99,6 +99,13 @@ void Screen::press(const QString &title, const QString &key) const
     xdotool(display, {QStringLiteral("key"), key});
 }
 
+void Screen::type(const QString &title, const QString &text) const
+{
+    const QString window = windowOf(display, title);
+    xdotool(display, {QStringLiteral("windowactivate"), QStringLiteral("--sync"), window});
+    xdotool(display, {QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("30"), text});
+}
+
 // The keyboard library copies strings out of the server's replies, which end without a zero byte; a strict
 // check of strings takes that for an overflow. The graphics driver, which the windows do not need, leaves
 // memory behind.

@@ -19,6 +19,8 @@ public:
     [[nodiscard]] bool hasWindow(const QString &title) const;
     /// Presses a key, as "Return" or "alt+x", in the window of that title.
     void press(const QString &title, const QString &key) const;
+    /// Types Latin letters and figures where the keyboard is in that window.
+    void type(const QString &title, const QString &text) const;
 
     QString display; ///< as ":99"
 
