@@ -34,31 +34,31 @@ struct CNervaForm::Row {
     NervaKey key;
     Group group;
     Kind kind;
+    int most;            ///< a number is at most that; so many characters of a text are on view
     const char *label;   ///< empty: beside the field above
     const char *choices; ///< with "," between them
-    int most;            ///< a number is at most that; so many characters of a text are on view
 };
 
 const CNervaForm::Row CNervaForm::rows[] = {
-    {NervaSysMode, Device, Index, " Направление передачи", "USB-TLG,IP-TLG,USB-IP", 0},
-    {NervaTlgType, Line, Index, " Тип", "---,ЦКС,СКК-исх,СКК-вх,Канал", 0},
-    {NervaTlgBaud, Line, Choice, " Скорость", "50,100,200", 0},
-    {NervaIpMode, Connection, Index, " Тип соединения ",
-     "TCP-клиент,TCP-сервер,TCP-сервер (упр.потоком),UDP-Bicom,UDP-поток", 0},
-    {NervaTcpTimeout, Connection, Number, " TimeOut", nullptr, MostTimeOut},
-    {NervaRemoteIp, Connection, Text, " Remote IP", nullptr, AddressLength},
-    {NervaRemotePort, Connection, Number, "", nullptr, MostPort},
-    {NervaRemote2Ip, Connection, Text, " Remote IP2", nullptr, AddressLength},
-    {NervaRemote2Port, Connection, Number, "", nullptr, MostPort},
-    {NervaMac, Ethernet, Text, " MAC", nullptr, MacLength},
-    {NervaEthSpeed, Ethernet, Index, " Speed", "10H,10D,100H,100D,AUTO", 0},
-    {NervaLocalIp, Ethernet, Text, " IP", nullptr, AddressLength},
-    {NervaNetmask, Ethernet, Text, " MASK", nullptr, AddressLength},
-    {NervaGateway, Ethernet, Text, " GW", nullptr, AddressLength},
-    {NervaLocalPort, Ethernet, Number, " Local Port", nullptr, MostPort},
-    {NervaHttpPort, Http, Number, " HTTP Доступ", nullptr, MostPort},
-    {NervaHttpMode, Http, Index, "", "0,1,2,3", 0}, // the adapter's firmware gives them their meaning
-    {NervaHttpAccess, Http, Text, " разрешенные IP", nullptr, AccessLength},
+    {NervaSysMode, Device, Index, 0, " Направление передачи", "USB-TLG,IP-TLG,USB-IP"},
+    {NervaTlgType, Line, Index, 0, " Тип", "---,ЦКС,СКК-исх,СКК-вх,Канал"},
+    {NervaTlgBaud, Line, Choice, 0, " Скорость", "50,100,200"},
+    {NervaIpMode, Connection, Index, 0, " Тип соединения ",
+     "TCP-клиент,TCP-сервер,TCP-сервер (упр.потоком),UDP-Bicom,UDP-поток"},
+    {NervaTcpTimeout, Connection, Number, MostTimeOut, " TimeOut", nullptr},
+    {NervaRemoteIp, Connection, Text, AddressLength, " Remote IP", nullptr},
+    {NervaRemotePort, Connection, Number, MostPort, "", nullptr},
+    {NervaRemote2Ip, Connection, Text, AddressLength, " Remote IP2", nullptr},
+    {NervaRemote2Port, Connection, Number, MostPort, "", nullptr},
+    {NervaMac, Ethernet, Text, MacLength, " MAC", nullptr},
+    {NervaEthSpeed, Ethernet, Index, 0, " Speed", "10H,10D,100H,100D,AUTO"},
+    {NervaLocalIp, Ethernet, Text, AddressLength, " IP", nullptr},
+    {NervaNetmask, Ethernet, Text, AddressLength, " MASK", nullptr},
+    {NervaGateway, Ethernet, Text, AddressLength, " GW", nullptr},
+    {NervaLocalPort, Ethernet, Number, MostPort, " Local Port", nullptr},
+    {NervaHttpPort, Http, Number, MostPort, " HTTP Доступ", nullptr},
+    {NervaHttpMode, Http, Index, 0, "", "0,1,2,3"}, // the adapter's firmware gives them their meaning
+    {NervaHttpAccess, Http, Text, AccessLength, " разрешенные IP", nullptr},
 };
 
 CNervaForm::CNervaForm(QWidget *parent) : QWidget(parent)

@@ -54,7 +54,13 @@ public:
     [[nodiscard]] int number(const char *name) const { return find<QSpinBox>(name)->value(); }
     [[nodiscard]] QString choice(const char *name) const { return find<QComboBox>(name)->currentText(); }
     [[nodiscard]] QPlainTextEdit *pane() const { return find<QPlainTextEdit>("log"); }
-    [[nodiscard]] QStringList logged() const { return pane()->toPlainText().split(QLatin1Char('\n')); }
+    /// The lines of the log. A status that was under way when the adapter was asked stands in front of its
+    /// reply, and is left out.
+    [[nodiscard]] QStringList logged() const
+    {
+        QStringList logLines = pane()->toPlainText().split(QLatin1Char('\n'));
+        return logLines.replaceInStrings(QRegularExpression(QStringLiteral("^\\?+\\{")), QStringLiteral("{"));
+    }
     [[nodiscard]] QProgressDialog *progress() const { return dialog->findChild<QProgressDialog *>(); }
     [[nodiscard]] QStringList events(const char *name) const
     {

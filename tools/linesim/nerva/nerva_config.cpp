@@ -6,34 +6,34 @@ namespace
 {
 struct Key {
     const char *name;
-    bool isText;
     const char *factory;
     int place; ///< among those that can be written, from 1; 0 cannot
+    bool isText;
 };
 
 // In the order of the reply.
 const Key keys[] = {
-    {"v", false, "2", 0},
-    {"ver", false, "260601", 0},
-    {"mac", true, "02:00:00:00:00:01", 1},
-    {"eth_spd", false, "4", 2},
-    {"local_ip", true, "192.168.0.20", 3},
-    {"gw", true, "192.168.0.1", 5},
-    {"netmask", true, "255.255.255.0", 4},
-    {"local_port", false, "5674", 6},
-    {"tlg_baud", false, "", 9}, // of the line
-    {"tlg_type", false, "1", 8},
-    {"ip_mode", false, "0", 10},
-    {"tcp_timeout", false, "30", 11},
-    {"sys_mode", false, "0", 7},
-    {"remote_ip", true, "192.168.0.30", 12},
-    {"remote_port", false, "5675", 13},
-    {"remote2_ip", true, "192.168.0.31", 14},
-    {"remote2_port", false, "5676", 15},
-    {"http_mode", false, "1", 17},
-    {"http_port", false, "80", 16},
-    {"http_access", true, "192.168.0.0/255.255.255.0", 18},
-    {"sn", true, "", 19},
+    {"v", "2", 0, false},
+    {"ver", "260601", 0, false},
+    {"mac", "02:00:00:00:00:01", 1, true},
+    {"eth_spd", "4", 2, false},
+    {"local_ip", "192.168.0.20", 3, true},
+    {"gw", "192.168.0.1", 5, true},
+    {"netmask", "255.255.255.0", 4, true},
+    {"local_port", "5674", 6, false},
+    {"tlg_baud", "", 9, false}, // of the line
+    {"tlg_type", "1", 8, false},
+    {"ip_mode", "0", 10, false},
+    {"tcp_timeout", "30", 11, false},
+    {"sys_mode", "0", 7, false},
+    {"remote_ip", "192.168.0.30", 12, true},
+    {"remote_port", "5675", 13, false},
+    {"remote2_ip", "192.168.0.31", 14, true},
+    {"remote2_port", "5676", 15, false},
+    {"http_mode", "1", 17, false},
+    {"http_port", "80", 16, false},
+    {"http_access", "192.168.0.0/255.255.255.0", 18, true},
+    {"sn", "", 19, true},
 };
 constexpr int KeyCount = int(sizeof keys / sizeof keys[0]);
 constexpr int Megabyte = 1'000'000;
