@@ -74,6 +74,11 @@ bool isForTheTabs(const QKeyEvent &event)
            (event.key() == Qt::Key_Tab || event.key() == Qt::Key_Backtab);
 }
 
+bool isByKey(Qt::FocusReason reason)
+{
+    return reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
+}
+
 /// Makes \a line just wide enough for \a widest and for what it shows while it is empty.
 void fixWidth(QLineEdit *line, const QString &widest)
 {
@@ -194,6 +199,10 @@ void CEditorPage::giveKeys()
 
 void CEditorPage::connectFields()
 {
+    connect(text, &QPlainTextEdit::cursorPositionChanged, this, [this] {
+        if (text->hasFocus())
+            showPart(text->viewport(), text->cursorRect());
+    });
     connect(marks, &QWidget::customContextMenuRequested, this, &CEditorPage::popUpMarks);
     for (QWidget *field : rowFields()) {
         field->installEventFilter(this);
@@ -209,7 +218,8 @@ bool CEditorPage::eventFilter(QObject *object, QEvent *event)
         event->ignore(); // a list would look for an entry of that name
         return true;
     }
-    if (event->type() == QEvent::FocusIn && field != text)
+    if (event->type() == QEvent::FocusIn &&
+        (field != text || isByKey(static_cast<QFocusEvent *>(event)->reason())))
         showField(field);
     if (event->type() == QEvent::FocusOut) {
         // Neither a menu of the field's own nor another window takes the operator out of the row.
@@ -223,8 +233,13 @@ bool CEditorPage::eventFilter(QObject *object, QEvent *event)
 // Of a widget the area itself would show no more than the cursor.
 void CEditorPage::showField(QWidget *field)
 {
+    showPart(field, field->rect());
+}
+
+void CEditorPage::showPart(const QWidget *field, const QRect &part)
+{
     auto *area = findChild<QScrollArea *>();
-    const QRect place(field->mapTo(area->widget(), QPoint()), field->size());
+    const QRect place(field->mapTo(area->widget(), part.topLeft()), part.size());
     for (const QPoint &corner : {place.bottomRight() + QPoint(1, 1), place.topLeft()})
         area->ensureVisible(corner.x(), corner.y(), 0, 0);
 }

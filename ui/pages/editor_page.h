@@ -76,6 +76,7 @@ private:
     void connectFields();
     void goOn(QWidget *field);
     void showField(QWidget *field);
+    void showPart(const QWidget *field, const QRect &part);
     void sizeFields();
     void popUpMarks(const QPoint &point);
 

@@ -34,9 +34,13 @@ void showCounted(QLineEditBlocked *field, const QString &counted)
         field->setText(counted);
 }
 
-/// The signs of several \a lists of them.
-QString eachOnce(const QStringList &lists)
+/// The signs that the fields on show in \a page have lost, each once.
+QString lostBy(const QMap<const QWidget *, QString> &fields, const QWidget *page)
 {
+    QStringList lists;
+    for (auto field = fields.cbegin(); field != fields.cend(); ++field)
+        if (field.key()->isVisibleTo(page))
+            lists << field.value();
     QStringList signs = lists.join(QLatin1Char(' ')).split(QLatin1Char(' '), Qt::SkipEmptyParts);
     signs.removeDuplicates();
     return signs.join(QLatin1Char(' '));
@@ -132,7 +136,7 @@ void FormMain::tellEditorDropped()
     const QString signs =
         signsNotCarried(editorPage->fields(), editorPage->shownRows(), editorPage->cryptoMode->isChecked());
     QStringList told{m_editorNote, m_indexNote};
-    if (const QString removed = eachOnce(m_editorRemoved.values()); !removed.isEmpty())
+    if (const QString removed = lostBy(m_editorRemoved, editorPage); !removed.isEmpty())
         told << QStringLiteral("Удалены знаки: ") + removed;
     if (!signs.isEmpty())
         told << QStringLiteral("Не передаются знаки: ") + signs;

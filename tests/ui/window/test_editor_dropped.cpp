@@ -136,6 +136,9 @@ void TestEditorDropped::lossIsToldUntilTheLineIsWrittenAnew()
     QStringList told = room.dropped().mid(Removed.size()).split(' ');
     told.sort();
     QCOMPARE(told, (QStringList{"^", "~", "№"}));
+    room.page.form->setCurrentText("REX400"); // without the address
+    QCOMPARE(room.dropped(), Removed + "^ №");
+    room.page.form->setCurrentText("Телеграмма с оформлением");
     FieldsRoom::write(room.page.pScript, "ОВ");
     FieldsRoom::press(Qt::Key_Tab);
     QCOMPARE(room.dropped(), Removed + "~ ^");

@@ -75,6 +75,7 @@ private slots:
     void rowIsFilledByItsLine();
     void titlesStandInOneColumn();
     void fieldThatIsReachedIsInView();
+    void cursorInTheTextIsInView();
     void fieldOfAFaultIsInView();
     void zoomKeepsTheRoom();
 };
@@ -200,6 +201,28 @@ void TestEditorRoom::fieldThatIsReachedIsInView()
     }
     FieldsRoom::press(Qt::Key_Return);
     QCOMPARE(room.page.marks->visibleRegion().boundingRect(), room.page.marks->rect());
+}
+
+void TestEditorRoom::cursorInTheTextIsInView()
+{
+    const Letters letters(24);
+    const FieldsRoom room(FullForm, SKK, withEverything);
+    room.form->resize(800, 600);
+    settle();
+    const auto cursorShown = [&room] {
+        return room.page.text->viewport()->visibleRegion().contains(room.page.text->cursorRect().center());
+    };
+    for (int i = 0; i < 12; ++i) {
+        FieldsRoom::type("СТРОКА\n");
+        QVERIFY2(cursorShown(), qPrintable(QString::number(i)));
+    }
+    FieldsRoom::press(Qt::Key_Home, Qt::ControlModifier);
+    QVERIFY(cursorShown());
+    room.page.form->setFocus();
+    room.page.address->setFocus();
+    FieldsRoom::press(Qt::Key_Tab);
+    QVERIFY(cursorShown());
+    QVERIFY(room.page.text->visibleRegion().boundingRect().height() >= 150);
 }
 
 void TestEditorRoom::fieldOfAFaultIsInView()
