@@ -121,6 +121,8 @@ CEditorPage::CEditorPage(QWidget *parent)
     index->setPlaceholderText(QStringLiteral("000000"));
     time->setPlaceholderText(QStringLiteral("DD/MM HHMM"));
     text->setTabChangesFocus(true);
+    // It takes what the rows leave, down to its least height; only then the form begins to scroll.
+    text->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
     // Breaking a long run of letters anywhere would take seconds: the time grows with the square of its
     // length.
     text->setWordWrapMode(QTextOption::WordWrap);

@@ -1,6 +1,7 @@
 #include "tests/ui/window/fields_room.h"
 
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QStyleOptionFrame>
 
 namespace
@@ -73,6 +74,7 @@ private slots:
     void nothingIsCutOff_data() { everyFormAndSize(); }
     void nothingIsCutOff();
     void rowIsFilledByItsLine();
+    void textGivesWayBeforeTheFormScrolls();
     void titlesStandInOneColumn();
     void fieldThatIsReachedIsInView();
     void cursorInTheTextIsInView();
@@ -166,6 +168,25 @@ void TestEditorRoom::rowIsFilledByItsLine()
     QCOMPARE(room.page.series->width(), room.page.series->sizeHint().width());
     QVERIFY(right(room.page.index) < 400);
     QVERIFY(right(room.page.time) > 760); // "=" stands behind it
+}
+
+void TestEditorRoom::textGivesWayBeforeTheFormScrolls()
+{
+    const Letters letters(Usual);
+    const FieldsRoom room(FullForm);
+    const QScrollBar &bar = *room.page.findChild<QScrollArea *>()->verticalScrollBar();
+    room.form->resize(800, 460);
+    settle();
+    QCOMPARE(bar.maximum(), 0);
+    QVERIFY(room.page.print->visibleRegion().boundingRect() == room.page.print->rect());
+    room.form->resize(800, 300);
+    settle();
+    QVERIFY(bar.maximum() > 0);
+    QVERIFY(room.page.text->height() >= 5 * room.page.text->fontMetrics().lineSpacing());
+    room.form->resize(800, 600);
+    settle();
+    QCOMPARE(bar.maximum(), 0);
+    QVERIFY(room.page.text->height() > 200);
 }
 
 void TestEditorRoom::titlesStandInOneColumn()
