@@ -63,6 +63,9 @@ cp -a --reflink=auto "$base" "$root"
 trap 'umount --lazy "$root/proc"; rm -rf --one-file-system "$root"' EXIT
 mount -t proc proc "$root/proc"
 cp "$deb" "$root/tmp/velda.deb"
+mkdir -m 1777 "$root/tmp/.X11-unix"
+mkdir -m 700 "$root/tmp/runtime"
+chroot "$root" chown clerk: /tmp/runtime
 home=$root/home/clerk
 data=$home/.local/share/velda
 
@@ -78,7 +81,7 @@ listing()
 as_clerk()
 {
     exec chroot --userspec=clerk:clerk --groups=clerk,dialout "$root" env -i \
-        HOME=/home/clerk USER=clerk PATH=/usr/bin:/bin LANG=C.UTF-8 TZ=UTC XDG_RUNTIME_DIR=/tmp \
+        HOME=/home/clerk USER=clerk PATH=/usr/bin:/bin LANG=C.UTF-8 TZ=UTC XDG_RUNTIME_DIR=/tmp/runtime \
         DISPLAY=":${display:-}" sh -c 'cd && exec "$@"' - "$@"
 }
 
@@ -175,7 +178,8 @@ SETTINGS
 listing > "$root/tmp/before"
 chroot "$root" dpkg --install /tmp/velda.deb > /dev/null || fail "the package cannot be installed"
 mkfifo "$root/tmp/display"
-(as_clerk Xvfb -displayfd 1 -screen 0 1080x780x24 -nolisten tcp) > "$root/tmp/display" 2>> "$root/tmp/log" &
+# The server stays as it is when a look at its windows was the only client for a moment.
+(as_clerk Xvfb -displayfd 1 -screen 0 1080x780x24 -nolisten tcp -noreset) > "$root/tmp/display" 2>> "$root/tmp/log" &
 read -r -t 30 display < "$root/tmp/display" || fail "no display"
 first_start
 exchange
