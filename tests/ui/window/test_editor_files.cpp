@@ -157,7 +157,7 @@ void TestEditorFiles::unreadableFileLeavesTheText()
         room.desk.write("kept/a.txt", "ИНОЙ");
     const QString path = room.desk.path("kept/a.txt");
     {
-        const ReadOnly locked(room.desk, "kept", 0);
+        const ReadOnly locked(room.desk, "kept", ReadOnly::Refused);
         load(room, path);
     }
     QCOMPARE(room.text(), QString("ТЕКСТ"));

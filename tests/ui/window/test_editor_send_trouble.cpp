@@ -15,7 +15,7 @@ void sendOnFullDisk(const SendingRoom &room, int space)
 {
     std::unique_ptr<FullDisk> full;
     QVERIFY(room.send([&](CSendTlgDialog &dialog) {
-        full = std::make_unique<FullDisk>(rlim_t(space));
+        full = std::make_unique<FullDisk>(space);
         toNumbers("654321")(dialog);
     }));
 }
@@ -108,7 +108,7 @@ void TestEditorSendTrouble::listThatIsQueuedInPartNamesTheRest()
     {
         std::unique_ptr<FullDisk> full;
         QVERIFY(room.send([&](CSendTlgDialog &dialog) {
-            full = std::make_unique<FullDisk>(rlim_t(36));
+            full = std::make_unique<FullDisk>(36);
             toNumbers("111111,+222222222222,333333")(dialog);
         }));
     }
