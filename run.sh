@@ -2,7 +2,7 @@
 # Shows the workstation at work: a simulated far end on loopback, the workstation on a fresh data directory,
 # telegrams in both directions.
 #   ./run.sh                     with a message switching centre
-#   ./run.sh NAME                another demonstration of scripts/demonstration: cks, direct, skk
+#   ./run.sh NAME                another demonstration of scripts/demonstration: cks, direct, skk, nerva
 #   ./run.sh NAME --adapter      the same through a simulated line adapter at 200 baud
 #   ./run.sh NAME --adapter old  the same with an adapter of the older generation, which gives no echo
 # With a display the operator's window stays open until it is closed. Without one it runs under a virtual

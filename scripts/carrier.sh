@@ -3,13 +3,13 @@
 # pseudo-terminal. An empty FIRMWARE is TCP, "old" and "new" are the generations of the adapter.
 
 # far_end KIND FIRMWARE DIRECTORY ANSWER_MS [TCP_OPTIONS]: the arguments of linesim for a far end of that kind, to
-# which the workstation must answer in that time.
+# which the workstation must answer in that time. In device stands the kind of adapter, if it is not the line adapter.
 far_end()
 {
     if [ -z "$2" ]; then
         echo "$1 --listen 0 --answer $4 ${5:-}"
     else
-        echo "adapter --port $3/adapter --firmware $2 --baud 200 --answer $4 $1"
+        echo "${device:-adapter} --port $3/adapter --firmware $2 --baud 200 --answer $4 $1"
     fi
 }
 
