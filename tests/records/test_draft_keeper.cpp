@@ -188,7 +188,7 @@ void TestDraftKeeper::discardedDraftDoesNotComeBackWhereNothingCanBeRemoved()
     CDraftKeeper keeper;
     QVERIFY(offerAndWait(keeper, withText("А")));
     {
-        const ReadOnly locked(desk, "data", 0666);
+        const ReadOnly locked(desk, "data", ReadOnly::Writable);
         keeper.discard(Draft());
     }
     QVERIFY(!keeper.load());

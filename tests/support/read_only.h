@@ -11,7 +11,8 @@ class Desk;
 class ReadOnly
 {
 public:
-    enum Reading { Allowed, Refused };
+    /// What may still be done to the files: all but to rename or remove them, reading, nothing.
+    enum Reading { Writable, Allowed, Refused };
     ReadOnly(const Desk &desk, const QString &directory, Reading reading = Allowed);
     ~ReadOnly();
     ReadOnly(const ReadOnly &) = delete;

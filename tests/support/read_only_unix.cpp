@@ -27,6 +27,16 @@ void allow(const QString &place, mode_t directoryMode, mode_t fileMode)
         chmod(path.constData(), files.fileInfo().isDir() ? directoryMode : fileMode);
     }
 }
+
+mode_t modeOf(ReadOnly::Reading reading)
+{
+    switch (reading) {
+    case ReadOnly::Writable: return 0666;
+    case ReadOnly::Allowed: return 0444;
+    case ReadOnly::Refused: return 0;
+    }
+    return 0;
+}
 } // namespace
 
 // The superuser, who may do everything, is nobody meanwhile.
@@ -35,7 +45,7 @@ ReadOnly::ReadOnly(const Desk &desk, const QString &directory, Reading reading)
 {
     m_held->place = desk.path(directory);
     allow(desk.path(), 0777, 0666);
-    allow(m_held->place, 0555, reading == Allowed ? 0444 : 0);
+    allow(m_held->place, 0555, modeOf(reading));
     if (geteuid() == 0)
         m_held->wasRoot = seteuid(Nobody) == 0;
 }
