@@ -29,6 +29,7 @@ class QLineEdit;
 class QMenuBar;
 class QTabWidget;
 struct Queued;
+struct TelegramFields;
 
 /// The one window of the workstation, and the heart of its timing: slot_on_1sec is the main loop, from
 /// which the link thread, the line procedure, the queue, the journal's flush, the shutdown and the change of
@@ -320,6 +321,7 @@ private:
     void noteEditorDropped(const QString &note);
     void noteIndexCut(const QString &note);
     void tellEditorDropped();
+    void showEditorDropped(const TelegramFields &fields);
     void showIndexColour();
     void popUpEditorMenu(const QPoint &point);
     // Editor: its draft

@@ -78,16 +78,18 @@ void FormMain::editorTextChanged()
 {
     const TelegramFields fields = editorPage->fields();
     const FormRows &shown = editorPage->shownRows();
-    if (!fields.headerWords.contains(QLatin1Char('$')))
+    // The words of a row that is not on show are counted when it is: a long text is walked through for each.
+    if (shown[HeaderRow] && !fields.headerWords.contains(QLatin1Char('$')))
         showCounted(editorPage->wordsCount, QString::number(billedWords(fields, shown)));
     showCounted(editorPage->time, Time.dateTime.toString(TimeForm));
-    showCounted(editorPage->fWordsCount, internationalWords(fields, shown));
+    if (shown[FromRow])
+        showCounted(editorPage->fWordsCount, internationalWords(fields, shown));
     showCounted(editorPage->fTime, Time.dateTime.toString(FarTimeForm));
     const bool written = !fields.text.isEmpty();
     for (QPushButton *button : {editorPage->clear, editorPage->print, editorPage->save})
         button->setEnabled(written);
     editorPage->send->setEnabled(written && !editorIsSent());
-    tellEditorDropped();
+    showEditorDropped(fields);
 }
 
 void FormMain::editorFieldLeft(QWidget *field)
@@ -104,8 +106,9 @@ void FormMain::editorFieldLeft(QWidget *field)
 void FormMain::cleanEditorLine(QLineEdit *line, QString (*clear)(const QString &))
 {
     const QString written = line->text();
-    if (line->isModified())
-        noteEditorRemoved(line, droppedSigns(written, clear));
+    const QString removed = droppedSigns(written, clear);
+    if (line->isModified() || !removed.isEmpty()) // a template or a draft fills it too
+        noteEditorRemoved(line, removed);
     CEditorPage::replaceLine(line, clear(written));
 }
 
@@ -130,11 +133,16 @@ void FormMain::noteIndexCut(const QString &note)
     tellEditorDropped();
 }
 
-/// Beside what has been lost, what would be if the telegram went as it stands.
 void FormMain::tellEditorDropped()
 {
+    showEditorDropped(editorPage->fields());
+}
+
+/// Beside what has been lost, what would be if the telegram went as it stands.
+void FormMain::showEditorDropped(const TelegramFields &fields)
+{
     const QString signs =
-        signsNotCarried(editorPage->fields(), editorPage->shownRows(), editorPage->cryptoMode->isChecked());
+        signsNotCarried(fields, editorPage->shownRows(), editorPage->cryptoMode->isChecked());
     QStringList told{m_editorNote, m_indexNote};
     if (const QString removed = lostBy(m_editorRemoved, editorPage); !removed.isEmpty())
         told << QStringLiteral("Удалены знаки: ") + removed;

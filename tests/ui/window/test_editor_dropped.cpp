@@ -21,6 +21,7 @@ private slots:
     void nextTextEndsTheTelling();
     void pasteIntoALineTellsWhatItLosesWhenItIsLeft();
     void lossIsToldUntilTheLineIsWrittenAnew();
+    void lossOfATemplateIsTold();
     void lossOfTheLastMomentIsToldThoughTheTelegramGoes();
     void signatureIsToldOfWhatIsNotSpelledOut();
     void linesThatAreNotCleanedTellWhatTheLineDrops();
@@ -145,6 +146,19 @@ void TestEditorDropped::lossIsToldUntilTheLineIsWrittenAnew()
     FieldsRoom::write(room.page.address, "Б");
     FieldsRoom::press(Qt::Key_Tab);
     QCOMPARE(room.dropped(), QString());
+}
+
+void TestEditorDropped::lossOfATemplateIsTold()
+{
+    const FieldsRoom room(FullForm);
+    TelegramFields fields;
+    fields.address = "ДОМ ~";
+    room.page.setFields(fields);
+    QCOMPARE(room.dropped(), NotCarried + "~");
+    room.page.address->setFocus();
+    FieldsRoom::press(Qt::Key_Tab);
+    QCOMPARE(room.page.address->text(), "ДОМ ");
+    QCOMPARE(room.dropped(), Removed + "~");
 }
 
 void TestEditorDropped::lossOfTheLastMomentIsToldThoughTheTelegramGoes()
