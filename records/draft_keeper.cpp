@@ -38,8 +38,12 @@ bool CDraftKeeper::offer(const Draft &now)
 {
     if (m_busy)
         return false;
-    if (!m_failed && m_settled && now == *m_settled)
+    const bool isSettled = m_settled && now == *m_settled;
+    if (isSettled && m_undiscarded)
+        discard(now);
+    if (isSettled && (m_undiscarded || !m_failed))
         return true;
+    m_undiscarded = false;
     m_settled = now;
     m_busy = true;
     m_writer.start([this, now] {
@@ -52,11 +56,11 @@ bool CDraftKeeper::offer(const Draft &now)
 void CDraftKeeper::discard(const Draft &now)
 {
     m_writer.waitForDone();
-    m_failed = false;
     m_settled = now;
     // Where nothing can be removed, nothing must come back at least.
-    if (QFileInfo(m_path).isFile() && !QFile::remove(m_path))
-        m_failed = !replaceWholeFile(m_path, QByteArray());
+    m_undiscarded =
+        QFileInfo(m_path).isFile() && !QFile::remove(m_path) && !replaceWholeFile(m_path, QByteArray());
+    m_failed = m_undiscarded;
 }
 
 void CDraftKeeper::finish(const Draft &now)

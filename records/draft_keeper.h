@@ -29,7 +29,7 @@ public:
     /// Waits for what is under way, then for \a now.
     void finish(const Draft &now);
 
-    /// Whether the last writing that has ended failed. It is done anew with the next offer.
+    /// Whether the last writing or removal that has ended failed. It is done anew with the next offer.
     [[nodiscard]] bool isFailing() const { return m_failed; }
     [[nodiscard]] bool isBusy() const { return m_busy; }
 
@@ -37,7 +37,8 @@ public:
 
 private:
     const QString m_path;
-    std::optional<Draft> m_settled; ///< nothing after a failure
+    std::optional<Draft> m_settled; ///< written, or need not be
+    bool m_undiscarded = false;     ///< the file could not be removed
     QThreadPool m_writer;
     std::atomic<bool> m_busy{false}, m_failed{false};
 };

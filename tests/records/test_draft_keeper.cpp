@@ -23,6 +23,7 @@ private slots:
     void failureIsToldAndOverWithTheNextSuccess();
     void fullDiskLeavesTheFormerDraft();
     void discardedDraftDoesNotComeBackWhereNothingCanBeRemoved();
+    void draftThatCannotBeRemovedIsRemovedLater();
     void noOrdinaryFileIsLeftAlone_data();
     void noOrdinaryFileIsLeftAlone();
 };
@@ -192,6 +193,28 @@ void TestDraftKeeper::discardedDraftDoesNotComeBackWhereNothingCanBeRemoved()
         keeper.discard(Draft());
     }
     QVERIFY(!keeper.load());
+}
+
+// What is sent must not come back because the disk was read-only for a while.
+void TestDraftKeeper::draftThatCannotBeRemovedIsRemovedLater()
+{
+    const Desk desk;
+    QVERIFY(QDir().mkdir(desk.path("data")));
+    QVERIFY(QDir::setCurrent(desk.path("data")));
+    CDraftKeeper keeper;
+    QVERIFY(offerAndWait(keeper, withText("А")));
+    {
+        const ReadOnly locked(desk, "data");
+        keeper.discard(withText("А"));
+        QVERIFY(keeper.isFailing());
+        QVERIFY(offerAndWait(keeper, withText("А")));
+        QVERIFY(keeper.isFailing());
+    }
+    QVERIFY(offerAndWait(keeper, withText("А")));
+    QVERIFY(!keeper.isFailing());
+    QVERIFY(!QFile::exists(desk.path("data/" + Name)));
+    QVERIFY(offerAndWait(keeper, withText("Б")));
+    QVERIFY(*keeper.load() == withText("Б"));
 }
 
 void TestDraftKeeper::noOrdinaryFileIsLeftAlone_data()
