@@ -5,11 +5,15 @@
 //   OPERATOR_NUMBERS   to these numbers
 //   OPERATOR_KILL      is killed on the way: KILL_AT_STEP from the press of "Отправить" on, see
 //   killing_call.cpp OPERATOR_READS     looks at the telegrams as they come
-// He tells on standard output "editor: TEXT", "dialog: TEXT", "queued", "received: TEXT", with "~" as line
-// end.
+//   OPERATOR_SETS      changes the options each time that this file appears in the data directory, with
+//                      lines "NAME=VALUE" by the names of the controls, in manual mode for so long
+// He tells on standard output "editor: TEXT", "dialog: TEXT", "queued", "received: TEXT", "set", with "~" as
+// line end.
 
 #include "app/startup.h"
+#include "app/state.h"
 #include "records/io_model.h"
+#include "ui/dialogs/options/options_dialog.h"
 #include "ui/dialogs/send_tlg_dialog.h"
 #include "ui/form_main.h"
 #include "ui/pages/archive_page.h"
@@ -17,11 +21,16 @@
 #include "ui/pages/editor_page.h"
 #include "ui/widgets/telegram_view.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QFile>
+#include <QGroupBox>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QSpinBox>
 #include <QTabWidget>
 #include <QTimer>
 #include <QtTest>
@@ -93,6 +102,51 @@ void readTelegrams()
     QTimer::singleShot(10 * LookMs, readTelegrams);
 }
 
+void setControl(QWidget *control, const QString &value)
+{
+    if (auto *group = qobject_cast<QGroupBox *>(control))
+        group->setChecked(value == QLatin1String("true"));
+    else if (auto *line = qobject_cast<QLineEdit *>(control))
+        line->setText(value);
+    else if (auto *number = qobject_cast<QSpinBox *>(control))
+        number->setValue(value.toInt());
+    else if (auto *list = qobject_cast<QComboBox *>(control))
+        list->setCurrentText(value);
+}
+
+void sayYes()
+{
+    auto *question = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+    if (question != nullptr)
+        QTest::mouseClick(question->button(QMessageBox::Yes), Qt::LeftButton);
+}
+
+void setOptions(const QStringList &orders)
+{
+    auto *dialog = qobject_cast<COptionsDialog *>(QApplication::activeModalWidget());
+    for (const QString &order : orders)
+        setControl(dialog->findChild<QWidget *>(order.section(QLatin1Char('='), 0, 0)),
+                   order.section(QLatin1Char('='), 1));
+    QTimer::singleShot(LookMs, sayYes);
+    QTest::mouseClick(dialog->findChild<QPushButton *>(QStringLiteral("apply")), Qt::LeftButton);
+}
+
+/// The options are for manual mode.
+void obeyOrders()
+{
+    QTimer::singleShot(LookMs, obeyOrders);
+    QFile file(task("OPERATOR_SETS"));
+    if (QApplication::activeModalWidget() != nullptr || !file.open(QIODevice::ReadOnly))
+        return;
+    const QStringList orders = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    file.remove();
+    State.setAutomatic(false);
+    QTimer::singleShot(0, qApp, [orders] { setOptions(orders); });
+    mainWindow->actionOptions->trigger();
+    State.setAutomatic(true);
+    tell("set");
+}
+
 void beginWork()
 {
     if (mainWindow == nullptr || !mainWindow->isVisible())
@@ -101,6 +155,8 @@ void beginWork()
         sendTelegram();
     if (!task("OPERATOR_READS").isEmpty())
         readTelegrams();
+    if (!task("OPERATOR_SETS").isEmpty())
+        obeyOrders();
 }
 
 void engageOperator()

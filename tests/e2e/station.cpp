@@ -131,6 +131,18 @@ void Station::writeSettings() const
         file.setValue(setting.key(), setting.value());
 }
 
+QString Station::program() const
+{
+    return m_operator.isEmpty() ? QStringLiteral(VELDA_PROGRAM) : QStringLiteral(OPERATED_VELDA);
+}
+
+void Station::bringProgram()
+{
+    if (!QFile::copy(program(), path(QFileInfo(program()).fileName())))
+        qFatal("the program cannot be copied");
+    m_brought = true;
+}
+
 void Station::start()
 {
     if (!QFile::exists(path(QStringLiteral("velda.ini"))))
@@ -140,8 +152,10 @@ void Station::start()
     if (m_operator.contains(QStringLiteral("OPERATOR_KILL")))
         preload(environment, QStringLiteral(KILLING_CALL_LIBRARY));
     process.setProcessEnvironment(environment);
-    process.start(m_operator.isEmpty() ? QStringLiteral(VELDA_PROGRAM) : QStringLiteral(OPERATED_VELDA),
-                  {QStringLiteral("-d=") + m_path});
+    if (m_brought)
+        process.start(path(QFileInfo(program()).fileName()), QStringList());
+    else
+        process.start(program(), {QStringLiteral("-d=") + m_path});
     if (!process.waitForStarted())
         qFatal("velda does not start");
 }

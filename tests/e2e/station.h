@@ -31,6 +31,9 @@ public:
     void operate(const QString &task, const QString &how);
     void leaveAlone(); ///< is the program as it comes again, with the next start
 
+    /// Has the program lie in the data directory and start without a word about it; after operate().
+    void bringProgram();
+
     /// Starts the program. Settings are written if there are none yet; a second start finds the former.
     void start();
     /// Ends it in order; true if it left with status 0 in time.
@@ -60,9 +63,11 @@ public:
 
 private:
     void writeSettings() const;
+    [[nodiscard]] QString program() const;
 
     QTemporaryDir m_directory;
-    QString m_path; // of the data directory, mostly m_directory
+    QString m_path;         // of the data directory, mostly m_directory
+    bool m_brought = false; // the program lies there
     QMap<QString, QString> m_settings;
     QProcessEnvironment m_environment;
     QProcessEnvironment m_operator;
