@@ -22,48 +22,23 @@
 #include <QTabWidget>
 #include <QTextCursor>
 
-#include <algorithm>
-
 namespace
 {
 const QString DefaultCategory = QStringLiteral("П");
 
-/// Selects \a count characters of \a edit from \a begin on, with the cursor behind them.
-QTextCursor partOf(const QPlainTextEdit &edit, int begin, int count)
+/// Spells out in the text of \a page what the line cannot carry as it stands; cursor and selection stay at
+/// their letters.
+void spellOut(CEditorPage &page)
 {
-    QTextCursor cursor(edit.document());
-    cursor.setPosition(begin);
-    cursor.setPosition(begin + count, QTextCursor::KeepAnchor);
-    return cursor;
-}
-
-/// Writes \a after over \a before, the text of \a edit: what both have at their ends stays, and one step
-/// undoes it.
-void writeOver(const QPlainTextEdit &edit, const QString &before, const QString &after)
-{
-    const int common = qMin(before.size(), after.size());
-    int head = 0, tail = 0;
-    while (head < common && before.at(head) == after.at(head))
-        ++head;
-    while (tail < common - head && before.at(before.size() - 1 - tail) == after.at(after.size() - 1 - tail))
-        ++tail;
-    partOf(edit, head, before.size() - tail - head).insertText(after.mid(head, after.size() - tail - head));
-}
-
-/// Spells out in \a edit what the line cannot carry as it stands; cursor and selection stay at their letters.
-void spellOut(QPlainTextEdit &edit)
-{
-    const QString before = edit.toPlainText();
-    const QString after = nonTlgCharReplace(before);
-    if (after == before)
-        return;
+    const QString before = page.text->toPlainText();
+    const QTextCursor former = page.text->textCursor();
     const auto moved = [&before](int position) { return nonTlgCharReplace(before.left(position)).size(); };
-    const int anchor = moved(edit.textCursor().anchor());
-    const int position = moved(edit.textCursor().position());
-    writeOver(edit, before, after);
-    QTextCursor cursor = partOf(edit, anchor, 0);
+    const int anchor = moved(former.anchor()), position = moved(former.position());
+    page.replaceText(nonTlgCharReplace(before));
+    QTextCursor cursor = page.text->textCursor();
+    cursor.setPosition(anchor);
     cursor.setPosition(position, QTextCursor::KeepAnchor);
-    edit.setTextCursor(cursor);
+    page.text->setTextCursor(cursor);
 }
 
 bool hasCategory(const CEditorPage &page)
@@ -110,7 +85,7 @@ void FormMain::connectEditorSending()
 
 QString FormMain::getEditorTextForSend()
 {
-    spellOut(*editorPage->text);
+    spellOut(*editorPage);
     noteEditorDropped(QString());
     TelegramFields fields = editorPage->fields();
     fields.text = getEditorText();
