@@ -59,6 +59,7 @@ start_virtual_display
 start_workstation
 status=0
 wait_for_telegrams || status=1
+operator_sends || status=1
 operator_types || status=1
 operator_reads || status=1
 until_true 10 take_screenshot || status=1

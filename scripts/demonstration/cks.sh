@@ -84,6 +84,22 @@ every_telegram_arrived()
     grep -q '^confirmation: ' "$result/far-end.log"
 }
 
+# A telegram in the form that has an address and a signature: category "С", series 02.
+operator_writes()
+{
+    printf 'ЗЦЗЦ 004 С02 654321\r\n%s\r\n\n\nМОСКВА ИВАНОВУ=\r\nНАПИСАНО В РЕДАКТОРЕ=\r\nПЕТРОВ-\n\n\n\n\n\n НННН  ' \
+        "$register_marks" > "$expected/ИСХ4"
+    sent+=(ИСХ4)
+    open_editor 5
+    fill_in '=End' '' '=End' '=End' 654321 '' '' '' '' 'МОСКВА ИВАНОВУ' 'НАПИСАНО В РЕДАКТОРЕ' 'ПЕТРОВ'
+    press_send 'Отправка телеграммы'
+}
+
+written_arrived()
+{
+    arrived "$expected/ИСХ4" "$kept"/[0-9]*.txt
+}
+
 before_typing()
 {
     echo talk >&3
@@ -94,7 +110,7 @@ check_end()
 {
     local number status=0
     stored
-    for number in 1 2 3; do
+    for number in 1 2 3 4; do
         whole "ИСХ$number" "$kept/00$number.txt" || status=1
     done
     for number in 1 2 3 4; do
@@ -104,7 +120,7 @@ check_end()
     told "a telegram with a category announced" 'service: ПЕРЕДАЕТСЯ КАТЕГОРИЙНАЯ .*' || status=1
     told "the confirmation with the operator's name" "confirmation: 4 $operator" || status=1
     told "the stop" 'stop:' || status=1
-    told "the same figures on both sides" 'figures: got 3 sent 4 .*' || status=1
+    told "the same figures on both sides" 'figures: got 4 sent 4 .*' || status=1
     ! grep '^violation: ' "$result/far-end.log" || status=1
     return "$status"
 }

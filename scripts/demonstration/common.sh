@@ -2,8 +2,8 @@
 # The steps of run.sh that all demonstrations share. They use its variables: bin, the programs; demo, a fresh
 # directory; result, where the screenshot and the logs stay; firmware, the generation of the line adapter, empty
 # for TCP; patience, seconds in which all telegrams must have come. Each demonstration beside this file gives
-# prepare_data, start_far_end, every_telegram_arrived and check_end, and names in received, sent and found what the
-# operator is to read, in word what he looks for.
+# prepare_data, start_far_end, every_telegram_arrived, operator_writes, written_arrived and check_end, and names in
+# received, sent and found what the operator is to read, in word what he looks for.
 # shellcheck disable=SC2154
 
 data=$demo/data
@@ -12,6 +12,8 @@ kept=$demo/far-end      # what the far end stores
 workstation=
 far_end=
 tab=0 # in front; the roll is 0
+register_marks='|||' # of the head of a written telegram, as the far end prints them: an adapter turns them into codes
+[ -z "$firmware" ] || register_marks=
 display_processes=()
 
 # long_text LINES WHERE: that many lines of telegram text, on the channel that WHERE names.
@@ -46,6 +48,9 @@ startInManualMode=false
 [SOUND]
 soundRTlgType=0
 soundCTlgType=0
+
+[EDITOR]
+editorInterfaceMode=1
 SETTINGS
         cat
     } > "$data/velda.ini"
@@ -120,6 +125,64 @@ wait_for_telegrams()
     until_true "$patience" every_telegram_arrived && until_true 10 sent_files_left_the_queue && sleep 2
 }
 
+# fill_in FIELD...: fills in the fields from the one that has the keyboard on, as the Tab key goes: a text is pasted, as
+# no key of this keyboard has a Russian letter; "=KEY" presses that key, and an empty one leaves the field as it is.
+fill_in()
+{
+    local field
+    for field in "$@"; do
+        case "$field" in
+            '') ;;
+            =*) xdotool key "${field#=}" ;;
+            *)
+                printf '%s' "$field" | xclip -i -selection clipboard
+                xdotool key ctrl+a ctrl+v
+                ;;
+        esac
+        sleep 0.3
+        xdotool key Tab
+        sleep 0.2
+    done
+}
+
+# activate TITLE: brings the window of that title to the front when it is there.
+activate()
+{
+    until_true 10 xdotool search --onlyvisible --name "$1" > /dev/null
+    xdotool windowactivate --sync "$(xdotool search --onlyvisible --name "$1" | tail -n 1)"
+}
+
+# open_editor FIELDS: brings the editor to the front, where the keyboard begins in the text, and goes back over so many
+# fields to the first one, that of the form.
+open_editor()
+{
+    local i
+    activate ' / V:'
+    open_tab 5
+    for ((i = 0; i < $1; ++i)); do
+        xdotool key shift+Tab
+        sleep 0.2
+    done
+}
+
+# press_send TITLE: sends what the editor holds; its dialog, of that title, is then in front.
+press_send()
+{
+    import -window root "$result/written.png"
+    xdotool key ctrl+Return
+    activate "$1"
+    import -window root "$result/sending.png"
+}
+
+# The operator writes a telegram and sends it; it must come to the far end like those that were prepared.
+operator_sends()
+{
+    operator_writes
+    xdotool key Return
+    until_true "$patience" written_arrived && until_true 10 sent_files_left_the_queue && open_tab 0 &&
+        echo "the written telegram has arrived"
+}
+
 # What the far end must know before it hears free text; a demonstration may have something to tell it.
 before_typing()
 {
@@ -181,7 +244,7 @@ read_rows()
 # marks, which a procedure may add on the line.
 seen()
 {
-    if tr -d '\r' < "$expected/$2" | grep -v '^ *$\|ЗЦЗЦ\|НННН' | grep -vxFf <(tr -d '\r' < "$demo/$1") > "$demo/unseen"; then
+    if tr -d '\r|' < "$expected/$2" | grep -v '^ *$\|ЗЦЗЦ\|НННН' | grep -vxFf <(tr -d '\r' < "$demo/$1") > "$demo/unseen"; then
         echo "MISSING  $2 on the tab $1: $(head -n 1 "$demo/unseen")"
         return 1
     fi

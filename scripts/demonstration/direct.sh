@@ -58,6 +58,21 @@ every_telegram_arrived()
     done
 }
 
+# A message is a text alone; it is to go at once through the queue.
+operator_writes()
+{
+    printf 'ЗЦЗЦ \r\nМОСКВА ИВАНОВУ=\r\nНАПИСАНО В РЕДАКТОРЕ=\r\nПЕТРОВ\r\nНННН  ' > "$expected/ИСХ4"
+    sent+=(ИСХ4)
+    open_editor 2
+    fill_in '=Home' '' $'МОСКВА ИВАНОВУ=\nНАПИСАНО В РЕДАКТОРЕ=\nПЕТРОВ'
+    press_send 'Отправка сообщения'
+}
+
+written_arrived()
+{
+    arrived "$expected/ИСХ4" "$kept"/[0-9]*.txt
+}
+
 # Each telegram at its place, byte for byte.
 check_end()
 {

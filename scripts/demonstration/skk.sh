@@ -30,12 +30,17 @@ start_far_end()
 {
     far_end_starts switch "--window-pause 50" --store "$kept" --point АБ-123456 --terminal-ao '654321 ЗНАМЯ' \
         --telegram '007 КАЗАНЬ ПЕТРОВУ=\r\nВАМ ЗВОНЯТ=\r\n' --subscriber '112233:112233 |ЗАРЯ' \
-        --subscriber '445566:445566 |ГРАНИТ:busy' --subscriber '223344:223344 |ВЕГА'
-    # The answerback is "654321 ЗНАМЯ"; the settings file escapes what is not Latin.
+        --subscriber '445566:445566 |ГРАНИТ:busy' --subscriber '223344:223344 |ВЕГА' \
+        --subscriber '334455:334455 |ЛУНА' --subscriber '556677:556677 |МАРС'
+    # The answerback is "654321 ЗНАМЯ", the list "СОСЕДИ"; the settings file escapes what is not Latin.
     write_settings 1 <<'SETTINGS'
 
 [DORAL]
 AO=654321 \x417\x41d\x410\x41c\x42f
+
+[ABONENTLISTS]
+AL_0="\x421\x41e\x421\x415\x414\x418|334455,556677||"
+AL_1=end
 SETTINGS
 }
 
@@ -49,10 +54,37 @@ every_telegram_arrived()
     grep -q '^down: 223344 ' "$result/far-end.log" && grep -q '^down: 112233 ' "$result/far-end.log"
 }
 
-# Beside the sent file stands the transcript of its connection.
+# Beside each sent file stands the transcript of its connection.
 sent_files_left_the_queue()
 {
-    [ "$(find "$data/out" -mindepth 2 -type f | wc -l)" = 2 ]
+    [ "$(find "$data/out" -mindepth 2 -type f | wc -l)" = $((2 * ${#sent[@]})) ]
+}
+
+# A telegram to a list of subscribers, which the operator takes from the lists; it is not to go through the centre.
+operator_writes()
+{
+    printf 'ЗЦЗЦ П654321\r\n|||\r\n\n\nМОСКВА ИВАНОВУ=\r\nНАПИСАНО В РЕДАКТОРЕ=\r\nПЕТРОВ-\n\n\n\n\n\nНННН  ' \
+        | tee "$expected/ИСХ2" > "$expected/ИСХ3"
+    sent+=(ИСХ2 ИСХ3)
+    open_editor 5
+    fill_in '=End' '' '' '' 654321 '' '' '' '' 'МОСКВА ИВАНОВУ' 'НАПИСАНО В РЕДАКТОРЕ' 'ПЕТРОВ'
+    press_send 'Отправка телеграммы'
+    fill_in '' # from the number to the button of the lists
+    xdotool key space
+    activate 'Списки'
+    xdotool key Home
+    sleep 0.3
+    xdotool key Return
+    activate 'Отправка телеграммы'
+    fill_in '' '' # from the number to the box of the centre
+    xdotool key space
+    sleep 0.3
+    import -window root "$result/sending.png"
+}
+
+written_arrived()
+{
+    grep -q '^down: 334455 ' "$result/far-end.log" && grep -q '^down: 556677 ' "$result/far-end.log"
 }
 
 # Typing needs a connection: somebody calls once more, and hangs up when he has been written to.
@@ -77,15 +109,21 @@ queued()
 
 check_end()
 {
-    local status=0
+    local number text status=0
     whole ИСХ1 "$data"/out/*/*u001.000 || status=1
+    whole ИСХ2 "$data"/out/*/*u001.001 || status=1
+    whole ИСХ3 "$data"/out/*/*u003.* || status=1
     whole ВХ1 "$data"/inp/*/*_000 || status=1
     queued 2 '|2|N|Абонент занят$' || status=1
     told "the text at its subscriber" \
         'got: 112233 ЗЦЗЦ МОСКВА ИВАНОВУ=\\r\\nПОЗДРАВЛЯЮ С ДНЕМ СВЯЗИ=\\r\\nНННН' || status=1
+    text="ЗЦЗЦ П654321\\\\r\\\\n$register_marks\\\\r\\\\n\\\\n\\\\nМОСКВА ИВАНОВУ=\\\\r\\\\nНАПИСАНО В РЕДАКТОРЕ=\\\\r\\\\nПЕТРОВ-"
+    for number in 334455 556677; do
+        told "the written text at $number" "got: $number $text\\(\\\\n\\)\\{6\\}НННН" || status=1
+    done
     # An adapter brings the mark of the Latin register along.
     told "the operator's text at the one who called" 'got: 667788 &\?HELLO' || status=1
-    told "three connections" 'figures: connections 3' || status=1
+    told "five connections" 'figures: connections 5' || status=1
     ! grep '^violation: ' "$result/far-end.log" || status=1
     return "$status"
 }
