@@ -12,6 +12,8 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
+#include <QScrollArea>
 #include <QToolButton>
 
 namespace
@@ -62,6 +64,7 @@ QGroupBox *COptionPage::beginGroup(const QString &title)
     m_form = newForm();
     box->setLayout(m_form);
     m_rows->addWidget(box);
+    box->installEventFilter(this);
     return box;
 }
 
@@ -76,6 +79,7 @@ void COptionPage::addRow(QWidget *widget)
     if (m_form == nullptr)
         endGroup();
     m_form->addRow(widget);
+    widget->installEventFilter(this);
 }
 
 void COptionPage::addRow(const QString &label, std::initializer_list<QWidget *> controls)
@@ -307,6 +311,18 @@ void COptionPage::mark(QWidget *control, const QString &reason)
     paintText(control, reason.isEmpty() ? QGuiApplication::palette().color(QPalette::Text) : Qt::red);
 }
 
+// Of a widget the area itself would show no more than its middle, and nothing of the first one behind the
+// last.
+void COptionPage::bringIntoView(const QWidget *control)
+{
+    auto *area = findChild<QScrollArea *>();
+    if (control == nullptr || !area->widget()->isAncestorOf(control))
+        return;
+    const QRect place(control->mapTo(area->widget(), QPoint()), control->size());
+    for (const QPoint &corner : {place.bottomRight() + QPoint(1, 1), place.topLeft()})
+        area->ensureVisible(corner.x(), corner.y(), 0, 0);
+}
+
 // The wheel moves the page and changes a value only where the keyboard is.
 bool COptionPage::eventFilter(QObject *object, QEvent *event)
 {
@@ -315,5 +331,9 @@ bool COptionPage::eventFilter(QObject *object, QEvent *event)
         event->ignore();
         return true;
     }
+    if (event->type() == QEvent::FocusIn && control != nullptr)
+        QMetaObject::invokeMethod(
+            this, [this, control = QPointer<QWidget>(control)] { bringIntoView(control); },
+            Qt::QueuedConnection);
     return QWidget::eventFilter(object, event);
 }

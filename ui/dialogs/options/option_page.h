@@ -146,6 +146,7 @@ protected:
 
 private:
     void noteOutOfRange();
+    void bringIntoView(const QWidget *control);
 
     QBoxLayout *m_rows;
     QFormLayout *m_form = nullptr; ///< takes the rows; null before the first one
