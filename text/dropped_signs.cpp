@@ -47,13 +47,13 @@ Written writtenIn(const TelegramFields &fields, const FormRows &shown)
 {
     using F = TelegramFields;
     static const struct {
-        FormRow row;
         QString F::*field;
+        FormRow row;
         bool spelled;
     } rows[] = {
-        {CategoryRow, &F::index, false}, {HeaderRow, &F::header, true},        {MarksRow, &F::marks, true},
-        {AddressRow, &F::address, true}, {KassaRow, &F::kassa, false},         {ToRow, &F::to, false},
-        {FromRow, &F::from, false},      {SignatureRow, &F::signature, false},
+        {&F::index, CategoryRow, false}, {&F::header, HeaderRow, true},        {&F::marks, MarksRow, true},
+        {&F::address, AddressRow, true}, {&F::kassa, KassaRow, false},         {&F::to, ToRow, false},
+        {&F::from, FromRow, false},      {&F::signature, SignatureRow, false},
     };
     Written written;
     for (const auto &row : rows)
@@ -61,6 +61,7 @@ Written writtenIn(const TelegramFields &fields, const FormRows &shown)
             (row.spelled ? written.spelled : written.asItIs) += fields.*row.field;
     return written;
 }
+
 using Clear = std::function<QString(const QString &)>;
 
 /// Adds to \a dropped the signs of \a text of which \a clear leaves nothing.

@@ -23,7 +23,7 @@
 
 namespace
 {
-constexpr int ButtonSpacing = 2, RowSpacing = 2;
+constexpr int RowSpacing = 2;
 constexpr int LeastTextLines = 5;
 
 template <class Control> Control *named(Control *control, const char *name)
@@ -246,7 +246,7 @@ void CEditorPage::showPart(const QWidget *field, const QRect &part)
         area->ensureVisible(corner.x(), corner.y(), 0, 0);
 }
 
-/// The keyboard goes to the next field that the operator fills, at the latest to the text.
+/// The keyboard goes to the next field that the operator fills; behind the last one, to sending.
 void CEditorPage::goOn(QWidget *field)
 {
     const Widgets fields = rowFields();
@@ -255,7 +255,8 @@ void CEditorPage::goOn(QWidget *field)
         if (fields[i]->isVisible() && fields[i]->isEnabled() && (line == nullptr || !line->isReadOnly()))
             return fields[i]->setFocus(Qt::TabFocusReason);
     }
-    send->isEnabled() ? send->setFocus(Qt::TabFocusReason) : text->setFocus(Qt::TabFocusReason);
+    QWidget *last = send->isEnabled() ? static_cast<QWidget *>(send) : text;
+    last->setFocus(Qt::TabFocusReason);
 }
 
 void CEditorPage::changeEvent(QEvent *event)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/clock.h"
+#include "tests/support/patience.h"
 #include "tests/support/row.h"
 #include "tests/ui/window/station.h"
 #include "text/telegram_form.h"
@@ -44,7 +45,7 @@ public:
     {
         form->show();
         form->tabWidget->setCurrentWidget(form->editorPage);
-        QVERIFY(QTest::qWaitForWindowActive(form.get()));
+        QVERIFY(QTest::qWaitForWindowActive(form.get(), PatienceMs));
         page.text->setFocus();
     }
 
