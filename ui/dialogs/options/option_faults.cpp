@@ -84,7 +84,9 @@ QString rawPrinterFault(const QString &typed)
 
 QString fontFault(const QString &typed)
 {
-    return QFontDatabase().families().contains(typed, Qt::CaseInsensitive) ? QString() : QStringLiteral("Нет такого шрифта, будет похожий");
+    return QFontDatabase().families().contains(typed, Qt::CaseInsensitive)
+               ? QString()
+               : QStringLiteral("Нет такого шрифта, будет похожий");
 }
 
 QString timeFormFault(const QString &typed)
