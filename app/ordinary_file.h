@@ -18,3 +18,8 @@
 void syncToDisk(const QFile &file);
 /// Gives \a from the name \a to in one step, over a file that stands there.
 [[nodiscard]] bool moveOver(const QString &from, const QString &to);
+/// As QFile::rename(): gives \a from the name \a to, over nothing that stands there.
+///
+/// Where the system renames no file that another program has open, as Windows does, both of them wait a
+/// quarter of a second for that one, a virus scanner mostly, to let go. They have to be shorter than a tick.
+[[nodiscard]] bool moveBeside(const QString &from, const QString &to);

@@ -44,3 +44,8 @@ bool moveOver(const QString &from, const QString &to)
 {
     return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
 }
+
+bool moveBeside(const QString &from, const QString &to)
+{
+    return QFile::rename(from, to);
+}

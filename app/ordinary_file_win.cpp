@@ -1,12 +1,16 @@
 #include "app/ordinary_file.h"
 
 #include <QDir>
+#include <QThread>
 
 #include <io.h>
 #include <windows.h>
 
 namespace
 {
+constexpr int Tries = 10; // a quarter of a second in all
+constexpr unsigned long MsBetweenTries = 25;
+
 std::wstring systemName(const QString &path)
 {
     return QDir::toNativeSeparators(path).toStdWString();
@@ -23,6 +27,26 @@ bool mayBeOrdinary(const QString &path)
     const DWORD type = GetFileType(handle);
     CloseHandle(handle);
     return type == FILE_TYPE_DISK;
+}
+
+/// Whether the last call has failed for another program that has the file open, or has just deleted it.
+bool isHeld()
+{
+    const DWORD error = GetLastError();
+    return error == ERROR_SHARING_VIOLATION || error == ERROR_LOCK_VIOLATION || error == ERROR_ACCESS_DENIED;
+}
+
+bool move(const QString &from, const QString &to, DWORD flags)
+{
+    const std::wstring source = systemName(from);
+    const std::wstring target = systemName(to);
+    for (int tried = 1;; ++tried) {
+        if (MoveFileExW(source.c_str(), target.c_str(), flags) != 0)
+            return true;
+        if (tried == Tries || !isHeld())
+            return false;
+        QThread::msleep(MsBetweenTries);
+    }
 }
 } // namespace
 
@@ -41,6 +65,11 @@ void syncToDisk(const QFile &file)
 
 bool moveOver(const QString &from, const QString &to)
 {
-    return MoveFileExW(systemName(from).c_str(), systemName(to).c_str(),
-                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+    return move(from, to, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+}
+
+// What the plain call cannot do, such as a move to another drive, QFile may.
+bool moveBeside(const QString &from, const QString &to)
+{
+    return move(from, to, 0) || QFile::rename(from, to);
 }

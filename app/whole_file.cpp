@@ -69,8 +69,8 @@ bool writeNewFile(const QString &path, const QByteArray &content)
     QFile draft(temporaryName(path));
     if (!draft.open(QIODevice::WriteOnly | QIODevice::NewOnly))
         return false;
-    // QFile::rename() never takes the place of another file.
-    if (writeOut(draft, content) && draft.rename(path))
+    // moveBeside() never takes the place of another file.
+    if (writeOut(draft, content) && moveBeside(draft.fileName(), path))
         return true;
     draft.remove();
     return false;

@@ -4,6 +4,7 @@
 
 #include "app/clock.h"
 #include "app/options.h"
+#include "app/ordinary_file.h"
 #include "app/state.h"
 #include "procedures/telegram_files.h"
 #include "text/utils.h"
@@ -291,7 +292,7 @@ void CProcessCKS::setFileAside(const QString &suffix, bool tryFurtherNames)
     const QString target = source + QStringLiteral(".b") + suffix;
     noteEvent(QStringLiteral("ПЕРЕИМЕНОВАНИЕ ") + shownName(source) + QStringLiteral(" В ") +
               shownName(target));
-    bool moved = QFile::rename(source, target);
+    bool moved = moveBeside(source, target);
     if (!moved)
         noteEvent(QStringLiteral("Ошибка переименования"), ProtocolError);
     for (int i = 0; tryFurtherNames && !moved && i <= 9; ++i)

@@ -1,6 +1,7 @@
 #include "records/io_model.h"
 
 #include "app/options.h"
+#include "app/ordinary_file.h"
 #include "records/creation_time.h"
 #include "records/file_attr.h"
 #include "records/protocol.h"
@@ -154,8 +155,8 @@ bool CTableViewModel_IO::shortenName(int row)
     if (!hasNewSuffix(name))
         return true;
     const QString shorter = name.chopped(Options.newFileSuffix.size());
-    // QFile::rename() writes over no file that bears the shorter name already.
-    if (shorter.isEmpty() || !QFile::rename(pathOf(name), pathOf(shorter)))
+    // moveBeside() writes over no file that bears the shorter name already.
+    if (shorter.isEmpty() || !moveBeside(pathOf(name), pathOf(shorter)))
         return false;
     m_rows[row].fileName = shorter;
     m_rowsByName.clear();

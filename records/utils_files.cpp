@@ -1,4 +1,5 @@
 #include "app/options.h"
+#include "app/ordinary_file.h"
 #include "records/file_attr.h"
 #include "records/protocol.h"
 #include "text/utils.h"
@@ -23,9 +24,9 @@ bool CUtils::renameFile(QString from, QString toDir, QString toName, bool markNe
 {
     const QString target = toDir + QDir::separator() + toName;
     note(QStringLiteral("ПЕРЕИМЕНОВАНИЕ ") + shownName(from) + QStringLiteral(" В ") + shownName(target));
-    if (!QFile::rename(from, target)) {
+    if (!moveBeside(from, target)) {
         QDir().mkdir(toDir);
-        if (!QFile::rename(from, target)) {
+        if (!moveBeside(from, target)) {
             Log.addCacheServiceString(QStringLiteral("Ошибка переименования"), ProtocolError, true);
             return false;
         }
@@ -68,5 +69,8 @@ void CUtils::clearInDir(QString root, const QDate &limit)
 
 QString CUtils::checkAndMakeRelativePath(QString path)
 {
-    return path.startsWith(Options.appPath) ? path.mid(Options.appPath.size()) : path;
+    // On Windows the program's own path has both separators, and the choice of a file brings slashes.
+    const bool isBelow =
+        QDir::fromNativeSeparators(path).startsWith(QDir::fromNativeSeparators(Options.appPath));
+    return isBelow ? path.mid(Options.appPath.size()) : path;
 }
