@@ -17,6 +17,7 @@ Installs what is missing, builds, and runs the tests; without an option each tes
   --fuzz     a million random sessions beside each naive reader
   --bench    the benchmarks, in the release build, with their table
   --package  the Debian package: built, put into a clean root, used there, removed
+  --windows  those that Windows can have, cross-built, under Wine
   --help     this text
 
 What stands behind the option goes to ctest: ./test.sh --asan -R journal
@@ -31,6 +32,7 @@ case "${1:-}" in
     --fuzz) shift; fuzz=yes ;;
     --bench) preset=release; shift; bench=yes ;;
     --package) shift; package=yes ;;
+    --windows) shift; scripts/windows/build.sh --tests; exec scripts/windows/run-tests.sh "$@" ;;
     --help | -h) help; exit ;;
     --*) echo "test.sh: unknown option $1" >&2; help >&2; exit 2 ;;
 esac

@@ -90,7 +90,7 @@ QStringList Desk::journal() const
         QString text;
         for (const QChar c : line)
             text += c.unicode() < 10 ? QChar('0' + c.unicode()) : c;
-        shown << text;
+        shown << text.replace(QDir::separator(), QLatin1Char('/'));
     }
     return shown;
 }
