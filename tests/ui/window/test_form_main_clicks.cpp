@@ -32,8 +32,6 @@ private slots:
     void operatorWhoIsGoneIsJournalled();
     void operatorWhoIsThereStays();
     void chosenOperatorSigns();
-    void editorRowsFollowTheForm_data();
-    void editorRowsFollowTheForm();
 };
 
 namespace
@@ -272,35 +270,6 @@ void TestFormMainClicks::chosenOperatorSigns()
     combo->setCurrentText(QStringLiteral("ИВАНОВ"));
     QVERIFY(Options.lastOperator.isEmpty());
     QVERIFY(station.news().isEmpty());
-}
-
-void TestFormMainClicks::editorRowsFollowTheForm_data()
-{
-    QTest::addColumn<int>("form");
-    QTest::addColumn<QString>("rows"); // category, heading, marks, address, cash desk, to, from, signature
-    row("message", 0, "--------");
-    row("telegram", 1, "+-------");
-    row("telegram in full form", 2, "++++---+");
-    row("international", 3, "+---++++");
-    row("REX400", 4, "-+-----+");
-    row("out of range", 9, "--------");
-}
-
-void TestFormMainClicks::editorRowsFollowTheForm()
-{
-    QFETCH(int, form);
-    Station station(SKK, [form] {
-        for (EditorInterfaceMode &mode : Options.interfaceModes)
-            mode.enabled = true;
-        Options.editorInterfaceMode = form;
-    });
-    const CEditorPage &page = *station.form->editorPage;
-    const QList<QWidget *> fields{page.category, page.from, page.marks, page.address,
-                                  page.fKassa,   page.fTo,  page.fFrom, page.pScript};
-    QString rows;
-    for (const QWidget *field : fields)
-        rows += field->isVisibleTo(&page) ? QLatin1Char('+') : QLatin1Char('-');
-    QTEST(rows, "rows");
 }
 
 QTEST_MAIN(TestFormMainClicks)
