@@ -27,7 +27,8 @@ public:
     [[nodiscard]] QByteArray readPrinted(const QString &name = QStringLiteral("printed")) const;
     [[nodiscard]] QStringList names(const QString &directory,
                                     const QString &mask = QStringLiteral("*")) const;
-    /// Today's journal with the type marks shown as digits, "3" + "12:00:00 Запуск", and slashes in all paths.
+    /// Today's journal with the type marks shown as digits, "3" + "12:00:00 Запуск", and slashes in all
+    /// paths.
     [[nodiscard]] QStringList journal() const;
     /// Takes what a procedure put on the line.
     [[nodiscard]] QString sent() const;

@@ -3,7 +3,6 @@
 #include "tests/support/row.h"
 #include "tests/ui/window/station.h"
 #include "ui/form_main.h"
-#include "ui/pages/editor_page.h"
 
 #include <QApplication>
 #include <QDialog>
