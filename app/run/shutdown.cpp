@@ -5,6 +5,7 @@
 #include "link/tlg_thread.h"
 #include "records/protocol.h"
 #include "ui/form_main.h"
+#include "ui/printing/print_queue.h"
 #include "ui/sound.h"
 
 #include <QFile>
@@ -66,7 +67,7 @@ void shutDown(const QString &program)
 // lets no exception out ends the whole program with an error.
 int endProcess(int status)
 {
-    if (TlgThread.isRunning() || PrfThread.isRunning())
+    if (TlgThread.isRunning() || PrfThread.isRunning() || CPrintQueue::hangs())
         std::_Exit(status);
     return status;
 }

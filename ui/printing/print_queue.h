@@ -23,11 +23,14 @@ public:
     /// The one queue. It is never destroyed, so that a device that blocks for ever cannot hold up the
     /// program's end; at the end of the event loop the open jobs get a few seconds.
     static CPrintQueue &instance();
+    /// Whether a job is still running; for the end of the process.
+    [[nodiscard]] static bool hangs();
 
     /// Adds a job. If none is open and this one is quick, it is over on return, and its failure is in the
     /// journal then. A slow job goes on by itself, and so do those that come behind it.
     void add(const Job &job);
-    /// Adds a job without waiting for it.
+    /// Adds what is not a print but must not run beside one; returns at once. The program's end does not wait
+    /// for it.
     void post(const Job &job);
     /// Waits until no job is open, but no longer than \a milliseconds, journals what has failed, and tells
     /// whether none is open.
@@ -41,14 +44,25 @@ protected:
 
 private:
     CPrintQueue() = default;
-    [[nodiscard]] bool begin(const Job &job); ///< whether no other job was open
-    void endJobs(); ///< the program ends: what does not end in time is told to stop and journalled
+    static void waitForLastJob(); ///< before the application goes
+    struct Open {
+        Job job;
+        bool prints;
+    };
+
+    [[nodiscard]] bool begin(const Open &open); ///< whether no other job was open
+    bool waitForPrints(int milliseconds);       ///< as waitForIdle(), for the prints among the jobs
+    void endJobs(); ///< the program ends: a print that does not end in time is told to stop and journalled
     void journalErrors();
-    [[nodiscard]] Job takeJob(); ///< an empty one ends the thread
+    [[nodiscard]] Open takeJob(); ///< an empty one ends the thread
+    void noteDone(const Open &done, const QStringList &errors);
+
+    static CPrintQueue *queue; ///< null until the first job
 
     QMutex m_mutex; ///< guards all below but m_stop
     QWaitCondition m_idle;
-    QQueue<Job> m_jobs;              ///< without the running one
+    QQueue<Open> m_jobs;             ///< without the running one
+    int m_prints = 0;                ///< jobs that print, with the running one
     QStringList m_errors;            ///< journal lines that wait for the main thread
     bool m_busy = false;             ///< a job is open; cleared by the thread as its last act
     std::atomic<bool> m_stop{false}; ///< the program ends; never cleared
