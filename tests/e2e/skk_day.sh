@@ -99,7 +99,7 @@ live()
     kill -TERM "$velda"
     wait "$velda" || { echo "the workstation ended with $?"; exit 1; }
     echo quit >&3
-    wait "$network" || { echo "the network ended with $?"; exit 1; }
+    wait "$network" || { echo "the network ended with $?"; grep -v '^\(sent\|received\)' "$day/switch.log" | tail -n 60; exit 1; }
 }
 
 all_settled() # each file is sent or has as many tries left as it must, each call from outside is over
