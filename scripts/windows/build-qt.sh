@@ -9,6 +9,9 @@ set -euo pipefail
 version=5.15.8
 modules="qtbase qtserialport qtmultimedia"
 cross=i686-w64-mingw32-
+# Parts by others of what belongs to other systems or is left out here.
+not_contained='/(android|angle|cocoa|forkfd|gradle|harfbuzz|kernel|opengl|vulkan|VulkanMemoryAllocator|wasm|xcb)/'
+not_contained+='|^(dbus|testlib)/'
 
 script=$(readlink -f "$0")
 cache=${VELDA_WINDOWS_CACHE:-$HOME/.cache/velda-windows}
@@ -56,6 +59,7 @@ fetch_source()
     rm -rf "$module" "package-$module"
     if [ -n "${!named:-}" ]; then
         cp -a "${!named}" "$module"
+        echo "$module $(version_of "$module")" > "source-$module"
         # A checkout has no headers to include; they are made where this folder says that it is one.
         [ -d "$module/include" ] || mkdir -p "$module/.git"
         return
@@ -67,14 +71,20 @@ fetch_source()
         exit 1
     fi
     mv "package-$module/$module-opensource-src-"*/ "$module"
+    sed -n 's/^\(Source\|Version\): //p' "package-$module/"*.dsc | paste -s -d ' ' > "source-$module"
     rm -rf "package-$module"
+}
+
+version_of()
+{
+    sed -n 's/^MODULE_VERSION *= *//p' "$1/.qmake.conf"
 }
 
 # The folder is named by the version of qtbase; the other modules need only be made for it.
 check_version()
 {
     local module=$1 found
-    found=$(sed -n 's/^MODULE_VERSION *= *//p' "$module/.qmake.conf")
+    found=$(version_of "$module")
     case "$module $found" in
         "qtbase $version") return ;;
         qtbase*) ;;
@@ -92,19 +102,22 @@ configure_qtbase()
         -qt-zlib -qt-pcre -qt-libpng -qt-libjpeg -qt-freetype
 }
 
-# keep_licences MODULE: the texts that a copy of these libraries must be accompanied by.
+# keep_licences MODULE: the texts that a copy of these libraries must be accompanied by, and of which sources they are.
 keep_licences()
 {
-    local module=$1 to=$qt/licences/$1 part
+    local module=$1 to=$qt/licences/$1 parts part
     rm -rf "$to"
     mkdir -p "$to"
     cp "$module"/LICENSE.{GPL3*,LGPL3} "$to"
+    cp "source-$module" "$to/SOURCE.txt"
     [ ! -f "$module/debian/copyright" ] || cp "$module/debian/copyright" "$to"
-    [ "$module" = qtbase ] || return 0
-    for part in double-conversion easing freetype harfbuzz-ng icc libjpeg libpng md4c pcre2 pixman rfc6234 sha3 \
-        tinycbor zlib; do
-        mkdir "$to/$part"
-        find "qtbase/src/3rdparty/$part" -maxdepth 2 \
+    # Each part that is by others tells so in its folder.
+    parts=$(find "$module/src" -name qt_attribution.json -printf '%P\n' |
+        { grep -v -E "$not_contained" || true; })
+    for part in $parts; do
+        part=${part%/*}
+        mkdir -p "$to/$part"
+        find "$module/src/$part" -maxdepth 1 \
             \( -iname '*licen[cs]e*' -o -iname 'copying*' -o -iname 'qt_attribution.json' \) \
             -exec cp -t "$to/$part" {} +
     done
