@@ -2,7 +2,7 @@
 # Builds the workstation for Windows, 32 bit, in build/windows and packs what is installed there into
 # build/velda-VERSION-win32.zip: programs, Qt's libraries and plugins, sounds, the manual, licences.
 #   scripts/windows/build.sh          programs and zip
-#   scripts/windows/build.sh --tests  the test programs too
+#   scripts/windows/build.sh --tests  programs and tests, without a zip
 # The first time it builds Qt, see build-qt.sh, which also tells of sources that Debian's packages do not bring.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "$0")")/../.."
@@ -19,6 +19,7 @@ libraries="Core Gui Widgets Network SerialPort Multimedia PrintSupport"
 plugins="platforms/qwindows printsupport/windowsprintersupport audio/qtaudio_windows imageformats/qico"
 runtime="libgcc_s_dw2-1.dll libstdc++-6.dll libwinpthread-1.dll"
 build=build/windows
+manual="docs/Velda. Руководство пользователя.pdf"
 
 scripts/install-deps.sh
 scripts/install-deps.sh g++-mingw-w64-i686-posix gcc-mingw-w64-i686-posix dpkg-dev make perl zip
@@ -81,7 +82,17 @@ copy_licences()
     cp /usr/share/doc/gcc-mingw-w64-base/copyright "$to/compiler/gcc.txt"
     cp /usr/share/doc/mingw-w64-common/copyright "$to/compiler/mingw-w64.txt"
     cp /usr/share/common-licenses/GPL-3 "$to/compiler/GPL-3.txt"
-    cp scripts/windows/licences.txt "$to/READ ME.txt"
+    mkdir "$to/programs"
+    cp /usr/share/doc/qttranslations5-l10n/copyright "$to/programs/qttranslations.txt"
+    cp /usr/share/doc/avr-libc/copyright "$to/programs/avr-libc.txt"
+    cp /usr/share/common-licenses/GPL-3 "$to/programs/GPL-3.txt"
+    for_notepad "$to/READ ME.txt" packaging/windows/licences.txt
+}
+
+# for_notepad TO FROM: with the line ends and the mark of UTF-8 that its readers of text know it by.
+for_notepad()
+{
+    { printf '\xef\xbb\xbf'; sed "s/@VERSION@/$version/; s/\$/\r/" "$2"; } > "$1"
 }
 
 pack()
@@ -103,8 +114,9 @@ pack()
     $cross-strip -o "$folder/velda.exe" "$build/bin/velda.exe"
     $cross-strip -o "$folder/linesim.exe" "$build/bin/linesim.exe"
     cp -r sound "$folder"
-    [ -z "$(find docs -maxdepth 1 -name '*.pdf')" ] || cp docs/*.pdf "$folder/docs"
-    cp README.md CHANGELOG.md "$folder"
+    [ ! -f "$manual" ] || cp "$manual" "$folder/docs"
+    for_notepad "$folder/READ ME.txt" packaging/windows/read-me.txt
+    for_notepad "$folder/CHANGELOG.txt" CHANGELOG.md
     copy_licences "$folder/licences"
     rm -f "build/$name.zip"
     (cd "$build/package" && zip -q -r -X "../../$name.zip" "$name")
@@ -113,4 +125,5 @@ pack()
 
 compile
 complete_programs
+[ "$tests" = OFF ] || exit 0
 pack
