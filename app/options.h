@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/abonent.h"
+#include "app/procedure.h"
 #include "app/relaxed.h"
 
 #include <QFont>
@@ -11,9 +12,6 @@
 #include <QStringList>
 
 class QSettings;
-
-/// The line procedures, Options.processMode; any other value is no procedure.
-enum Procedure { CKS = 0, SKK = 1, Direct = 2 };
 
 /// Ways of dialling on a switched channel, Options.tlgSig; any other value dials nothing.
 enum Signalling { SignalCode = 0, SignalPulses = 1, SignalCodeByProgram = 2 };

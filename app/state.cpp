@@ -2,6 +2,7 @@
 
 #include "app/clock.h"
 #include "app/ini_file.h"
+#include "app/journal_words.h"
 #include "app/options.h"
 #include "records/protocol.h"
 
@@ -58,11 +59,11 @@ void CState::setAutomatic(bool on)
 {
     if (!on) {
         if (!manualMode)
-            Log.addCacheServiceString(QStringLiteral("Установлен РУЧНОЙ режим"), ProtocolInfo, true);
+            Log.addCacheServiceString(JournalWords::Manual, ProtocolInfo, true);
         manualMode = true;
     } else {
         if (manualMode)
-            Log.addCacheServiceString(QStringLiteral("Установлен АВТОМАТИЧЕСКИЙ режим"), ProtocolInfo, true);
+            Log.addCacheServiceString(JournalWords::Automatic, ProtocolInfo, true);
         if (Options.processMode == CKS && tlgMode != ModeOpen)
             askReceiptCountdown = RequestAfterSwitch;
         manualMode = false;

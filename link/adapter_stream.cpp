@@ -1,5 +1,6 @@
 #include "link/adapter_stream.h"
 
+#include "app/journal_words.h"
 #include "app/options.h"
 #include "link/adapter_protocol.h"
 #include "link/tlg_thread.h"
@@ -117,7 +118,7 @@ void CAdapterStream::takeStatus(quint8 status)
         m_thread.shownWindow = credit;
         if (m_thread.lineError & CTlgThread::SignalLost) {
             m_thread.lineError = CTlgThread::LineGood;
-            m_thread.setState(m_prefix + QStringLiteral(": Адаптер подключен"));
+            m_thread.setState(m_prefix + JournalWords::SignalBack);
         }
     }
     m_thread.statusPending = true;

@@ -2,6 +2,7 @@
 
 #include "link/tlg_thread.h"
 
+#include "app/journal_words.h"
 #include "link/port_loop.h"
 #include "link/utils_ports.h"
 #include "text/utils.h"
@@ -45,11 +46,11 @@ void CTlgThread::PortThread()
         const QMutexLocker lock(&settingsMutex);
         portName = CUtils::getPortNameBySN(adapterSN, autoClass);
         name = portName;
-        const char *kind = isEthernetAdapter(adapterSN) ? "Nerva (%1)" : "Trelo (%1)";
-        prefix = QString::fromLatin1(kind).arg(adapterSN);
+        prefix = (isEthernetAdapter(adapterSN) ? JournalWords::NervaRoad : JournalWords::TreloRoad) +
+                 adapterSN + QStringLiteral(")");
     }
     if (reportFailure)
-        setState(prefix + QStringLiteral(": Подключение"));
+        setState(prefix + JournalWords::LinkComing);
     if (name.isEmpty())
         return portFailed(prefix + QStringLiteral(":  Нет устройства"));
     QSerialPort port;

@@ -1,5 +1,6 @@
 #include "link/port_loop.h"
 
+#include "app/journal_words.h"
 #include "link/adapter_protocol.h"
 #include "link/adapter_stream.h"
 #include "link/tlg_thread.h"
@@ -61,7 +62,7 @@ bool CPortLoop::greet()
     m_thread.connected = true;
     m_thread.reportFailure = true;
     write(QByteArray(1, m_modeByte));
-    m_thread.setState(m_prefix + QStringLiteral(": Соединено ") + m_portName);
+    m_thread.setState(m_prefix + JournalWords::LinkUp + m_portName);
     drainFor(waits.settleMs);
     return true;
 }
@@ -109,7 +110,8 @@ int CPortLoop::askVersion()
         const int version = CAdapterStream::versionFrom(reply);
         if (version < 0)
             continue;
-        m_thread.setState(m_prefix + QStringLiteral(": %1 (V %2)").arg(m_portName).arg(version));
+        m_thread.setState(m_prefix + QStringLiteral(": ") + m_portName + JournalWords::LinkVersion +
+                          QStringLiteral("%1)").arg(version));
         return version;
     }
     return 0;

@@ -5,6 +5,7 @@
 #include "link/tcp_waits.h"
 #include "link/tlg_thread.h"
 
+#include "app/journal_words.h"
 #include "app/options.h"
 
 #include <QHostAddress>
@@ -32,7 +33,7 @@ void CTlgThread::TcpIPThread()
     socket.setProxy(QNetworkProxy::NoProxy);
     beginLink();
     const auto [address, port] = tcpPeer();
-    const QString prefix = QStringLiteral("TCP (%1:%2)").arg(address).arg(port);
+    const QString prefix = JournalWords::TcpRoad + QStringLiteral("%1:%2)").arg(address).arg(port);
     socket.connectToHost(QHostAddress(address), static_cast<quint16>(port));
     if (!waitUntilConnected(socket, ConnectMs, stopRequested)) {
         if (stopRequested)
@@ -43,7 +44,7 @@ void CTlgThread::TcpIPThread()
     }
     connected = true;
     reportFailure = true;
-    setState(prefix + QStringLiteral(": Соединено "));
+    setState(prefix + JournalWords::LinkUp);
     runClient(socket, prefix);
 }
 

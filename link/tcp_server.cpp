@@ -1,5 +1,6 @@
 // The incoming TCP link.
 
+#include "app/journal_words.h"
 #include "link/tcp_loop.h"
 #include "link/tcp_protocol.h"
 #include "link/tcp_waits.h"
@@ -31,13 +32,13 @@ void CTlgThread::TcpIPSrvThread()
 {
     beginLink();
     const auto [address, port] = tcpPeer();
-    const QString prefix = QStringLiteral("TcpServer (port:%1)").arg(port);
+    const QString prefix = JournalWords::TcpServerRoad + QStringLiteral("port:%1)").arg(port);
     QTcpServer server;
     server.setProxy(QNetworkProxy::NoProxy);
     server.setMaxPendingConnections(2);
     if (!server.listen(QHostAddress::Any, static_cast<quint16>(port)))
         return serverFailed(prefix + QStringLiteral(": не удалось запустить ") + server.errorString());
-    setState(prefix + QStringLiteral(": Ожидание подключения"));
+    setState(prefix + JournalWords::LinkAwaited);
     while (!restartRequested && !stopRequested) {
         bool timedOut = false;
         if (!server.hasPendingConnections() && !server.waitForNewConnection(ListenStepMs, &timedOut) &&
@@ -48,7 +49,7 @@ void CTlgThread::TcpIPSrvThread()
             return serverFailed(prefix + QStringLiteral(": ") + server.errorString());
         if (peerAddress(*socket) == QHostAddress(address))
             return runServer(*socket, prefix);
-        setState(prefix + QStringLiteral(": попытка соединения с IP ") + peerAddress(*socket).toString());
+        setState(prefix + JournalWords::LinkStranger + peerAddress(*socket).toString());
         closeAndWait(*socket);
     }
 }
@@ -58,9 +59,9 @@ void CTlgThread::runServer(QTcpSocket &socket, const QString &prefix)
     CTcpLoop loop(*this, socket, prefix, CTcpLoop::Server);
     connected = true;
     reportFailure = true;
-    setState(prefix + QStringLiteral(": Подключение с IP ") + peerAddress(socket).toString());
+    setState(prefix + JournalWords::LinkComing + QStringLiteral(" с IP ") + peerAddress(socket).toString());
     sleepSecond();
-    setState(prefix + QStringLiteral(": Соединено "));
+    setState(prefix + JournalWords::LinkUp);
     loop.agreeKey();
     loop.run();
     sleep(1);

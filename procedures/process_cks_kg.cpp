@@ -3,9 +3,11 @@
 #include "procedures/process_cks.h"
 
 #include "app/clock.h"
+#include "app/journal_words.h"
 #include "app/options.h"
 #include "app/ordinary_file.h"
 #include "app/state.h"
+#include "procedures/centre_words.h"
 #include "procedures/telegram_files.h"
 #include "text/utils.h"
 
@@ -82,8 +84,8 @@ void CProcessCKS::takeReceipt(const QString &text)
 {
     State.askSent = false;
     CentreReceipt receipt;
-    receipt.fields = CUtils::testTemplate(QStringLiteral("ВАШ %3d НАШ %3d ПОСЛЕДНИЕ %s %s %s"), text,
-                                          &receipt.your, &receipt.our, &receipt.w1, &receipt.w2, &receipt.w3);
+    receipt.fields = CUtils::testTemplate(CentreWords::Receipt, text, &receipt.your, &receipt.our,
+                                          &receipt.w1, &receipt.w2, &receipt.w3);
     if (!receipt.hasFigures())
         return;
     State.CKS_out = receipt.our;
@@ -138,7 +140,7 @@ void CProcessCKS::takeReceiptOfReceived(const CentreReceipt &receipt)
     State.setAutomatic(false);
     if (State.tlgMode == ModeOpen)
         SendKG(Stop);
-    noteEvent(QStringLiteral("РАСХОЖДЕНИЕ СЧЕТЧИКОВ"), ProtocolError);
+    noteEvent(JournalWords::CountersDiffer, ProtocolError);
 }
 
 void CProcessCKS::takeOpening(const QString &text)
@@ -189,8 +191,7 @@ void CProcessCKS::takeRenumbering(const QString &text)
     int per = 0;
     QString w1;
     QString w2;
-    if (CUtils::testTemplate(QStringLiteral("СМЕНА НУМЕРАЦИИ ПРИН %04d ПЕР %04d %s %s"), text, &prin, &per,
-                             &w1, &w2) < 2)
+    if (CUtils::testTemplate(CentreWords::Renumbering, text, &prin, &per, &w1, &w2) < 2)
         return;
     State.dayChangeQuiet = false;
     if (per < State.prevPK_in || State.prevPK_in < per - MostLost || State.prevPK_out != prin) {
@@ -203,7 +204,7 @@ void CProcessCKS::takeRenumbering(const QString &text)
         const QString receipt = serviceMessage(receiptWords(State.prevPK_in));
         SendTlgText(QStringLiteral("\r\n") + receipt);
     }
-    noteEvent(QStringLiteral("Счетчики сброшены"));
+    noteEvent(JournalWords::CountersReset);
     State.PK_in = 0;
     State.PK_out = 0;
     State.Save();
@@ -214,11 +215,11 @@ void CProcessCKS::takeCorrection(const QString &text)
     QString word;
     int first = 0;
     int last = 0;
-    if (CUtils::testTemplate(QStringLiteral("ОБРАЩАЙТЕСЬ В КСС ЗА %s %03d-%03d"), text, &word, &first,
+    if (CUtils::testTemplate(CentreWords::Correction, text, &word, &first,
                              &last) < 3 ||
         first - 1 != State.PK_in || last < first) // a last number that is cut off reads as 0
         return;
-    noteEvent(QStringLiteral("КОРРЕКТИРОВКА СЧЕТЧИКОВ ПРИЕМ "));
+    noteEvent(JournalWords::ReceivedCorrected);
     State.PK_in = last;
     State.Save();
 }
@@ -251,7 +252,7 @@ void CProcessCKS::takeCategory(const QString &)
 void CProcessCKS::takeAcceptance(const QString &text)
 {
     int number = 0;
-    if (CUtils::testTemplate(QStringLiteral("Р %d ПРИНЯТА"), text, &number) == 1 && State.fileInProgress)
+    if (CUtils::testTemplate(CentreWords::Acceptance, text, &number) == 1 && State.fileInProgress)
         acceptFile(State.PK_out);
 }
 
@@ -290,11 +291,10 @@ void CProcessCKS::setFileAside(const QString &suffix, bool tryFurtherNames)
 {
     const QString source = queuePath(State.currentFile);
     const QString target = source + QStringLiteral(".b") + suffix;
-    noteEvent(QStringLiteral("ПЕРЕИМЕНОВАНИЕ ") + shownName(source) + QStringLiteral(" В ") +
-              shownName(target));
+    noteEvent(JournalWords::Renaming + shownName(source) + JournalWords::RenamingTo + shownName(target));
     bool moved = moveBeside(source, target);
     if (!moved)
-        noteEvent(QStringLiteral("Ошибка переименования"), ProtocolError);
+        noteEvent(JournalWords::RenamingFailed, ProtocolError);
     for (int i = 0; tryFurtherNames && !moved && i <= 9; ++i)
         moved = QFile::rename(source, target + QLatin1Char('_') + QString::number(i));
     endFile();

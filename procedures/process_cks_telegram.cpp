@@ -3,6 +3,7 @@
 #include "procedures/process_cks.h"
 
 #include "app/clock.h"
+#include "app/journal_words.h"
 #include "app/options.h"
 #include "app/state.h"
 #include "app/whole_file.h"
@@ -91,7 +92,7 @@ QString forward(const QString &body, const QString &letter)
 void CProcessCKS::ProcessTlg(int number, const QString &body, const QString &head, const QString &tail)
 {
     if (number != State.PK_in + 1) {
-        noteEvent(QStringLiteral("РАСХОЖДЕНИЕ СЧЕТЧИКОВ"), ProtocolError);
+        noteEvent(JournalWords::CountersDiffer, ProtocolError);
         if (!State.manualMode)
             SendKG(Stop);
         return;
@@ -113,15 +114,15 @@ void CProcessCKS::storeTelegram(int number, const QString &body, const QString &
     const QString text = storedForm(whole);
     if (!replaceWholeFile(path, text.toUtf8())) {
         // The counter stays, so the centre's repetition of this number will be taken.
-        noteEvent(QStringLiteral("Не получилось сохранить файл:") + shownName(path));
+        noteEvent(JournalWords::NotSaved + shownName(path));
         return;
     }
     State.incInp();
     if (Options.markNewFilesInInp)
         CFileAttr(path).setNew();
-    QString line = QStringLiteral("Файл сохранен:") + shownName(path);
+    QString line = JournalWords::Saved + shownName(path);
     const QString forwarded = forward(body, letter);
     if (!forwarded.isEmpty())
-        line += QStringLiteral(", для пересылки ") + forwarded;
+        line += JournalWords::SavedForwarded + forwarded;
     noteEvent(line);
 }

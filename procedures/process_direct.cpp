@@ -1,6 +1,7 @@
 #include "procedures/process_direct.h"
 
 #include "app/clock.h"
+#include "app/journal_words.h"
 #include "app/options.h"
 #include "app/state.h"
 #include "app/whole_file.h"
@@ -70,7 +71,7 @@ void CProcessDirect::giveUpEndless()
 {
     if (receiveBuffer.size() <= ReceiveLimit)
         return;
-    noteEvent(QStringLiteral("Телеграмма без конца отброшена"), ProtocolError);
+    noteEvent(JournalWords::Endless, ProtocolError);
     receiveBuffer.removeHead(ReceiveLimit / 2);
     (void)findStart();
 }
@@ -93,11 +94,11 @@ bool CProcessDirect::saveText(QString text)
     QDir().mkpath(directory);
     text = storedForm(text);
     if (text.isEmpty() || !replaceWholeFile(path, text.toUtf8())) {
-        noteEvent(QStringLiteral("Не получилось сохранить файл:") + path);
+        noteEvent(JournalWords::NotSaved + path);
         return false;
     }
     State.incInp();
-    noteEvent(QStringLiteral("Файл сохранен:") + path);
+    noteEvent(JournalWords::Saved + path);
     return true;
 }
 

@@ -3,6 +3,7 @@
 #include "procedures/process_skk.h"
 
 #include "app/clock.h"
+#include "app/journal_words.h"
 #include "app/state.h"
 #include "app/whole_file.h"
 #include "procedures/telegram_files.h"
@@ -126,8 +127,8 @@ void CProcessSKK::storeTranscript()
     QDir().mkdir(directory);
     const QString name = directory + QDir::separator() + QLatin1Char('s') + Time.hhmmss;
     if (!replaceWholeFile(name, storedForm(State.connectionText).toUtf8()))
-        return noteEvent(QStringLiteral("Ошибка сохранения соединения в файл: ") + name);
-    noteEvent(QStringLiteral("Соединение сохранено ") + name);
+        return noteEvent(JournalWords::CallNotSaved + name);
+    noteEvent(JournalWords::CallSaved + name);
     if (incoming && State.connectionText.size() > ShortestMessage)
         announce(Options.soundSKKInConnectMessageSaveFile, Options.soundSKKInConnectMessageSaveType);
 }

@@ -2,6 +2,7 @@
 
 #include "procedures/process_skk.h"
 
+#include "app/journal_words.h"
 #include "app/state.h"
 #include "procedures/telegram_files.h"
 #include "text/marks.h"
@@ -146,7 +147,7 @@ int CProcessSKK::takeLongCentre(int p)
         return takeBadLongCentre(p);
     if (State.AutoModeState != AutoWaitLastAA)
         return -1;
-    noteEvent(QStringLiteral("Получен АА от ЦКС "));
+    noteEvent(JournalWords::CentreAnswered);
     fileAccepted(AutoAnswered, OnNextTick);
     return -1;
 }
@@ -198,7 +199,7 @@ void CProcessSKK::takeCentreAnswerbackAtQuestion(int i)
     const int at = loneOpening();
     if (at < 0 || at >= i || receiveBuffer.size() - at <= ShortLength)
         return;
-    noteEvent(QStringLiteral("Фиксируем АА от ЦКС (Запрос)"));
+    noteEvent(JournalWords::CentreAsked);
     fileAccepted(AutoAnswered, OnNextTick);
 }
 
@@ -212,6 +213,6 @@ void CProcessSKK::fixSilentCentre()
     const int at = loneOpening();
     if (at < 0 || receiveBuffer.size() - at <= ShortLength)
         return;
-    noteEvent(QStringLiteral("Фиксируем АА от ЦКС (2сек)"));
+    noteEvent(JournalWords::CentreSilent);
     fileAccepted(AutoLastPause, timing->timeAfterOwnAO);
 }

@@ -3,6 +3,7 @@
 #include "procedures/process_skk.h"
 
 #include "app/clock.h"
+#include "app/journal_words.h"
 #include "app/state.h"
 #include "link/tlg_thread.h"
 #include "procedures/telegram_files.h"
@@ -56,7 +57,7 @@ void CProcessSKK::checkForSendNewTlg(CTableViewModelItem_Send &item)
     // A try is spent even if the program stops now.
     --State.sendInfo.trys;
     State.sendInfo.Save(queuePath(State.currentFile));
-    tell(QStringLiteral("Установка соединения для отправки файла ") + shownName(State.currentFile));
+    tell(JournalWords::Calling + shownName(State.currentFile));
     callNumber(State.sendInfo.number);
     autoSet(AutoCalling, timing->timeCallWait);
 }
@@ -119,8 +120,7 @@ void CProcessSKK::autoSendFile()
     if (!text) {
         // The timer stays at 0: the machine stands, and the idle hang-up will end the connection.
         State.sendInfo.trys = 0;
-        return noteEvent(QStringLiteral("Ошибка открытия файла ") + shownName(State.currentFile),
-                         ProtocolError);
+        return noteEvent(JournalWords::UnreadableInCall + shownName(State.currentFile), ProtocolError);
     }
     SendTlgText(QStringLiteral("\r\n"));
     SendTlgText(*text);
@@ -150,7 +150,7 @@ void CProcessSKK::autoAnswer()
 
 void CProcessSKK::compliteSKKFileSendedInAutoMode()
 {
-    noteEvent(QStringLiteral("Файл ") + shownName(State.currentFile) + QStringLiteral(" отправлен"));
+    noteEvent(JournalWords::Delivered + shownName(State.currentFile) + JournalWords::DeliveredRest);
     const QString path = queuePath(State.currentFile);
     CUtils::renameFile(path, State.pathOut_currentDate(),
                        State.currentFile + QLatin1Char('.') + CUtils::StringNNN(State.PK_out),

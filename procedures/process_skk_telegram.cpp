@@ -3,6 +3,7 @@
 #include "procedures/process_skk.h"
 
 #include "app/clock.h"
+#include "app/journal_words.h"
 #include "app/state.h"
 #include "app/whole_file.h"
 #include "procedures/telegram_files.h"
@@ -31,7 +32,7 @@ void CProcessSKK::takeTelegram(int i, int end)
 
 void CProcessSKK::saveTelegram(const QString &telegram)
 {
-    noteEvent(QStringLiteral("Обнаружена телеграмма"));
+    noteEvent(JournalWords::Found);
     const QString directory = State.pathInp_forDate(Time.date);
     QDir().mkdir(directory);
     announce(Options.soundOTlgFile, Options.soundOTlgType);
@@ -39,10 +40,9 @@ void CProcessSKK::saveTelegram(const QString &telegram)
         directory + QDir::separator() + Time.yyyyMMdd + QLatin1Char('_') + CUtils::StringNNN(State.PK_in);
     const QString text = storedForm(telegram);
     if (text.isEmpty() || !replaceWholeFile(name, text.toUtf8()))
-        return noteEvent(QStringLiteral("Ошибка сохранения телеграммы в файл: ") + name, ProtocolError);
+        return noteEvent(JournalWords::NotSavedInCall + name, ProtocolError);
     ++State.PK_in; // wraps in the name alone; reaches the disk with the next Save
     if (Options.markNewFilesInInp)
         CFileAttr(name).setNew();
-    // The first letter of the line is the Latin one.
-    noteEvent(QStringLiteral("Cохранение телеграммы в файл: ") + name);
+    noteEvent(JournalWords::SavedInCall + name);
 }

@@ -1,5 +1,6 @@
 #include "procedures/queue_file.h"
 
+#include "app/journal_words.h"
 #include "app/options.h"
 #include "app/state.h"
 #include "procedures/telegram_files.h"
@@ -35,7 +36,7 @@ bool removeQueueFile(const QString &path)
         return false;
     }
     CFileInfo::Remove(path);
-    noteEvent(QStringLiteral("Удаление ") + shownName(path));
+    noteEvent(JournalWords::Removed + shownName(path));
     return true;
 }
 

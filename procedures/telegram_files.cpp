@@ -1,5 +1,6 @@
 #include "procedures/telegram_files.h"
 
+#include "app/journal_words.h"
 #include "app/options.h"
 #include "app/ordinary_file.h"
 #include "app/state.h"
@@ -33,10 +34,10 @@ std::optional<QString> readTelegram(const QString &path)
 
 std::optional<QString> openQueueFile()
 {
-    noteEvent(QStringLiteral("Отправка файла: ") + shownName(State.currentFile));
+    noteEvent(JournalWords::Sending + shownName(State.currentFile));
     std::optional<QString> text = readTelegram(queuePath(State.currentFile));
     if (!text) {
-        noteEvent(QStringLiteral("Невозможно прочитать файл"), ProtocolError);
+        noteEvent(JournalWords::Unreadable, ProtocolError);
         State.currentFile.clear();
     }
     return text;

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <QByteArray>
 #include <QDateTime>
 #include <QString>
-#include <QStringList>
 
 /// The side-car record of a queue file: what its name cannot hold. Stored beside it, under its full name
 /// with ".dat" added, as one line of seven fields parted by "|": number, "C" or "S", sendTime as
@@ -15,6 +15,8 @@ public:
     /// Reads \a path + ".dat". Without it, and with no ordinary file there: for the centre, now, one try, and
     /// false. What a torn or foreign file lacks comes back empty, 0, or as an invalid time.
     bool Load(const QString &path);
+    /// Takes the fields of \a line, a record without or with its line end, up to the first zero byte.
+    void takeLine(QByteArray line);
     /// Removes \a path + ".dat".
     static void Remove(const QString &path);
 
@@ -26,7 +28,4 @@ public:
     bool bad = false;   ///< the sending has failed for good
     QString resultText; ///< text of the last failure; lost by the reader if it holds "|"
     int reserved = 0;   ///< 0 after each Load; not in the file
-
-private:
-    void takeFields(const QStringList &fields);
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "records/journal_lines.h"
+#include "records/journal_types.h"
 #include "text/scan_position.h"
 
 #include <QDate>
@@ -9,16 +10,6 @@
 #include <QObject>
 #include <QString>
 #include <QStringList>
-
-/// Kinds of journal text; the values stand in the file as type marks.
-enum ProtocolTypes {
-    ProtocolNone = 0,     ///< nothing
-    ProtocolReceived = 1, ///< text from the line
-    ProtocolSent = 2,     ///< text to the line
-    ProtocolInfo = 3,     ///< event
-    ProtocolError = 4,    ///< failure
-    ProtocolOther = 5     ///< reserved by the view
-};
 
 /// The operator's day book: everything received, sent and noted, as one list of lines, one file per day.
 /// A service line never splits a telegram's line: it waits for the end of the running one.

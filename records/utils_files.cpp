@@ -1,3 +1,4 @@
+#include "app/journal_words.h"
 #include "app/options.h"
 #include "app/ordinary_file.h"
 #include "records/file_attr.h"
@@ -23,11 +24,11 @@ void note(const QString &text)
 bool CUtils::renameFile(QString from, QString toDir, QString toName, bool markNew)
 {
     const QString target = toDir + QDir::separator() + toName;
-    note(QStringLiteral("ПЕРЕИМЕНОВАНИЕ ") + shownName(from) + QStringLiteral(" В ") + shownName(target));
+    note(JournalWords::Renaming + shownName(from) + JournalWords::RenamingTo + shownName(target));
     if (!moveBeside(from, target)) {
         QDir().mkdir(toDir);
         if (!moveBeside(from, target)) {
-            Log.addCacheServiceString(QStringLiteral("Ошибка переименования"), ProtocolError, true);
+            Log.addCacheServiceString(JournalWords::RenamingFailed, ProtocolError, true);
             return false;
         }
     }
@@ -47,7 +48,7 @@ int CUtils::clearDir(QString root, const QDate &limit)
         if (name > last)
             continue;
         const QString path = root + QLatin1Char('/') + name;
-        note(QStringLiteral("Удаление каталога ") + shownName(path));
+        note(JournalWords::RemovedDirectory + shownName(path));
         if (QDir(path).removeRecursively())
             ++removed;
     }
@@ -62,7 +63,7 @@ void CUtils::clearInDir(QString root, const QDate &limit)
         // The journal of the limit date itself stays: its name, with ".prt", stands above the bare date.
         if (last < name)
             continue;
-        note(QStringLiteral("Удаление ") + shownName(name));
+        note(JournalWords::Removed + shownName(name));
         QFile::remove(root + QLatin1Char('/') + name);
     }
 }

@@ -1,3 +1,4 @@
+#include "app/journal_words.h"
 #include "app/options.h"
 #include "app/startup.h"
 #include "app/state.h"
@@ -26,7 +27,7 @@ void stopThreads()
 
 void closeJournal()
 {
-    Log.addCacheServiceString(QStringLiteral("Выход"), ProtocolInfo, false);
+    Log.addCacheServiceString(JournalWords::Ended, ProtocolInfo, false);
     Log.addCacheServiceString(QString(), ProtocolInfo, false); // parts this run from the next one
     Log.rewriteAll = true;
     Log.Save();

@@ -2,6 +2,7 @@
 
 #include "app/ask.h"
 #include "app/clock.h"
+#include "app/journal_words.h"
 #include "app/options.h"
 #include "app/run/leftovers.h"
 #include "app/run/orderly_end.h"
@@ -106,9 +107,9 @@ bool enterDataDirectory(const QString &directory)
 QString processModeWord(int processMode)
 {
     switch (processMode) {
-    case CKS: return QStringLiteral("ЦКС");
-    case SKK: return QStringLiteral("СКК");
-    default: return QStringLiteral("ПС");
+    case CKS: return JournalWords::CentreWord;
+    case SKK: return JournalWords::SwitchedWord;
+    default: return JournalWords::DirectWord;
     }
 }
 
@@ -119,8 +120,8 @@ QString buildDate()
 
 QString startLine()
 {
-    return QStringLiteral("Запуск ------------ %1 ------------ V:%2 B:%3")
-        .arg(processModeWord(Options.processMode), QCoreApplication::applicationVersion(), buildDate());
+    return JournalWords::Started + processModeWord(Options.processMode) + JournalWords::StartedRest +
+           QCoreApplication::applicationVersion() + QStringLiteral(" B:") + buildDate();
 }
 
 void correctFontSize()

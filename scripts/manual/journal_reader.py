@@ -72,6 +72,7 @@ STRIP_ONLY = ("link/prf_thread.cpp", "link/prf_loop.cpp")
 # The jobs of printing are these files' functions; each list that one of them returns is of journal lines.
 PRINT_FILES = ("ui/printing/raw_printer.cpp", "ui/printing/system_printer.cpp")
 
+WORDS = "app/journal_words.h"  # namespace JournalWords
 WRAPPERS = ("QStringLiteral", "QLatin1String", "QLatin1Char", "QString::fromUtf8", "QString::fromLatin1", "QString",
             "QChar")
 HOLE = re.compile("\x01(\\d+)\x02")
@@ -320,6 +321,8 @@ class Reader:
         return texts
 
     def named(self, source, function, position, name):
+        if name.startswith("JournalWords::"):
+            return self.shared_word(name)
         if not re.fullmatch(r"\w+", name):
             raise Fault(f"not understood: {name}")
         if name in function.parameters:
@@ -341,6 +344,15 @@ class Reader:
         constant = list(re.finditer(rf"^const QString {name} = ([^;]*);", source.text, re.M))
         if len(constant) == 1 and not local:
             return self.text_of(source, function, position, constant[0].group(1))
+        raise Fault(f"not understood: {name}")
+
+    def shared_word(self, name):
+        """One of the words that those who write the journal share with those who read it."""
+        for source in self.sources:
+            if source.name == WORDS:
+                found = re.search(rf"\bQString {name.split('::')[-1]} = QStringLiteral\(({STRING})\);", source.text)
+                if found:
+                    return [unquoted(found.group(1))]
         raise Fault(f"not understood: {name}")
 
     def fields(self, source, table, number):

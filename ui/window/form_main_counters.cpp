@@ -1,5 +1,6 @@
 // Chapter of FormMain: clicks on the status strip.
 
+#include "app/journal_words.h"
 #include "app/options.h"
 #include "app/state.h"
 #include "link/tlg_thread.h"
@@ -19,7 +20,7 @@ void editCounter(FormMain *form, int &counter, const QString &title, const QStri
     if (dialog.exec(counter, title) != QDialog::Accepted)
         return;
     const int old = counter; // may have moved while the dialog was open
-    Log.addCacheServiceString(journalText + QString::number(old) + QStringLiteral(" на ") +
+    Log.addCacheServiceString(journalText + QString::number(old) + JournalWords::OperatorSetTo +
                                   QString::number(dialog.counter),
                               ProtocolInfo, false);
     counter = dialog.counter;
@@ -29,15 +30,12 @@ void editCounter(FormMain *form, int &counter, const QString &title, const QStri
 
 void FormMain::clickedLabelPKin()
 {
-    editCounter(this, State.PK_in, QStringLiteral("Принято телеграмм"),
-                QStringLiteral("Оператор изменил количество принятых телеграмм: "));
+    editCounter(this, State.PK_in, QStringLiteral("Принято телеграмм"), JournalWords::OperatorSetReceived);
 }
 
 void FormMain::clickedLabelPKout()
 {
-    // "переданых" and the missing colon are the wording of the journal.
-    editCounter(this, State.PK_out, QStringLiteral("Передано телеграмм"),
-                QStringLiteral("Оператор изменил количество переданых телеграмм "));
+    editCounter(this, State.PK_out, QStringLiteral("Передано телеграмм"), JournalWords::OperatorSetSent);
 }
 
 void FormMain::clickedLabelScanDirsTimeout()

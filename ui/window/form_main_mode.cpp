@@ -1,5 +1,6 @@
 // Chapter of FormMain: what the modes of channel and workstation show and allow.
 
+#include "app/journal_words.h"
 #include "app/options.h"
 #include "app/startup.h"
 #include "app/state.h"
@@ -66,7 +67,7 @@ void setTlgModeLabel(const CStatusStrip &strip, const QString &text)
     if (strip.labelTlgMode->text() == text)
         return;
     strip.labelTlgMode->setText(text);
-    Log.addCacheServiceString(QStringLiteral("Состояние ") + text, ProtocolInfo, true);
+    Log.addCacheServiceString(JournalWords::ChannelMode + text, ProtocolInfo, true);
 }
 } // namespace
 
