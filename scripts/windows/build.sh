@@ -10,7 +10,7 @@ cd "$(dirname "$(readlink -f "$0")")/../.."
 
 case "${1:-}" in
     --tests) targets=all tests=ON ;;
-    "") targets='velda linesim' tests=OFF ;;
+    "") targets='velda velda-books linesim' tests=OFF ;;
     *) echo "build.sh: not understood: $*" >&2; exit 2 ;;
 esac
 
@@ -112,6 +112,7 @@ pack()
     # shellcheck disable=SC2086
     copy_plugins "$folder" $plugins
     $cross-strip -o "$folder/velda.exe" "$build/bin/velda.exe"
+    $cross-strip -o "$folder/velda-books.exe" "$build/bin/velda-books.exe"
     $cross-strip -o "$folder/linesim.exe" "$build/bin/linesim.exe"
     cp -r sound "$folder"
     [ ! -f "$manual" ] || cp "$manual" "$folder/docs"

@@ -42,9 +42,11 @@ class SystemTest(unittest.TestCase):
         icons = {f"share/icons/hicolor/{size}x{size}/apps/velda.png" for size in [32, 48, 64, 128, 256]}
         manual = "docs/Velda. Руководство пользователя.pdf"
         self.assertEqual(found - {f"share/velda/{manual}"}, sounds | icons | {
-            "bin/velda", "bin/linesim", "lib/udev/rules.d/60-velda.rules", "share/applications/velda.desktop",
-            "share/bash-completion/completions/linesim", "share/doc/velda/examples/velda-autostart.desktop",
+            "bin/velda", "bin/velda-books", "bin/linesim", "lib/udev/rules.d/60-velda.rules", "share/applications/velda.desktop",
+            "share/bash-completion/completions/linesim", "share/bash-completion/completions/velda-books",
+            "share/doc/velda/examples/velda-autostart.desktop",
             "share/icons/hicolor/scalable/apps/velda.svg", "share/man/man1/linesim.1", "share/man/man1/velda.1",
+            "share/man/man1/velda-books.1",
             "share/metainfo/local.velda.velda.metainfo.xml"})
         self.assertEqual(f"share/velda/{manual}" in found, (source / manual).exists())
 
@@ -79,7 +81,7 @@ class SystemTest(unittest.TestCase):
             self.assertRegex(page, rf"(?m)^([a-z-]+, )*{command}(,|$)")
 
     def test_manual_pages_give_no_warning(self):
-        for name in ["velda", "linesim"]:
+        for name in ["velda", "velda-books", "linesim"]:
             page = subprocess.run(["groff", "-man", "-K", "utf8", "-T", "utf8", "-ww", "-z",
                                    place / f"share/man/man1/{name}.1"], capture_output=True, text=True)
             self.assertEqual((page.returncode, page.stderr), (0, ""))

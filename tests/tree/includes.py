@@ -20,6 +20,9 @@ TABLE = [
     ("records", [*GROUND, "records"]),
     ("procedures", [*GROUND, "link", "records", "procedures", "ui/sound.h"]),
     ("ui", ["app", "text", "link", "records", "procedures", "ui"]),
+    # Of the workstation only what needs no window, no clock and no settings.
+    ("tools/books", ["app", "procedures/centre_words.h", "records/digits.h", "records/file_info.h",
+                     "records/journal_types.h", "text/marks.h", "text/utils.h"]),
     ("tools/linesim", ["tools/linesim"]),
 ]
 # The ground floor of app carries the house and knows nothing of the roof.
