@@ -185,11 +185,13 @@ prepare
 export -f far_end far_end_is_there line_settings stored_settings live now launch write_settings outgoing all_through
 export bin day data minutes count speed firmware
 . "$(dirname "$(readlink -f "$0")")/false_clock.sh"
+. "$(dirname "$(readlink -f "$0")")/books.sh"
 forget_dead_clocks
 faketime -f "@$start x$speed" bash -euo pipefail -c live
 failed=0
 grep '^violation: ' "$day/centre.log" && failed=1
 compare
+books_agree
 if [ "$failed" != 0 ]; then
     tail -n 60 "$day/centre.log"
     cat "$data"/prt/*.prt | tr -d '\001-\010' | tail -n 120

@@ -126,12 +126,14 @@ press_and_wait() # button $1, for another note $2 of the centre
 # back into the queue, under the number that the centre waits for.
 settle_file()
 {
-    local name=$1 file
+    local name=$1 file sent
     [ -z "$name" ] && [ "$(figure PK_out)" = "$got" ] && return
     for file in "$data/out/$name" "$data/out/$name".b*; do
         [ -n "$name" ] && [ -f "$file" ] || continue
         if [ "$(figure PK_out)" = "$got" ]; then
-            mv "$file" "$data/out/$(now %Y%m%d)/$name.$(printf %03d "$got")"
+            sent=out/$(now %Y%m%d)/$name.$(printf %03d "$got")
+            mv "$file" "$data/$sent"
+            echo "  $sent: файл есть, а в протоколе такой отправки нет" >> "$day/moved"
         elif [ "$file" != "$data/out/$name" ]; then
             mv "$file" "$data/out/$name"
         fi

@@ -227,11 +227,13 @@ prepare
 export -f far_end far_end_is_there line_settings stored_settings live write_settings rows all_settled
 export bin day data table speed firmware signalling
 . "$(dirname "$(readlink -f "$0")")/false_clock.sh"
+. "$(dirname "$(readlink -f "$0")")/books.sh"
 forget_dead_clocks
 faketime -f "@2026-07-31 12:00:00 x$speed" bash -euo pipefail -c live
 failed=0
 grep '^violation: ' "$day/switch.log" && failed=1
 compare
+books_agree
 if [ "$failed" != 0 ]; then
     grep -v '^raw: \|^granted: \|^window: \|^keep-alive: ' "$day/switch.log" | tail -n "${LINES_SHOWN:-80}"
     journal | tail -n "${LINES_SHOWN:-120}"
