@@ -6,6 +6,8 @@
 #include "tools/linesim/network/channel_switch.h"
 #include "tools/linesim/peer/peer.h"
 #include "tools/linesim/perforator/perforator.h"
+#include "tools/linesim/record/replay.h"
+#include "tools/linesim/record/tap.h"
 
 #include <cstdio>
 
@@ -17,12 +19,14 @@ struct Subcommand {
     int (*run)(const QStringList &arguments);
 };
 
-const Subcommand devices[] = {
+const Subcommand others[] = {
     {"adapter", "a line adapter on a serial port, with a far end behind it", &runAdapter},
     {"nerva", "an Ethernet adapter on a serial port, with its configuration and a far end behind it",
      &runAdapter},
     {"perforator", "a paper-tape punch and reader on a serial port", &runPerforator},
     {"loader", "an adapter's boot loader on a serial port", &runLoader},
+    {"tap", "nobody: stands in a line and records what both ends say", &runTap},
+    {"replay", "the far end that a record was made of", &runReplay},
 };
 
 /// What stands at the end of a line, over TCP or behind an adapter.
@@ -63,15 +67,15 @@ int refuse()
 
 QString usage()
 {
-    return QStringLiteral("usage: linesim SUBCOMMAND OPTION...\n") + told(farEnds) + told(devices) +
+    return QStringLiteral("usage: linesim SUBCOMMAND OPTION...\n") + told(farEnds) + told(others) +
            QStringLiteral("\"linesim SUBCOMMAND --help\" tells the options.\n");
 }
 
 int runSubcommand(const QStringList &arguments)
 {
     const QStringList own = arguments.mid(1);
-    if (const Subcommand *device = find(devices, own.value(0)))
-        return device->run(own);
+    if (const Subcommand *known = find(others, own.value(0)))
+        return known->run(own);
     return runFarEndNamed(own, std::nullopt);
 }
 

@@ -75,6 +75,7 @@ void TcpEnd::use(QTcpSocket *socket)
 
 void TcpEnd::onConnected()
 {
+    m_wasConnected = true;
     m_socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
     m_log.event(QStringLiteral("connected"),
                 QStringLiteral("%1:%2").arg(m_socket->peerAddress().toString()).arg(m_socket->peerPort()));
@@ -88,7 +89,8 @@ void TcpEnd::onLost(const QString &reason)
     m_socket = nullptr;
     m_log.event(QStringLiteral("closed"), reason);
     emit disconnected();
-    if (!m_settings.listens)
+    const bool wasConnected = std::exchange(m_wasConnected, false);
+    if (!m_settings.listens && (m_settings.callsAgain || !wasConnected))
         m_retry.start();
 }
 

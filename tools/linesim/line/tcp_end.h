@@ -9,7 +9,7 @@ class EventLog;
 class QTcpSocket;
 
 /// The far end's TCP connection, listening or calling; one connection at a time. A caller calls again after
-/// a failure or a loss, a listener waits for the next caller.
+/// a failure, and mostly after a loss, a listener waits for the next caller.
 class TcpEnd : public QObject
 {
     Q_OBJECT
@@ -21,12 +21,13 @@ public:
         quint16 port = 0;                           ///< 0 listens on any, which the log tells
         QString from;                               ///< a caller's own address; empty takes any
         int retryMs = 1000;                         ///< from a failure or a loss to the next call
+        bool callsAgain = true;                     ///< after a loss; otherwise start() makes each call
     };
 
     TcpEnd(const Settings &settings, EventLog &log);
     ~TcpEnd() override;
 
-    [[nodiscard]] bool start();          ///< false, with an event, if it cannot listen
+    [[nodiscard]] bool start();          ///< listens or calls; false, with an event, if it cannot listen
     void write(const QByteArray &bytes); ///< nothing without a connection, as the next two
     void close();                        ///< after all that is written has gone
     void drop();                         ///< at once, without a goodbye
@@ -50,4 +51,5 @@ private:
     QTcpServer m_server;
     QTimer m_retry;
     QTcpSocket *m_socket = nullptr;
+    bool m_wasConnected = false; // the connection that is being lost had been made
 };

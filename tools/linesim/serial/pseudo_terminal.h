@@ -30,6 +30,8 @@ public:
     [[nodiscard]] bool isOpen() const { return m_open; } ///< by a program
     /// What a program opens; empty while unplugged.
     [[nodiscard]] QString portName() const;
+    /// The speed that the program has set the port to, in baud; 0 if it is none of the usual ones.
+    [[nodiscard]] int speed() const;
     /// Sends to the program. What is written while no program has the port open, or more than it reads in
     /// time, is lost, as on a wire.
     void write(const QByteArray &bytes);

@@ -19,6 +19,11 @@ QString PseudoTerminal::portName() const
     return QString();
 }
 
+int PseudoTerminal::speed() const
+{
+    return 0;
+}
+
 void PseudoTerminal::write(const QByteArray &) {}
 void PseudoTerminal::watchForOpening() {}
 void PseudoTerminal::readMaster() {}

@@ -40,6 +40,18 @@ void forgetUnread(const QByteArray &device)
     ::close(slave);
 }
 
+struct Speed {
+    speed_t code;
+    int baud;
+};
+
+const Speed speeds[] = {
+    {B50, 50},         {B75, 75},         {B110, 110},       {B150, 150},     {B200, 200},
+    {B300, 300},       {B600, 600},       {B1200, 1200},     {B2400, 2400},   {B4800, 4800},
+    {B9600, 9600},     {B19200, 19200},   {B38400, 38400},   {B57600, 57600}, {B115200, 115200},
+    {B230400, 230400}, {B460800, 460800}, {B921600, 921600},
+};
+
 int openMaster(QByteArray &device)
 {
     const int master = ::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
@@ -106,6 +118,17 @@ QString PseudoTerminal::portName() const
     if (!isPlugged())
         return QString();
     return m_link.isEmpty() ? m_device : m_link;
+}
+
+int PseudoTerminal::speed() const
+{
+    termios settings = {};
+    if (::tcgetattr(m_master, &settings) != 0)
+        return 0;
+    for (const Speed &known : speeds)
+        if (known.code == ::cfgetospeed(&settings))
+            return known.baud;
+    return 0;
 }
 
 void PseudoTerminal::write(const QByteArray &bytes)
