@@ -1,6 +1,7 @@
 #include "app/ordinary_file.h"
 
-#include <QDir>
+#include "app/system_path_win.h"
+
 #include <QThread>
 
 #include <io.h>
@@ -11,16 +12,11 @@ namespace
 constexpr int Tries = 10; // a quarter of a second in all
 constexpr unsigned long MsBetweenTries = 25;
 
-std::wstring systemName(const QString &path)
-{
-    return QDir::toNativeSeparators(path).toStdWString();
-}
-
 /// True unless a device or a pipe stands under the name. Asked without access, which disturbs none.
 bool mayBeOrdinary(const QString &path)
 {
     const HANDLE handle =
-        CreateFileW(systemName(path).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+        CreateFileW(systemPath(path).c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                     nullptr, OPEN_EXISTING, 0, nullptr);
     if (handle == INVALID_HANDLE_VALUE)
         return true;
@@ -38,8 +34,8 @@ bool isHeld()
 
 bool move(const QString &from, const QString &to, DWORD flags)
 {
-    const std::wstring source = systemName(from);
-    const std::wstring target = systemName(to);
+    const std::wstring source = systemPath(from);
+    const std::wstring target = systemPath(to);
     for (int tried = 1;; ++tried) {
         if (MoveFileExW(source.c_str(), target.c_str(), flags) != 0)
             return true;

@@ -1,6 +1,7 @@
 #include "app/options.h"
 #include "app/startup.h"
 #include "app/state.h"
+#include "app/system_path_win.h"
 #include "link/utils_ports.h"
 #include "records/file_info.h"
 #include "records/new_telegram.h"
@@ -26,6 +27,8 @@ private slots:
     void dataDirectoryMayBeginWithADrive();
     void directoryOfAUserWithACyrillicNameIsEntered();
     void chosenPathBelowTheDataDirectoryIsKeptRelative();
+    void longPathIsGivenWholeToTheSystem_data();
+    void longPathIsGivenWholeToTheSystem();
     void nameOfADeviceIsNoNameOfAFile_data();
     void nameOfADeviceIsNoNameOfAFile();
     void portsAboveNineAreFoundByTheirNumber_data();
@@ -94,6 +97,26 @@ void TestWindowsNames::chosenPathBelowTheDataDirectoryIsKeptRelative()
     QCOMPARE(CUtils::checkAndMakeRelativePath(chosen), QString("sound\\raketa.wav"));
     QCOMPARE(CUtils::checkAndMakeRelativePath(desk.path("sound/raketa.wav")), QString("sound/raketa.wav"));
     QCOMPARE(CUtils::checkAndMakeRelativePath("D:\\other.wav"), QString("D:\\other.wav"));
+}
+
+void TestWindowsNames::longPathIsGivenWholeToTheSystem_data()
+{
+    const QString deep(250, 'a');
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QString>("given");
+    row("short", "out/20260731/a", "out\\20260731\\a");
+    row("short with a drive", "C:/a", "C:\\a");
+    row("a device", "CON", "CON");
+    row("long", "C:/" + deep, "\\\\?\\C:\\" + deep);
+    row("long with steps back", "C:/x/../" + deep, "\\\\?\\C:\\" + deep);
+    row("another machine's", "//server/" + deep, "\\\\?\\UNC\\server\\" + deep);
+    row("whole already", "\\\\?\\C:\\" + deep, "\\\\?\\C:\\" + deep);
+}
+
+void TestWindowsNames::longPathIsGivenWholeToTheSystem()
+{
+    QFETCH(QString, path);
+    QTEST(QString::fromStdWString(systemPath(path)), "given");
 }
 
 void TestWindowsNames::nameOfADeviceIsNoNameOfAFile_data()
