@@ -1,6 +1,7 @@
 #include "app/ordinary_reader.h"
 
-#include <QDir>
+#include "app/system_path_win.h"
+
 #include <QFileInfo>
 
 #include <fcntl.h>
@@ -8,13 +9,29 @@
 #include <sys/stat.h>
 #include <windows.h>
 
+namespace
+{
+/// Others may go on with the file, rename and remove it too: a telegram is filed while a search reads it.
+int openShared(const std::wstring &path)
+{
+    const HANDLE file =
+        CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                    nullptr, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return -1;
+    const int handle = _open_osfhandle(reinterpret_cast<intptr_t>(file), _O_RDONLY | _O_BINARY);
+    if (handle < 0)
+        CloseHandle(file);
+    return handle;
+}
+} // namespace
+
 bool COrdinaryReader::open(const QFileInfo &listed)
 {
     close();
     if (!listed.isFile())
         return false;
-    const std::wstring path = QDir::toNativeSeparators(listed.filePath()).toStdWString();
-    m_handle = _wopen(path.c_str(), _O_RDONLY | _O_BINARY | _O_NOINHERIT);
+    m_handle = openShared(systemPath(listed.filePath()));
     struct _stat64 status = {};
     if (m_handle >= 0 && (_fstat64(m_handle, &status) != 0 || (status.st_mode & _S_IFMT) != _S_IFREG))
         close();

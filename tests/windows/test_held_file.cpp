@@ -1,5 +1,6 @@
 #include "app/options.h"
 #include "app/ordinary_file.h"
+#include "app/ordinary_reader.h"
 #include "app/state.h"
 #include "app/whole_file.h"
 #include "tests/support/desk.h"
@@ -27,6 +28,7 @@ private slots:
     void heldFileIsRenamedOnTheNextTry();
     void heldSettingsAreReplacedOnceLetGo();
     void contentOfSettingsThatStayHeldIsNotLost();
+    void fileThatASearchReadsIsRenamedAndRemoved();
     void renamingTakesNoOthersPlace();
     void renamingTakesALongPath();
     void deviceUnderAFilesNameIsNotOpened_data();
@@ -134,6 +136,20 @@ void TestHeldFile::contentOfSettingsThatStayHeldIsNotLost()
     QVERIFY(!replaceWholeFile("velda.ini", "NEW"));
     QCOMPARE(desk.read("velda.ini"), QByteArray("OLD"));
     QCOMPARE(desk.names(QString(), "velda.ini*"), QStringList{"velda.ini"});
+}
+
+// The program's own reading holds up nobody: a telegram that is sent meanwhile goes to its day.
+void TestHeldFile::fileThatASearchReadsIsRenamedAndRemoved()
+{
+    const Desk desk;
+    desk.write("out/a", "TEXT");
+    COrdinaryReader reader;
+    QVERIFY(reader.open(QFileInfo("out/a")));
+    QVERIFY(CUtils::renameFile("out\\a", "out\\20260731", "b", false));
+    QVERIFY(QFile::remove("out/20260731/b"));
+    char bytes[10] = {};
+    QCOMPARE(reader.read(bytes, sizeof bytes), 4);
+    QCOMPARE(QByteArray(bytes), QByteArray("TEXT"));
 }
 
 void TestHeldFile::renamingTakesNoOthersPlace()
