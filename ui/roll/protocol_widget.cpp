@@ -19,6 +19,16 @@ namespace
 // font lends its letters to one that has no Cyrillic ones.
 const QString LettersThatReachOut = QStringLiteral("ЙЁЩДЦйщфрgjpqyQ|_@()[]{}ÅÄӨҖҢ№$,;");
 
+/// What the letters cover, parts of pixels too. Each is measured alone: of several together some of the
+/// toolkit's font engines tell less than the deepest of them has.
+QRect inkOf(const QFontMetricsF &metrics, const QString &letters)
+{
+    QRectF ink;
+    for (const QChar letter : letters)
+        ink |= metrics.tightBoundingRect(letter);
+    return ink.toAlignedRect();
+}
+
 bool changesTab(const QKeyEvent *event)
 {
     return event->modifiers().testFlag(Qt::ControlModifier) &&
@@ -70,7 +80,7 @@ void CProtocolWidget::takeMetrics()
     const QFontMetrics metrics(font());
     m_lineSpacing = qMax(1, metrics.lineSpacing());
     m_charWidth = qMax(1, metrics.maxWidth());
-    const QRect ink = metrics.tightBoundingRect(LettersThatReachOut);
+    const QRect ink = inkOf(QFontMetricsF(font()), LettersThatReachOut);
     const int shared = devicePixelRatioF() > 1 ? 1 : 0; // a pixel that belongs to two rows
     m_inkAbove = qMax(0, shared - (metrics.ascent() + ink.top()));
     m_inkBelow = qMax(0, metrics.ascent() + ink.bottom() + 1 + shared - m_lineSpacing);
