@@ -76,6 +76,7 @@ void TestFormMainLine::receivedTextIsCutIntoCommandsAndText()
     QFETCH(QString, received);
     for (const int mode : {CKS, Direct}) {
         Station station(mode);
+        station.form->receiver.receiveMilliseconds = PatienceMs; // all in one turn, on a busy machine too
         QStringList pieces;
         // The journal tells of each piece by a change.
         QString before = Log.lines.last();
@@ -151,7 +152,7 @@ void TestFormMainLine::receivedTextJoinsTheConnectionOnlyInSKK()
 
 void TestFormMainLine::floodIsTakenInBlocksAndWhole()
 {
-    Station station(Direct);
+    Station station(Direct, [] { Options.protocolFileNoClose = true; }); // sixty thousand openings take long
     (void)station.news();
     QString flood;
     for (int i = 0; i < 30000; ++i)
