@@ -31,6 +31,7 @@ inside()
     "${as_user[@]}" wineserver --persistent
     set_variable QT_PLUGIN_PATH "Z:${build//\//\\}\\bin"
     set_variable QT_QPA_PLATFORM offscreen
+    set_variable QT_QPA_FONTDIR 'Z:\usr\share\fonts\truetype\dejavu'
     cd "$build"
     # Programs that take seconds to start wait for the disk, not for a processor.
     ctest --output-on-failure -j"$((2 * $(nproc)))" -LE "bench|day|long" -E "^($(names "$reasons/not_under_wine.txt"))\$" "$@"
