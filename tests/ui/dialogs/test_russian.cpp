@@ -133,6 +133,12 @@ QFileDialog *fileDialog(QFileDialog::AcceptMode mode)
     return dialog;
 }
 
+/// Whether the box for printing is the system's own, in the system's language.
+bool systemPrints()
+{
+    return QSysInfo::kernelType() == QLatin1String("winnt");
+}
+
 QPrintDialog *printDialog()
 {
     static QPrinter printer;
@@ -182,7 +188,8 @@ void TestRussian::boxSpeaksRussian_data()
 {
     QTest::addColumn<int>("index");
     for (int i = 0; i < int(std::size(boxes)); ++i)
-        row(boxes[i].name, i);
+        if (boxes[i].name != QLatin1String("print") || !systemPrints())
+            row(boxes[i].name, i);
 }
 
 void TestRussian::boxSpeaksRussian()

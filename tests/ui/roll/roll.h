@@ -23,6 +23,7 @@ class Roll
 public:
     explicit Roll(int processMode = 0)
     {
+        QFont::insertSubstitution(QStringLiteral("Monospace"), QStringLiteral("DejaVu Sans Mono"));
         Options.processMode = processMode;
         Options.protocolFont = font();
         State.manualMode = true;

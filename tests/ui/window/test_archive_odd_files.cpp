@@ -1,4 +1,5 @@
 #include "tests/support/no_ordinary_file.h"
+#include "tests/support/possible_name.h"
 #include "tests/ui/window/archive_room.h"
 
 namespace
@@ -73,13 +74,13 @@ void TestArchiveOddFiles::hugeFileIsListedButNotShown()
 void TestArchiveOddFiles::oddNameIsListedAndOpened_data()
 {
     QTest::addColumn<QString>("name");
-    row("blanks", "  two  words ");
-    row("quotes", "\"it's\"");
-    row("line feed", "one\ntwo");
+    row("blanks", possibleName("  two  words "));
+    row("quotes", possibleName("\"it's\""));
+    row("line feed", possibleName("one\ntwo"));
     row("Cyrillic", "Телеграмма №1");
     row("200 characters", QString(200, 'n'));
-    row("shell and glob", "$(x)*?[a]");
-    row("markup", "<b>bold");
+    row("shell and glob", possibleName("$(x)*?[a]"));
+    row("markup", possibleName("<b>bold &amp;"));
     row("percent", "%1%n");
     row("latin s", "s");
 }

@@ -94,7 +94,7 @@ void TestEditorAttach::everyContentComesBack_data()
     row("one zero", "zero", QByteArray(1, 0));
     row("a megabyte", "large.bin", all.repeated(4096));
     row("Russian name", "Приказ №5.txt", QByteArray("A"));
-    row("two Russian letters", "яя", QByteArray("A"));
+    row("four Russian letters", "яяяя", QByteArray("A"));
 }
 
 void TestEditorAttach::everyContentComesBack()
@@ -238,7 +238,7 @@ void TestEditorAttach::nameThatIsLostOnTheWayIsAskedAbout_data()
     row("three letters", "a.b", true);
     row("four", "ab.c", false);
     row("one Russian letter", "я", true);
-    row("two", "яя", false);
+    row("four Russian letters", "яяяя", false);
 }
 
 void TestEditorAttach::nameThatIsLostOnTheWayIsAskedAbout()

@@ -62,7 +62,7 @@ void TestFormMainDay::midnightClosesOneBookAndOpensTheNext()
                 .endsWith(QByteArray("\n\x03"
                                      "00:00:00 Смена суток\n")));
     QCOMPARE(station.desk.journal(), (QStringList{QStringLiteral("300:00:00 Протокол открыт"), QString()}));
-    QCOMPARE(Log.fileName, QStringLiteral("prt/20260801.prt"));
+    QCOMPARE(Log.fileName, QDir::toNativeSeparators("prt/20260801.prt"));
     station.tick();
     QCOMPARE(station.desk.journal().size(), 2); // once
 }
@@ -98,7 +98,7 @@ void TestFormMainDay::clockSetBackADayIsAChangeToo()
     station.tick(3);
     QCOMPARE(State.PK_in, 0);
     QCOMPARE(State.YYYYMMDD, QStringLiteral("20260730"));
-    QCOMPARE(Log.fileName, QStringLiteral("prt/20260730.prt"));
+    QCOMPARE(Log.fileName, QDir::toNativeSeparators("prt/20260730.prt"));
     // The former day's book got the line of the change and nothing behind it.
     QCOMPARE(station.desk.read(QStringLiteral("prt/20260731.prt")),
              today + QByteArray("\x03"

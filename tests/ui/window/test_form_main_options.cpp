@@ -404,7 +404,7 @@ void TestFormMainOptions::settingsAreSaved()
 {
     Office office;
     office.change([](COptionsDialog &dialog) { child<QSpinBox>(dialog, "keepFilesDays")->setValue(77); });
-    QVERIFY(office.desk.read("velda.ini").contains("\nkeepFilesDays=77\n"));
+    QVERIFY(office.desk.read("velda.ini").replace("\r\n", "\n").contains("\nkeepFilesDays=77\n"));
     QVERIFY(!State.closeAllowed && !State.restartAfterExit);
 }
 
@@ -417,7 +417,7 @@ void TestFormMainOptions::anotherProcedureClosesForARestart()
         [](COptionsDialog &dialog) { child<QComboBox>(dialog, "processMode")->setCurrentIndex(Direct); });
     QVERIFY(State.closeAllowed && State.restartAfterExit);
     QVERIFY(!office.form->isVisible());
-    QVERIFY(office.desk.read("velda.ini").contains("\nprocessMode=2\n"));
+    QVERIFY(office.desk.read("velda.ini").replace("\r\n", "\n").contains("\nprocessMode=2\n"));
     QCOMPARE(Options.processMode, int(SKK));
     QCOMPARE(State.stopCountdown, 0); // nothing is said to the line
     QCOMPARE(office.desk.sent(), QString());
