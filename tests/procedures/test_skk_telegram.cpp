@@ -24,6 +24,7 @@ private slots:
     void questionInsideIsTakenOutWhileItComes();
     void registersAreRemovedOnRequest();
     void counterIsNeitherSavedNorWrapped();
+    void counterLeftBehindByAKillTakesNoPlace();
     void newMark_data();
     void newMark();
     void fileThatCannotBeWritten();
@@ -161,6 +162,20 @@ void TestSkkTelegram::counterIsNeitherSavedNorWrapped()
     desk.receive(Telegram);
     QCOMPARE(desk.names("inp/20260731"), QStringList({"20260731_000", "20260731_999"}));
     QCOMPARE(State.PK_in, 1001);
+}
+
+// The counter reaches the disk with some later Save: one that a killed process has left is behind its
+// telegrams.
+void TestSkkTelegram::counterLeftBehindByAKillTakesNoPlace()
+{
+    const SkkDesk desk;
+    desk.connect(Incoming);
+    desk.receive(Telegram);
+    State.PK_in = 0;
+    desk.receive("ЗЦЗЦ ВТОРАЯ\r\nНННН  ");
+    QCOMPARE(desk.names("inp/20260731"), QStringList({"20260731_000", "20260731_001"}));
+    QCOMPARE(QString::fromUtf8(desk.read(Name)), Telegram);
+    QCOMPARE(State.PK_in, 2);
 }
 
 void TestSkkTelegram::newMark_data()
