@@ -3,7 +3,9 @@
 #include "app/clock.h"
 #include "app/ordinary_file.h"
 #include "app/whole_file.h"
+#include "records/protocol.h"
 
+#include <QFileInfo>
 #include <QStringList>
 
 namespace
@@ -45,7 +47,11 @@ bool CFileInfo::Load(const QString &path)
     return true;
 }
 
-void CFileInfo::Remove(const QString &path)
+bool CFileInfo::Remove(const QString &path)
 {
-    QFile::remove(sideCar(path));
+    const QString record = sideCar(path);
+    if (QFile::remove(record) || !QFileInfo::exists(record))
+        return true;
+    Log.addCacheServiceString(QStringLiteral("Ошибка удаления ") + shownName(record), ProtocolError, true);
+    return false;
 }

@@ -17,8 +17,9 @@ public:
     bool Load(const QString &path);
     /// Takes the fields of \a line, a record without or with its line end, up to the first zero byte.
     void takeLine(QByteArray line);
-    /// Removes \a path + ".dat".
-    static void Remove(const QString &path);
+    /// Removes \a path + ".dat". False, with one journal line, if that is there and stays: it would become
+    /// the record of the next file of that name.
+    static bool Remove(const QString &path);
 
     QString number; ///< subscriber to call; empty for the centre
     int trys = 0;   ///< tries left

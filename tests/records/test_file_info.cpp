@@ -1,5 +1,6 @@
 #include "app/clock.h"
 #include "records/file_info.h"
+#include "records/protocol.h"
 #include "tests/support/full_disk.h"
 #include "tests/support/no_ordinary_file.h"
 #include "tests/support/row.h"
@@ -54,6 +55,7 @@ private slots:
 
     void removeDeletesTheSideCarAlone();
     void removeOfNothingDoesNothing();
+    void recordThatStaysIsTold();
 };
 
 void TestFileInfo::saveWritesOneLine_data()
@@ -290,6 +292,15 @@ void TestFileInfo::removeOfNothingDoesNothing()
     desk.write("out/a", "text");
     CFileInfo::Remove("out/a");
     QCOMPARE(desk.names("out"), QStringList{"a"});
+}
+
+void TestFileInfo::recordThatStaysIsTold()
+{
+    Desk desk;
+    desk.write("out/a.dat/held", "");
+    QVERIFY(!CFileInfo::Remove("out/a"));
+    Log.add(QLatin1Char('\n'), ProtocolReceived); // the line that the note has waited for
+    QCOMPARE(desk.journal().filter(text("Ошибка удаления out/a.dat")).size(), 1);
 }
 
 QTEST_GUILESS_MAIN(TestFileInfo)
