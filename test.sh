@@ -14,6 +14,7 @@ Installs what is missing, builds, and runs the tests; without an option each tes
   --asan     each under AddressSanitizer and UBSan
   --tsan     those of the parts under ThreadSanitizer
   --day      a whole day with a centre, and hours of one with faults, passed at speed
+  --kill     short days of each procedure, the workstation dying, or its disk failing, at each call in turn
   --fuzz     a million random sessions beside each naive reader
   --bench    the benchmarks, in the release build, with their table
   --package  the Debian package: built, put into a clean root, used there, removed
@@ -29,6 +30,7 @@ case "${1:-}" in
     --asan) preset=asan; shift ;;
     --tsan) preset=tsan; shift ;;
     --day) shift; day=yes ;;
+    --kill) shift; kill=yes ;;
     --fuzz) shift; fuzz=yes ;;
     --bench) preset=release; shift; bench=yes ;;
     --package) shift; package=yes ;;
@@ -53,6 +55,9 @@ export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
 if [ -n "${day:-}" ]; then
     exec ctest --test-dir "build/$preset" --output-on-failure -L day "$@"
 fi
+if [ -n "${kill:-}" ]; then
+    exec ctest --test-dir "build/$preset" --verbose -L kill "$@"
+fi
 if [ -n "${fuzz:-}" ]; then
     exec ctest --test-dir "build/$preset" --output-on-failure -j2 -L long "$@"
 fi
@@ -60,7 +65,7 @@ if [ -z "${bench:-}" ]; then
     # Most tests wait rather than compute, see velda_pace() in tests/CMakeLists.txt; a sanitizer computes more.
     share=6
     [ "$preset" = debug ] || share=4
-    left_out="bench|day|long"
+    left_out="bench|day|kill|long"
     # Threads meet in the tests of the parts. In whole programs the toolkit, which is not instrumented, passes so much
     # between them that its own orderly ways are told as races.
     [ "$preset" != tsan ] || left_out+="|e2e"

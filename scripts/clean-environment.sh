@@ -7,6 +7,7 @@ for name in $(compgen -e); do
     case $name in
         PATH | HOME | USER | LOGNAME | SHELL | TERM | PWD | TMPDIR | CI) ;;
         CCACHE_* | SUDO_* | *_proxy | *_PROXY) ;;
+        VELDA_SEED | VELDA_DISK_POINTS | VELDA_DISK_JOBS) ;;
         CMAKE_BUILD_PARALLEL_LEVEL | VELDA_QT*_SOURCE | VELDA_WINDOWS_CACHE) ;;
         *) unset "$name" ;;
     esac

@@ -27,6 +27,13 @@ FarEnd::FarEnd(const QStringList &more)
     port = waitFor(QStringLiteral("listening: ")).toUShort();
 }
 
+FarEnd::FarEnd(const QString &kind, const QString &clock, const QStringList &more)
+{
+    process.setProcessEnvironment(underClock(clock));
+    start({kind}, patient + QStringList{QStringLiteral("--listen"), QStringLiteral("0")} + more);
+    port = waitFor(QStringLiteral("listening: ")).toUShort();
+}
+
 FarEnd::FarEnd(quint16 stationPort, const QStringList &more)
 {
     start({QStringLiteral("peer")},
@@ -73,14 +80,14 @@ QStringList FarEnd::violations() const
     return lines.filter(QStringLiteral("violation: "));
 }
 
-void FarEnd::send(const QString &telegram)
+void FarEnd::send(const QString &telegram, const QString &name)
 {
     const QString path = m_toSend.filePath(QString::number(++m_sent));
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(telegram.toUtf8()) < 0)
         qFatal("cannot write %s", qPrintable(path));
     file.close();
-    command(QStringLiteral("send ") + path);
+    command(name + QLatin1Char(' ') + path);
 }
 
 QStringList FarEnd::telegrams() const

@@ -20,6 +20,8 @@ public:
 
     /// Listens on any port, which is in port; \a more are further options.
     explicit FarEnd(const QStringList &more = {});
+    /// Of another kind, "centre", under a clock of its own, a setting of libfaketime.
+    FarEnd(const QString &kind, const QString &clock, const QStringList &more);
     /// Calls the workstation that listens on \a stationPort.
     FarEnd(quint16 stationPort, const QStringList &more);
     /// Hangs on an adapter whose port is in ports, for Station::useAdapter.
@@ -28,8 +30,8 @@ public:
     void command(const QString &line);
     [[nodiscard]] bool has(const QString &event) const { return lines.contains(event); }
     [[nodiscard]] QStringList violations() const;
-    /// A telegram to be sent from now on, as it is.
-    void send(const QString &telegram);
+    /// A telegram to be sent from now on, as it is. \a command is that of its kind for a file.
+    void send(const QString &telegram, const QString &command = QStringLiteral("send"));
     /// The telegrams that have come whole, from mark to mark.
     [[nodiscard]] QStringList telegrams() const;
     [[nodiscard]] QByteArray bytes() const; ///< all that has come

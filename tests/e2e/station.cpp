@@ -131,8 +131,16 @@ void Station::writeSettings() const
         file.setValue(setting.key(), setting.value());
 }
 
+void Station::putInFront(const QString &library, const QMap<QString, QString> &variables)
+{
+    m_library = library;
+    m_variables = variables;
+}
+
 QString Station::program() const
 {
+    if (!m_program.isEmpty())
+        return m_program;
     return m_operator.isEmpty() ? QStringLiteral(VELDA_PROGRAM) : QStringLiteral(OPERATED_VELDA);
 }
 
@@ -151,6 +159,10 @@ void Station::start()
     environment.insert(m_operator);
     if (m_operator.contains(QStringLiteral("OPERATOR_KILL")))
         preload(environment, QStringLiteral(KILLING_CALL_LIBRARY));
+    if (!m_library.isEmpty())
+        preload(environment, m_library);
+    for (auto variable = m_variables.begin(); variable != m_variables.end(); ++variable)
+        environment.insert(variable.key(), variable.value());
     process.setProcessEnvironment(environment);
     if (m_brought)
         process.start(path(QFileInfo(program()).fileName()), QStringList());

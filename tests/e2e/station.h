@@ -30,6 +30,10 @@ public:
     /// Has an operator inside from the next start on, who does what operated_velda.cpp says of \a task.
     void operate(const QString &task, const QString &how);
     void leaveAlone(); ///< is the program as it comes again, with the next start
+    /// Is the program \a path from the next start on, which has the workstation inside.
+    void be(const QString &path) { m_program = path; }
+    /// Puts \a library in front of the system's with the next start, told by \a variables; "" takes it away.
+    void putInFront(const QString &library, const QMap<QString, QString> &variables = {});
 
     /// Has the program lie in the data directory and start without a word about it; after operate().
     void bringProgram();
@@ -71,6 +75,9 @@ private:
     QMap<QString, QString> m_settings;
     QProcessEnvironment m_environment;
     QProcessEnvironment m_operator;
+    QString m_program;
+    QString m_library; // in front of the system's
+    QMap<QString, QString> m_variables;
 };
 
 /// A telegram from mark to mark with \a text between, and of at least \a characters.

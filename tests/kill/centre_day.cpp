@@ -1,0 +1,119 @@
+#include "tests/kill/centre_day.h"
+
+#include <QRegularExpression>
+
+namespace
+{
+constexpr int FiguresMs = 500; ///< between two questions for them
+
+QString mark(int number)
+{
+    return QStringLiteral("ВХОДЯЩАЯ %1=").arg(number);
+}
+
+/// The figure behind \a word in \a line.
+QString figure(const QString &line, const QString &word)
+{
+    return QRegularExpression(word + QStringLiteral(" (\\d+)")).match(line).captured(1);
+}
+} // namespace
+
+CentreDay::CentreDay(bool midnight)
+    : Day(midnight ? QStringLiteral("2026-07-31 23:53:00") : QStringLiteral("2026-07-31 12:00:00")),
+      m_centre(QStringLiteral("centre"), clock(),
+               {QStringLiteral("--pause"), QStringLiteral("3000"), QStringLiteral("--window-pause"),
+                QStringLiteral("0")}),
+      m_midnight(midnight)
+{
+    station.callTo(m_centre.port);
+    station.set(QStringLiteral("CONNECT/processMode"), QStringLiteral("0"));
+    station.set(QStringLiteral("CORVA/autoConfirmRTimeOut"), QStringLiteral("3"));
+    station.set(QStringLiteral("OPERATOR/lastOperator"), QStringLiteral("OPERATOR"));
+    giveOutgoing();
+    giveIncoming();
+    giveIncoming(!midnight);
+    if (!midnight)
+        giveOutgoing();
+}
+
+void CentreDay::giveIncoming(bool confirmed)
+{
+    ++m_incoming;
+    if (confirmed)
+        m_centre.command(QStringLiteral("r ") + mark(m_incoming) + QStringLiteral("\\r\\n"));
+    else
+        m_centre.send(mark(m_incoming) + QStringLiteral("\r\n"), QStringLiteral("send-file"));
+}
+
+void CentreDay::giveOutgoing()
+{
+    const int number = outgoing.size() + 1;
+    const QString words = QStringLiteral("ИСХОДЯЩАЯ %1=").arg(number);
+    queue({QStringLiteral("20260731u%1").arg(number, 3, 10, QLatin1Char('0')),
+           QStringLiteral("П123456\r\n") + words + QStringLiteral("\r\n"), words});
+}
+
+void CentreDay::tend()
+{
+    const bool due = m_midnight ? !m_centre.lines.filter(QStringLiteral("day: ")).isEmpty()
+                                : !m_centre.lines.filter(QStringLiteral("telegram: ")).isEmpty();
+    if (due && !m_second) {
+        m_second = true;
+        if (!m_midnight)
+            m_centre.command(QStringLiteral("taken"));
+        giveIncoming();
+        giveOutgoing();
+    }
+    if (!m_sinceFigures.isValid() || m_sinceFigures.elapsed() > FiguresMs) {
+        m_centre.command(QStringLiteral("figures"));
+        m_sinceFigures.start();
+    }
+}
+
+bool CentreDay::isOver() const
+{
+    if (!m_second || !Day::isOver())
+        return false;
+    for (int i = 1; i <= m_incoming; ++i)
+        if (storedWith(mark(i)).isEmpty())
+            return false;
+    const QString figures = m_centre.lines.filter(QStringLiteral("figures: "))
+                                .value(m_centre.lines.filter(QStringLiteral("figures: ")).size() - 1);
+    return station.state(QStringLiteral("PK_in")) == figure(figures, QStringLiteral("sent")) &&
+           station.state(QStringLiteral("PK_out")) == figure(figures, QStringLiteral("got"));
+}
+
+QString CentreDay::progress() const
+{
+    return m_centre.lines.join(QLatin1Char('\n')) + QLatin1Char('\n') + Day::progress();
+}
+
+int CentreDay::arrived(const Outgoing &telegram) const
+{
+    return m_centre.lines.filter(QStringLiteral("telegram: ")).filter(telegram.mark).size();
+}
+
+/// Under the number by which the centre has it.
+QString CentreDay::sentName(const Outgoing &telegram) const
+{
+    const QStringList lines = m_centre.lines.filter(QStringLiteral("telegram: ")).filter(telegram.mark);
+    const int number = lines.isEmpty() ? 0 : lines.last().section(QLatin1Char(' '), 1, 1).toInt();
+    return telegram.name + QStringLiteral("\\.%1").arg(number, 3, 10, QLatin1Char('0'));
+}
+
+QStringList CentreDay::wrongReceipts(int) const
+{
+    // A machine that falls behind brings a telegram late that was under way as the channel closed.
+    QStringList wrong = m_centre.violations().filter(
+        QRegularExpression(QStringLiteral("^(?!.*while the channel is not open)")));
+    for (int i = 1; i <= m_incoming; ++i) {
+        const QStringList stored = storedWith(mark(i));
+        const QString sent = m_centre.lines.filter(QStringLiteral("sent: ")).filter(mark(i)).value(0);
+        const int number = sent.section(QLatin1Char(' '), 1, 1).toInt();
+        if (stored.size() != 1 || QFileInfo(stored.first()).suffix().toInt() != number)
+            wrong << QStringLiteral("%1 stored as %2 and not as number %3")
+                         .arg(mark(i), stored.join(QLatin1Char(' ')))
+                         .arg(number);
+    }
+    return wrong;
+}

@@ -1,0 +1,219 @@
+#include "tests/kill/point.h"
+
+#include "tests/kill/day.h"
+
+#include <QDir>
+#include <QFile>
+#include <QtTest>
+
+namespace
+{
+constexpr int LookMs = 20;
+constexpr int DayMs = 120000; ///< of which a few seconds are needed on a free machine
+constexpr int BadMs = 700;    ///< that a disk stays bad
+
+const QString Start = QStringLiteral(" Запуск ");
+const QString Lasting = QStringLiteral("lasting");
+
+/// A program that was killed under the false clock leaves its shared memory behind, and a clock that gets the
+/// same process number would not start.
+void forgetClock(qint64 process)
+{
+    for (const char *name : {"/dev/shm/sem.faketime_sem_%1", "/dev/shm/faketime_shm_%1"})
+        QFile::remove(QString::fromLatin1(name).arg(process));
+}
+
+QString contentOf(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+/// One passing of a day.
+class Passing
+{
+public:
+    explicit Passing(const Point &point);
+
+    Outcome run();
+
+private:
+    [[nodiscard]] bool isHit() const { return contentOf(m_log).contains(QStringLiteral("hit\n")); }
+    void start();
+    void look();
+    bool goesOn(const std::function<bool()> &over);
+    void takeDeath();
+    void mendDisk();
+    void leave();
+
+    const Point m_point;
+    QTemporaryDir m_directory; // beside the data: what the calls are noted in
+    const QString m_log, m_bad;
+    std::unique_ptr<Day> m_day;
+    QElapsedTimer m_sinceHit;
+    qint64 m_process = 0;
+    int m_mishaps = 0;
+    Outcome m_outcome;
+};
+
+Passing::Passing(const Point &point)
+    : m_point(point), m_log(m_directory.filePath(QStringLiteral("calls"))),
+      m_bad(m_directory.filePath(QStringLiteral("bad"))), m_day(Day::of(point.procedure))
+{
+    const QString root = QDir(m_day->station.path()).canonicalPath();
+    QMap<QString, QString> variables = {
+        {QStringLiteral("DISK_ROOT"), root},       {QStringLiteral("DISK_LOG"), m_log},
+        {QStringLiteral("DISK_KIND"), point.kind}, {QStringLiteral("DISK_AT"), QString::number(point.number)},
+        {QStringLiteral("DISK_HOW"), point.how},   {QStringLiteral("ATTENDED_BAD"), m_bad}};
+    if (point.lasts) {
+        variables.insert(QStringLiteral("DISK_BAD"), m_bad);
+        QFile sign(m_bad);
+        (void)sign.open(QIODevice::WriteOnly);
+    }
+    m_day->station.be(QStringLiteral(ATTENDED_VELDA));
+    m_day->station.putInFront(QStringLiteral(DISK_CALLS_LIBRARY), variables);
+}
+
+void Passing::start()
+{
+    m_day->start();
+    m_process = m_day->station.process.processId();
+}
+
+/// The next life is in peace.
+void Passing::takeDeath()
+{
+    forgetClock(m_process);
+    ++m_mishaps;
+    if (!m_point.kills() || m_mishaps > 1 || m_day->station.process.exitStatus() != QProcess::CrashExit)
+        m_outcome.wrong << QStringLiteral("it ended with %1").arg(m_day->station.process.exitCode());
+    m_outcome.wrong << m_day->tornFiles();
+    m_day->station.putInFront(QString());
+    start();
+}
+
+void Passing::mendDisk()
+{
+    if (m_point.kills() || m_mishaps > 0 || !isHit())
+        return;
+    if (!m_sinceHit.isValid())
+        m_sinceHit.start();
+    if (m_point.lasts && m_sinceHit.elapsed() < BadMs)
+        return;
+    ++m_mishaps;
+    QFile::remove(m_bad);
+}
+
+void Passing::look()
+{
+    QTest::qWait(LookMs);
+    mendDisk();
+    m_day->tend();
+}
+
+/// Goes on until \a over. False if that never comes.
+bool Passing::goesOn(const std::function<bool()> &over)
+{
+    QElapsedTimer since;
+    since.start();
+    while (!over()) {
+        if (since.elapsed() > DayMs)
+            return false;
+        if (!m_day->station.isRunning()) {
+            if (m_mishaps > 2)
+                return false;
+            takeDeath();
+        }
+        look();
+    }
+    return true;
+}
+
+/// Ends the workstation in order, once more if it dies of that.
+void Passing::leave()
+{
+    if (!m_day->station.end(60) && isHit() && m_point.kills() && m_mishaps == 0) {
+        const int starts = m_day->station.count(Start);
+        takeDeath();
+        if (!goesOn([&] { return m_day->station.count(Start) > starts && m_day->isOver(); }))
+            m_outcome.wrong << QStringLiteral("the day does not end anew");
+        if (!m_day->station.end(60))
+            m_outcome.wrong << QStringLiteral("no orderly end");
+    } else if (m_day->station.isRunning() || !m_day->station.endedWith(0)) {
+        m_outcome.wrong << QStringLiteral("no orderly end");
+    }
+    forgetClock(m_process);
+}
+
+Outcome Passing::run()
+{
+    start();
+    if (goesOn([this] { return m_day->isOver(); }))
+        leave();
+    else
+        m_outcome.wrong << QStringLiteral("the day does not end");
+    m_outcome.reached = isHit();
+    Day::Mishaps mishaps;
+    mishaps.diskFailed = !m_point.kills() && m_outcome.reached;
+    mishaps.atEnd = mishaps.diskFailed && m_mishaps == 0;
+    mishaps.count = m_mishaps + (mishaps.atEnd ? 1 : 0);
+    m_outcome.wrong << m_day->wrongBooks(mishaps);
+    if (!m_outcome.wrong.isEmpty())
+        m_outcome.wrong << m_day->progress();
+    m_outcome.log = contentOf(m_log);
+    return m_outcome;
+}
+} // namespace
+
+QString Point::name() const
+{
+    QStringList words = {procedure, kind, QString::number(number), how};
+    if (lasts)
+        words << Lasting;
+    return words.join(QLatin1Char(' '));
+}
+
+Point Point::of(const QStringList &words)
+{
+    Point point;
+    if (words.size() < 4 || !Day::procedures().contains(words.at(0)))
+        return point;
+    point.procedure = words.at(0);
+    point.kind = words.at(1);
+    point.number = words.at(2).toInt();
+    point.how = words.at(3);
+    point.lasts = words.value(4) == Lasting;
+    return point;
+}
+
+QStringList callKinds()
+{
+    return {QStringLiteral("open"),   QStringLiteral("write"),  QStringLiteral("rename"),
+            QStringLiteral("unlink"), QStringLiteral("sync"),   QStringLiteral("mkdir"),
+            QStringLiteral("link"),   QStringLiteral("resize"), QStringLiteral("mark")};
+}
+
+QStringList deathsAt(const QString &kind)
+{
+    QStringList deaths = {QStringLiteral("before"), QStringLiteral("after")};
+    if (kind == QLatin1String("write"))
+        deaths << QStringLiteral("half");
+    return deaths;
+}
+
+QStringList errorsAt(const QString &kind)
+{
+    QStringList errors = {QStringLiteral("EIO")};
+    if (kind != QLatin1String("sync"))
+        errors << QStringLiteral("EROFS");
+    if (kind != QLatin1String("sync") && kind != QLatin1String("write") && kind != QLatin1String("resize"))
+        errors << QStringLiteral("EACCES");
+    if (kind != QLatin1String("sync") && kind != QLatin1String("unlink") && kind != QLatin1String("rename"))
+        errors << QStringLiteral("ENOSPC");
+    return errors;
+}
+
+Outcome pass(const Point &point)
+{
+    return Passing(point).run();
+}
