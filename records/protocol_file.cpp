@@ -72,6 +72,12 @@ std::optional<QByteArray> heldBy(const QString &path)
     return file.readAll();
 }
 
+/// Whether \a file is the one at \a path; the toolkit tells its name with slashes on every system.
+bool isOfPath(const QFile &file, const QString &path)
+{
+    return file.fileName() == QDir::fromNativeSeparators(path);
+}
+
 /// The lines from where \a book stands; \a last is how the last one stands there.
 QStringList linesOf(QFile &book, QByteArray &last)
 {
@@ -128,7 +134,7 @@ void CProtocol::Save()
     writeError.clear();
     if (file.isOpen() && flushRequested)
         file.flush();
-    if (!keepOpen || whole || file.fileName() != fileName || (flushRequested && !diskAsWritten()))
+    if (!keepOpen || whole || !isOfPath(file, fileName) || (flushRequested && !diskAsWritten()))
         closeFile();
 
     if (bringUpToDate())

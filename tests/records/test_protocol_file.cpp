@@ -234,11 +234,11 @@ void TestProtocolFile::keptOpenFileStaysOpen()
     Options.protocolFileNoClose = true;
     Log.add(text("Б"), ProtocolSent);
     QVERIFY(Log.file.isOpen());
-    QCOMPARE(Log.file.fileName(), Log.fileName);
+    QCOMPARE(QDir::toNativeSeparators(Log.file.fileName()), Log.fileName);
     Log.setFileDate(QDate(2026, 8, 1));
     Log.Save();
     QVERIFY(Log.file.isOpen());
-    QCOMPARE(Log.file.fileName(), Log.fileName);
+    QCOMPARE(QDir::toNativeSeparators(Log.file.fileName()), Log.fileName);
     QCOMPARE(desk.read(Today), QByteArray("\2АБ"));
 }
 
