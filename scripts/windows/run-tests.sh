@@ -67,7 +67,7 @@ cache=${VELDA_WINDOWS_CACHE:-$HOME/.cache/velda-windows}
 status=0
 enter "$@" || status=$?
 echo "Not built for Windows:"
-sed -n 's/^\([a-z_0-9]*: \)/  \1/p' "$reasons/left_out.txt"
+sed -n 's/^\([A-Za-z_0-9:]*: \)/  \1/p' "$reasons/left_out.txt"
 echo "Not run under Wine:"
-sed -n 's/^\([a-z_0-9]*: \)/  \1/p' "$reasons/not_under_wine.txt"
+sed -n 's/^\([A-Za-z_0-9:]*: \)/  \1/p' "$reasons/not_under_wine.txt"
 exit "$status"

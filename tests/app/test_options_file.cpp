@@ -82,7 +82,7 @@ void TestOptionsFile::twoSubscribersWriteTwoRecordsAndEnd()
     QCOMPARE(stored("ABONENTS/A_0"), QStringLiteral("Один|П|114567|доп|"));
     QCOMPARE(stored("ABONENTS/A_1"), QStringLiteral("Два|П|114567|доп|"));
     QCOMPARE(stored("ABONENTS/A_2"), QStringLiteral("end"));
-    QVERIFY(desk.read("velda.ini").contains("\nA_2=end\n"));
+    QVERIFY(desk.readText("velda.ini").contains("\nA_2=end\n"));
 }
 
 void TestOptionsFile::oldRecordBehindTheEndIsNeverReadAgain()
@@ -105,15 +105,15 @@ void TestOptionsFile::emptySubscriberListRemovesTheSection()
     Options.abonents = {subscriber("1"), subscriber("2")};
     Options.abonentLists = {{"l", {"1"}, ""}};
     Options.Save();
-    QVERIFY(desk.read("velda.ini").contains("[ABONENTS]"));
-    QVERIFY(desk.read("velda.ini").contains("[ABONENTLISTS]"));
+    QVERIFY(desk.readText("velda.ini").contains("[ABONENTS]"));
+    QVERIFY(desk.readText("velda.ini").contains("[ABONENTLISTS]"));
 
     Options.abonents.clear();
     Options.abonentLists.clear();
     Options.Save();
-    QVERIFY(!desk.read("velda.ini").contains("ABONENT"));
-    QVERIFY(!desk.read("velda.ini").contains("\nA_"));
-    QVERIFY(!desk.read("velda.ini").contains("\nAL_"));
+    QVERIFY(!desk.readText("velda.ini").contains("ABONENT"));
+    QVERIFY(!desk.readText("velda.ini").contains("\nA_"));
+    QVERIFY(!desk.readText("velda.ini").contains("\nAL_"));
 }
 
 void TestOptionsFile::subscriberWithAnEmptyNoteEndsInTwoBars()
@@ -238,8 +238,8 @@ void TestOptionsFile::missingFileIsWrittenByTheFirstSave()
     Options.Load();
     QVERIFY(!QFile::exists(desk.path("velda.ini")));
     Options.Save();
-    QVERIFY(desk.read("velda.ini").contains("[CONNECT]\n"));
-    QVERIFY(!desk.read("velda.ini").contains("STATUS")); // a section with nothing in it leaves no trace
+    QVERIFY(desk.readText("velda.ini").contains("[CONNECT]\n"));
+    QVERIFY(!desk.readText("velda.ini").contains("STATUS")); // a section with nothing in it leaves no trace
 }
 
 void TestOptionsFile::loadWritesNothing()
@@ -363,7 +363,7 @@ void TestOptionsFile::fileTooLargeToBeOneGivesTheDefaults()
     Options.Load();
     QCOMPARE(Options.Port, 5674);
     Options.Save();
-    QVERIFY(desk.read("velda.ini").contains("\nPort=5674\n"));
+    QVERIFY(desk.readText("velda.ini").contains("\nPort=5674\n"));
 }
 
 void TestOptionsFile::foldersAreMadeInOneStep()
@@ -398,7 +398,7 @@ void TestOptionsFile::nonAsciiTextIsEscaped()
     const Desk desk;
     Options.mainTitle = QStringLiteral("Пункт");
     Options.Save();
-    QVERIFY(desk.read("velda.ini").contains("\nmainTitle=\\x41f\\x443\\x43d\\x43a\\x442\n"));
+    QVERIFY(desk.readText("velda.ini").contains("\nmainTitle=\\x41f\\x443\\x43d\\x43a\\x442\n"));
 }
 
 QTEST_MAIN(TestOptionsFile)

@@ -46,7 +46,7 @@ namespace
 /// The lines of velda.ini that begin with \a key, of whatever section.
 QStringList linesOf(const Desk &desk, const QString &key)
 {
-    return QString::fromLatin1(desk.read("velda.ini"))
+    return QString::fromLatin1(desk.readText("velda.ini"))
         .split('\n')
         .filter(QRegularExpression("^" + key + "="));
 }

@@ -23,7 +23,7 @@ namespace
 /// The lines of velda.ini that begin with \a key, of whatever section.
 QStringList linesOf(const Desk &desk, const QString &key)
 {
-    return QString::fromLatin1(desk.read("velda.ini"))
+    return QString::fromLatin1(desk.readText("velda.ini"))
         .split('\n')
         .filter(QRegularExpression("^" + key + "="));
 }
@@ -52,7 +52,7 @@ void TestOptionsWritten::addressOfTheDialogIsGoneAfterARestart()
     QCOMPARE(Options.autoPrintMode, 0);
 
     // Keys put into the file by hand decide. They stand there in the escaped form of the Cyrillic words.
-    QByteArray content = desk.read("velda.ini");
+    QByteArray content = desk.readText("velda.ini");
     content.replace("[CONNECT]\n", "[CONNECT]\n%U0410%U0434%U0440%U0435%U0441=10.9.9.9\n"
                                    "%U041F%U043E%U0440%U0442=7777\n");
     content.replace("[CORVA]\n", "[CORVA]\nautoPrintMode=2\n");

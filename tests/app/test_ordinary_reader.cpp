@@ -1,5 +1,6 @@
 #include "app/ordinary_reader.h"
 #include "tests/support/no_ordinary_file.h"
+#include "tests/support/open_files.h"
 #include "tests/support/read_only.h"
 
 #include <QFileInfo>
@@ -32,11 +33,6 @@ QByteArray piece(COrdinaryReader &reader, int size)
     QByteArray bytes(size, '?');
     bytes.truncate(reader.read(bytes.data(), size));
     return bytes;
-}
-
-int openFiles()
-{
-    return QDir("/proc/self/fd").entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size();
 }
 } // namespace
 

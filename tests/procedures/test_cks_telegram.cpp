@@ -221,7 +221,7 @@ void TestCksTelegram::forwarded()
     QCOMPARE(QString::fromUtf8(desk.read("out/20260731u042")), file);
     QCOMPARE(State.EditorN, file.isEmpty() ? 41 : 42);
     // On the disk too: a restart must not give the name of a waiting file again.
-    QVERIFY(desk.read("velda_state.ini").contains(file.isEmpty() ? "EditorN=41\n" : "EditorN=42\n"));
+    QVERIFY(desk.readText("velda_state.ini").contains(file.isEmpty() ? "EditorN=41\n" : "EditorN=42\n"));
     const QString addition = file.isEmpty() ? QString() : QStringLiteral(", для пересылки out/20260731u042");
     QCOMPARE(desk.noted().size(), 1);
     QVERIFY(desk.noted().at(0).startsWith(Saved + "inp/20260731/20260731u"));

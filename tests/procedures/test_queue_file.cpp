@@ -2,6 +2,7 @@
 
 #include "app/options.h"
 #include "app/state.h"
+#include "procedures/telegram_files.h"
 #include "records/file_info.h"
 #include "records/protocol.h"
 #include "tests/support/desk.h"
@@ -85,7 +86,7 @@ void TestQueueFile::changeOfTheFileUnderWayReachesItsCopy()
     State.currentFile = current;
     State.fileInProgress = inProgress;
     State.sendInfo.trys = 2;
-    QVERIFY(changeQueueRecord(Path, [](CFileInfo &record) { record.trys = 0; }));
+    QVERIFY(changeQueueRecord(queuePath("20260731u001"), [](CFileInfo &record) { record.trys = 0; }));
     QTEST(State.sendInfo.trys, "tries");
 }
 
@@ -119,7 +120,7 @@ void TestQueueFile::failedNameIsCutAtItsMark()
     QFETCH(QString, restored);
     const QueueFileDesk desk;
     desk.write("out/" + name, "ТЕКСТ");
-    QCOMPARE(restoreFailedFile("out/" + name), restored.isEmpty() ? QString() : "out/" + restored);
+    QCOMPARE(restoreFailedFile("out/" + name), restored.isEmpty() ? QString() : queuePath(restored));
     QCOMPARE(desk.read("out/" + (restored.isEmpty() ? name : restored)), QByteArray("ТЕКСТ"));
     QCOMPARE(desk.noted().isEmpty(), restored.isEmpty());
 }

@@ -12,6 +12,7 @@ class TestSkkDelivery : public QObject
 
 private slots:
     void bookedAsSent();
+    void markedIfAsked();
     void bookedUnderTheCounterOfThisMoment();
     void fileThatCannotBeMovedIsStillBooked();
     void wholeSendToASubscriber();
@@ -25,23 +26,31 @@ const QString OwnAO = QStringLiteral("#\r\n777777 ДЕСК");
 
 void TestSkkDelivery::bookedAsSent()
 {
+    const SkkDesk desk;
+    State.PK_out = 6;
+    State.scanCountdown = 1;
+    desk.automatic(14, 5);
+    ProcessSKK.compliteSKKFileSendedInAutoMode();
+    QCOMPARE(desk.noted(), QStringList({"312:00:00 Файл a отправлен",
+                                        "312:00:00 ПЕРЕИМЕНОВАНИЕ out/a В out/20260731/a.006"}));
+    QCOMPARE(desk.names("out"), QStringList("20260731"));
+    QCOMPARE(desk.read("out/20260731/a.006"), QByteArray("ТЕКСТ\r\n"));
+    QCOMPARE(State.PK_out, 7);
+    QCOMPARE(State.currentFile, "");
+    QCOMPARE(State.scanCountdown, 10);
+    QVERIFY(State.fileInProgress); // until the machine ends
+    QVERIFY(!QFile::exists(desk.path("velda_state.ini")));
+}
+
+void TestSkkDelivery::markedIfAsked()
+{
     for (const bool marked : {true, false}) {
         const SkkDesk desk;
         Options.markNewFilesInOut = marked;
         State.PK_out = 6;
-        State.scanCountdown = 1;
         desk.automatic(14, 5);
         ProcessSKK.compliteSKKFileSendedInAutoMode();
-        QCOMPARE(desk.noted(), QStringList({"312:00:00 Файл a отправлен",
-                                            "312:00:00 ПЕРЕИМЕНОВАНИЕ out/a В out/20260731/a.006"}));
-        QCOMPARE(desk.names("out"), QStringList("20260731"));
-        QCOMPARE(desk.read("out/20260731/a.006"), QByteArray("ТЕКСТ\r\n"));
         QCOMPARE(CFileAttr("out/20260731/a.006").checkNew(), marked);
-        QCOMPARE(State.PK_out, 7);
-        QCOMPARE(State.currentFile, "");
-        QCOMPARE(State.scanCountdown, 10);
-        QVERIFY(State.fileInProgress); // until the machine ends
-        QVERIFY(!QFile::exists(desk.path("velda_state.ini")));
     }
 }
 

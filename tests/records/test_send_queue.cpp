@@ -1,5 +1,6 @@
 #include "app/clock.h"
 #include "tests/records/queue_desk.h"
+#include "tests/support/odd_names.h"
 #include "tests/support/row.h"
 
 #include <QDir>
@@ -279,8 +280,8 @@ void TestSendQueue::missingDirectoryEmptiesBothLists()
 
 void TestSendQueue::foreignNamesAndRecordsAreListed()
 {
-    Queue queue(0, {"[]*?\\$()u{}^", "        u   ", text("ПРОГРАММс001")});
-    queue.write("out/        u   .dat", QByteArray(1000, '\xFF'));
+    Queue queue(0, foreignNames() + QStringList{text("ПРОГРАММс001")});
+    queue.write("out/" + foreignNames().last() + ".dat", QByteArray(1000, '\xFF'));
     QCOMPARE(queue.scan(), 3);
     QCOMPARE(names(queue.good).size(), 3);
 }

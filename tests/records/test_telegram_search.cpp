@@ -1,6 +1,7 @@
 #include "app/options.h"
 #include "records/telegram_search.h"
 #include "tests/support/no_ordinary_file.h"
+#include "tests/support/odd_names.h"
 #include "tests/support/read_only.h"
 #include "tests/support/row.h"
 
@@ -57,7 +58,7 @@ private slots:
     void firstOfADirectoryIsOfTheListingNotOfTheHits();
     void bytesAreCompared_data();
     void bytesAreCompared();
-    void oddNamesAreFound_data();
+    void oddNamesAreFound_data() { oddNames(); }
     void oddNamesAreFound();
     void hitAcrossTwoReadingsIsFound_data();
     void hitAcrossTwoReadingsIsFound();
@@ -205,17 +206,6 @@ void TestTelegramSearch::bytesAreCompared()
     const Desk desk;
     desk.write("inp/20260731/a", content);
     QCOMPARE(found(threeDays(searched)).size(), hit ? 1 : 0);
-}
-
-void TestTelegramSearch::oddNamesAreFound_data()
-{
-    QTest::addColumn<QString>("name");
-    row("blanks", " a  b ");
-    row("quotes", "\"a\" 'b'");
-    row("line feed", "a\nb");
-    row("wild card", "*?[a]");
-    row("Cyrillic", text("ТЕЛЕГРАММА с001"));
-    row("200 characters", QString(200, 'x'));
 }
 
 void TestTelegramSearch::oddNamesAreFound()

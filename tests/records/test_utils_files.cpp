@@ -11,8 +11,6 @@
 
 namespace
 {
-const QString Separator = QDir::separator();
-
 QString text(const char *utf8)
 {
     return QString::fromUtf8(utf8);
@@ -73,8 +71,7 @@ void TestUtilsFiles::renameMovesTheFileAndSaysSo()
     QVERIFY(CUtils::renameFile("out/a", "out/20260731", "b.001", false));
     QCOMPARE(desk.read("out/20260731/b.001"), QByteArray("text"));
     QVERIFY(!QFile::exists("out/a"));
-    QCOMPARE(desk.journal(),
-             QStringList({text("312:00:00 ПЕРЕИМЕНОВАНИЕ out/a В out/20260731") + Separator + "b.001", ""}));
+    QCOMPARE(desk.journal(), QStringList({text("312:00:00 ПЕРЕИМЕНОВАНИЕ out/a В out/20260731/b.001"), ""}));
 }
 
 void TestUtilsFiles::renameIntoAMissingDayDirectoryMakesIt()
@@ -95,9 +92,8 @@ void TestUtilsFiles::renameWithAMissingParentFailsAndJournalsTheError()
     QVERIFY(!CUtils::renameFile("out/a", "none/20260731", "a", true));
     QCOMPARE(desk.read("out/a"), QByteArray("text"));
     QVERIFY(!QFile::exists("none"));
-    QCOMPARE(desk.journal(),
-             QStringList({text("312:00:00 ПЕРЕИМЕНОВАНИЕ out/a В none/20260731") + Separator + "a",
-                          text("412:00:00 Ошибка переименования"), ""}));
+    QCOMPARE(desk.journal(), QStringList({text("312:00:00 ПЕРЕИМЕНОВАНИЕ out/a В none/20260731/a"),
+                                          text("412:00:00 Ошибка переименования"), ""}));
 }
 
 void TestUtilsFiles::renameOntoAPresentFileFails()
@@ -150,7 +146,7 @@ void TestUtilsFiles::renameLineWaitsForTheRunningLine()
     desk.write("out/a", "text");
     QVERIFY(CUtils::renameFile("out/a", "out/d", "a", false));
     QCOMPARE(desk.journal(), QStringList{text("1АБ")});
-    QCOMPARE(Log.cachedText, text("12:00:00 ПЕРЕИМЕНОВАНИЕ out/a В out/d") + Separator + "a");
+    QCOMPARE(Log.cachedText, text("12:00:00 ПЕРЕИМЕНОВАНИЕ out/a В out/d") + QDir::separator() + "a");
 }
 
 void TestUtilsFiles::clearDirRemovesTheLimitDateAndEarlier()

@@ -55,6 +55,7 @@ Desk::Desk(QTime time) : Desk(QDateTime(QDate(2026, 7, 31), time)) {}
 
 Desk::~Desk()
 {
+    Log.file.close(); // no system removes a directory with an open file everywhere
     QDir::setCurrent(m_formerDirectory);
 }
 
@@ -75,6 +76,11 @@ QByteArray Desk::read(const QString &name) const
 {
     QFile file(path(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QByteArray Desk::readText(const QString &name) const
+{
+    return read(name).replace("\r\n", "\n");
 }
 
 QStringList Desk::names(const QString &directoryName, const QString &mask) const

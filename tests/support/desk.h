@@ -23,6 +23,8 @@ public:
     [[nodiscard]] QString path(const QString &name = QString()) const; ///< absolute path in the directory
     void write(const QString &name, const QByteArray &content) const;  ///< makes a file, and its directories
     [[nodiscard]] QByteArray read(const QString &name) const;          ///< empty if there is none
+    /// The same with each line end as "\n": settings files have those of the system.
+    [[nodiscard]] QByteArray readText(const QString &name) const;
     /// What has been printed to the file \a name, once no print job is open: on a busy machine one goes on.
     [[nodiscard]] QByteArray readPrinted(const QString &name = QStringLiteral("printed")) const;
     [[nodiscard]] QStringList names(const QString &directory,
