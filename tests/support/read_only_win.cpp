@@ -1,19 +1,26 @@
+// The files are held open; that a directory takes no new ones is the toolkit's to see, whose opening is taken
+// over.
+
 #include "tests/support/read_only.h"
 
 #include "tests/support/desk.h"
+#include "tests/support/taken_over_win.h"
 
 #include <QDirIterator>
+#include <QMutex>
 
 #include <vector>
 
-#include <windows.h>
-
 struct ReadOnly::Held {
+    QString directory;
     std::vector<HANDLE> files;
 };
 
 namespace
 {
+QMutex mutex; // of closedDirectories; files are opened in threads
+QStringList closedDirectories;
+
 DWORD sharing(ReadOnly::Reading reading)
 {
     switch (reading) {
@@ -23,21 +30,48 @@ DWORD sharing(ReadOnly::Reading reading)
     }
     return 0;
 }
+
+bool makesNewIn(const QStringList &directories, const QString &name, DWORD disposition)
+{
+    if (disposition == OPEN_EXISTING || disposition == TRUNCATE_EXISTING)
+        return false;
+    const QFileInfo file(QString(name).remove(QStringLiteral("\\\\?\\")));
+    return directories.contains(file.absolutePath(), Qt::CaseInsensitive) && !file.exists();
+}
+
+HANDLE WINAPI openUnlessNew(LPCWSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
+                            DWORD disposition, DWORD flags, HANDLE model)
+{
+    mutex.lock();
+    const QStringList directories = closedDirectories;
+    mutex.unlock();
+    if (makesNewIn(directories, QString::fromWCharArray(name), disposition)) {
+        SetLastError(ERROR_ACCESS_DENIED);
+        return INVALID_HANDLE_VALUE;
+    }
+    return CreateFileW(name, access, share, security, disposition, flags, model);
+}
 } // namespace
 
 ReadOnly::ReadOnly(const Desk &desk, const QString &directory, Reading reading)
-    : m_held(std::make_unique<Held>())
+    : m_held(std::make_unique<Held>(Held{QDir(desk.path(directory)).absolutePath(), {}}))
 {
-    QDirIterator all(desk.path(directory), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    static const bool takenOver = takeOver("CreateFileW", openUnlessNew);
+    Q_UNUSED(takenOver)
+    QDirIterator all(m_held->directory, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
     while (all.hasNext()) {
         const std::wstring path = QDir::toNativeSeparators(all.next()).toStdWString();
         m_held->files.push_back(
             CreateFileW(path.c_str(), GENERIC_READ, sharing(reading), nullptr, OPEN_EXISTING, 0, nullptr));
     }
+    const QMutexLocker lock(&mutex);
+    closedDirectories << m_held->directory;
 }
 
 ReadOnly::~ReadOnly()
 {
     for (const HANDLE file : m_held->files)
         CloseHandle(file);
+    const QMutexLocker lock(&mutex);
+    closedDirectories.removeOne(m_held->directory);
 }
