@@ -5,11 +5,10 @@
 #include "link/tcp_loop.h"
 #include "tests/link/line.h"
 #include "tests/support/desk.h"
+#include "tests/support/little_room.h"
 
 #include <QTcpServer>
 #include <QtTest>
-
-#include <sys/socket.h>
 
 class TestTcpDelivery : public QObject
 {
@@ -49,13 +48,6 @@ void stopReading(Peer &peer)
 {
     peer.socket->setReadBufferSize(1);
     peer.socket->disconnect();
-}
-
-/// The machine has room for some hundred bytes more than the program there reads.
-void giveLittleRoom(const QTcpServer &server)
-{
-    const int bytes = 2048;
-    ::setsockopt(static_cast<int>(server.socketDescriptor()), SOL_SOCKET, SO_RCVBUF, &bytes, sizeof bytes);
 }
 
 /// Both ends on this thread, the link's passes taken one by one.

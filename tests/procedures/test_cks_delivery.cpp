@@ -1,14 +1,10 @@
-// What surrounds a telegram of the numbered exchange: the print and the new-mark of one that is sent, the
-// sound of one that comes.
+// What surrounds a telegram of the numbered exchange that is sent: its print and its new-mark.
 
 #include "app/options.h"
 #include "records/file_attr.h"
 #include "records/send_model.h"
 #include "tests/procedures/cks_desk.h"
 #include "tests/support/row.h"
-#include "tests/support/sound_server.h"
-#include "tests/ui/wave_file.h"
-#include "ui/sound.h"
 
 #include <QtTest>
 
@@ -17,17 +13,10 @@ class TestCksDelivery : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QVERIFY2(m_server.start(), qPrintable(m_server.error)); }
-    void cleanup() { sound.stop(); }
     void deliveredFileIsMarked_data();
     void deliveredFileIsMarked();
     void sentTelegramIsPrinted_data();
     void sentTelegramIsPrinted();
-    void soundOfATelegram_data();
-    void soundOfATelegram();
-
-private:
-    SoundServer m_server;
 };
 
 void TestCksDelivery::deliveredFileIsMarked_data()
@@ -80,35 +69,6 @@ void TestCksDelivery::sentTelegramIsPrinted()
     ProcessCKS.checkForSendNewTlg(item);
     QCOMPARE(desk.noted().contains("312:00:00 Печать файла"), printed);
     QCOMPARE(desk.readPrinted().contains("ЗЦЗЦ 001 ТЕКСТ НННН"), printed);
-}
-
-void TestCksDelivery::soundOfATelegram_data()
-{
-    QTest::addColumn<int>("type");
-    QTest::addColumn<bool>("running");
-    QTest::addColumn<QString>("playing");
-    row("silent", 0, false, "");
-    row("once", 1, false, "new.wav");
-    row("in a loop", 2, false, "new.wav");
-    row("silent, another one runs", 0, true, "old.wav");
-    row("once, another one runs", 1, true, "old.wav");
-}
-
-void TestCksDelivery::soundOfATelegram()
-{
-    QFETCH(int, type);
-    QFETCH(bool, running);
-    QFETCH(QString, playing);
-    const CksDesk desk;
-    Options.soundOTlgType = type;
-    Options.soundOTlgFile = QStringLiteral("new.wav");
-    desk.write("old.wav", waveFile(500, 20000));
-    desk.write("new.wav", waveFile(700, 20000));
-    if (running)
-        sound.play("old.wav", 2);
-    ProcessCKS.ProcessTlg(1, QStringLiteral("ТЕКСТ"), QStringLiteral("ЗЦЗЦ 001 "), QStringLiteral(" НННН  "));
-    QCOMPARE(State.PK_in, 1);
-    QCOMPARE(sound.playingFileName(), playing);
 }
 
 QTEST_MAIN(TestCksDelivery)

@@ -5,6 +5,7 @@
 #include "link/prf_thread.h"
 #include "link/tlg_thread.h"
 #include "records/protocol.h"
+#include "tests/app/run/note_program.h"
 #include "tests/support/desk.h"
 #include "tests/support/row.h"
 #include "tests/support/thread_end.h"
@@ -57,14 +58,6 @@ private:
             msleep(1);
     }
 };
-
-/// A program that notes its number of arguments and its directory.
-QString noteProgram(const Desk &desk)
-{
-    desk.write("note.sh", "#!/bin/sh\necho \"$# $PWD\" > note.tmp && mv note.tmp note.txt\n");
-    QFile::setPermissions(desk.path("note.sh"), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    return desk.path("note.sh");
-}
 } // namespace
 
 void TestShutdown::init()
@@ -121,8 +114,8 @@ void TestShutdown::countersAndOptionsAreSaved()
     State.PK_out = 321;
     Options.mainTitle = QStringLiteral("title");
     shutDown(QString());
-    QVERIFY(desk.read("velda_state.ini").contains("\nPK_out=321\n"));
-    QVERIFY(desk.read("velda.ini").contains("\nmainTitle=title\n"));
+    QVERIFY(desk.readText("velda_state.ini").contains("\nPK_out=321\n"));
+    QVERIFY(desk.readText("velda.ini").contains("\nmainTitle=title\n"));
 }
 
 void TestShutdown::journalEndsWithItsTwoLines()
@@ -174,7 +167,7 @@ void TestShutdown::restartPassesNoArguments()
     State.restartAfterExit = true;
     shutDown(noteProgram(desk));
     QTRY_VERIFY(QFile::exists(desk.path("note.txt")));
-    QCOMPARE(desk.read("note.txt").left(2), QByteArray("0 "));
+    QCOMPARE(desk.readText("note.txt"), QByteArray("none\n"));
 }
 
 void TestShutdown::noRestartUnlessAsked()
@@ -185,7 +178,7 @@ void TestShutdown::noRestartUnlessAsked()
     QProcess later; // started after the other would have been
     later.start(program, {"one"});
     QVERIFY(later.waitForFinished());
-    QCOMPARE(desk.read("note.txt").left(2), QByteArray("1 "));
+    QCOMPARE(desk.readText("note.txt"), QByteArray("one\n"));
 }
 
 void TestShutdown::windowIsGone()

@@ -1,47 +1,20 @@
-#include "app/options.h"
 #include "app/state.h"
 #include "procedures/process_direct.h"
 #include "records/protocol.h"
-#include "tests/support/desk.h"
 #include "tests/support/free_port.h"
-#include "tests/support/patience.h"
 #include "tests/support/row.h"
+#include "tests/ui/printing/printer_desk.h"
 #include "text/utils.h"
 #include "ui/printing/print_queue.h"
 #include "ui/printing/raw_printer.h"
 
-#include <QElapsedTimer>
 #include <QSemaphore>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QtTest>
 
-#include <arpa/inet.h>
-#include <fcntl.h>
-#include <sys/socket.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 namespace
 {
-/// A desk that prints raw, as UTF-8 without line feeds, its journal at the beginning of a line.
-class PrinterDesk : public Desk
-{
-public:
-    explicit PrinterDesk(const QString &printer = QString())
-    {
-        Options.PrinterType = 1;
-        Options.PrinterRaw = printer.isEmpty() ? path("printed") : printer;
-        Options.PrinterCodePage = 2;
-        Options.PrinterRawLFCount = 0;
-        Log.lines = QStringList{QString()};
-    }
-    [[nodiscard]] QByteArray printed() const
-    {
-        return CPrintQueue::instance().waitForIdle(PatienceMs) ? read("printed") : "the printer hangs";
-    }
-};
-
 /// A network printer on loopback that takes what comes.
 class NetworkPrinter
 {
@@ -50,7 +23,8 @@ public:
     explicit NetworkPrinter(quint16 port = 0)
     {
         // A given one may be taken at one address and free at the next: all of 127 is loopback.
-        quint32 address = port == 0 ? 0x7F000001U : 0x7F090101U + (quint32(getpid()) & 0xFFFFU);
+        quint32 address =
+            port == 0 ? 0x7F000001U : 0x7F090101U + (quint32(QCoreApplication::applicationPid()) & 0xFFFFU);
         for (int i = 0; i < 1000 && !server.isListening(); ++i)
             server.listen(QHostAddress(address++), port);
         if (!server.isListening())
@@ -76,44 +50,13 @@ public:
     QTcpServer server;
 };
 
-/// A port that completes no connection: its queue of one is taken.
-class DeafPort
-{
-public:
-    DeafPort() : m_listener(socket(AF_INET, SOCK_STREAM, 0)), m_caller(socket(AF_INET, SOCK_STREAM, 0))
-    {
-        sockaddr_in address = {};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t length = sizeof address;
-        auto *const plain = reinterpret_cast<sockaddr *>(&address);
-        if (bind(m_listener, plain, length) != 0 || listen(m_listener, 0) != 0 ||
-            getsockname(m_listener, plain, &length) != 0 || connect(m_caller, plain, length) != 0)
-            qFatal("cannot make a deaf port");
-        port = ntohs(address.sin_port);
-    }
-    ~DeafPort()
-    {
-        close(m_caller);
-        close(m_listener);
-    }
-    DeafPort(const DeafPort &) = delete;
-    DeafPort &operator=(const DeafPort &) = delete;
-
-    quint16 port = 0;
-
-private:
-    int m_listener;
-    int m_caller;
-};
-
 QByteArray manyLines()
 {
     return QByteArray(20 * 1024 * 1024, 'A'); // more than the system's socket buffers hold
 }
 } // namespace
 
-/// Raw printing, to files, devices and network printers.
+/// Raw printing, to files and network printers.
 class TestPrintRaw : public QObject
 {
     Q_OBJECT
@@ -137,12 +80,9 @@ private slots:
     void missingHostIsJournalled();
     void missingDeviceIsJournalled();
     void directoryIsNoDevice();
-    void deviceWithoutRoomIsJournalled();
     void failureTouchesNoFileAndNoCounter();
-    void deafHostIsGivenUpAfterThreeSeconds();
     void printerThatDropsTheJobIsJournalled();
     void hangingPrinterHoldsUpNobody();
-    void hangingDeviceHoldsUpNobody();
     void programEndsBesideAJobThatIsNoPrint();
     void openJobEndsWithTheProgram();
 };
@@ -340,13 +280,6 @@ void TestPrintRaw::directoryIsNoDevice()
     QTRY_COMPARE(desk.journal(), (QStringList{"412:00:00 Error open printer out", QString()}));
 }
 
-void TestPrintRaw::deviceWithoutRoomIsJournalled()
-{
-    const PrinterDesk desk("/dev/full");
-    CUtils::printText("A");
-    QTRY_COMPARE(desk.journal(), (QStringList{"412:00:00 Error write to printer /dev/full", QString()}));
-}
-
 void TestPrintRaw::failureTouchesNoFileAndNoCounter()
 {
     const PrinterDesk desk("absent/lp0");
@@ -359,21 +292,6 @@ void TestPrintRaw::failureTouchesNoFileAndNoCounter()
                                               "412:00:00 Error open printer absent/lp0", QString()}));
     QCOMPARE(desk.read("inp/20260731/20260731_120000"), telegram.toUtf8());
     QCOMPARE(State.PK_in, 1);
-}
-
-void TestPrintRaw::deafHostIsGivenUpAfterThreeSeconds()
-{
-    const DeafPort deaf;
-    const QString address = QString("127.0.0.1:%1").arg(deaf.port);
-    const PrinterDesk desk("IP:" + address);
-    QElapsedTimer timer;
-    timer.start();
-    CUtils::printText("A");
-    QCOMPARE(desk.journal(), QStringList{QString()}); // nobody has waited for it
-
-    QTRY_COMPARE(desk.journal(), (QStringList{"412:00:00 Error connect to printer " + address,
-                                              "412:00:00 Socket operation timed out", QString()}));
-    QVERIFY(timer.elapsed() >= 2900);
 }
 
 void TestPrintRaw::printerThatDropsTheJobIsJournalled()
@@ -402,26 +320,6 @@ void TestPrintRaw::hangingPrinterHoldsUpNobody()
     QVERIFY(CPrintQueue::instance().waitForIdle(PatienceMs));
     QCOMPARE(desk.journal(),
              (QStringList{"312:00:00 Файл сохранен:inp/20260731/20260731_120000", QString()}));
-}
-
-void TestPrintRaw::hangingDeviceHoldsUpNobody()
-{
-    const PrinterDesk desk("pipe");
-    QCOMPARE(mkfifo(desk.path("pipe").toUtf8().constData(), 0600), 0); // to open it waits for a reader
-    CUtils::printText("A");
-    CUtils::printText("B");
-    QVERIFY(!CPrintQueue::instance().waitForIdle(0));
-
-    // Open for both, so that what one writer leaves behind is not dropped before the next one comes.
-    const int pipe = ::open(desk.path("pipe").toUtf8().constData(), O_RDWR);
-    QVERIFY(pipe >= 0);
-    QByteArray all;
-    char byte = 0;
-    while (all.size() < 2 && ::read(pipe, &byte, 1) == 1)
-        all += byte;
-    ::close(pipe);
-    QCOMPARE(all, QByteArray("AB"));
-    QVERIFY(CPrintQueue::instance().waitForIdle(PatienceMs));
 }
 
 void TestPrintRaw::programEndsBesideAJobThatIsNoPrint()
