@@ -22,6 +22,7 @@ set_variable()
 inside()
 {
     local as_user=(setpriv --reuid clerk --regid clerk --clear-groups env HOME=/home/clerk LC_ALL=ru_RU.UTF-8 WINEDEBUG=-all)
+    echo "127.0.0.1 localhost" >> /etc/hosts # a new Debian knows no names
     Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3> /tmp/display 2> /dev/null &
     until [ -s /tmp/display ]; do sleep 0.1; done
     DISPLAY=:$(cat /tmp/display)
