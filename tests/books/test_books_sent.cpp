@@ -12,6 +12,7 @@ class TestBooksSent : public QObject
 private slots:
     void sentFileThatHasGoneIsNamedByItsLine();
     void sentFileWithoutItsLineIsNamed();
+    void changedTextIsNamed();
     void sendingWithoutReceiptIsNamed();
     void deliveryWithoutAnswerbackIsNamed();
     void sendingThatCameToNothingIsNamed();
@@ -47,6 +48,17 @@ void TestBooksSent::sentFileWithoutItsLineIsNamed()
     day.write("out/20261122/20261122u009.003", "ПОДЛОЖЕНО");
     QCOMPARE(day.disagreements(),
              QStringList("out/20261122/20261122u009.003: файл есть, а в протоколе такой отправки нет"));
+}
+
+void TestBooksSent::changedTextIsNamed()
+{
+    BookDay day;
+    BookDay::fillCentre(day);
+    day.writeJournal();
+    day.write("out/20261122/20261122u001.001", "П123456\r\nИСХОДЯЩАЯ СЕМЬ\r\n");
+    QCOMPARE(day.disagreements(),
+             QStringList("20261122.prt:17: текст файла out/20261122/20261122u001.001 не тот, "
+                         "что ушел на линию"));
 }
 
 void TestBooksSent::sendingWithoutReceiptIsNamed()

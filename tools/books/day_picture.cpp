@@ -23,6 +23,7 @@ const QString ReceivedColour = QStringLiteral("#2f6db3");
 const QString SentColour = QStringLiteral("#d98a29");
 const QString LinkColour = QStringLiteral("#7fb38a");
 const QString OutageColour = QStringLiteral("#c0392b");
+const QString RestColour = QStringLiteral("#dddddd");
 const QString LineColour = QStringLiteral("#bbbbbb");
 
 void rectangle(QXmlStreamWriter &page, double x, double y, double width, double height, const QString &colour,
@@ -104,6 +105,7 @@ void legend(QXmlStreamWriter &page)
         {Left + 90, SentColour, "передано"},
         {Left + 190, LinkColour, "связь есть"},
         {Left + 300, OutageColour, "перерыв связи"},
+        {Left + 420, RestColour, "рабочее место не работало"},
     };
     for (const Entry &entry : entries) {
         const QString text = QString::fromUtf8(entry.text);
@@ -118,16 +120,21 @@ double placeOf(int second)
     return Left + (Right - Left) * second / SecondsPerDay;
 }
 
+void times(QXmlStreamWriter &page, const QVector<COutage> &list, const QString &colour)
+{
+    constexpr double Narrowest = 1; // so that a short time shows
+    for (const COutage &one : list) {
+        const int from = QTime(0, 0).secsTo(one.from);
+        const double width = placeOf(from + one.seconds()) - placeOf(from);
+        rectangle(page, placeOf(from), LinkTop, qMax(Narrowest, width), LinkHeight, colour, shownOutage(one));
+    }
+}
+
 void link(QXmlStreamWriter &page, const CDayReport &report)
 {
-    constexpr double Narrowest = 1; // so that a short outage shows
     rectangle(page, Left, LinkTop, Right - Left, LinkHeight, LinkColour, QStringLiteral("связь есть"));
-    for (const COutage &outage : report.outages) {
-        const int from = QTime(0, 0).secsTo(outage.from);
-        const double width = placeOf(from + outage.seconds()) - placeOf(from);
-        rectangle(page, placeOf(from), LinkTop, qMax(Narrowest, width), LinkHeight, OutageColour,
-                  shownOutage(outage));
-    }
+    times(page, report.rests, RestColour);
+    times(page, report.outages, OutageColour);
     words(page, Left - 4, LinkTop + 10, QStringLiteral("связь"), QStringLiteral("end"));
 }
 } // namespace

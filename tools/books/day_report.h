@@ -59,6 +59,7 @@ struct CDayReport {
     QStringList notes;   ///< what is no disagreement and yet worth a look
 
     QVector<COutage> outages;
+    QVector<COutage> rests; ///< times in which no program was at work, so far as is known
     QMap<QString, int> modeSeconds; ///< by "автоматический", "ручной", "не работало", "неизвестно"
     QMap<QString, int> channelSeconds; ///< by the channel's mode, as "РБ"
 

@@ -29,6 +29,7 @@ private:
     void takeMode(const QString &mode);
     void setLink(bool up, const QString &why);
     void pass(int second);
+    void rest(int from, int to);
     [[nodiscard]] int endOfDay() const;
 
     const CDayRecord &m_record;
@@ -48,9 +49,17 @@ void CTimes::pass(int second)
     if (!m_counts || second <= m_now)
         return;
     m_report.modeSeconds[m_mode] += second - m_now;
+    if (m_mode == ModeStopped)
+        rest(m_now, second);
     if (!m_channel.isEmpty())
         m_report.channelSeconds[m_channel] += second - m_now;
     m_now = second;
+}
+
+void CTimes::rest(int from, int to)
+{
+    m_report.rests.append(
+        {DayBegin.addSecs(from), to == SecondsPerDay ? QTime() : DayBegin.addSecs(to), ModeStopped});
 }
 
 void CTimes::setLink(bool up, const QString &why)
@@ -129,6 +138,8 @@ void CTimes::reckon()
         return;
     const int end = endOfDay();
     pass(end);
+    if (end < SecondsPerDay)
+        rest(end, SecondsPerDay); // what is still to come
     if (m_isDown)
         m_report.outages.append(
             {DayBegin.addSecs(m_downFrom), end == SecondsPerDay ? QTime() : DayBegin.addSecs(end), m_why});

@@ -1,4 +1,5 @@
 #include "books_program.h"
+#include "console.h"
 
 #include <QCoreApplication>
 #include <QTextStream>
@@ -7,6 +8,7 @@ int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationVersion(QStringLiteral(VELDA_VERSION));
+    prepareConsole();
     QTextStream out(stdout);
     QTextStream err(stderr);
     out.setCodec("UTF-8");

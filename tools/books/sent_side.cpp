@@ -4,10 +4,12 @@
 #include "text/utils.h"
 
 #include <QDir>
+#include <QRegularExpression>
 
 namespace
 {
 const QString SetAside = QStringLiteral(".b");
+constexpr int KindAt = 8; // in a name: "g" goes under guaranteed transfer, as frames
 
 /// The number behind the last point of a sent file's name; -1 if there is none.
 int numberBehind(const QString &name)
@@ -18,6 +20,13 @@ int numberBehind(const QString &name)
     return isNumber && digits.size() == 3 ? number : -1;
 }
 
+/// Whether \a letters are Russian capitals, without the two that the code lacks, and figures.
+bool isCarriedAsItIs(const QString &letters)
+{
+    static const QRegularExpression plain(QStringLiteral("^[А-ЩЫ-Я0-9]*$"));
+    return plain.match(letters).hasMatch();
+}
+
 bool isBegin(const CJournalEvent &event)
 {
     return event.kind == CJournalEvent::Sending || event.kind == CJournalEvent::Calling;
@@ -25,7 +34,7 @@ bool isBegin(const CJournalEvent &event)
 } // namespace
 
 CSentSide::CSentSide(const CDayRecord &record, CDayReport &report)
-    : m_record(record), m_report(report), m_row(record.procedure == SKK ? 0 : 1)
+    : m_record(record), m_report(report), m_line(record.sentLine), m_row(record.procedure == SKK ? 0 : 1)
 {
 }
 
@@ -162,6 +171,20 @@ void CSentSide::checkAccepted(const Sending &sending)
         m_report.disagree(
             sending.settled.shown(),
             QStringLiteral("отправлен %1, а файла нет").arg(m_record.shownSent(sending.target)));
+    checkText(sending);
+}
+
+/// Only a text of letters that the line carries as they are can be known again.
+void CSentSide::checkText(const Sending &sending)
+{
+    const auto letters =
+        m_record.letters(m_record.directory.sent(m_record.date) + QLatin1Char('/') + sending.target);
+    const bool isProtected = sending.name.size() > KindAt && sending.name.at(KindAt) == QLatin1Char('g');
+    if (!letters || letters->isEmpty() || isProtected || !isCarriedAsItIs(*letters))
+        return;
+    if (!m_line.holds(*letters))
+        m_report.disagree(sending.settled.shown(), QStringLiteral("текст файла %1 не тот, что ушел на линию")
+                                                       .arg(m_record.shownSent(sending.target)));
 }
 
 void CSentSide::checkReceipt(const Sending &sending)

@@ -37,6 +37,7 @@ private:
     void numberRow();
     void checkAccepted(const Sending &sending);
     void checkReceipt(const Sending &sending);
+    void checkText(const Sending &sending);
     void checkUnsettled(const Sending &sending);
     void checkFiles();
     void checkTwice();
@@ -47,6 +48,7 @@ private:
 
     const CDayRecord &m_record;
     CDayReport &m_report;
+    CLineText m_line;
     CNumberRow m_row;
     QVector<Sending> m_sendings; ///< those begun or accepted on the day, in order
 };

@@ -1,0 +1,4 @@
+#pragma once
+
+/// Has the console show UTF-8, where it does not do so by itself.
+void prepareConsole();
