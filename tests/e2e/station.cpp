@@ -174,8 +174,25 @@ void Station::start()
 
 bool Station::end(int seconds)
 {
+    return leave(seconds) && booksAgree();
+}
+
+bool Station::leave(int seconds)
+{
     terminate();
     return waitForEnd(seconds) && endedWith(0);
+}
+
+bool Station::booksAgree() const
+{
+    QProcess books;
+    books.start(QStringLiteral(BOOKS_PROGRAM), {m_path});
+    const bool ended = books.waitForFinished(PatienceMs);
+    const bool agree = ended && books.exitStatus() == QProcess::NormalExit && books.exitCode() == 0;
+    if (!agree)
+        qWarning("the books of %s:\n%s%s", qPrintable(m_path), books.readAllStandardOutput().constData(),
+                 books.readAllStandardError().constData());
+    return agree;
 }
 
 QString Station::path(const QString &name) const

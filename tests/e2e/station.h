@@ -40,8 +40,13 @@ public:
 
     /// Starts the program. Settings are written if there are none yet; a second start finds the former.
     void start();
-    /// Ends it in order; true if it left with status 0 in time.
+    /// Ends it in order; true if it left with status 0 in time, and the books that it leaves agree.
     [[nodiscard]] bool end(int seconds = 30);
+    /// The same without a look at the books, where a test has put something between them.
+    [[nodiscard]] bool leave(int seconds = 30);
+
+    /// Whether velda-books finds nothing to say against the data directory; else that stands in the log.
+    [[nodiscard]] bool booksAgree() const;
 
     [[nodiscard]] QString path(const QString &name = QString()) const;
     void write(const QString &name, const QByteArray &content) const; ///< a file, and its directories

@@ -83,7 +83,7 @@ void TestE2eDay::midnightAppliesRetention()
                                   QStringLiteral("00:00:00 Удаление каталога out/20251204"),
                                   QStringLiteral("00:00:00 Удаление 20251203.prt")};
     QCOMPARE(atMidnight(newDay.mid(0, 4)), expected);
-    QVERIFY(station.end());
+    QVERIFY(station.leave());
 }
 
 // The far end gives no window until the new day: the text begins in the old journal's day and the telegram

@@ -72,7 +72,8 @@ void TestE2eNoise::noiseIsSurvived()
              qPrintable(QString::number(highestResidentKilobytes(station.process.processId()))));
     farEnd.command(QStringLiteral("text \\r\\nПОСЛЕ ПОМЕХ\\r\\n"));
     QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral("ПОСЛЕ ПОМЕХ<>")), 60000);
-    QVERIFY(station.end());
+    // Of connections that noise makes and ends within a second the last one alone is stored.
+    QVERIFY(station.leave());
 }
 
 void TestE2eNoise::floodIsSurvived()
