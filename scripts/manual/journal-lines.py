@@ -98,7 +98,7 @@ def shown(text):
 def table(meanings):
     out = ["// Made by scripts/manual/journal-lines.py"]
     for title, texts in meanings.sections:
-        out += ["", f".{title}", '[cols="32,38,30",options="header"]', "|===",
+        out += ["", f"=== {title}", "", '[cols="32,38,30",options="header"]', "|===",
                 "|Строка журнала |Что означает |Что делать"]
         for text in texts:
             entry = meanings.entries[text]

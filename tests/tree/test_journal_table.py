@@ -134,7 +134,7 @@ class JournalTable(unittest.TestCase):
         done = run(self.tree, "--table", str(self.tree / "out" / "table.adoc"))
         self.assertEqual(done.returncode, 0, done.stderr)
         table = (self.tree / "out" / "table.adoc").read_text(encoding="utf-8")
-        self.assertIn(".Раздел\n", table)
+        self.assertIn("=== Раздел\n", table)
         self.assertIn("|+++А&#124;Б +++__‹файл›__\n|Значит.\n|Делать.\n", table)
 
 
