@@ -35,7 +35,7 @@ fi
 
 echo "package: building"
 if ! (cd "$place/velda-$version" && dpkg-buildpackage --no-sign) > "$place/build.log" 2>&1; then
-    tail -n 50 "$place/build.log"
+    tail -n 50 "$place/build.log" | cut -c 1-500
     exit 1
 fi
 if grep -n 'warning:' "$place/build.log"; then
