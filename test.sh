@@ -14,7 +14,7 @@ Installs what is missing, builds, and runs the tests; without an option each tes
   --asan     each under AddressSanitizer and UBSan
   --tsan     those of the parts under ThreadSanitizer
   --day      a whole day with a centre, and hours of one with faults, passed at speed
-  --kill     short days of each procedure, the workstation dying, or its disk failing, at each call in turn
+  --kill     short days of each procedure, the workstation dying, its disk failing or the power going at each call in turn
   --fuzz     a million random sessions beside each naive reader
   --bench    the benchmarks, in the release build, with their table
   --package  the Debian package: built, put into a clean root, used there, removed

@@ -16,9 +16,12 @@
 [[nodiscard]] std::optional<QByteArray> readOrdinary(const QString &path, qint64 limit);
 /// Brings what has been written to \a file, which is open and flushed, onto the disk itself, if that can be.
 void syncToDisk(const QFile &file);
-/// Gives \a from the name \a to in one step, over a file that stands there.
+/// Brings what has been made, renamed and removed beside \a path onto the disk itself, if that can be.
+void syncNames(const QString &path);
+/// Gives \a from the name \a to in one step, over a file that stands there, and for good: the new name is on
+/// the disk itself.
 [[nodiscard]] bool moveOver(const QString &from, const QString &to);
-/// As QFile::rename(): gives \a from the name \a to, over nothing that stands there.
+/// As QFile::rename(): gives \a from the name \a to, over nothing that stands there, and for good.
 ///
 /// Where the system renames no file that another program has open, as Windows does, both of them wait a
 /// quarter of a second for that one, a virus scanner mostly, to let go. They have to be shorter than a tick.

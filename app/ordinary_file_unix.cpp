@@ -1,5 +1,7 @@
 #include "app/ordinary_file.h"
 
+#include <QFileInfo>
+
 #include <cstdio>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -40,12 +42,30 @@ void syncToDisk(const QFile &file)
     fsync(file.handle());
 }
 
+void syncNames(const QString &path)
+{
+    const QByteArray directory = QFile::encodeName(QFileInfo(path).path());
+    const int fd = open(directory.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (fd < 0)
+        return;
+    fsync(fd);
+    close(fd);
+}
+
 bool moveOver(const QString &from, const QString &to)
 {
-    return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
+    if (std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
+        return false;
+    syncNames(to);
+    return true;
 }
 
 bool moveBeside(const QString &from, const QString &to)
 {
-    return QFile::rename(from, to);
+    if (!QFile::rename(from, to))
+        return false;
+    syncNames(to);
+    if (QFileInfo(from).path() != QFileInfo(to).path())
+        syncNames(from);
+    return true;
 }

@@ -59,6 +59,9 @@ void syncToDisk(const QFile &file)
     FlushFileBuffers(handle);
 }
 
+// The file system writes names by itself, and in order; a move is written through.
+void syncNames(const QString &) {}
+
 bool moveOver(const QString &from, const QString &to)
 {
     return move(from, to, MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
@@ -67,5 +70,5 @@ bool moveOver(const QString &from, const QString &to)
 // What the plain call cannot do, such as a move to another drive, QFile may.
 bool moveBeside(const QString &from, const QString &to)
 {
-    return move(from, to, 0) || QFile::rename(from, to);
+    return move(from, to, MOVEFILE_WRITE_THROUGH) || QFile::rename(from, to);
 }

@@ -2,6 +2,7 @@
 
 #include "app/journal_words.h"
 #include "app/options.h"
+#include "app/ordinary_file.h"
 #include "app/state.h"
 #include "procedures/telegram_files.h"
 #include "records/file_info.h"
@@ -36,6 +37,7 @@ bool removeQueueFile(const QString &path)
         return false;
     }
     CFileInfo::Remove(path);
+    syncNames(path); // what came back would be sent
     noteEvent(JournalWords::Removed + shownName(path));
     return true;
 }

@@ -70,8 +70,9 @@ public:
     /// Work on any other directory, without settings of its own; before start().
     void useDirectory(const QString &path);
 
+    void writeSettings() const; ///< before start(), for one who wants to see them
+
 private:
-    void writeSettings() const;
     [[nodiscard]] QString program() const;
 
     QTemporaryDir m_directory;

@@ -119,7 +119,7 @@ bool Day::toldUnstored(const QString &mark) const
                                       journal.contains(QStringLiteral("Ошибка сохранения телеграммы")));
 }
 
-QStringList Day::wrongSendings(int mishaps) const
+QStringList Day::wrongSendings(const Mishaps &mishaps) const
 {
     QStringList wrong;
     const QStringList sent = station.tree(QStringLiteral("out"));
@@ -128,7 +128,7 @@ QStringList Day::wrongSendings(int mishaps) const
         const int told = station.count(sendingWords() + telegram.name);
         if (times < 1)
             wrong << QStringLiteral("lost: ") + telegram.name;
-        if (times > told || times > 1 + mishaps)
+        if ((times > told && !mishaps.powerLost) || times > 1 + mishaps.count)
             wrong << QStringLiteral("%1 arrived %2 times, told %3 times")
                          .arg(telegram.name)
                          .arg(times)
@@ -221,7 +221,7 @@ QStringList Day::leftovers(bool diskFailed) const
 
 QStringList Day::wrongBooks(const Mishaps &mishaps)
 {
-    QStringList wrong = tornFiles() + wrongSendings(mishaps.count) + wrongReceipts(mishaps.count) +
+    QStringList wrong = tornFiles() + wrongSendings(mishaps) + wrongReceipts(mishaps.count) +
                         leftovers(mishaps.diskFailed) + tornLines(mishaps.count);
     const int starts = station.count(QStringLiteral(" Запуск "));
     if (starts < 1 || starts > 1 + mishaps.count)

@@ -39,11 +39,14 @@ public:
     /// What is wrong with the files while the workstation is not there. A record of them is kept: the next
     /// look finds the journals grown.
     [[nodiscard]] QStringList tornFiles();
+    /// The journals may have lost their ends.
+    void forgetJournals() { m_journals.clear(); }
     /// What has gone wrong in a day by intention.
     struct Mishaps {
         int count = 0;           ///< deaths of the workstation and failures of its disk
         bool diskFailed = false; ///< it was the disk
         bool atEnd = false;      ///< within the orderly end
+        bool powerLost = false;  ///< the last lines of the journal are lost with it
     };
     /// What is wrong at the end of the day.
     [[nodiscard]] QStringList wrongBooks(const Mishaps &mishaps);
@@ -74,7 +77,7 @@ protected:
     QVector<Outgoing> outgoing;
 
 private:
-    [[nodiscard]] QStringList wrongSendings(int mishaps) const;
+    [[nodiscard]] QStringList wrongSendings(const Mishaps &mishaps) const;
     [[nodiscard]] QStringList wrongJournals();
     [[nodiscard]] QStringList wrongSettings() const;
     [[nodiscard]] QStringList tornLines(int most) const;

@@ -3,12 +3,13 @@
 // a file), write, rename, unlink, sync, mkdir, link, resize, mark. The environment says what becomes of the
 // call number DISK_AT of the kind DISK_KIND, counted from 1:
 //   DISK_HOW=before, after   the process is killed in front of it or behind it
+//   DISK_HOW=power           as before; the power is gone, and DISK_RECORD tells what was on the disk
 //   DISK_HOW=half            it is killed when half of the bytes are written
 //   DISK_HOW=ENOSPC, EIO, EACCES, EROFS
 //                            the call fails; with DISK_BAD, the path of a file, so do all that such a disk
 //                            refuses, from then on until that file is gone
 // DISK_LOG is a file outside, which gets a line "KIND PATH" for each call and "hit" at the chosen one.
-// DISK_RECORD is one that gets each call with its data, for disk_record.cpp.
+// DISK_RECORD is one that gets each call with its data, for power_loss.h.
 
 #include "tests/kill/disk_call_record.h"
 
@@ -147,7 +148,7 @@ public:
         const bool bad = hit && setting("DISK_BAD")[0] != 0 && exists(setting("DISK_BAD"));
         if (error != 0 && (m_chosen || bad) && refuses(error, kind))
             m_error = error;
-        if (m_chosen && std::strcmp(m_how, "before") == 0)
+        if (m_chosen && (std::strcmp(m_how, "before") == 0 || std::strcmp(m_how, "power") == 0))
             die();
     }
     ~Call()

@@ -1,6 +1,7 @@
 #include "tests/kill/point.h"
 
 #include "tests/kill/day.h"
+#include "tests/kill/power_loss.h"
 
 #include <QDir>
 #include <QFile>
@@ -48,7 +49,8 @@ private:
 
     const Point m_point;
     QTemporaryDir m_directory; // beside the data: what the calls are noted in
-    const QString m_log, m_bad;
+    const QString m_log, m_bad, m_record;
+    Files m_before; // the workstation
     std::unique_ptr<Day> m_day;
     QElapsedTimer m_sinceHit;
     qint64 m_process = 0;
@@ -58,13 +60,16 @@ private:
 
 Passing::Passing(const Point &point)
     : m_point(point), m_log(m_directory.filePath(QStringLiteral("calls"))),
-      m_bad(m_directory.filePath(QStringLiteral("bad"))), m_day(Day::of(point.procedure))
+      m_bad(m_directory.filePath(QStringLiteral("bad"))),
+      m_record(m_directory.filePath(QStringLiteral("record"))), m_day(Day::of(point.procedure))
 {
     const QString root = QDir(m_day->station.path()).canonicalPath();
     QMap<QString, QString> variables = {
         {QStringLiteral("DISK_ROOT"), root},       {QStringLiteral("DISK_LOG"), m_log},
         {QStringLiteral("DISK_KIND"), point.kind}, {QStringLiteral("DISK_AT"), QString::number(point.number)},
         {QStringLiteral("DISK_HOW"), point.how},   {QStringLiteral("ATTENDED_BAD"), m_bad}};
+    if (point.isPowerLoss())
+        variables.insert(QStringLiteral("DISK_RECORD"), m_record);
     if (point.lasts) {
         variables.insert(QStringLiteral("DISK_BAD"), m_bad);
         QFile sign(m_bad);
@@ -87,6 +92,10 @@ void Passing::takeDeath()
     ++m_mishaps;
     if (!m_point.kills() || m_mishaps > 1 || m_day->station.process.exitStatus() != QProcess::CrashExit)
         m_outcome.wrong << QStringLiteral("it ended with %1").arg(m_day->station.process.exitCode());
+    if (m_point.isPowerLoss()) {
+        losePower(m_record, m_before, qHash(m_point.name(), 1));
+        m_day->forgetJournals();
+    }
     m_outcome.wrong << m_day->tornFiles();
     m_day->station.putInFront(QString());
     start();
@@ -147,6 +156,8 @@ void Passing::leave()
 
 Outcome Passing::run()
 {
+    m_day->station.writeSettings();
+    m_before = filesBelow(QDir(m_day->station.path()).canonicalPath());
     start();
     if (goesOn([this] { return m_day->isOver(); }))
         leave();
@@ -156,6 +167,7 @@ Outcome Passing::run()
     Day::Mishaps mishaps;
     mishaps.diskFailed = !m_point.kills() && m_outcome.reached;
     mishaps.atEnd = mishaps.diskFailed && m_mishaps == 0;
+    mishaps.powerLost = m_point.isPowerLoss();
     mishaps.count = m_mishaps + (mishaps.atEnd ? 1 : 0);
     m_outcome.wrong << m_day->wrongBooks(mishaps);
     if (!m_outcome.wrong.isEmpty())
@@ -195,7 +207,7 @@ QStringList callKinds()
 
 QStringList deathsAt(const QString &kind)
 {
-    QStringList deaths = {QStringLiteral("before"), QStringLiteral("after")};
+    QStringList deaths = {QStringLiteral("before"), QStringLiteral("after"), QStringLiteral("power")};
     if (kind == QLatin1String("write"))
         deaths << QStringLiteral("half");
     return deaths;

@@ -11,6 +11,7 @@ struct Point {
     QString how;        ///< "before", "half", "after", or the name of an error
     bool lasts = false; ///< the disk is bad from then on for a while
 
+    [[nodiscard]] bool isPowerLoss() const { return how == QLatin1String("power"); }
     [[nodiscard]] bool kills() const { return !how.startsWith(QLatin1Char('E')); }
     [[nodiscard]] QString name() const; ///< "direct write 12 half"
     /// Of the words of a name; without a procedure if they are none.
