@@ -142,8 +142,10 @@ void CProtocolWidget::paintPending(QPainter &painter, int x, int baseline) const
         return;
     painter.setPen(m_inputStopped ? m_penError : m_penSent);
     const QFontMetrics metrics = painter.fontMetrics();
-    const int depth = metrics.ascent() + metrics.tightBoundingRect(Cursor).bottom() + 1; // from the row's top
-    painter.drawText(x, baseline - qMax(0, depth - m_lineSpacing), Cursor); // never below its row
+    const int shared = devicePixelRatioF() > 1 ? 1 : 0; // a pixel that belongs to two rows
+    const int depth =
+        metrics.ascent() + metrics.tightBoundingRect(Cursor).bottom() + 1 + shared; // of the row
+    painter.drawText(x, baseline - qMax(0, depth - m_lineSpacing), Cursor);         // never below its row
 }
 
 int CProtocolWidget::paintPendingText(QPainter &painter, const QString &text, int x, int baseline) const
