@@ -1,5 +1,5 @@
-// The files are held open; that a directory takes no new ones is the toolkit's to see, whose opening is taken
-// over.
+// The files are held open; that a directory takes nothing new is the toolkit's to see, whose opening and
+// making is taken over.
 
 #include "tests/support/read_only.h"
 
@@ -31,32 +31,40 @@ DWORD sharing(ReadOnly::Reading reading)
     return 0;
 }
 
-bool makesNewIn(const QStringList &directories, const QString &name, DWORD disposition)
+/// Whether nothing stands yet under a name of a closed directory.
+bool isNewThere(LPCWSTR name)
 {
-    if (disposition == OPEN_EXISTING || disposition == TRUNCATE_EXISTING)
-        return false;
-    const QFileInfo file(QString(name).remove(QStringLiteral("\\\\?\\")));
+    mutex.lock();
+    const QStringList directories = closedDirectories;
+    mutex.unlock();
+    const QFileInfo file(QString::fromWCharArray(name).remove(QStringLiteral("\\\\?\\")));
     return directories.contains(file.absolutePath(), Qt::CaseInsensitive) && !file.exists();
 }
 
 HANDLE WINAPI openUnlessNew(LPCWSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
                             DWORD disposition, DWORD flags, HANDLE model)
 {
-    mutex.lock();
-    const QStringList directories = closedDirectories;
-    mutex.unlock();
-    if (makesNewIn(directories, QString::fromWCharArray(name), disposition)) {
+    if (disposition != OPEN_EXISTING && disposition != TRUNCATE_EXISTING && isNewThere(name)) {
         SetLastError(ERROR_ACCESS_DENIED);
         return INVALID_HANDLE_VALUE;
     }
     return CreateFileW(name, access, share, security, disposition, flags, model);
+}
+
+BOOL WINAPI makeUnlessNew(LPCWSTR name, LPSECURITY_ATTRIBUTES security)
+{
+    if (!isNewThere(name))
+        return CreateDirectoryW(name, security);
+    SetLastError(ERROR_ACCESS_DENIED);
+    return FALSE;
 }
 } // namespace
 
 ReadOnly::ReadOnly(const Desk &desk, const QString &directory, Reading reading)
     : m_held(std::make_unique<Held>(Held{QDir(desk.path(directory)).absolutePath(), {}}))
 {
-    static const bool takenOver = takeOver("CreateFileW", openUnlessNew);
+    static const bool takenOver =
+        takeOver("CreateFileW", openUnlessNew) && takeOver("CreateDirectoryW", makeUnlessNew);
     Q_UNUSED(takenOver)
     QDirIterator all(m_held->directory, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
     while (all.hasNext()) {
