@@ -14,9 +14,13 @@ export HOME=/home/clerk LC_ALL=ru_RU.UTF-8 WINEARCH=win32 WINEDEBUG=${WINEDEBUG:
 log=$(setpriv --reuid clerk --regid clerk --clear-groups mktemp)
 trap 'rm "$log"' EXIT
 
+# in_wine PROGRAM ARGUMENT...: Wine keeps QT_... of the environment from programs; its shell gives them the scale.
 in_wine()
 {
-    setpriv --reuid clerk --regid clerk --clear-groups wine "$@"
+    local program="Z:${1//\//\\}" shell=()
+    shift
+    [ -z "${QT_SCALE_FACTOR:-}" ] || shell=(cmd /c set "QT_SCALE_FACTOR=$QT_SCALE_FACTOR&&")
+    setpriv --reuid clerk --regid clerk --clear-groups wine "${shell[@]}" "$program" "$@"
 }
 
 # The functions of the program that are run, where some are not; nothing where all are.
