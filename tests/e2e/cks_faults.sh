@@ -178,7 +178,6 @@ export bin day data places minutes count speed seed here
 export -f outgoing incoming write_settings
 : > "$day/deaths"
 : > "$day/faults"
-: > "$day/moved"
 status=0
 . "$here/false_clock.sh"
 forget_dead_clocks
@@ -186,10 +185,12 @@ faketime -f "@$start x$speed" bash -euo pipefail "$here/cks_faults_live.sh" || s
 failed=0
 grep '^violation: ' "$day/centre.log" && failed=1
 compare
-# What the operator moved by hand is all that the books can hold against the day.
-("$bin/velda-books" "$data" || true) | awk '/^[^ ]/ { on = /^Расхождения/ } on && /^ / ' | sort > "$day/books"
-sort "$day/moved" > "$day/books.expected"
-same "the books, but for the files that were moved by hand" "$day/books.expected" "$day/books"
+# Of a file that the operator moves by hand the journal does not know, nor of one that was moved just before the
+# workstation was killed: the line of it waits for the end of the line's own. The books hold nothing else against the day.
+("$bin/velda-books" "$data" || true) | awk '/^[^ ]/ { on = /^Расхождения/ } on && /^ / ' |
+    { grep -v '^  out/.*: файл есть, а в протоколе такой отправки нет$' || true; } > "$day/books"
+: > "$day/books.expected"
+same "the books, but for files that were moved without a line" "$day/books.expected" "$day/books"
 report
 [ "$status" = 0 ] || failed=1
 if [ "$failed" != 0 ]; then

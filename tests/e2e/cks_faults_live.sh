@@ -126,14 +126,12 @@ press_and_wait() # button $1, for another note $2 of the centre
 # back into the queue, under the number that the centre waits for.
 settle_file()
 {
-    local name=$1 file sent
+    local name=$1 file
     [ -z "$name" ] && [ "$(figure PK_out)" = "$got" ] && return
     for file in "$data/out/$name" "$data/out/$name".b*; do
         [ -n "$name" ] && [ -f "$file" ] || continue
         if [ "$(figure PK_out)" = "$got" ]; then
-            sent=out/$(now %Y%m%d)/$name.$(printf %03d "$got")
-            mv "$file" "$data/$sent"
-            echo "  $sent: файл есть, а в протоколе такой отправки нет" >> "$day/moved"
+            mv "$file" "$data/out/$(now %Y%m%d)/$name.$(printf %03d "$got")"
         elif [ "$file" != "$data/out/$name" ]; then
             mv "$file" "$data/out/$name"
         fi
