@@ -1,5 +1,5 @@
 // A library in front of the system's, for a disk that fails and a process that dies at a chosen moment. It
-// counts the calls that change what lies below the directory DISK_ROOT, by kind: open (for writing or to make
+// counts the calls that change what lies in the directory DISK_ROOT, by kind: open (for writing or to make
 // a file), write, rename, unlink, sync, mkdir, link, resize, mark. The environment says what becomes of the
 // call number DISK_AT of the kind DISK_KIND, counted from 1:
 //   DISK_HOW=before, after   the process is killed in front of it or behind it
@@ -79,7 +79,7 @@ std::string pathOf(int fd)
 bool isConcerned(const std::string &path)
 {
     const std::string root = setting("DISK_ROOT");
-    return !root.empty() && path.compare(0, root.size() + 1, root + '/') == 0;
+    return !root.empty() && (path + '/').compare(0, root.size() + 1, root + '/') == 0;
 }
 
 void append(const char *file, const std::string &bytes)
