@@ -27,7 +27,7 @@ take_pictures()
 {
     if [ -z "$programs" ]; then
         . scripts/build-environment.sh
-        build release velda linesim
+        build release velda_pictures linesim
         programs=$PWD/build/release/bin
     fi
     scripts/manual/pictures.sh "$(realpath "$programs")" "$place/pictures"

@@ -24,6 +24,7 @@ TABLE = [
     ("tools/books", ["app", "procedures/centre_words.h", "records/digits.h", "records/file_info.h",
                      "records/journal_types.h", "text/marks.h", "text/utils.h"]),
     ("tools/linesim", ["tools/linesim"]),
+    ("tools/pictures", ["app", "ui", "records", "tools/pictures"]),
 ]
 # The ground floor of app carries the house and knows nothing of the roof.
 ROOF = "app/run"
