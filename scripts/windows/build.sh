@@ -86,6 +86,10 @@ copy_licences()
     cp /usr/share/doc/qttranslations5-l10n/copyright "$to/programs/qttranslations.txt"
     cp /usr/share/doc/avr-libc/copyright "$to/programs/avr-libc.txt"
     cp /usr/share/common-licenses/GPL-3 "$to/programs/GPL-3.txt"
+    mkdir "$to/manual"
+    cp /usr/share/common-licenses/Apache-2.0 "$to/manual/Apache-2.0.txt"
+    sed -n '/^Files: docs.manual/,/^$/p; /^License: \(bitstream-vera\|OFL-1.1\)$/,/^$/p' debian/copyright \
+        > "$to/manual/fonts.txt"
     for_notepad "$to/READ ME.txt" packaging/windows/licences.txt
 }
 
@@ -115,7 +119,7 @@ pack()
     $cross-strip -o "$folder/velda-books.exe" "$build/bin/velda-books.exe"
     $cross-strip -o "$folder/linesim.exe" "$build/bin/linesim.exe"
     cp -r sound "$folder"
-    [ ! -f "$manual" ] || cp "$manual" "$folder/docs"
+    cp "$manual" "$folder/docs"
     for_notepad "$folder/READ ME.txt" packaging/windows/read-me.txt
     for_notepad "$folder/CHANGELOG.txt" CHANGELOG.md
     copy_licences "$folder/licences"
@@ -124,7 +128,14 @@ pack()
     echo "build/$name.zip"
 }
 
+# The manual is the same on every system; what it shows runs on this one.
+make_manual()
+{
+    [ -f "$manual" ] || scripts/make-manual.sh
+}
+
 compile
 complete_programs
 [ "$tests" = OFF ] || exit 0
+make_manual
 pack
