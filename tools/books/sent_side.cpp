@@ -92,8 +92,8 @@ void CSentSide::takeEvent(int at)
 /// What \a event says of the last sending of its file. A file may be sent from the queue more than once.
 void CSentSide::settle(const CJournalEvent &event, bool isAccepted)
 {
-    for (int i = m_sendings.size() - 1; i >= 0; --i) {
-        Sending &sending = m_sendings[i];
+    for (auto each = m_sendings.rbegin(); each != m_sendings.rend(); ++each) {
+        Sending &sending = *each;
         if (sending.name != event.fileName() || sending.isSettled)
             continue;
         sending.isSettled = true;
