@@ -102,6 +102,7 @@ centre()
     outgoing later 4 $'ТВЕРЬ УЗЕЛ СВЯЗИ=\r\nСВОДКУ ПЕРЕДАЙТЕ К ДЕВЯТИ ЧАСАМ=\r\nИВАНОВА-\r\n.'
     outgoing later 6 $'МОСКВА ИВАНОВОЙ=\r\nВЫЕЗЖАЮ СУББОТУ=\r\nОРЛОВА-\r\n.'
     outgoing later 5.b005 $'КАЗАНЬ ВОКЗАЛ=\r\nГРУППА ПРИБЫЛА=\r\nЛЕБЕДЕВ-\r\n.'
+    cp -r sound "$data" # a file that is not there is shown as a fault
     start_far_end centre --listen 0 --window-pause 20 --pause 500 --store "$data/kept"
     telegram first $'П01 221200 12\r\nМОСКВА ИВАНОВОЙ=\r\nДОКУМЕНТЫ ПОЛУЧЕНЫ ПОЛНОСТЬЮ=\r\nОРЛОВ-\r\n.'
     telegram second $'П02 221205 18\r\nТВЕРЬ УЗЕЛ СВЯЗИ=\r\nКАЗАНЬ СООБЩАЕТ ЛИНИЯ ВОССТАНОВЛЕНА=\r\nДЕЖУРНЫЙ-\r\n.'
@@ -113,9 +114,9 @@ centre()
 switched()
 {
     begin switched
-    start_far_end switch --listen 0 --window-pause 20 --point АБ-123456 --terminal-ao '654321 ЗНАМЯ' \
+    start_far_end switch --listen 0 --window-pause 20 --point АБ-123456 --terminal-ao '654321 ЗНАМЯ ТВЕРЬ' \
         --subscriber '223344:223344 |ВЕГА' --store "$data/kept"
-    write_settings 1 '' '' <<< $'[DORAL]\nAO=654321 \\x417\\x41d\\x410\\x41c\\x42f'
+    write_settings 1 '' '' <<< $'[DORAL]\nAO=654321 \\x417\\x41d\\x410\\x41c\\x42f \\x422\\x412\\x415\\x420\\x42c'
     play
 }
 
