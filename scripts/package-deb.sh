@@ -7,7 +7,7 @@ cd "$(dirname "$(readlink -f "$0")")/.."
 
 build_depends=$(sed -n '/^Build-Depends:/,/^$/s/^ \([a-z0-9.+-]*\).*/\1/p' debian/control)
 # shellcheck disable=SC2086
-scripts/install-deps.sh build-essential ${build_depends/debhelper-compat/debhelper} lintian
+scripts/install-deps.sh git build-essential ${build_depends/debhelper-compat/debhelper} lintian
 
 place=$PWD/build/package
 version=$(dpkg-parsechangelog -S Version)

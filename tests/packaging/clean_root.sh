@@ -37,7 +37,6 @@ until_true()
 # A root with what the package depends on, without the package. It gets its name when it is whole.
 make_base()
 {
-    "$PWD/scripts/install-deps.sh" debootstrap
     rm -rf "$kept"
     mkdir -p "$kept"
     echo "package: making a clean root"
@@ -53,6 +52,7 @@ make_base()
 # The rest runs with processes, mounts and a network of its own: nothing of it outlives the test, and nothing outside is
 # on its line.
 if [ "${2:-}" != alone ]; then
+    scripts/install-deps.sh debootstrap iproute2
     [ -d "$base" ] || make_base
     exec unshare --mount --pid --net --fork --kill-child "$0" "$deb" alone
 fi
