@@ -51,9 +51,9 @@ void AdapterStation::generations()
     row("with echo", "new", "20231111");
 }
 
-void verifyOrderlyEnd(Station &station, FarEnd &farEnd)
+void verifyOrderlyEnd(Station &station, FarEnd &farEnd, bool torn)
 {
-    QVERIFY(station.end());
+    QVERIFY(torn ? station.leave() : station.end());
     QTRY_VERIFY(!farEnd.lines.filter(QStringLiteral("closed")).isEmpty());
     QCOMPARE(farEnd.violations(), QStringList());
     QVERIFY(farEnd.quit());

@@ -26,5 +26,6 @@ private:
     const FarEnd &m_farEnd;
 };
 
-/// Both leave with status 0, and the far end blames nothing.
-void verifyOrderlyEnd(Station &station, FarEnd &farEnd);
+/// Both leave with status 0, and the far end blames nothing; the workstation's books agree unless they are
+/// \a torn.
+void verifyOrderlyEnd(Station &station, FarEnd &farEnd, bool torn = false);

@@ -115,7 +115,8 @@ live()
     mkfifo "$day/commands"
     # shellcheck disable=SC2046
     launch "$bin/linesim" $(far_end centre "$firmware" "$day" $((speed * 3000)) "--keep-alive 60000") \
-        --store "$day/kept" --scenario "$day/scenario" --pause 10000 < "$day/commands" >> "$day/centre.log" 2>&1 &
+        --store "$day/kept" --scenario "$day/scenario" --pause 10000 \
+        --crossing $((speed * 3)) < "$day/commands" >> "$day/centre.log" 2>&1 &
     centre=$!
     exec 3> "$day/commands"
     until far_end_is_there "$day/centre.log"; do kill -0 "$centre" && sleep 1; done

@@ -52,7 +52,7 @@ start_all()
 {
     mkfifo "$day/commands"
     launch "$bin/linesim" centre --listen 0 --store "$day/kept" --pause 10000 --answer 60000 --header turn \
-        < "$day/commands" >> "$day/centre.log" 2>&1 &
+        --crossing $((speed * 3)) < "$day/commands" >> "$day/centre.log" 2>&1 &
     centre=$!
     echo "$centre" >> "$day/processes"
     exec 3> "$day/commands"

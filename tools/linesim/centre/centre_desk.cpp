@@ -5,9 +5,6 @@
 
 namespace
 {
-/// What the terminal begins till then may have crossed the closing: it reads one message a second, and one
-/// without a line end behind it after five seconds of silence.
-constexpr int CrossingSeconds = 20;
 constexpr int RepeatSeconds = 20; // what a repetition may take until the terminal counts it
 
 /// The quiet time, with a minute for what was on the line when it began, and some seconds at its end by which
@@ -75,7 +72,7 @@ void CentreDesk::setChannel(Channel channel)
 bool CentreDesk::mayTransmit() const
 {
     return m_channel == Open || (m_leftOpen.isValid() && m_messageStart.isValid() &&
-                                 m_messageStart <= m_leftOpen.addSecs(CrossingSeconds));
+                                 m_messageStart <= m_leftOpen.addSecs(settings.crossingSeconds));
 }
 
 void CentreDesk::take(const TerminalMessage &message)
