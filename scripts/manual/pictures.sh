@@ -70,13 +70,14 @@ begin()
 {
     scene=$1
     data=$work/$1
+    rm -rf "$data"
     mkdir -p "$data"/{inp,out,prt}
 }
 
 play()
 {
     VELDA_SCENE=$scene VELDA_PICTURES=$place VELDA_FAR_END=$data/commands \
-        timeout 300 "$bin/velda_pictures" "-d=$data" 2> "$data/log" || { tail -n 60 "$data/log" >&2; return 1; }
+        timeout 300 "$bin/velda_pictures" "-d=$data" 2> "$data/log" || { tail -n 60 "$data"/*log >&2; return 1; }
 }
 
 # outgoing FOLDER NUMBER TEXT
@@ -163,7 +164,8 @@ check_pictures()
 
 mkdir -p "$place"
 start_display
+# On a machine that is busy with others a far end may be late and taken for gone, as on a bad line.
 for each in ${3:-centre switched direct nerva adapter}; do
-    "$each"
+    "$each" || { echo "pictures: once more: $each" >&2; "$each"; }
 done
 [ $# = 3 ] || check_pictures

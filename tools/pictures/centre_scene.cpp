@@ -57,6 +57,9 @@ void takeArchive()
     Camera::take(QStringLiteral("tab-input"), mainWindow);
     Camera::begin([&] { received.forward->click(); });
     QWidget *dialog = Camera::awaitDialog(QStringLiteral("Пересылка телеграммы"));
+    Camera::act([=] {
+        dialog->findChild<QLineEdit *>(QStringLiteral("index"))->setText(QStringLiteral("654321"));
+    });
     Camera::take(QStringLiteral("forward"), dialog);
     Hand::close(dialog);
     Camera::begin([&] { received.print->click(); });
