@@ -10,6 +10,7 @@
 #include "ui/widgets/file_table.h"
 
 #include <QAbstractButton>
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
@@ -58,7 +59,7 @@ void takeArchive()
     Camera::begin([&] { received.forward->click(); });
     QWidget *dialog = Camera::awaitDialog(QStringLiteral("Пересылка телеграммы"));
     Camera::act([=] {
-        dialog->findChild<QLineEdit *>(QStringLiteral("index"))->setText(QStringLiteral("654321"));
+        dialog->findChild<QComboBox *>(QStringLiteral("index"))->setEditText(QStringLiteral("654321"));
     });
     Camera::take(QStringLiteral("forward"), dialog);
     Hand::close(dialog);
