@@ -26,10 +26,10 @@ trap finish EXIT
 # until_true SECONDS COMMAND...
 until_true()
 {
-    local tries=$(($1 * 5))
+    local seconds=$1 tries=$(($1 * 5))
     shift
     until "$@"; do
-        ((tries-- > 0)) || return 1
+        ((tries-- > 0)) || { echo "pictures: ${scene:-display}: not within $seconds s: $*" >&2; return 1; }
         sleep 0.2
     done
 }
