@@ -14,7 +14,8 @@ LineProgram::LineProgram(const QStringList &arguments, const QString &clock)
 QString LineProgram::waitFor(const QString &event)
 {
     if (!comesTrue([&] { return !lines.filter(event).isEmpty(); }))
-        qFatal("linesim says nothing of %s: %s", qPrintable(event), qPrintable(lines.join(QLatin1Char('\n'))));
+        qFatal("linesim says nothing of %s: %s", qPrintable(event),
+               qPrintable(lines.join(QLatin1Char('\n'))));
     return lines.filter(event).first().mid(event.size());
 }
 

@@ -33,8 +33,8 @@ public:
         int header = 0;          ///< form put in front of each telegram, 1 to 3; 0 none, 4 in turn
         bool registers = false;  ///< marks the changes of register, as a 5-bit line does
         int clockOffMinutes = 0; ///< by which the stamps are ahead of the owner's time; negative is behind
-        /// What the terminal begins till then may have crossed the closing: it reads one message a second, and
-        /// one without a line end behind it after five seconds of silence.
+        /// What the terminal begins till then may have crossed the closing: it reads one message a second,
+        /// and one without a line end behind it after five seconds of silence.
         int crossingSeconds = 20;
     };
 
