@@ -33,6 +33,12 @@ take_pictures()
     scripts/manual/pictures.sh "$(realpath "$programs")" "$place/pictures"
 }
 
+# A window has few colours: by a table of them its picture takes less than half the room.
+shrink_pictures()
+{
+    mogrify -strip +dither -colors 256 -define png:format=png8 "$place"/pictures/*.png
+}
+
 boxes_for_pictures()
 {
     convert -size 1400x800 xc:gray80 "$place/box.png"
@@ -52,7 +58,7 @@ typeset_manual()
     asciidoctor-pdf -v --failure-level=WARN -r ./scripts/manual/extension.rb -a root="$PWD" -a release="$release" \
         -a release-date="$release_date" -a generated="$place/generated" -a imagesdir="$place/pictures" \
         -a pdf-theme=docs/manual/theme.yml -a pdf-fontsdir="/usr/share/fonts/truetype/dejavu;GEM_FONTS_DIR" \
-        -a reproducible -o "$1" docs/manual/manual.adoc 2> "$log" || { cat "$log" >&2; return 1; }
+        -a reproducible -a compress -o "$1" docs/manual/manual.adoc 2> "$log" || { cat "$log" >&2; return 1; }
     [ -z "$pictures" ] || ! grep 'invalid reference' "$log" >&2
 }
 
@@ -62,6 +68,7 @@ mkdir -p "$place/pictures" "$place/generated"
 python3 scripts/manual/journal-lines.py --table "$place/generated/journal-lines.adoc"
 if [ -n "$pictures" ]; then
     take_pictures
+    shrink_pictures
 else
     boxes_for_pictures
 fi
