@@ -127,7 +127,7 @@ void TestE2eLink::backOffGrowsByAMinute()
     connect(&server, &QTcpServer::newConnection, &server, [&] { server.nextPendingConnection()->abort(); });
     Station station;
     station.callTo(server.serverPort());
-    station.fakeTime(QStringLiteral("@2026-07-31 12:00:00 x30"));
+    station.fakeTime(QStringLiteral("@2026-07-31 12:00:00 x15"));
     station.start();
     const QString lost = QStringLiteral("Сброшено соединение / ");
     QTRY_COMPARE_WITH_TIMEOUT(station.count(lost), 4, 60000);
