@@ -12,6 +12,7 @@
 
 #include "app/startup.h"
 #include "app/state.h"
+#include "link/tlg_thread.h"
 #include "records/io_model.h"
 #include "ui/dialogs/options/options_dialog.h"
 #include "ui/dialogs/send_tlg_dialog.h"
@@ -131,16 +132,18 @@ void setOptions(const QStringList &orders)
     QTest::mouseClick(dialog->findChild<QPushButton *>(QStringLiteral("apply")), Qt::LeftButton);
 }
 
-/// The options are for manual mode.
+/// The options are for manual mode. A telegram on the line is waited for: its rest would go to the next one.
 void obeyOrders()
 {
     QTimer::singleShot(LookMs, obeyOrders);
     QFile file(task("OPERATOR_SETS"));
-    if (QApplication::activeModalWidget() != nullptr || !file.open(QIODevice::ReadOnly))
+    if (QApplication::activeModalWidget() != nullptr || !file.exists())
+        return;
+    State.setAutomatic(false);
+    if (!TlgThread.sendBuffer.mIsEmpty() || !TlgThread.allSent || !file.open(QIODevice::ReadOnly))
         return;
     const QStringList orders = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     file.remove();
-    State.setAutomatic(false);
     QTimer::singleShot(0, qApp, [orders] { setOptions(orders); });
     mainWindow->actionOptions->trigger();
     State.setAutomatic(true);
