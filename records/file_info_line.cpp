@@ -19,7 +19,10 @@ QDateTime timeOf(const QString &text)
                          text.at(13) == QLatin1Char(':');
     if (!regular)
         return QDateTime::fromString(text, CTime::formatDD_MM_YYYY_HH_MM);
-    const QDate date(digitsAt(text, 6, 4), digitsAt(text, 3, 2), digitsAt(text, 0, 2));
+    const int year = digitsAt(text, 6, 4);
+    if (year < 0) // which a date would take for the year before the first
+        return QDateTime();
+    const QDate date(year, digitsAt(text, 3, 2), digitsAt(text, 0, 2));
     const QTime time(digitsAt(text, 11, 2), digitsAt(text, 14, 2));
     return date.isValid() && time.isValid() ? QDateTime(date, time) : QDateTime();
 }

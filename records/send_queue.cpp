@@ -58,7 +58,9 @@ QDateTime stampOf(const QString &fileName)
 {
     const auto pair = [&fileName](int place) { return digitsAt(fileName, StampPosition + place, 2); };
     const int year = pair(0);
-    const QDate date(year < 0 ? -1 : Century + year, pair(2), pair(4));
+    if (year < 0) // which a date would take for the year before the first
+        return QDateTime();
+    const QDate date(Century + year, pair(2), pair(4));
     const QTime time(pair(7), pair(9), pair(11));
     return date.isValid() && time.isValid() ? QDateTime(date, time) : QDateTime();
 }

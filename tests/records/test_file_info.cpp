@@ -235,6 +235,7 @@ void TestFileInfo::tornAndForeignRecordsLoad_data()
     row("empty", QByteArray(), QString());
     row("one field", QByteArray("123"), QString("123"));
     row("torn within the time", QByteArray("123|C|01.08.20"), QString("123"));
+    row("no figure in the year", QByteArray("123|C|01.08.202x 09:05|u|0|N|"), QString("123"));
     row("zeros", QByteArray(100, '\0'), QString());
     row("text behind a zero", QByteArray("12\0003|S||u|5|B|", 15), QString("12"));
     row("not UTF-8", QByteArray("\xFF"), QString(QChar(0xFFFD)));
