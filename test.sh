@@ -15,7 +15,7 @@ Installs what is missing, builds, and runs the tests; without an option each tes
   --tsan     those of the parts under ThreadSanitizer
   --day      a whole day with a centre, and hours of one with faults, passed at speed
   --kill     short days of each procedure, the workstation dying, its disk failing or the power going at each call in turn
-  --fuzz     a million random sessions beside each naive reader
+  --fuzz     a million random sessions beside each naive reader, ten million inputs (or VELDA_FUZZ_RUNS) for each fuzz target
   --bench    the benchmarks, in the release build, with their table
   --package  the Debian package: built, put into a clean root, used there, removed
   --windows  those that Windows can have, cross-built, under Wine

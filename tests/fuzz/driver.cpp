@@ -1,16 +1,20 @@
 // Feeds a fuzz target its corpus and mutations of it, always the same ones:
-//   program corpus-directory [runs]
-// What made it die is left in the working directory, to be looked into by
+//   program corpus-directory [runs | long]
+// "long" is as many as VELDA_FUZZ_RUNS says, ten million without it, by the seed VELDA_FUZZ_SEED. What made
+// it die is left in the working directory, to be looked into by
 //   program --input fuzz.input
+// and of a long series also in the corpus as found_*, where each run repeats it.
 
 #include "tests/fuzz/fuzz.h"
 
 #include <QFileInfo>
 
 #include <algorithm>
+#include <chrono>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <random>
 #include <string>
@@ -24,12 +28,20 @@ namespace
 using Input = std::string;
 
 Input underWay;
-std::string keptAs; ///< absolute: a session has a working directory of its own
+std::string keptAs;        ///< absolute: a session has a working directory of its own
+std::string corpusOfFound; ///< where a long series keeps it, too
+
+void keep(const std::string &path)
+{
+    std::ofstream(path, std::ios::binary) << underWay << '\n'; // the file's own end
+    std::fprintf(stderr, "the input is in %s\n", path.c_str());
+}
 
 void keepInput()
 {
-    std::ofstream(keptAs, std::ios::binary) << underWay;
-    std::fprintf(stderr, "the input is in %s\n", keptAs.c_str());
+    keep(keptAs);
+    if (!corpusOfFound.empty())
+        keep(corpusOfFound + "/found_" + std::to_string(std::hash<Input>()(underWay)));
 }
 
 void dieOf(int signal)
@@ -61,7 +73,7 @@ Input readFile(const std::filesystem::path &path)
 {
     std::ifstream file(path, std::ios::binary);
     Input input{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    while (!input.empty() && input.back() == '\n') // the file's own end
+    if (!input.empty() && input.back() == '\n') // the file's own end
         input.pop_back();
     return input;
 }
@@ -82,7 +94,7 @@ std::vector<Input> readCorpus(const std::filesystem::path &directory)
 class Mutator
 {
 public:
-    explicit Mutator(const std::vector<Input> &corpus) : m_corpus(corpus) {}
+    Mutator(const std::vector<Input> &corpus, unsigned long seed) : m_corpus(corpus), m_random(seed) {}
 
     Input next()
     {
@@ -120,7 +132,7 @@ private:
     }
 
     const std::vector<Input> &m_corpus;
-    std::mt19937 m_random{20260731};
+    std::mt19937 m_random;
 };
 
 void run(const Input &input)
@@ -128,10 +140,31 @@ void run(const Input &input)
     underWay = input;
     LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t *>(input.data()), input.size());
 }
+
+long ofEnvironment(const char *name, long otherwise)
+{
+    const char *text = std::getenv(name);
+    return text == nullptr ? otherwise : std::atol(text);
+}
+
+/// The corpus, then \a runs mutations of it; the rate is told of the whole.
+void runAll(const std::vector<Input> &corpus, long runs, long seed)
+{
+    const auto begin = std::chrono::steady_clock::now();
+    for (const Input &input : corpus)
+        run(input);
+    Mutator mutator(corpus, static_cast<unsigned long>(seed));
+    for (long left = runs; left > 0; --left)
+        run(mutator.next());
+    const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - begin;
+    const double executions = double(runs) + double(corpus.size());
+    std::printf("%.0f executions, %.0f a second\n", executions, executions / passed.count());
+}
 } // namespace
 
 int main(int argc, char **argv)
 {
+    constexpr long UsualSeed = 20260731;
     workInMemory();
     if (argc == 3 && std::string(argv[1]) == "--input") {
         run(readFile(argv[2]));
@@ -139,14 +172,15 @@ int main(int argc, char **argv)
     }
     const std::vector<Input> corpus = argc < 2 ? std::vector<Input>() : readCorpus(argv[1]);
     if (corpus.empty()) {
-        std::fprintf(stderr, "usage: %s corpus-directory [runs]\n", argv[0]);
+        std::fprintf(stderr, "usage: %s corpus-directory [runs | long]\n", argv[0]);
         return 1;
     }
     keepInputAtDeath();
-    for (const Input &input : corpus)
-        run(input);
-    Mutator mutator(corpus);
-    for (int left = argc > 2 ? std::atoi(argv[2]) : 2000; left > 0; --left)
-        run(mutator.next());
+    if (argc < 3 || std::string(argv[2]) != "long") {
+        runAll(corpus, argc > 2 ? std::atol(argv[2]) : 2000, UsualSeed);
+        return 0;
+    }
+    corpusOfFound = std::filesystem::absolute(argv[1]).string();
+    runAll(corpus, ofEnvironment("VELDA_FUZZ_RUNS", 10000000), ofEnvironment("VELDA_FUZZ_SEED", UsualSeed));
     return 0;
 }

@@ -1,0 +1,95 @@
+// Any file as velda.ini: what was read is written, read and written again as the same, and what the program
+// does not know stays.
+
+#include "app/options.h"
+#include "tests/fuzz/fuzz.h"
+#include "tests/support/desk.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QSet>
+#include <QSettings>
+
+namespace
+{
+/// A group and a name; the toolkit writes others in forms of its own.
+const QRegularExpression plainKey(QStringLiteral("^[A-Za-z][A-Za-z0-9_]*/[A-Za-z0-9_]+$"));
+
+/// Whether the folders that the settings name lie beside the file: others are not made for a test.
+bool staysInside(const QSettings &settings)
+{
+    for (const char *key : {"PATH/pathInp", "PATH/pathOut", "PATH/pathPrt"}) {
+        const QString path = settings.value(QLatin1String(key)).toString();
+        if (path.contains(u'/') || path.contains(u'\\') || path.startsWith(u'.'))
+            return false;
+    }
+    return true;
+}
+
+/// The keys that end with a shorter list of subscribers are the only ones that may go.
+bool mayGo(const QString &key)
+{
+    return key.startsWith(QLatin1String("ABONENT"));
+}
+
+void checkKept(const QStringList &keys, const QStringList &written)
+{
+    const QSet<QString> present(written.begin(), written.end());
+    for (const QString &key : keys)
+        Fuzz::check(mayGo(key) || present.contains(key), "keys that the program does not know stay");
+}
+
+QByteArray saved(const Desk &desk)
+{
+    Options.Save();
+    const QByteArray content = desk.read(Options.iniFileName);
+    Fuzz::check(!content.isEmpty(), "settings are written whatever was read");
+    return content;
+}
+
+void removeFolders(const Desk &desk)
+{
+    for (const QString &name : desk.names(QString()))
+        if (QFileInfo(desk.path(name)).isDir())
+            QDir().rmdir(desk.path(name));
+}
+/// The file under a name of its own: the toolkit remembers by name, length and time what it has read.
+QString renamed(const Desk &desk, const QByteArray &content, const QString &former)
+{
+    static int count = 0;
+    QFile::remove(desk.path(former));
+    const QString name = QStringLiteral("fuzz_%1.ini").arg(++count);
+    desk.write(name, content);
+    return name;
+}
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    static const Desk desk;
+    const QByteArray content(reinterpret_cast<const char *>(data), int(size));
+    Options.iniFileName = renamed(desk, content + '\n', Options.iniFileName);
+    QStringList keys;
+    {
+        const QSettings given(desk.path(Options.iniFileName), QSettings::IniFormat);
+        if (!staysInside(given))
+            return 0;
+        if (given.status() == QSettings::NoError) // of a damaged file the toolkit tells no keys for sure
+            keys = given.allKeys().filter(plainKey);
+    }
+    Options.Load();
+    Fuzz::check(Options.processMode >= 0 && Options.processMode <= 3, "procedure");
+    const auto subscribers = Options.abonents.size();
+    const QByteArray once = saved(desk);
+    checkKept(keys, QSettings(desk.path(Options.iniFileName), QSettings::IniFormat).allKeys());
+    Options.iniFileName = renamed(desk, once, Options.iniFileName);
+    Options.Load();
+    Fuzz::check(Options.abonents.size() == subscribers, "subscribers stay");
+    const QByteArray first = saved(desk); // the toolkit has brought damaged keys into its own form
+    Options.iniFileName = renamed(desk, first, Options.iniFileName);
+    Options.Load();
+    Fuzz::check(saved(desk) == first, "what was written reads as the same");
+    removeFolders(desk);
+    return 0;
+}

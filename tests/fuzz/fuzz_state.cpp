@@ -1,0 +1,84 @@
+// Any file as velda_state.ini: figures within a day's reach, the same after each writing, and foreign keys
+// stay.
+
+#include "app/options.h"
+#include "app/state.h"
+#include "tests/fuzz/fuzz.h"
+#include "tests/support/desk.h"
+
+#include <QRegularExpression>
+#include <QSet>
+#include <QSettings>
+
+#include <array>
+
+namespace
+{
+/// A group and a name; the toolkit writes others in forms of its own.
+const QRegularExpression plainKey(QStringLiteral("^[A-Za-z][A-Za-z0-9_]*/[A-Za-z0-9_]+$"));
+
+std::array<int, 7> counters()
+{
+    return {State.PK_in,  State.PK_out,  State.CKS_in, State.CKS_out,
+            State.SKK_in, State.SKK_out, State.EditorN};
+}
+
+/// The figure of the file told in another way.
+int figureOf(const QSettings &file, const char *key)
+{
+    bool ok = false;
+    const int figure = file.value(QStringLiteral("STATE/") + QLatin1String(key)).toString().toInt(&ok);
+    return ok && figure >= 0 && figure < 1000000 ? figure : 0;
+}
+
+void checkRead(const QSettings &file)
+{
+    for (const int counter : counters())
+        Fuzz::check(counter >= 0 && counter < 1000000, "a figure that a day can reach");
+    const QVariant plain = file.value(QStringLiteral("STATE/PK_out"));
+    if (plain.type() == QVariant::String)
+        Fuzz::check(State.PK_out == figureOf(file, "PK_out"), "telegrams sent");
+}
+/// The file under a name of its own: the toolkit remembers by name, length and time what it has read.
+QString renamed(const Desk &desk, const QByteArray &content, const QString &former)
+{
+    static int count = 0;
+    QFile::remove(desk.path(former));
+    const QString name = QStringLiteral("fuzz_%1.ini").arg(++count);
+    desk.write(name, content);
+    return name;
+}
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    static const Desk desk;
+    const QByteArray content(reinterpret_cast<const char *>(data), int(size));
+    Options.stateFileName = renamed(desk, content + '\n', Options.stateFileName);
+    const QString name = Options.stateFileName;
+    QStringList keys;
+    {
+        const QSettings given(desk.path(name), QSettings::IniFormat);
+        if (given.status() == QSettings::NoError) // of a damaged file the toolkit tells no keys for sure
+            keys = given.allKeys().filter(plainKey);
+        State.Load();
+        checkRead(given);
+    }
+    const auto read = counters();
+    const QString date = State.YYYYMMDD;
+    const bool manual = State.manualMode;
+    State.Save();
+    const QByteArray first = desk.read(name);
+    const QStringList written = QSettings(desk.path(name), QSettings::IniFormat).allKeys();
+    const QSet<QString> present(written.begin(), written.end());
+    for (const QString &key : qAsConst(keys))
+        Fuzz::check(present.contains(key), "keys that the program does not know stay");
+    Options.stateFileName = renamed(desk, first, name);
+    State.Load();
+    Fuzz::check(counters() == read && State.YYYYMMDD == date && State.manualMode == manual,
+                "what was written reads as the same");
+    State.Save();
+    Fuzz::check(!first.isEmpty() && desk.read(Options.stateFileName) == first,
+                "a second writing changes nothing");
+    return 0;
+}
