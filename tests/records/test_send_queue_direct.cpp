@@ -63,12 +63,13 @@ void TestSendQueueDirect::directLinkDoesNotListAFileWithoutAStamp()
 
 void TestSendQueueDirect::stampThatIsNoTimeLeavesTheTimeInvalid()
 {
-    Queue queue(2,
-                {"20260731u001.260732_120000", "20260731u002.abcdef_ghijkl", "20260731u003.260731_120000"});
-    QCOMPARE(queue.scan(), 3);
+    Queue queue(2, {"20260731u001.260732_120000", "20260731u002.abcdef_ghijkl", "20260731u003.260731_120000",
+                    "20260731u004.ab0731_120000"});
+    QCOMPARE(queue.scan(), 4);
     QVERIFY(!queue.good.at(0).sendTime.isValid());
     QVERIFY(!queue.good.at(1).sendTime.isValid());
-    QCOMPARE(queue.good.at(2).fileName, QString("20260731u003.260731_120000"));
+    QVERIFY(!queue.good.at(2).sendTime.isValid());
+    QCOMPARE(queue.good.at(3).fileName, QString("20260731u003.260731_120000"));
 }
 
 void TestSendQueueDirect::futureFileStandsFirstOnlyWhileNoEarlierOneExists()
