@@ -97,6 +97,7 @@ private:
 
     [[nodiscard]] bool listAsWritten() const;
     [[nodiscard]] bool diskAsWritten() const;
+    [[nodiscard]] bool diskHasAllBut(qint64 heldBack) const;
     [[nodiscard]] QByteArray newBytes() const;
     bool bringUpToDate();
     bool matchFile();

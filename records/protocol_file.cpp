@@ -132,8 +132,13 @@ void CProtocol::Save()
     const bool keepOpen = Options.protocolFileNoClose;
     const bool whole = rewriteAll;
     writeError.clear();
-    if (file.isOpen() && flushRequested)
+    if (file.isOpen() && flushRequested) {
+        // Looked at before: where a file is continued at the place that was its end, what is held back can bring
+        // another writer's file to the size that it should have.
+        if (!diskHasAllBut(file.bytesToWrite()))
+            m_written = Written();
         file.flush();
+    }
     if (!keepOpen || whole || !isOfPath(file, fileName) || (flushRequested && !diskAsWritten()))
         closeFile();
 
@@ -264,9 +269,15 @@ bool CProtocol::listAsWritten() const
 /// Whether the file is what was left there. One that is kept open has no settled time of change.
 bool CProtocol::diskAsWritten() const
 {
+    return m_written.path == fileName && diskHasAllBut(0) &&
+           (file.isOpen() || QFileInfo(m_written.path).lastModified() == m_written.stamp);
+}
+
+/// Whether the file has the size of what was written, less \a heldBack bytes.
+bool CProtocol::diskHasAllBut(qint64 heldBack) const
+{
     const QFileInfo present(m_written.path);
-    return m_written.path == fileName && present.isFile() && present.size() == m_written.bytes &&
-           (file.isOpen() || present.lastModified() == m_written.stamp);
+    return present.isFile() && present.size() == m_written.bytes - heldBack;
 }
 
 void CProtocol::closeFile()
