@@ -13,6 +13,7 @@ private slots:
     void pageIsWellFormedAndNeedsNothingElse();
     void pictureHasAColumnForEachHourOfTraffic();
     void namesFromTheDiskCannotBreakThePage();
+    void bracketsAndControlsInNamesCannotBreakThePage();
 };
 
 namespace
@@ -78,6 +79,19 @@ void TestBooksPage::pictureHasAColumnForEachHourOfTraffic()
 }
 
 void TestBooksPage::namesFromTheDiskCannotBreakThePage()
+{
+    BookDay day;
+    BookDay::fillCentre(day);
+    day.writeJournal();
+    day.write("inp/20261122/a&amp;'.003", "ПОДЛОЖЕНО"); // every system takes this name
+    QTemporaryDir elsewhere;
+    const QByteArray page = pageOf(day, elsewhere);
+    QCOMPARE(day.status, 1);
+    QCOMPARE(faultIn(page), QString());
+    QVERIFY(page.contains("a&amp;amp;"));
+}
+
+void TestBooksPage::bracketsAndControlsInNamesCannotBreakThePage()
 {
     BookDay day;
     BookDay::fillCentre(day);

@@ -157,6 +157,7 @@ void TestFormMainLine::floodIsTakenInBlocksAndWhole()
     QString flood;
     for (int i = 0; i < 30000; ++i)
         flood += QStringLiteral("А@C>Б\n");
+    station.form->receiver.receiveMilliseconds = 1; // no machine takes all of it in one turn
     station.receive(flood);
     QVERIFY(!TlgThread.recvBuffer.mIsEmpty()); // the event loop gets its turn
     QTRY_VERIFY(TlgThread.recvBuffer.mIsEmpty());
