@@ -51,6 +51,7 @@ build "$preset"
 export ASAN_OPTIONS="detect_leaks=1:detect_stack_use_after_return=1:abort_on_error=0"
 export LSAN_OPTIONS="suppressions=$PWD/tests/support/lsan.supp:print_suppressions=0"
 export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
+export TSAN_OPTIONS="suppressions=$PWD/tests/tsan.supp:second_deadlock_stack=1"
 
 if [ -n "${day:-}" ]; then
     exec ctest --test-dir "build/$preset" --output-on-failure -L day "$@"

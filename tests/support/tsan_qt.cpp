@@ -1,10 +1,12 @@
-// Tells ThreadSanitizer of the locks, the wait conditions and the ends of threads of Qt, which is not
-// instrumented and waits on bare futexes: the sanitizer would take every text that a mutex guards, and
-// everything that a joined thread has done, for a race. Built only with VELDA_TSAN; the functions stand
+// Tells ThreadSanitizer of the locks, the wait conditions, the ends of threads, the pools and the posted calls
+// of Qt, which is not instrumented and waits on bare futexes: the sanitizer would take every text that a mutex
+// guards, and everything that a joined thread has done, for a race. Built only with VELDA_TSAN; the functions stand
 // before those of the library and call them.
 
+#include <QEvent>
 #include <QMutex>
 #include <QThread>
+#include <QThreadPool>
 #include <QWaitCondition>
 
 #include <dlfcn.h>
@@ -100,4 +102,48 @@ bool QThread::isFinished() const
     const bool ended = original(this);
     acquireIf(ended, this);
     return ended;
+}
+
+// What stands before a start comes before the work, and the work before the end of a wait for it.
+void QThreadPool::start(std::function<void()> work, int priority)
+{
+    using Start = void (*)(QThreadPool *, std::function<void()>, int);
+    static const auto original = next<Start>("_ZN11QThreadPool5startESt8functionIFvvEEi");
+    static char starts; // one of all pools: what is captured may be read only behind it
+    std::function<void()> told = [this, work = std::move(work)] {
+        __tsan_acquire(&starts);
+        work();
+        __tsan_release(this);
+    };
+    __tsan_release(&starts);
+    original(this, std::move(told), priority);
+}
+
+bool QThreadPool::waitForDone(int ms)
+{
+    static const auto original = next<bool (*)(QThreadPool *, int)>("_ZN11QThreadPool11waitForDoneEi");
+    const bool done = original(this, ms);
+    if (done)
+        __tsan_acquire(this);
+    return done;
+}
+
+// What stands before a call into another thread comes before what is called there.
+bool QMetaObject::invokeMethodImpl(QObject *object, QtPrivate::QSlotObjectBase *slot,
+                                   Qt::ConnectionType type, void *result)
+{
+    using Invoke = bool (*)(QObject *, QtPrivate::QSlotObjectBase *, Qt::ConnectionType, void *);
+    static const auto original =
+        next<Invoke>("_ZN11QMetaObject16invokeMethodImplEP7QObjectPN9QtPrivate15QSlotObjectBaseEN2Qt14"
+                     "ConnectionTypeEPv");
+    __tsan_release(object);
+    return original(object, slot, type, result);
+}
+
+bool QObject::event(QEvent *event)
+{
+    static const auto original = next<bool (*)(QObject *, QEvent *)>("_ZN7QObject5eventEP6QEvent");
+    if (event->type() == QEvent::MetaCall)
+        __tsan_acquire(this);
+    return original(this, event);
 }
