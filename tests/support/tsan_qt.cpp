@@ -1,7 +1,7 @@
-// Tells ThreadSanitizer of the locks, the wait conditions, the ends of threads, the pools and the posted calls
-// of Qt, which is not instrumented and waits on bare futexes: the sanitizer would take every text that a mutex
-// guards, and everything that a joined thread has done, for a race. Built only with VELDA_TSAN; the functions stand
-// before those of the library and call them.
+// Tells ThreadSanitizer of the locks, the wait conditions, the ends of threads, the pools and the posted
+// calls of Qt, which is not instrumented and waits on bare futexes: the sanitizer would take every text that
+// a mutex guards, and everything that a joined thread has done, for a race. Built only with VELDA_TSAN; the
+// functions stand before those of the library and call them.
 
 #include <QEvent>
 #include <QMutex>
@@ -129,8 +129,8 @@ bool QThreadPool::waitForDone(int ms)
 }
 
 // What stands before a call into another thread comes before what is called there.
-bool QMetaObject::invokeMethodImpl(QObject *object, QtPrivate::QSlotObjectBase *slot,
-                                   Qt::ConnectionType type, void *result)
+bool QMetaObject::invokeMethodImpl(QObject *object, QtPrivate::QSlotObjectBase *slot, Qt::ConnectionType type,
+                                   void *result)
 {
     using Invoke = bool (*)(QObject *, QtPrivate::QSlotObjectBase *, Qt::ConnectionType, void *);
     static const auto original =
