@@ -133,8 +133,8 @@ void CProtocol::Save()
     const bool whole = rewriteAll;
     writeError.clear();
     if (file.isOpen() && flushRequested) {
-        // Looked at before: where a file is continued at the place that was its end, what is held back can bring
-        // another writer's file to the size that it should have.
+        // Looked at before: where a file is continued at the place that was its end, what is held back can
+        // bring another writer's file to the size that it should have.
         if (!diskHasAllBut(file.bytesToWrite()))
             m_written = Written();
         file.flush();
