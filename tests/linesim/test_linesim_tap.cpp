@@ -24,6 +24,8 @@ private slots:
     void callerIsLetGoIfNobodyAnswers();
     void secondCallerIsRefused();
     void cutEndsBothSides();
+    void cutComesBehindTheByteThatItIsSetOn_data();
+    void cutComesBehindTheByteThatItIsSetOn();
     void portsAreTapped();
     void adapterPulledOutTakesThePortAlong();
     void recordIsPlayedBack_data();
@@ -222,6 +224,40 @@ void TestLinesimTap::cutEndsBothSides()
     QCOMPARE(line.record().events.last().kind, LineRecord::Close);
     line.tap->run(QStringLiteral("cut"));
     QCOMPARE(line.record().events.size(), 2);
+}
+
+void TestLinesimTap::cutComesBehindTheByteThatItIsSetOn_data()
+{
+    bothRoles();
+}
+
+// Of both sides and of two connections; the rest of what came with it is lost, the next line is whole.
+void TestLinesimTap::cutComesBehindTheByteThatItIsSetOn()
+{
+    QFETCH(bool, workstationListens);
+    TcpTap line(workstationListens);
+    line.tap->run(QStringLiteral("cut 9"));
+    line.call();
+    line.caller.write("abc");
+    QTRY_COMPARE(line.heardByCalled, QByteArray("abc"));
+    line.called->write("de");
+    QTRY_COMPARE(line.heardByCaller, QByteArray("de"));
+    line.caller.disconnectFromHost();
+    QTRY_COMPARE(line.log.lines.filter(QStringLiteral("closed: 1")).size(), 1);
+    QTRY_COMPARE(line.caller.state(), QAbstractSocket::UnconnectedState);
+
+    line.heardByCalled.clear();
+    line.call();
+    line.caller.write("fghijk");
+    QTRY_COMPARE(line.caller.state(), QAbstractSocket::UnconnectedState);
+    QTRY_COMPARE(line.heardByCalled, QByteArray("fghi"));
+    QCOMPARE(line.log.lines.filter(QStringLiteral("cut:")).size(), 1);
+    QCOMPARE(line.record().events.last().kind, LineRecord::Close);
+
+    line.heardByCalled.clear();
+    line.call();
+    line.caller.write("lmnopqrstuvwxyz");
+    QTRY_COMPARE(line.heardByCalled, QByteArray("lmnopqrstuvwxyz"));
 }
 
 void TestLinesimTap::portsAreTapped()

@@ -22,6 +22,7 @@ Tap::Tap(const TapOptions &options, EventLog &log)
     connect(m_line.get(), &TappedLine::closed, this, [this](int connection, LineRecord::Side by) {
         m_writer.write(connection, by, LineRecord::Close);
     });
+    connect(m_line.get(), &TappedLine::cutting, this, [this] { m_log.event(QStringLiteral("cut")); });
     connect(m_line.get(), &TappedLine::passed, this,
             [this](int connection, LineRecord::Side from, const QByteArray &bytes) {
                 m_writer.write(connection, from, LineRecord::Bytes, bytes);
@@ -31,7 +32,11 @@ Tap::Tap(const TapOptions &options, EventLog &log)
 bool Tap::runOwn(const QString &name, const QString &argument)
 {
     static const Command<Tap> commands[] = {
-        {"cut", [](Tap &tap, const QString &) { tap.m_line->cut(); }},
+        // At once, or when so many bytes more have passed, either way
+        {"cut",
+         [](Tap &tap, const QString &bytes) {
+             bytes.isEmpty() ? tap.m_line->cut() : tap.m_line->cutAfter(bytes.toInt());
+         }},
     };
     return runFrom(commands, *this, name, argument);
 }

@@ -48,9 +48,10 @@ void TappedPort::close(LineRecord::Side by)
 }
 
 /// On first, recorded then: the record must not hold up the line.
-void TappedPort::takeFromWorkstation(const QByteArray &bytes)
+void TappedPort::takeFromWorkstation(const QByteArray &said)
 {
-    if (!m_open)
+    const QByteArray bytes = m_open ? untilCut(said) : QByteArray();
+    if (bytes.isEmpty())
         return;
     const int speed = m_port.speed();
     if (speed > 0 && speed != m_device.baudRate())
@@ -62,7 +63,7 @@ void TappedPort::takeFromWorkstation(const QByteArray &bytes)
 
 void TappedPort::takeFromDevice()
 {
-    const QByteArray bytes = m_device.readAll();
+    const QByteArray bytes = untilCut(m_device.readAll());
     if (bytes.isEmpty())
         return;
     m_port.write(bytes);

@@ -29,7 +29,7 @@ public:
 private:
     void open();
     void close(LineRecord::Side by);
-    void takeFromWorkstation(const QByteArray &bytes);
+    void takeFromWorkstation(const QByteArray &said);
     void takeFromDevice();
 
     EventLog &m_log;

@@ -67,7 +67,7 @@ void TappedTcp::call()
 /// On first, recorded then: the record must not hold up the line.
 void TappedTcp::pass(QTcpSocket *from)
 {
-    const QByteArray bytes = from->readAll();
+    const QByteArray bytes = untilCut(from->readAll());
     if (bytes.isEmpty())
         return;
     QTcpSocket *to = from == m_caller ? m_called : m_caller;
