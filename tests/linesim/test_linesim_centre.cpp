@@ -48,6 +48,8 @@ void TestLinesimCentre::readsEachForm_data()
     row("text", "|ЗЦЗЦ КС ТЕКСТ НННН  ", int(TerminalMessage::Text), -1, "");
     row("confirmation", "|ЗЦЗЦ КС Р007 ПРИН ИВАНОВА НННН  ", int(TerminalMessage::Confirmation), 7,
         "ИВАНОВА");
+    row("confirmation in Latin on a 5-bit line", "|ЗЦЗЦ КС Р007 ПРИН &IVANOVA |НННН  ",
+        int(TerminalMessage::Confirmation), 7, "IVANOVA");
     row("telegram", "|ЗЦЗЦ 007 А\r\nБ НННН  ", int(TerminalMessage::Telegram), 7, "А\r\nБ");
     row("empty telegram", "|ЗЦЗЦ 007  НННН  ", int(TerminalMessage::Telegram), 7, "");
     row("two digits", "|ЗЦЗЦ 07 А НННН  ", int(TerminalMessage::Foreign), -1, "07 А ");

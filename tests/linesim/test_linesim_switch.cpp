@@ -20,6 +20,7 @@ private slots:
     void unknownNumberIsWrong();
     void partyAnswersQuestions_data();
     void partyAnswersQuestions();
+    void telegramIsTheOneToldLast();
     void repeatedQuestionIsAnsweredOnce();
     void centreAnswersByTheMoment();
     void deedsComeAtTheirMoment_data();
@@ -163,6 +164,15 @@ void TestLinesimSwitch::partyAnswersQuestions()
         exchange.pass(10);
         QCOMPARE(exchange.speech(), later);
     }
+}
+
+void TestLinesimSwitch::telegramIsTheOneToldLast()
+{
+    Exchange exchange(zarya);
+    exchange.line.party().setTelegram(QStringLiteral("002\r\nДРУГАЯ=\r\n"));
+    exchange.connectTo(QStringLiteral("112233"));
+    exchange.line.party().perform(Deed::Telegram);
+    QCOMPARE(exchange.speech(), QStringLiteral("\r\nЗЦЗЦ 002\r\nДРУГАЯ=\r\nНННН  "));
 }
 
 void TestLinesimSwitch::repeatedQuestionIsAnsweredOnce()

@@ -15,6 +15,7 @@ private slots:
     void textUnderWayAsTheNetworkHangsUpIsNone();
     void lostLinkEndsTheConnection();
     void remainsOfALostConnectionAreNoBreach();
+    void callerWaitsForTheEndOfTheRemains();
 };
 
 void TestLinesimSwitchBreaches::breaches_data()
@@ -106,6 +107,21 @@ void TestLinesimSwitchBreaches::lostLinkEndsTheConnection()
     exchange.line.lineLost();
     QCOMPARE(int(exchange.line.state()), int(SwitchedLine::Idle));
     QVERIFY(exchange.lines.contains(QStringLiteral("down: 112233 by loss of the link")));
+}
+
+void TestLinesimSwitchBreaches::callerWaitsForTheEndOfTheRemains()
+{
+    Exchange exchange(zarya);
+    exchange.connectTo(QStringLiteral("112233"));
+    exchange.line.lineLost();
+    exchange.line.call(QStringLiteral("112233"), SwitchedLine::callersHabits());
+    exchange.pass(10);
+    exchange.hear(QStringLiteral("ПРИВЕТ"));
+    QCOMPARE(exchange.speech(), QString());
+    exchange.hear(QStringLiteral("@H"));
+    exchange.pass(5);
+    QCOMPARE(exchange.speech(), QStringLiteral("@C"));
+    QCOMPARE(exchange.violations(), QStringList());
 }
 
 // What waits as the link is lost goes out on the next one, up to the hang-up behind it and no further.

@@ -23,10 +23,16 @@ Centre::Centre(const CentreOptions &options, EventLog &log)
 void Centre::takeLoss()
 {
     m_desk.setTime(QDateTime::currentDateTime());
+    giveUp();
+    m_desk.lineLost();
+}
+
+/// What is under way is broken, and its rest may still come.
+void Centre::giveUp()
+{
     if (const std::optional<TerminalMessage> broken = m_reader.giveUp())
         m_desk.take(*broken);
     m_reader.expectRest();
-    m_desk.lineLost();
 }
 
 void Centre::takeText(const QString &text)
@@ -72,8 +78,7 @@ void Centre::tick(const QDateTime &now)
     // A message may pause as long as an answer may take.
     if (m_reader.isInside() &&
         now.toMSecsSinceEpoch() - m_lastText > qMax(SilenceMs, qint64(m_line->longestPauseMs())))
-        if (const std::optional<TerminalMessage> broken = m_reader.giveUp())
-            m_desk.take(*broken);
+        giveUp();
     feed();
 }
 

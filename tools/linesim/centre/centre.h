@@ -33,6 +33,7 @@ private:
     void tick(const QDateTime &now) override;
     void sayFigures() override;
     void takeMessages();
+    void giveUp();
     void sendText(const QString &text);
     void feed();
 

@@ -24,7 +24,7 @@ TerminalMessage understood(const QString &body)
         {"^КС ВАШ ([0-9]{3})=\\1 $", TerminalMessage::Receipt},
         {"^КС СТОП $", TerminalMessage::Stop},
         {"^КС ТЕКСТ $", TerminalMessage::Text},
-        {"^КС Р([0-9]{3}) ПРИН (.+) $", TerminalMessage::Confirmation},
+        {"^КС Р([0-9]{3}) ПРИН &?(.+) [|]?$", TerminalMessage::Confirmation}, // a name in either register
         {"^([0-9]{3}) (.*) $", TerminalMessage::Telegram},
     };
     for (const Form &form : forms) {

@@ -9,6 +9,8 @@ bool ChannelSwitch::runHere(const QString &name, const QString &argument)
         {"ask", [](ChannelSwitch &s, const QString &) { s.perform(Deed::Ask); }},          // who is there
         {"ao", [](ChannelSwitch &s, const QString &) { s.perform(Deed::OwnAnswerback); }}, // of the party
         {"telegram", [](ChannelSwitch &s, const QString &) { s.perform(Deed::Telegram); }},
+        {"telegram-text", // what it is from now on
+         [](ChannelSwitch &s, const QString &text) { s.m_exchange.party().setTelegram(unescaped(text)); }},
         {"check",
          [](ChannelSwitch &s, const QString &) { s.perform(Deed::Check); }}, // "ПРОВЕРЬТЕ СВОЙ АВТООТВЕТ"
         {"crypt", [](ChannelSwitch &s, const QString &) { s.perform(Deed::Crypt); }}, // encrypted text

@@ -35,6 +35,8 @@ public:
     void tick();                            ///< does what is due
 
     void perform(Deed::What what); ///< at once
+    /// What a party sends as its telegram from now on, without its marks.
+    void setTelegram(const QString &text) { m_settings.telegram = text; }
 
 signals:
     void say(const QString &text); ///< with register marks

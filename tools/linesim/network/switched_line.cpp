@@ -279,7 +279,9 @@ void SwitchedLine::tick()
     takeDigits();
     if (m_state == Up)
         m_party.tick();
-    if (m_state == Idle && !m_callers.isEmpty() && m_now.toMSecsSinceEpoch() - m_since > IdleBeforeCall)
+    // What remains of a connection that the loss of the link has ended still occupies the line.
+    if (m_state == Idle && !m_remains && !m_callers.isEmpty() &&
+        m_now.toMSecsSinceEpoch() - m_since > IdleBeforeCall)
         ring(m_callers.takeFirst());
     checkPatience();
 }
