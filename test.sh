@@ -15,6 +15,7 @@ Installs what is missing, builds, and runs the tests; without an option each tes
   --tsan     those of the parts under ThreadSanitizer
   --day      a whole day with a centre, and hours of one with faults, passed at speed
   --kill     short days of each procedure, the workstation dying, its disk failing or the power going at each call in turn
+  --cuts     days of each procedure, the line cut at a thousand random bytes (or VELDA_LINE_CUTS, by VELDA_SEED)
   --fuzz     a million random sessions beside each naive reader, ten million inputs (or VELDA_FUZZ_RUNS) for each fuzz target
   --bench    the benchmarks, in the release build, with their table
   --package  the Debian package: built, put into a clean root, used there, removed
@@ -31,6 +32,7 @@ case "${1:-}" in
     --tsan) preset=tsan; shift ;;
     --day) shift; day=yes ;;
     --kill) shift; kill=yes ;;
+    --cuts) shift; cuts=yes ;;
     --fuzz) shift; fuzz=yes ;;
     --bench) preset=release; shift; bench=yes ;;
     --package) shift; package=yes ;;
@@ -59,6 +61,9 @@ fi
 if [ -n "${kill:-}" ]; then
     exec ctest --test-dir "build/$preset" --verbose -L kill "$@"
 fi
+if [ -n "${cuts:-}" ]; then
+    exec ctest --test-dir "build/$preset" --verbose -L cuts "$@"
+fi
 if [ -n "${fuzz:-}" ]; then
     exec ctest --test-dir "build/$preset" --output-on-failure -j2 -L long "$@"
 fi
@@ -66,7 +71,7 @@ if [ -z "${bench:-}" ]; then
     # Most tests wait rather than compute, see velda_pace() in tests/CMakeLists.txt; a sanitizer computes more.
     share=6
     [ "$preset" = debug ] || share=4
-    left_out="bench|day|kill|long"
+    left_out="bench|cuts|day|kill|long"
     # Threads meet in the tests of the parts. In whole programs the toolkit, which is not instrumented, passes so much
     # between them that its own orderly ways are told as races.
     [ "$preset" != tsan ] || left_out+="|e2e"

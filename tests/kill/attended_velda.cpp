@@ -4,6 +4,7 @@
 // he waits while that file is there: the disk is bad.
 
 #include "app/clock.h"
+#include "app/journal_words.h"
 #include "app/options.h"
 #include "app/startup.h"
 #include "app/state.h"
@@ -22,6 +23,7 @@
 namespace
 {
 constexpr int LookMs = 1000;
+constexpr int QuietSeconds = 8;   ///< in which what the line has brought is read, a message a second
 constexpr int PatienceLooks = 20; ///< for an answer of the centre
 
 /// An operator at the centre's channel, who acts at most once a look.
@@ -32,7 +34,7 @@ public:
     {
         if (!State.manualMode)
             return void(m_step = Idle);
-        if (!TlgThread.linkUp() || State.secondsSinceRx < 3)
+        if (!TlgThread.linkUp() || State.secondsSinceRx < QuietSeconds)
             return;
         switch (m_step) {
         case Idle: return ask();
@@ -64,12 +66,22 @@ private:
     void settle()
     {
         settleFiles();
-        State.PK_out = State.CKS_in;
-        State.Save();
+        correctSent(State.CKS_in);
         if (State.PK_in == State.CKS_out)
             return goOn();
         ProcessCKS.SendKG(CProcessCKS::Receipt); // it sends again what is missing
         go(Owing);
+    }
+    /// As the counter's dialog does.
+    static void correctSent(int figure)
+    {
+        if (State.PK_out == figure)
+            return;
+        Log.addCacheServiceString(JournalWords::OperatorSetSent + QString::number(State.PK_out) +
+                                      JournalWords::OperatorSetTo + QString::number(figure),
+                                  ProtocolInfo, false);
+        State.PK_out = figure;
+        State.Save();
     }
     static void settleFiles()
     {

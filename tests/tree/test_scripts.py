@@ -55,7 +55,7 @@ class Options(unittest.TestCase):
         self.assertEqual((result.returncode, result.stderr), (0, ""))
         known = re.findall(r"^    (--\w+)", (root / "test.sh").read_text(), re.M)
         self.assertEqual(re.findall(r"^  (--\w+)", result.stdout, re.M), known)
-        self.assertEqual(known, ["--asan", "--tsan", "--day", "--kill", "--fuzz", "--bench", "--package", "--windows", "--help"])
+        self.assertEqual(known, ["--asan", "--tsan", "--day", "--kill", "--cuts", "--fuzz", "--bench", "--package", "--windows", "--help"])
         self.assertNotIn("installed", result.stdout)
 
     def test_unknown_option_is_refused_with_the_help(self):
