@@ -19,6 +19,7 @@
 namespace
 {
 constexpr QIODevice::OpenMode AtEnd = QIODevice::WriteOnly | QIODevice::Append;
+constexpr qint64 Block = 1 << 16; // bytes read at once
 
 /// A torn line may hold zeros: it ends at the first.
 QString lineText(const QByteArray &bytes)
@@ -78,13 +79,40 @@ bool isOfPath(const QFile &file, const QString &path)
     return file.fileName() == QDir::fromNativeSeparators(path);
 }
 
+/// Appends to \a lines those of \a bytes, each of them ended. Decoded at once: a line feed ends
+/// whatever sequence is torn before it, so that each reads as it would alone, also one that begins with a
+/// byte order mark.
+void appendLines(const QByteArray &bytes, QStringList &lines)
+{
+    const QString text = QString::fromUtf8(bytes.constData(), bytes.size()); // with its zeros
+    for (int from = 0, end = 0; from < text.size(); from = end + 1) {
+        end = text.indexOf(QLatin1Char('\n'), from);
+        QStringView line = QStringView(text).mid(from, end - from);
+        if (from > 0 && line.startsWith(QChar(QChar::ByteOrderMark)))
+            line = line.mid(1);
+        const auto zero = line.indexOf(QChar(QChar::Null));
+        lines << (zero < 0 ? line : line.left(zero)).trimmed().toString();
+    }
+}
+
 /// The lines from where \a book stands; \a last is how the last one stands there.
 QStringList linesOf(QFile &book, QByteArray &last)
 {
     QStringList lines;
-    while (!book.atEnd()) {
-        last = book.readLine();
-        lines << lineText(last);
+    QByteArray held; // the beginning of a line
+    for (QByteArray block = book.read(Block); !block.isEmpty(); block = book.read(Block)) {
+        const int end = block.lastIndexOf('\n') + 1;
+        if (end > 0) {
+            held += block.left(end);
+            appendLines(held, lines);
+            last = held.mid(held.lastIndexOf('\n', -2) + 1);
+            held.clear();
+        }
+        held += block.mid(end);
+    }
+    if (!held.isEmpty()) {
+        lines << lineText(held);
+        last = held;
     }
     return lines;
 }
