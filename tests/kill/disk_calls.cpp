@@ -8,6 +8,7 @@
 //   DISK_HOW=ENOSPC, EIO, EACCES, EROFS
 //                            the call fails; with DISK_BAD, the path of a file, so do all that such a disk
 //                            refuses, from then on until that file is gone
+// DISK_SYNC_MS makes each sync take so many milliseconds more.
 // DISK_LOG is a file outside, which gets a line "KIND PATH" for each call and "hit" at the chosen one.
 // DISK_RECORD is one that gets each call with its data, for power_loss.h.
 
@@ -240,7 +241,10 @@ int onPath(Kind kind, const char *what, const std::string &path, const std::stri
 
 int syncBy(const char *name, int fd)
 {
-    return onPath(Sync, "sync", pathOf(fd), "", [&] { return systems<int (*)(int)>(name)(fd); });
+    return onPath(Sync, "sync", pathOf(fd), "", [&] {
+        usleep(useconds_t(std::atoi(setting("DISK_SYNC_MS"))) * 1000);
+        return systems<int (*)(int)>(name)(fd);
+    });
 }
 
 int renameBy(int fromRoot, const char *from, int toRoot, const char *to, unsigned flags)
