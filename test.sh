@@ -13,7 +13,7 @@ Installs what is missing, builds, and runs the tests; without an option each tes
 
   --asan     each under AddressSanitizer and UBSan
   --tsan     those of the parts under ThreadSanitizer
-  --day      a whole day with a centre, and hours of one with faults, passed at speed
+  --day      a day with a centre, hours with faults, thirty days of each procedure in one life, passed at speed
   --kill     short days of each procedure, the workstation dying, its disk failing or the power going at each call in turn
   --cuts     days of each procedure, the line cut at a thousand random bytes (or VELDA_LINE_CUTS, by VELDA_SEED)
   --fuzz     a million random sessions beside each naive reader, ten million inputs (or VELDA_FUZZ_RUNS) for each fuzz target

@@ -97,10 +97,11 @@ QString CutDay::progress() const
            station.journal().join(QLatin1Char('\n'));
 }
 
-/// The adapter hears no goodbye when it is pulled out, and through the tap its grants and what is sent on
-/// them cross longer than on a cable.
+/// The adapter hears no goodbye when it is pulled out, nor an answer to its last status, and through the tap
+/// its grants and what is sent on them cross longer than on a cable.
 QStringList CutDay::violations() const
 {
     return line->noted(QStringLiteral("violation: "))
-        .filter(QRegularExpression(QStringLiteral("^(?!.*(closed without a goodbye|more than granted))")));
+        .filter(QRegularExpression(
+            QStringLiteral("^(?!.*(closed without a goodbye|more than granted|status not answered))")));
 }

@@ -2,6 +2,8 @@
 
 #include "tests/e2e/books.h"
 
+#include <QRegularExpression>
+
 namespace
 {
 constexpr int LongestCallMs = 15000; ///< with the pause in front of it; a call that is over sooner tells so
@@ -9,6 +11,9 @@ constexpr int Waiting = 1;           ///< files that are not sent yet
 const QString Caller = QStringLiteral("334455");
 const QString Done = QStringLiteral("down: %1 by the network").arg(Caller);
 const QString Down = QStringLiteral("down: %1").arg(Caller);
+/// What a workstation does that has no processor while the link is lost and comes back: it hears of both at
+/// once, and goes on with a connection that is no more until it has been idle for half a minute.
+const QString LateHearing = QStringLiteral("call not accepted|no hang-up|seizure of a busy line");
 const QStringList Subscribers = {QStringLiteral("112233"), QStringLiteral("223344")};
 
 QString incomingMark(int number)
@@ -148,7 +153,7 @@ QStringList SwitchedCuts::wrongBooks() const
     return wrongOutgoing() + wrongIncoming() +
            disagreements(station.path(), QString(),
                          QStringLiteral("\\.dat: запись о файле, которого в очереди нет")) +
-           violations();
+           violations().filter(QRegularExpression(QStringLiteral("^(?!.*(%1))").arg(LateHearing)));
 }
 
 QString SwitchedCuts::figures() const

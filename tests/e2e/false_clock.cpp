@@ -3,7 +3,9 @@
 QProcessEnvironment underClock(const QString &setting)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("LD_PRELOAD"), QStringLiteral(FAKETIME_LIBRARY));
+    const QString front = environment.value(QStringLiteral("CLOCK_FRONT"));
+    environment.insert(QStringLiteral("LD_PRELOAD"), (front.isEmpty() ? front : front + QLatin1Char(':')) +
+                                                         QStringLiteral(FAKETIME_LIBRARY));
     environment.insert(QStringLiteral("FAKETIME"), setting);
     // The sanitizer's own library would have to stand first; asking it to look away is enough.
     const QString sanitizer = QStringLiteral("ASAN_OPTIONS");

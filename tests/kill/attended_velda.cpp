@@ -34,7 +34,7 @@ public:
     {
         if (!State.manualMode)
             return void(m_step = Idle);
-        if (!TlgThread.linkUp() || State.secondsSinceRx < QuietSeconds)
+        if (!TlgThread.linkUp() || State.secondsSinceRx < QuietSeconds || !isAllRead())
             return;
         switch (m_step) {
         case Idle: return ask();
@@ -45,6 +45,9 @@ public:
 
 private:
     enum Step { Idle, Asked, Owing };
+
+    /// A message that still waits would be taken for the answer.
+    static bool isAllRead() { return ProcessCKS.receiveBuffer.indexOf(QStringLiteral("НННН")) < 0; }
 
     void ask()
     {
