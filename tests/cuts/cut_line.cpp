@@ -8,7 +8,7 @@ const QString OnAdapter = QStringLiteral("adapter");
 const QString Listening = QStringLiteral("listening: ");
 
 /// A workstation that has no processor for a while breaks no rule.
-const QStringList patient = {QStringLiteral("--answer"), QStringLiteral("120000")};
+const QStringList patient = {QStringLiteral("--answer"), QStringLiteral("600000")};
 const QStringList windows = {QStringLiteral("--window-pause"), QStringLiteral("0")};
 
 QString local(const QString &port)

@@ -42,7 +42,7 @@ QString escaped(QString text)
 SwitchedCuts::SwitchedCuts(const QString &role)
     : CutDay(role,
              {QStringLiteral("switch"), QStringLiteral("--terminal-ao"), QStringLiteral("654321 ЗНАМЯ"),
-              QStringLiteral("--patience"), QStringLiteral("300"), QStringLiteral("--subscriber"),
+              QStringLiteral("--patience"), QStringLiteral("600"), QStringLiteral("--subscriber"),
               QStringLiteral("112233:112233 |ЗАРЯ:"), QStringLiteral("--subscriber"),
               QStringLiteral("223344:223344 |ВЕГА:"), QStringLiteral("--subscriber"),
               QStringLiteral("334455:334455 |МАЯК:")},
