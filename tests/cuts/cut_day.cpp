@@ -92,9 +92,13 @@ QStringList CutDay::sentAs(const QString &name) const
 
 QString CutDay::progress() const
 {
-    return station.tree(QStringLiteral("out")).join(QLatin1Char(' ')) + QLatin1Char('\n') +
-           line->log().join(QLatin1Char('\n')) + QLatin1Char('\n') +
-           station.journal().join(QLatin1Char('\n'));
+    const QString life =
+        station.isRunning()
+            ? QStringLiteral("the workstation runs")
+            : QStringLiteral("the workstation has ended with %1").arg(station.process.exitCode());
+    return (QStringList{life} + station.lines + station.tree(QStringLiteral("out")) + line->log() +
+            station.journal())
+        .join(QLatin1Char('\n'));
 }
 
 /// The adapter hears no goodbye when it is pulled out, nor an answer to its last status, and through the tap
