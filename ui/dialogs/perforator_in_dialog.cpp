@@ -76,11 +76,12 @@ void CPerforatorInDialog::slotOnState()
     updateButtons();
 }
 
-// Tape may run on for a moment after its stop, so what there is to take may come later than that.
+// A connection that is still punching for the dialog before is given up after that, and the tape would stop
+// with it. Tape may run on for a moment after its stop, so what there is to take may come later than that.
 void CPerforatorInDialog::updateButtons()
 {
     const bool hasText = !data.isEmpty();
-    m_start->setEnabled(!m_reading && PrfThread.connected);
+    m_start->setEnabled(!m_reading && PrfThread.connected && !PrfThread.restartRequested);
     m_stop->setEnabled(m_reading);
     m_clear->setEnabled(!m_reading && hasText);
     m_apply->setEnabled(!m_reading && hasText);

@@ -14,6 +14,7 @@ class TestPerforatorIn : public QObject
 private slots:
     void textsAreTheOperators();
     void onlyTheStartWaitsForTheAdapter();
+    void startWaitsForTheRestOfAFormerText();
     void tapeIsRead();
     void tapeReadIsTheTapePunched();
     void readingLeavesOnlyTheStop();
@@ -101,6 +102,24 @@ void TestPerforatorIn::onlyTheStartWaitsForTheAdapter()
     PrfThread.Activate();
     QTRY_COMPARE(Dialog::enabledOf(dialog, controls), QByteArrayList({"start"}));
     QCOMPARE(Dialog::state(dialog), qs("Sorel (20000001): Соединено "));
+}
+
+void TestPerforatorIn::startWaitsForTheRestOfAFormerText()
+{
+    const auto room = roomWithTape(qs("|АБ"));
+    CPerforatorOutDialog out;
+    Dialog::inside(
+        out, [&] { out.Print(QString(200, QLatin1Char('A'))); },
+        [&] {
+            room->perforator.run(qs("jam"));
+            Dialog::press(out, "start");
+        });
+    CPerforatorInDialog dialog;
+    QVERIFY(PrfThread.connected && PrfThread.waitingLength() > 0);
+    QVERIFY(!Dialog::enabled(dialog, "start"));
+    room->perforator.run(qs("unjam"));
+    read(dialog, [&] { readUntil(dialog, qs("|АБ")); });
+    QCOMPARE(room->breaches(), QStringList());
 }
 
 void TestPerforatorIn::tapeIsRead()
