@@ -126,7 +126,7 @@ direct()
     begin direct
     start_far_end peer --listen 0 --window-pause 20 --store "$data/kept" --confirm
     printf 'ЗЦЗЦ\r\nКАЗАНЬ УЛ БАУМАНА 14 ПЕТРОВУ=\r\nВСТРЕЧАЙТЕ ПЯТНИЦУ=\r\nИВАНОВА-\r\nНННН\r\n' > "$data/tape.txt"
-    "$bin/linesim" perforator --port "$data/perforator" --tape "$data/tape.txt" > "$data/perforator.log" &
+    "$bin/linesim" perforator --port "$data/perforator" --speed 10 --tape "$data/tape.txt" > "$data/perforator.log" &
     processes+=($!)
     until_true 20 test -e "$data/perforator"
     write_settings 2 '' $'usePrf=true\nSOREL_SN=20000001' <<< ''

@@ -10,24 +10,39 @@
 
 namespace
 {
-void takePerforator()
+/// Opens the dialog of the perforator and has it do its work, once it can.
+QWidget *startPerforator(QPushButton *CEditorPage::*button, const char *title)
 {
-    Camera::begin([] { mainWindow->editorPage->toPerforator->click(); });
-    QWidget *dialog = Camera::awaitDialog(QStringLiteral("Вывод на перфоратор"));
-    Camera::await("the perforator",
-                  [=] { return dialog->findChild<QPushButton *>(QStringLiteral("start"))->isEnabled(); });
-    Camera::begin([=] { dialog->findChild<QPushButton *>(QStringLiteral("start"))->click(); });
+    Camera::begin([=] { (mainWindow->editorPage->*button)->click(); });
+    QWidget *dialog = Camera::awaitDialog(QString::fromUtf8(title));
+    auto *start = dialog->findChild<QPushButton *>(QStringLiteral("start"));
+    Camera::await("the perforator", [=] { return start->isEnabled(); });
+    Camera::act([=] { start->click(); });
+    return dialog;
+}
+
+void press(QWidget *dialog, const char *button)
+{
+    Camera::act([=] { dialog->findChild<QPushButton *>(QString::fromLatin1(button))->click(); });
+}
+
+/// The rest is not punched: it would keep the perforator.
+void takePunch()
+{
+    QWidget *dialog = startPerforator(&CEditorPage::toPerforator, "Вывод на перфоратор");
     const auto *progress = dialog->findChild<QProgressBar *>(QStringLiteral("progress"));
     Camera::await("the punch", [=] { return progress->value() > progress->maximum() / 4; });
     Camera::take(QStringLiteral("perforator-out"), dialog);
+    press(dialog, "stop");
     Hand::close(dialog);
-    Camera::begin([] { mainWindow->editorPage->fromPerforator->click(); });
-    dialog = Camera::awaitDialog(QStringLiteral("Ввод"));
-    Camera::await("the reader",
-                  [=] { return dialog->findChild<QPushButton *>(QStringLiteral("start"))->isEnabled(); });
-    Camera::begin([=] { dialog->findChild<QPushButton *>(QStringLiteral("start"))->click(); });
+}
+
+void takeReader()
+{
+    QWidget *dialog = startPerforator(&CEditorPage::fromPerforator, "Ввод");
     const auto *text = dialog->findChild<QTextEdit *>(QStringLiteral("text"));
-    Camera::await("the tape", [=] { return text->toPlainText().contains(QStringLiteral("ПЕТРОВУ")); });
+    Camera::await("the tape", [=] { return text->toPlainText().contains(QStringLiteral("НННН")); });
+    press(dialog, "stop");
     Camera::take(QStringLiteral("perforator-in"), dialog);
 }
 } // namespace
@@ -45,5 +60,6 @@ void directScene()
     Hand::takeOption(options, 3, QStringLiteral("options-direct"));
     Hand::close(options);
     Hand::openTab(mainWindow->editorPage);
-    takePerforator();
+    takePunch();
+    takeReader();
 }
