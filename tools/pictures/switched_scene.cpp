@@ -1,4 +1,5 @@
 #include "app/options.h"
+#include "app/state.h"
 #include "tools/pictures/camera.h"
 #include "tools/pictures/hand.h"
 #include "tools/pictures/scenes.h"
@@ -6,6 +7,7 @@
 #include "ui/pages/editor_page.h"
 #include "ui/pages/protocol_page.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QPushButton>
 
@@ -23,28 +25,33 @@ void fillLists()
                              QStringLiteral("сводка в 9 часов")}};
 }
 
+/// Takes the list as it is while the operator works on it.
 void takeList(void (FormMain::*open)(), const char *title, const char *name)
 {
     Camera::begin([=] { (mainWindow->*open)(); });
     QWidget *dialog = Camera::awaitDialog(QString::fromUtf8(title));
+    Camera::act([=] { dialog->findChild<QCheckBox *>(QStringLiteral("editing"))->setChecked(true); });
     Camera::take(QString::fromLatin1(name), dialog);
     Hand::close(dialog);
 }
 
 void pressButton(const char *name)
 {
-    Camera::act([=] { mainWindow->findChild<QPushButton *>(QString::fromLatin1(name))->click(); });
+    Camera::begin([=] { mainWindow->findChild<QPushButton *>(QString::fromLatin1(name))->click(); });
 }
 
-/// Somebody calls, and the operator asks who it is.
+/// The operator calls a subscriber, asks who it is, and says who calls.
 void takeConnection()
 {
     Hand::openTab(mainWindow->protocolPage);
     Hand::setManual(true);
-    Camera::tellFarEnd(QStringLiteral("call 223344"));
-    Camera::await("a call", [] {
-        return mainWindow->findChild<QPushButton *>(QStringLiteral("buttonWho"))->isEnabled();
+    pressButton("buttonCall");
+    QWidget *dialog = Camera::awaitDialog(QStringLiteral("Номер абонента"));
+    Camera::act([=] {
+        dialog->findChild<QComboBox *>(QStringLiteral("number"))->setEditText(QStringLiteral("223344"));
     });
+    Camera::begin([=] { dialog->findChild<QPushButton *>(QStringLiteral("dial"))->click(); });
+    Camera::await("the connection", [] { return State.callDirection == Outgoing; });
     pressButton("buttonWho");
     Camera::awaitJournal(QStringLiteral("ВЕГА"));
     pressButton("buttonAO");
