@@ -69,16 +69,15 @@ QStringList CutDay::storedWith(const QString &mark) const
     return result;
 }
 
-/// Without the record of no file, which each call to a subscriber leaves, and those of files that were taken
-/// from a list that was not renewed yet when they had gone, which the journal tells.
+/// Without the record of no file, which each call to a subscriber leaves, and those of files that have gone:
+/// a workstation that had no processor calls once more for one on a list that it has not renewed yet.
 QStringList CutDay::queueFiles() const
 {
     QStringList names;
     for (const QString &name :
          QDir(station.path(QStringLiteral("out"))).entryList(QDir::Files | QDir::Hidden)) {
         const QString file = name.section(QStringLiteral(".dat"), 0, 0);
-        if (!name.endsWith(QStringLiteral(".dat")) ||
-            (!file.isEmpty() && !station.logged(QStringLiteral("Ошибка открытия файла ") + file)))
+        if (!name.endsWith(QStringLiteral(".dat")) || (!file.isEmpty() && sentAs(file).isEmpty()))
             names << name;
     }
     return names;
