@@ -26,6 +26,7 @@ names()
 take_pictures()
 {
     if [ -z "$programs" ]; then
+        scripts/install-deps.sh
         . scripts/build-environment.sh
         build release velda_pictures linesim
         programs=$PWD/build/release/bin
