@@ -1,4 +1,5 @@
-# What the manual asks of asciidoctor-pdf beside a theme: pictures of one scale, an index in the order of the alphabet.
+# What the manual asks of asciidoctor-pdf beside a theme: pictures of one scale, warnings in one piece, an index in the
+# order of the alphabet.
 require 'asciidoctor/pdf'
 
 # A picture without a width of its own gets one by its size, so that the letters of all windows are alike on paper, but
@@ -21,7 +22,18 @@ class PictureWidths < Asciidoctor::Extensions::TreeProcessor
   end
 end
 
-Asciidoctor::Extensions.register { tree_processor PictureWidths }
+# A warning stays on one page, with its sign beside all of it.
+class WholeWarnings < Asciidoctor::Extensions::TreeProcessor
+  def process(document)
+    document.find_by(context: :admonition).each { |warning| warning.set_option('unbreakable') }
+    nil
+  end
+end
+
+Asciidoctor::Extensions.register do
+  tree_processor PictureWidths
+  tree_processor WholeWarnings
+end
 
 # Cyrillic letters of either case stand together.
 Asciidoctor::PDF::IndexTermGroup.class_eval do
