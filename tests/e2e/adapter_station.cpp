@@ -26,6 +26,21 @@ void AdapterStation::queue(const QString &text) const
     write(QStringLiteral("out/") + queueName(), QString(QLatin1String("\r\n") + text).toUtf8());
 }
 
+bool AdapterStation::hasSent(const QString &text) const
+{
+    QString sent;
+    int type = 0;
+    for (const QString &name : names(QStringLiteral("prt"), QStringLiteral("????????.prt"))) {
+        for (const QChar c : QString::fromUtf8(read(QStringLiteral("prt/") + name))) {
+            if (c.unicode() < 10)
+                type = c.unicode();
+            else if (type == 2 && !QStringLiteral("\n<>|#&").contains(c))
+                sent += c;
+        }
+    }
+    return sent.contains(QString(text).remove(QLatin1Char('\r')).remove(QLatin1Char('\n')));
+}
+
 int AdapterStation::connections() const
 {
     return m_farEnd.lines.count(QStringLiteral("ready:"));

@@ -13,6 +13,9 @@ public:
     ~AdapterStation() override;
 
     void queue(const QString &text) const; ///< as the file queueName()
+    /// Whether the journal has all of \a text as sent: an adapter with echo reports the last characters when
+    /// the far end has long had them and the file has been moved.
+    [[nodiscard]] bool hasSent(const QString &text) const;
     /// Times that the program was ready to take what the line brings.
     [[nodiscard]] int connections() const;
 

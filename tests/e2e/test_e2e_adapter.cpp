@@ -32,6 +32,7 @@ void TestE2eAdapter::telegramsGoBothWays()
         farEnd.send(QStringLiteral("\r\n") + text + QStringLiteral("\r\n"));
     station.start();
     QTRY_COMPARE_WITH_TIMEOUT(farEnd.telegrams(), QStringList(out), 60000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.hasSent(out), 60000);
     QTRY_COMPARE_WITH_TIMEOUT(station.received(), in, 60000);
     QTRY_COMPARE_WITH_TIMEOUT(station.names(QStringLiteral("out"), QStringLiteral("*u???.*")), QStringList(),
                               10000);
@@ -57,6 +58,7 @@ void TestE2eAdapter::ethernetAdapterCarriesThemToo()
     farEnd.send(QStringLiteral("\r\n") + in + QStringLiteral("\r\n"));
     station.start();
     QTRY_COMPARE_WITH_TIMEOUT(farEnd.telegrams(), QStringList(out), 60000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.hasSent(out), 60000);
     QTRY_COMPARE_WITH_TIMEOUT(station.received(), QStringList(in), 60000);
     const QString path = farEnd.ports.section(QLatin1Char('='), 1);
     QVERIFY(farEnd.ports.startsWith(QLatin1String("30000001=")));
@@ -83,6 +85,7 @@ void TestE2eAdapter::withoutInputSignalTheQueueWaits()
     QTRY_VERIFY_WITH_TIMEOUT(station.logged(QStringLiteral(" Trelo (10000001): Адаптер подключен")),
                              PatienceMs);
     QTRY_COMPARE_WITH_TIMEOUT(farEnd.telegrams(), QStringList(out), 60000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.hasSent(out), 60000);
     QCOMPARE(station.connections(), 1);
     verifyOrderlyEnd(station, farEnd);
 }
@@ -125,6 +128,7 @@ void TestE2eAdapter::silentAdapterIsTriedAgain()
     const QString out = telegram(QStringLiteral("ПОСЛЕ ТИШИНЫ\r\n"));
     station.queue(out);
     QTRY_COMPARE_WITH_TIMEOUT(farEnd.telegrams(), QStringList(out), 60000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.hasSent(out), 60000);
     verifyOrderlyEnd(station, farEnd);
 }
 
@@ -143,6 +147,7 @@ void TestE2eAdapter::killedProgramFindsThePortAgain()
     QCOMPARE(station.tree(QStringLiteral("out")), QStringList(AdapterStation::queueName()));
     station.start();
     QTRY_VERIFY_WITH_TIMEOUT(farEnd.text().endsWith(out), 60000);
+    QTRY_VERIFY_WITH_TIMEOUT(station.hasSent(out), 60000);
     QTRY_COMPARE_WITH_TIMEOUT(station.tree(QStringLiteral("out")),
                               QStringList(QStringLiteral("20260731/") + AdapterStation::queueName()),
                               PatienceMs);
