@@ -16,6 +16,7 @@ private slots:
     void lostLinkEndsTheConnection();
     void remainsOfALostConnectionAreNoBreach();
     void callerWaitsForTheEndOfTheRemains();
+    void callerWaitsNoLongerForATerminalThatHasForgotten();
 };
 
 void TestLinesimSwitchBreaches::breaches_data()
@@ -120,6 +121,22 @@ void TestLinesimSwitchBreaches::callerWaitsForTheEndOfTheRemains()
     QCOMPARE(exchange.speech(), QString());
     exchange.hear(QStringLiteral("@H"));
     exchange.pass(5);
+    QCOMPARE(exchange.speech(), QStringLiteral("@C"));
+    QCOMPARE(exchange.violations(), QStringList());
+}
+
+// A terminal that was killed has nothing left to say, and no hang-up.
+void TestLinesimSwitchBreaches::callerWaitsNoLongerForATerminalThatHasForgotten()
+{
+    Exchange exchange(zarya);
+    exchange.connectTo(QStringLiteral("112233"));
+    exchange.line.lineLost();
+    exchange.line.call(QStringLiteral("112233"), SwitchedLine::callersHabits());
+    exchange.pass(60);
+    exchange.hear(QStringLiteral("ПРИВЕТ"));
+    exchange.pass(120); // the longest silence
+    QCOMPARE(exchange.speech(), QString());
+    exchange.pass(2);
     QCOMPARE(exchange.speech(), QStringLiteral("@C"));
     QCOMPARE(exchange.violations(), QStringList());
 }

@@ -55,6 +55,7 @@ void SwitchedLine::after(double seconds, void (SwitchedLine::*act)())
 void SwitchedLine::lineLost()
 {
     m_remains = m_remains || m_state == Up;
+    m_lastSound = m_now.toMSecsSinceEpoch();
     if (m_state == Up)
         disconnectParty(QStringLiteral("loss of the link"));
     enter(Idle);
@@ -226,8 +227,10 @@ void SwitchedLine::takeSpeech(const SwitchItem &item)
         m_lastSound = m_now.toMSecsSinceEpoch();
         return m_party.hear(item);
     }
-    if (m_state == Idle && m_remains)
+    if (m_state == Idle && m_remains) {
+        m_lastSound = m_now.toMSecsSinceEpoch();
         return m_log.event(QStringLiteral("remains"), escaped(item.text));
+    }
     if (m_state != Releasing) // what was under way as this end hung up is no breach
         m_log.violation(QStringLiteral("text without a connection: ") + escaped(item.text));
 }
@@ -279,11 +282,17 @@ void SwitchedLine::tick()
     takeDigits();
     if (m_state == Up)
         m_party.tick();
-    // What remains of a connection that the loss of the link has ended still occupies the line.
-    if (m_state == Idle && !m_remains && !m_callers.isEmpty() &&
+    if (m_state == Idle && !isOccupied() && !m_callers.isEmpty() &&
         m_now.toMSecsSinceEpoch() - m_since > IdleBeforeCall)
         ring(m_callers.takeFirst());
     checkPatience();
+}
+
+/// What remains of a connection that the loss of the link has ended still occupies the line, up to its
+/// hang-up; a terminal that has forgotten all is silent.
+bool SwitchedLine::isOccupied() const
+{
+    return m_remains && m_now.toMSecsSinceEpoch() - m_lastSound <= m_settings.idleSeconds * 1000LL;
 }
 
 void SwitchedLine::checkPatience()

@@ -76,6 +76,7 @@ private:
     void connectParty(bool terminalCalls);
     void sayHangUp();
     void disconnectParty(const QString &by);
+    [[nodiscard]] bool isOccupied() const;
     void checkPatience();
     [[nodiscard]] Subscriber *find(const QString &number);
 
@@ -85,7 +86,7 @@ private:
     QDateTime m_now;
     State m_state = Idle;
     qint64 m_since = 0;     // ms, of the state
-    qint64 m_lastSound = 0; // ms, of the connection
+    qint64 m_lastSound = 0; // ms, of the connection or of its remains
     qint64 m_dueAt = -1;    // ms, of m_due; -1 never
     void (SwitchedLine::*m_due)() = nullptr;
     bool m_byProgram = false;  // the number comes as text behind the go-ahead
