@@ -55,6 +55,7 @@ private:
     QElapsedTimer m_sinceHit;
     qint64 m_process = 0;
     int m_mishaps = 0;
+    int m_starts = 0; // that the journals tell of as the present life begins
     Outcome m_outcome;
 };
 
@@ -98,6 +99,7 @@ void Passing::takeDeath()
     }
     m_outcome.wrong << m_day->tornFiles();
     m_day->station.putInFront(QString());
+    m_starts = m_day->station.count(Start);
     start();
 }
 
@@ -138,19 +140,21 @@ bool Passing::goesOn(const std::function<bool()> &over)
     return true;
 }
 
-/// Ends the workstation in order, once more if it dies of that.
+/// Ends the workstation in order, once more if it dies of that. Its books are another matter: they tell of
+/// the lines that a journal has lost with the power, and wrongBooks() knows what must be there all the same.
 void Passing::leave()
 {
-    if (!m_day->station.end(60) && isHit() && m_point.kills() && m_mishaps == 0) {
-        const int starts = m_day->station.count(Start);
+    if (!m_day->station.leave(60) && isHit() && m_point.kills() && m_mishaps == 0) {
         takeDeath();
-        if (!goesOn([&] { return m_day->station.count(Start) > starts && m_day->isOver(); }))
+        if (!goesOn([&] { return m_day->station.count(Start) > m_starts && m_day->isOver(); }))
             m_outcome.wrong << QStringLiteral("the day does not end anew");
-        if (!m_day->station.end(60))
+        if (!m_day->station.leave(60))
             m_outcome.wrong << QStringLiteral("no orderly end");
     } else if (m_day->station.isRunning() || !m_day->station.endedWith(0)) {
         m_outcome.wrong << QStringLiteral("no orderly end");
     }
+    if (!isHit() && !m_day->station.booksAgree())
+        m_outcome.wrong << QStringLiteral("the books of a day in peace do not agree");
     forgetClock(m_process);
 }
 
