@@ -30,9 +30,10 @@ QDateTime timeOf(const QString &text)
 
 void CFileInfo::takeLine(QByteArray line)
 {
+    line = QByteArray(line.constData()); // a zero ends the text, before the line's end is looked for
     while (line.endsWith('\n') || line.endsWith('\r'))
         line.chop(1);
-    const QStringList fields = QString::fromUtf8(line.constData()).split(QLatin1Char('|'));
+    const QStringList fields = QString::fromUtf8(line).split(QLatin1Char('|'));
     number = fields.value(0);
     toCKS = fields.value(1) == QLatin1String("C");
     sendTime = timeOf(fields.value(2));

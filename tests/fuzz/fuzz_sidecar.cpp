@@ -12,9 +12,10 @@ namespace
 QByteArray firstLine(const QByteArray &content)
 {
     QByteArray line = content.left(content.indexOf('\n') < 0 ? content.size() : content.indexOf('\n'));
+    line = line.contains('\0') ? line.left(line.indexOf('\0')) : line;
     while (line.endsWith('\r'))
         line.chop(1);
-    return line.contains('\0') ? line.left(line.indexOf('\0')) : line;
+    return line;
 }
 
 /// The toolkit's own reading of the time; it also takes signs and figures of other scripts.

@@ -47,6 +47,7 @@ private slots:
     void resultTextThatHoldsTheSeparatorLoadsEmpty();
     void qFlagIsNeverReadBack();
     void reservedIsZeroAfterLoad();
+    void returnBeforeAZeroEndsTheLine();
     void tornAndForeignRecordsLoad_data();
     void tornAndForeignRecordsLoad();
     void directoryInPlaceOfTheRecordCountsAsNone();
@@ -226,6 +227,16 @@ void TestFileInfo::reservedIsZeroAfterLoad()
     info.reserved = 5;
     QVERIFY(info.Load("out/a"));
     QCOMPARE(info.reserved, 0);
+}
+
+// It would be written into the line, and be taken for its end the next time.
+void TestFileInfo::returnBeforeAZeroEndsTheLine()
+{
+    Desk desk;
+    desk.write("out/a.dat", QByteArray("12|C||u|0|N|Занято\r") + QByteArray(1, '\0') + "second\n");
+    CFileInfo info;
+    QVERIFY(info.Load("out/a"));
+    QCOMPARE(info.resultText, QString("Занято"));
 }
 
 void TestFileInfo::tornAndForeignRecordsLoad_data()
