@@ -16,7 +16,8 @@ Installs what is missing, builds, and runs the tests; without an option each tes
   --day      a day with a centre, hours with faults, thirty days of each procedure in one life, passed at speed
   --kill     short days of each procedure, the workstation dying, its disk failing or the power going at each call in turn
   --cuts     days of each procedure, the line cut at a thousand random bytes (or VELDA_LINE_CUTS, by VELDA_SEED)
-  --fuzz     a million random sessions beside each naive reader, ten million inputs (or VELDA_FUZZ_RUNS) for each fuzz target
+  --fuzz     a million random sessions beside each naive reader, ten million inputs (or VELDA_FUZZ_RUNS) for each fuzz
+             target, in the release build
   --bench    the benchmarks, in the release build, with their table
   --package  the Debian package: built, put into a clean root, used there, removed
   --windows  those that Windows can have, cross-built, under Wine
@@ -33,7 +34,7 @@ case "${1:-}" in
     --day) shift; day=yes ;;
     --kill) shift; kill=yes ;;
     --cuts) shift; cuts=yes ;;
-    --fuzz) shift; fuzz=yes ;;
+    --fuzz) preset=release; shift; fuzz=yes ;;
     --bench) preset=release; shift; bench=yes ;;
     --package) shift; package=yes ;;
     --windows) shift; scripts/windows/build.sh --tests; exec scripts/windows/run-tests.sh "$@" ;;
@@ -65,7 +66,7 @@ if [ -n "${cuts:-}" ]; then
     exec ctest --test-dir "build/$preset" --verbose -L cuts "$@"
 fi
 if [ -n "${fuzz:-}" ]; then
-    exec ctest --test-dir "build/$preset" --output-on-failure -j2 -L long "$@"
+    exec ctest --test-dir "build/$preset" --verbose -j"$(nproc)" -L long "$@"
 fi
 if [ -z "${bench:-}" ]; then
     # Most tests wait rather than compute, see velda_pace() in tests/CMakeLists.txt; a sanitizer computes more.

@@ -1,7 +1,7 @@
 // Feeds a fuzz target its corpus and mutations of it, always the same ones:
-//   program corpus-directory [runs | long]
-// "long" is as many as VELDA_FUZZ_RUNS says, ten million without it, by the seed VELDA_FUZZ_SEED. What made
-// it die is left in the working directory, to be looked into by
+//   program corpus-directory [runs | long [runs]]
+// "long" is as many as VELDA_FUZZ_RUNS says, without it the runs given or ten million, by the seed
+// VELDA_FUZZ_SEED. What made it die is left in the working directory, to be looked into by
 //   program --input fuzz.input
 // and of a long series also in the corpus as found_*, where each run repeats it.
 
@@ -196,7 +196,7 @@ int main(int argc, char **argv)
     }
     const std::vector<Input> corpus = argc < 2 ? std::vector<Input>() : readCorpus(argv[1]);
     if (corpus.empty()) {
-        std::fprintf(stderr, "usage: %s corpus-directory [runs | long]\n", argv[0]);
+        std::fprintf(stderr, "usage: %s corpus-directory [runs | long [runs]]\n", argv[0]);
         return 1;
     }
     keepInputAtDeath();
@@ -205,6 +205,7 @@ int main(int argc, char **argv)
         return 0;
     }
     corpusOfFound = std::filesystem::absolute(argv[1]).string();
-    runAll(corpus, ofEnvironment("VELDA_FUZZ_RUNS", 10000000), ofEnvironment("VELDA_FUZZ_SEED", UsualSeed));
+    const long runs = argc > 3 ? std::atol(argv[3]) : 10000000;
+    runAll(corpus, ofEnvironment("VELDA_FUZZ_RUNS", runs), ofEnvironment("VELDA_FUZZ_SEED", UsualSeed));
     return 0;
 }
