@@ -161,9 +161,9 @@ void TestE2eAdapterPulled::pulledOutInTheMiddleOfACall()
     farEnd.command(QStringLiteral("plug"));
     QTRY_COMPARE_WITH_TIMEOUT(station.read(QStringLiteral("out/20260731/") + name + QStringLiteral(".000")),
                               text, 90000);
+    QTRY_VERIFY_WITH_TIMEOUT(!QFile::exists(station.path(out + QStringLiteral(".dat"))), PatienceMs);
     QVERIFY(!QFile::exists(station.path(out)));
-    QVERIFY(!QFile::exists(station.path(out + QStringLiteral(".dat"))));
-    QCOMPARE(farEnd.lines.filter(QStringLiteral("dialled: ")).size(), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(farEnd.lines.filter(QStringLiteral("dialled: ")).size(), 2, PatienceMs);
     QCOMPARE(farEnd.lines.filter(QRegularExpression(QStringLiteral("^got: 112233 ЗЦЗЦ П001.*НННН"))).size(),
              1);
     QVERIFY(!farEnd.lines.filter(QStringLiteral("remains: ")).isEmpty());

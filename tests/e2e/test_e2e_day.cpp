@@ -74,7 +74,7 @@ void TestE2eDay::midnightAppliesRetention()
              QStringList({QStringLiteral("20251205"), QStringLiteral("20260801"), QStringLiteral("other")}));
     QCOMPARE(station.names(QStringLiteral("out")),
              QStringList({QStringLiteral("20251205"), QStringLiteral("20260801")}));
-    QVERIFY(!station.names(QStringLiteral("prt")).contains(QStringLiteral("20251203.prt")));
+    QTRY_VERIFY(!station.names(QStringLiteral("prt")).contains(QStringLiteral("20251203.prt")));
     QVERIFY(station.names(QStringLiteral("prt")).contains(QStringLiteral("20251204.prt")));
     QVERIFY(station.names(QStringLiteral("prt")).contains(QStringLiteral("notes.txt")));
     const QStringList newDay = station.journalOf(QStringLiteral("20260801"));
