@@ -233,8 +233,10 @@ bool CProtocol::matchFile()
 bool CProtocol::appendToFile(const QByteArray &bytes)
 {
     QFile book(fileName);
-    if (!openOrdinary(book, AtEnd))
+    if (!openOrdinary(book, AtEnd)) {
+        writeError = book.errorString();
         return false;
+    }
     book.write(bytes);
     return flushed(book);
 }
@@ -246,8 +248,10 @@ bool CProtocol::appendNew()
         if (fresh.isEmpty() && !Options.protocolFileNoClose)
             return true;
         file.setFileName(fileName);
-        if (!file.open(AtEnd)) // it has just been seen to be an ordinary one
+        if (!file.open(AtEnd)) { // it has just been seen to be an ordinary one
+            writeError = file.errorString();
             return false;
+        }
     }
     file.write(fresh);
     if (Options.protocolFileNoClose ? file.error() != QFileDevice::NoError : !flushed(file)) {
