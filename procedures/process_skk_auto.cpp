@@ -152,10 +152,15 @@ void CProcessSKK::compliteSKKFileSendedInAutoMode()
 {
     noteEvent(JournalWords::Delivered + shownName(State.currentFile) + JournalWords::DeliveredRest);
     const QString path = queuePath(State.currentFile);
-    CUtils::renameFile(path, State.pathOut_currentDate(),
-                       State.currentFile + QLatin1Char('.') + CUtils::StringNNN(State.PK_out),
-                       Options.markNewFilesInOut);
-    CFileInfo::Remove(path);
+    const bool moved = CUtils::renameFile(
+        path, State.pathOut_currentDate(),
+        State.currentFile + QLatin1Char('.') + CUtils::StringNNN(State.PK_out), Options.markNewFilesInOut);
+    // What stays in the queue would go out again; the operator decides. Without its record it would even go
+    // to the centre.
+    if (!moved && QFileInfo::exists(path))
+        State.setAutomatic(false);
+    else
+        CFileInfo::Remove(path);
     // The name has the value before. The counter wraps in names alone and reaches the disk with the next
     // Save.
     ++State.PK_out;

@@ -15,6 +15,7 @@ private slots:
     void markedIfAsked();
     void bookedUnderTheCounterOfThisMoment();
     void fileThatCannotBeMovedIsStillBooked();
+    void fileThatStaysInTheQueueStopsTheAutomaticMode();
     void wholeSendToASubscriber();
     void wholeSendToTheCentreWithoutQuestions();
 };
@@ -75,6 +76,23 @@ void TestSkkDelivery::fileThatCannotBeMovedIsStillBooked()
                           "412:00:00 Ошибка переименования"}));
     QCOMPARE(State.PK_out, 1);
     QCOMPARE(State.currentFile, "");
+}
+
+// A file stands where the day's directory should be.
+void TestSkkDelivery::fileThatStaysInTheQueueStopsTheAutomaticMode()
+{
+    const SkkDesk desk;
+    desk.write("out/20260731", "");
+    desk.automatic(14, 5);
+    const QByteArray record = desk.read("out/a.dat");
+    ProcessSKK.compliteSKKFileSendedInAutoMode();
+    QVERIFY(State.manualMode);
+    QCOMPARE(desk.names("out"), QStringList({"20260731", "a", "a.dat"}));
+    QCOMPARE(desk.read("out/a.dat"), record);
+    QCOMPARE(desk.noted(),
+             QStringList({"312:00:00 Файл a отправлен", "312:00:00 ПЕРЕИМЕНОВАНИЕ out/a В out/20260731/a.000",
+                          "412:00:00 Ошибка переименования", "312:00:00 Установлен РУЧНОЙ режим"}));
+    QCOMPARE(State.PK_out, 1); // the subscriber has it
 }
 
 void TestSkkDelivery::wholeSendToASubscriber()
