@@ -56,6 +56,23 @@ void sweepDays(const QString &root, const QString &formerName)
         sweep(directory, formerName, {Former});
     }
 }
+/// Removes the record in the queue of each telegram that stands among the sent ones of some day: the process
+/// ended between the two steps that file one. Alone it would wait for the next telegram of that name.
+void sweepRecordsOfSent(const QString &queue)
+{
+    static const QRegularExpression record(QStringLiteral("^(\\d{8}.{4})\\.dat$")),
+        number(QStringLiteral("^\\.\\d{3}$"));
+    QDir dir(queue);
+    for (const QString &found : dir.entryList({QStringLiteral("*.dat")}, QDir::Files | QDir::NoSymLinks)) {
+        const QString name = record.match(found).captured(1);
+        if (name.isEmpty() || dir.exists(name))
+            continue;
+        for (const QString &day : dayDirectories(queue))
+            for (const QString &sent : QDir(day).entryList({name + QStringLiteral(".???")}, QDir::Files))
+                if (number.match(sent.mid(name.size())).hasMatch())
+                    dir.remove(found);
+    }
+}
 } // namespace
 
 void sweepLeftovers()
@@ -71,4 +88,5 @@ void sweepLeftovers()
     // are forwarded.
     sweep(State.pathOut(), QStringLiteral(".*"), {Own});
     sweep(State.pathOut(), QStringLiteral("(.{12}(\\.[b\\d].*)?)?\\.dat"), {Former});
+    sweepRecordsOfSent(State.pathOut());
 }

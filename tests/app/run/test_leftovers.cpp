@@ -17,6 +17,9 @@ private slots:
     void fileOfOthersStays();
     void directoryAndLinkOfSuchANameStay();
     void foldersElsewhereAreSweptToo();
+    void recordOfASentTelegramGoes();
+    void recordThatMayBeWaitedForStays_data();
+    void recordThatMayBeWaitedForStays();
 };
 
 void TestLeftovers::temporaryFileGoes_data()
@@ -124,6 +127,43 @@ void TestLeftovers::foldersElsewhereAreSweptToo()
     sweepLeftovers();
     QVERIFY(desk.names("received/20260731").isEmpty());
     QVERIFY(desk.names("counters").isEmpty());
+}
+
+void TestLeftovers::recordOfASentTelegramGoes()
+{
+    const Desk desk;
+    desk.write("out/20260731u001.dat", "record");
+    desk.write("out/20260801/20260731u001.007", "telegram"); // the day had turned
+    desk.write("out/20260731u002", "telegram");
+    desk.write("out/20260731u002.dat", "record");
+    sweepLeftovers();
+    QCOMPARE(desk.names("out"), QStringList({"20260731u002", "20260731u002.dat", "20260801"}));
+    QCOMPARE(desk.names("out/20260801"), QStringList("20260731u001.007"));
+}
+
+void TestLeftovers::recordThatMayBeWaitedForStays_data()
+{
+    QTest::addColumn<QString>("record");
+    QTest::addColumn<QString>("other"); // file
+    row("nothing of its name", "out/20260731u001.dat", "out/20260731/20260731u002.001");
+    row("its telegram waits", "out/20260731u001.dat", "out/20260731u001");
+    row("a name that only begins so", "out/20260731u001.dat", "out/20260731/20260731u0011.001");
+    row("no number behind it", "out/20260731u001.dat", "out/20260731/20260731u001.txt");
+    row("in a directory that is no day's", "out/20260731u001.dat", "out/2026/20260731u001.001");
+    row("a name of nobody's", "out/.dat", "out/20260731/.001");
+    row("of a telegram set aside", "out/20260731u001.b01.dat", "out/20260731/20260731u001.001");
+}
+
+void TestLeftovers::recordThatMayBeWaitedForStays()
+{
+    QFETCH(QString, record);
+    QFETCH(QString, other);
+    const Desk desk;
+    desk.write(record, "record");
+    desk.write(other, "telegram");
+    sweepLeftovers();
+    QCOMPARE(desk.read(record), QByteArray("record"));
+    QCOMPARE(desk.read(other), QByteArray("telegram"));
 }
 
 QTEST_GUILESS_MAIN(TestLeftovers)
