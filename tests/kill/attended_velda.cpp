@@ -1,6 +1,7 @@
 // The workstation with an operator inside who leaves it alone while it runs by itself, and brings it back
-// where the procedure gave up: he settles with the centre what each side holds, gives files that were set
-// aside their places, and sets automatic mode again. With the environment's ATTENDED_BAD, the path of a file,
+// where the procedure gave up, or where the journal says that a telegram of the centre's was not stored: he
+// settles with the centre what each side holds, gives files that were set aside their places, and sets
+// automatic mode again. With the environment's ATTENDED_BAD, the path of a file,
 // he waits while that file is there: the disk is bad.
 
 #include "app/clock.h"
@@ -32,6 +33,7 @@ class CentreOperator
 public:
     void look()
     {
+        takeNoticeOfUnstored();
         if (!State.manualMode)
             return void(m_step = Idle);
         if (!TlgThread.linkUp() || State.secondsSinceRx < QuietSeconds || !isAllRead())
@@ -45,6 +47,15 @@ public:
 
 private:
     enum Step { Idle, Asked, Owing };
+
+    /// The centre takes such a telegram for delivered.
+    void takeNoticeOfUnstored()
+    {
+        const int told = Log.lines.filter(JournalWords::NotSaved).size();
+        if (told > m_unstored && State.tlgMode == ModeOpen)
+            State.setAutomatic(false);
+        m_unstored = told;
+    }
 
     /// A message that still waits would be taken for the answer.
     static bool isAllRead() { return ProcessCKS.receiveBuffer.indexOf(QStringLiteral("НННН")) < 0; }
@@ -107,6 +118,7 @@ private:
 
     Step m_step = Idle;
     int m_looks = 0;
+    int m_unstored = 0; // lines of the journal that tell of one
 };
 
 bool isDiskBad()

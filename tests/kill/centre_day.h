@@ -16,16 +16,21 @@ public:
 
 protected:
     [[nodiscard]] int arrived(const Outgoing &telegram) const override;
-    [[nodiscard]] QStringList wrongReceipts(int mishaps) const override;
+    [[nodiscard]] QStringList wrongReceipts() const override;
     [[nodiscard]] QString sentName(const Outgoing &telegram) const override;
 
 private:
     void giveIncoming(bool confirmed = false);
     void giveOutgoing();
+    void beginPart();
+    [[nodiscard]] bool isLastPart() const;
+    [[nodiscard]] bool partIsOver() const;
+    [[nodiscard]] bool allIsStored() const;
 
     FarEnd m_centre;
     bool m_midnight;
-    bool m_second = false; // the day's second part has begun
+    bool m_takenTold = false;
+    int m_part = 1;
     int m_incoming = 0;
     QElapsedTimer m_sinceFigures;
 };

@@ -1,5 +1,6 @@
 #include "tests/kill/day.h"
 
+#include "app/journal_words.h"
 #include "tests/kill/centre_day.h"
 #include "tests/kill/direct_day.h"
 #include "tests/kill/switched_day.h"
@@ -10,7 +11,6 @@
 
 namespace
 {
-constexpr int Speed = 40;
 const QString Temporary = QStringLiteral(".velda-");
 
 bool isRecord(const QString &name)
@@ -45,8 +45,8 @@ QStringList Day::procedures()
             QStringLiteral("midnight")};
 }
 
-Day::Day(const QString &moment)
-    : m_begin(QDateTime::fromString(moment, QStringLiteral("yyyy-MM-dd hh:mm:ss")))
+Day::Day(const QString &moment, int speed)
+    : m_begin(QDateTime::fromString(moment, QStringLiteral("yyyy-MM-dd hh:mm:ss"))), m_speed(speed)
 {
     m_since.start();
     station.set(QStringLiteral("Direct/SendConfirmation"), QStringLiteral("true"));
@@ -57,8 +57,8 @@ Day::Day(const QString &moment)
 
 QString Day::clock() const
 {
-    const QDateTime now = m_begin.addMSecs(m_since.elapsed() * Speed + 999);
-    return QStringLiteral("@%1 x%2").arg(now.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"))).arg(Speed);
+    const QDateTime now = m_begin.addMSecs(m_since.elapsed() * m_speed + 999);
+    return QStringLiteral("@%1 x%2").arg(now.toString(QStringLiteral("yyyy-MM-dd hh:mm:ss"))).arg(m_speed);
 }
 
 void Day::start()
@@ -112,11 +112,27 @@ QStringList Day::storedWith(const QString &mark) const
     return result;
 }
 
-bool Day::toldUnstored(const QString &mark) const
+int Day::toldUnstored() const
 {
-    const QString journal = station.journal().join(QString());
-    return journal.contains(mark) && (journal.contains(QStringLiteral("Не получилось сохранить файл")) ||
-                                      journal.contains(QStringLiteral("Ошибка сохранения телеграммы")));
+    return station.count(JournalWords::NotSaved) + station.count(JournalWords::NotSavedInCall);
+}
+
+/// How often the file \a name was sent once more for a cause: the workstation had started anew since, or had
+/// given up automatic mode, and an operator had brought it back.
+int Day::causesToRepeat(const QString &name) const
+{
+    int causes = 0;
+    bool sent = false, cause = false;
+    for (const QString &line : station.journal()) {
+        if (line.contains(JournalWords::Started) || line.contains(JournalWords::Manual))
+            cause = true;
+        if (!line.contains(sendingWords() + name))
+            continue;
+        causes += sent && cause ? 1 : 0;
+        sent = true;
+        cause = false;
+    }
+    return causes;
 }
 
 QStringList Day::wrongSendings(const Mishaps &mishaps) const
@@ -128,11 +144,14 @@ QStringList Day::wrongSendings(const Mishaps &mishaps) const
         const int told = station.count(sendingWords() + telegram.name);
         if (times < 1)
             wrong << QStringLiteral("lost: ") + telegram.name;
-        if ((times > told && !mishaps.powerLost) || times > 1 + mishaps.count)
-            wrong << QStringLiteral("%1 arrived %2 times, told %3 times")
+        // With the power go lines of the journal, which then does not tell of a sending or its cause.
+        const int causes = mishaps.powerLost ? mishaps.count : causesToRepeat(telegram.name);
+        if ((times > told && !mishaps.powerLost) || times > 1 + causes)
+            wrong << QStringLiteral("%1 arrived %2 times, told %3 times, with cause %4 times")
                          .arg(telegram.name)
                          .arg(times)
-                         .arg(told);
+                         .arg(told)
+                         .arg(causes + 1);
         const QStringList places = sent.filter(
             QRegularExpression(QStringLiteral("(^|/)%1(?!.*\\.(velda-|dat))").arg(telegram.name)));
         const QRegularExpression right(
@@ -207,6 +226,36 @@ QStringList Day::tornLines(int most) const
     return torn.size() > most ? torn : QStringList();
 }
 
+/// What the operator should have been told of a disk that failed for a while.
+QStringList Day::untold(const Mishaps &mishaps) const
+{
+    if (!mishaps.lasting || mishaps.atEnd)
+        return {};
+    static const QRegularExpression journal(QStringLiteral("^prt/")),
+        message(QStringLiteral("^inp/\\d{8}/\\d")), call(QStringLiteral("^(inp|out)/\\d{8}/s")),
+        sent(QStringLiteral("^out/\\d{8}/\\d")), record(QStringLiteral("^out/.*\\.dat$"));
+    const QString of = mishaps.call;
+    const bool writes = of == QLatin1String("open") || of == QLatin1String("write"),
+               stores = writes || of == QLatin1String("rename") || of == QLatin1String("sync");
+    QStringList due;
+    if (writes && journal.match(mishaps.path).hasMatch())
+        due << QStringLiteral("Протокол не записывается на диск: ");
+    if (stores && message.match(mishaps.path).hasMatch() && toldUnstored() == 0)
+        due << JournalWords::NotSaved;
+    if (stores && call.match(mishaps.path).hasMatch())
+        due << JournalWords::CallNotSaved;
+    if (of == QLatin1String("rename") && sent.match(mishaps.path).hasMatch()) {
+        due << JournalWords::RenamingFailed << JournalWords::Manual;
+    }
+    if (of == QLatin1String("unlink") && record.match(mishaps.path).hasMatch())
+        due << QStringLiteral("Ошибка удаления out/");
+    QStringList wrong;
+    for (const QString &words : due)
+        if (!station.logged(words))
+            wrong << QStringLiteral("the journal does not say: ") + words;
+    return wrong;
+}
+
 /// What nobody will ever take again. A disk that refused the removal of a draft leaves it to the next start.
 QStringList Day::leftovers(bool diskFailed) const
 {
@@ -221,10 +270,12 @@ QStringList Day::leftovers(bool diskFailed) const
 
 QStringList Day::wrongBooks(const Mishaps &mishaps)
 {
-    QStringList wrong = tornFiles() + wrongSendings(mishaps) + wrongReceipts(mishaps.count) +
+    QStringList wrong = tornFiles() + wrongSendings(mishaps) + wrongReceipts() + untold(mishaps) +
                         leftovers(mishaps.diskFailed) + tornLines(mishaps.count);
     const int starts = station.count(QStringLiteral(" Запуск "));
-    if (starts < 1 || starts > 1 + mishaps.count)
+    // The list of the journal begins anew with its day: a disk that is bad from the start on loses what stood
+    // there.
+    if (starts < (mishaps.lasting ? 0 : 1) || starts > 1 + mishaps.count)
         wrong << QStringLiteral("%1 starts in the journal").arg(starts);
     if (!station.logged(QStringLiteral(" Выход")) && !mishaps.atEnd)
         wrong << QStringLiteral("no end in the journal");

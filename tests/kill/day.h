@@ -45,17 +45,21 @@ public:
     struct Mishaps {
         int count = 0;           ///< deaths of the workstation and failures of its disk
         bool diskFailed = false; ///< it was the disk
+        bool lasting = false;    ///< for a while
+        QString call, path;      ///< the first that it refused, the path below the data directory
         bool atEnd = false;      ///< within the orderly end
         bool powerLost = false;  ///< the last lines of the journal are lost with it
     };
     /// What is wrong at the end of the day.
     [[nodiscard]] QStringList wrongBooks(const Mishaps &mishaps);
+    /// Milliseconds of the machine's in which \a seconds of the day pass.
+    [[nodiscard]] int passing(int seconds) const { return seconds * 1000 / m_speed; }
 
     Station station;
 
 protected:
-    /// The day begins at \a moment, "2026-07-31 12:00:00".
-    explicit Day(const QString &moment);
+    /// The day begins at \a moment, "2026-07-31 12:00:00", and passes \a speed times as fast as any other.
+    Day(const QString &moment, int speed);
 
     [[nodiscard]] QString clock() const; ///< for a program that starts now
     /// Puts \a telegram into the queue as another program does, with \a record if it is not empty.
@@ -63,7 +67,7 @@ protected:
 
     [[nodiscard]] virtual int arrived(const Outgoing &telegram) const = 0; ///< how often, whole
     /// What became of \a telegrams that were given to the workstation, in the words of the procedure.
-    [[nodiscard]] virtual QStringList wrongReceipts(int mishaps) const = 0;
+    [[nodiscard]] virtual QStringList wrongReceipts() const = 0;
     /// The name that the sent file bears; a pattern.
     [[nodiscard]] virtual QString sentName(const Outgoing &telegram) const { return telegram.name; }
 
@@ -71,13 +75,15 @@ protected:
     [[nodiscard]] virtual QString sendingWords() const { return QStringLiteral("Отправка файла: "); }
 
     [[nodiscard]] QStringList storedWith(const QString &mark) const; ///< paths below inp
-    /// The journal has \a mark of a telegram that could not be stored, and says so.
-    [[nodiscard]] bool toldUnstored(const QString &mark) const;
+    /// How many telegrams the journal tells of that came and could not be stored.
+    [[nodiscard]] int toldUnstored() const;
 
     QVector<Outgoing> outgoing;
 
 private:
     [[nodiscard]] QStringList wrongSendings(const Mishaps &mishaps) const;
+    [[nodiscard]] int causesToRepeat(const QString &name) const;
+    [[nodiscard]] QStringList untold(const Mishaps &mishaps) const;
     [[nodiscard]] QStringList wrongJournals();
     [[nodiscard]] QStringList wrongSettings() const;
     [[nodiscard]] QStringList tornLines(int most) const;
@@ -85,6 +91,7 @@ private:
     [[nodiscard]] QStringList queueFiles() const;
 
     QDateTime m_begin;
+    int m_speed;
     QElapsedTimer m_since;
     QMap<QString, QByteArray> m_journals; ///< as last seen, by name
 };

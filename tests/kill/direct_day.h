@@ -16,13 +16,15 @@ public:
 
 protected:
     [[nodiscard]] int arrived(const Outgoing &telegram) const override;
-    [[nodiscard]] QStringList wrongReceipts(int mishaps) const override;
+    [[nodiscard]] QStringList wrongReceipts() const override;
 
 private:
     [[nodiscard]] QStringList noted() const;
+    [[nodiscard]] int givenInAll() const;
 
     FarEnd m_office;
     QStringList m_incoming;
-    int m_confirmed = 0; // of them
-    int m_given = 0;     // to the line, some more than once
+    int m_confirmed = 0;  // of them
+    QVector<int> m_given; // how often each was given to the line
+    QElapsedTimer m_sinceConfirmed;
 };

@@ -9,8 +9,8 @@
 //                            the call fails; with DISK_BAD, the path of a file, so do all that such a disk
 //                            refuses, from then on until that file is gone
 // DISK_SYNC_MS makes each sync take so many milliseconds more.
-// DISK_LOG is a file outside, which gets a line "KIND PATH" for each call and "hit" at the chosen one.
-// DISK_RECORD is one that gets each call with its data, for power_loss.h.
+// DISK_LOG is a file outside, which gets a line "KIND PATH" for each call and "hit KIND PATH" at the chosen
+// one. DISK_RECORD is one that gets each call with its data, for power_loss.h.
 
 #include "tests/kill/disk_call_record.h"
 
@@ -144,7 +144,7 @@ public:
         const int error = errorOf(m_how);
         if (m_chosen) {
             hit = true;
-            append(setting("DISK_LOG"), "hit\n");
+            append(setting("DISK_LOG"), std::string("hit ") + kindNames[kind] + ' ' + path + '\n');
         }
         const bool bad = hit && setting("DISK_BAD")[0] != 0 && exists(setting("DISK_BAD"));
         if (error != 0 && (m_chosen || bad) && refuses(error, kind))

@@ -10,8 +10,8 @@
 namespace
 {
 constexpr int LookMs = 20;
-constexpr int DayMs = 120000; ///< of which a few seconds are needed on a free machine
-constexpr int BadMs = 700;    ///< that a disk stays bad
+constexpr int DayMs = 300000;  ///< of which some seconds are needed on a free machine
+constexpr int BadSeconds = 28; ///< of the day, that a disk stays bad
 
 const QString Start = QStringLiteral(" Запуск ");
 const QString Lasting = QStringLiteral("lasting");
@@ -39,7 +39,10 @@ public:
     Outcome run();
 
 private:
-    [[nodiscard]] bool isHit() const { return contentOf(m_log).contains(QStringLiteral("hit\n")); }
+    [[nodiscard]] bool isHit() const { return contentOf(m_log).contains(QStringLiteral("hit ")); }
+    /// The disk fails for a while: a program that ended now would lose what it could not write.
+    [[nodiscard]] bool isBad() const { return m_point.lasts && isHit() && m_mishaps == 0; }
+    [[nodiscard]] QString hitPath() const;
     void start();
     void look();
     bool goesOn(const std::function<bool()> &over);
@@ -86,6 +89,14 @@ void Passing::start()
     m_process = m_day->station.process.processId();
 }
 
+/// The path of the chosen call below the data directory.
+QString Passing::hitPath() const
+{
+    const QString root = QDir(m_day->station.path()).canonicalPath() + QLatin1Char('/');
+    const QString line = contentOf(m_log).section(QStringLiteral("hit "), 1).section(QLatin1Char('\n'), 0, 0);
+    return QDir::cleanPath(line.section(QLatin1Char(' '), 1).remove(root));
+}
+
 /// The next life is in peace.
 void Passing::takeDeath()
 {
@@ -109,7 +120,7 @@ void Passing::mendDisk()
         return;
     if (!m_sinceHit.isValid())
         m_sinceHit.start();
-    if (m_point.lasts && m_sinceHit.elapsed() < BadMs)
+    if (m_point.lasts && m_sinceHit.elapsed() < m_day->passing(BadSeconds))
         return;
     ++m_mishaps;
     QFile::remove(m_bad);
@@ -163,13 +174,16 @@ Outcome Passing::run()
     m_day->station.writeSettings();
     m_before = filesBelow(QDir(m_day->station.path()).canonicalPath());
     start();
-    if (goesOn([this] { return m_day->isOver(); }))
+    if (goesOn([this] { return m_day->isOver() && !isBad(); }))
         leave();
     else
         m_outcome.wrong << QStringLiteral("the day does not end");
     m_outcome.reached = isHit();
     Day::Mishaps mishaps;
     mishaps.diskFailed = !m_point.kills() && m_outcome.reached;
+    mishaps.lasting = mishaps.diskFailed && m_point.lasts;
+    mishaps.call = m_point.kind;
+    mishaps.path = hitPath();
     mishaps.atEnd = mishaps.diskFailed && m_mishaps == 0;
     mishaps.powerLost = m_point.isPowerLoss();
     mishaps.count = m_mishaps + (mishaps.atEnd ? 1 : 0);

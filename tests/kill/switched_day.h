@@ -16,7 +16,7 @@ public:
 
 protected:
     [[nodiscard]] int arrived(const Outgoing &telegram) const override;
-    [[nodiscard]] QStringList wrongReceipts(int mishaps) const override;
+    [[nodiscard]] QStringList wrongReceipts() const override;
     [[nodiscard]] QString sentName(const Outgoing &telegram) const override;
     [[nodiscard]] QString sendingWords() const override
     {
@@ -28,6 +28,7 @@ private:
     [[nodiscard]] int callsEnded() const;
 
     SwitchEnd m_network;
-    int m_calls = 0;
+    int m_calls = 0;  // that must have ended before the next
+    int m_placed = 0; // in all
     QElapsedTimer m_sinceCall;
 };
