@@ -3,21 +3,16 @@
 
 #include "app/options.h"
 #include "tests/fuzz/fuzz.h"
+#include "tests/fuzz/ini_files.h"
 #include "tests/support/desk.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QRegularExpression>
 #include <QSet>
 #include <QSettings>
 
-#include <algorithm>
-
 namespace
 {
-/// A group and a name; the toolkit writes others in forms of its own.
-const QRegularExpression plainKey(QStringLiteral("^[A-Za-z][A-Za-z0-9_]*/[A-Za-z0-9_]+$"));
-
 /// Whether the folders that the settings name lie beside the file: others are not made for a test.
 bool staysInside(const QSettings &settings)
 {
@@ -27,15 +22,6 @@ bool staysInside(const QSettings &settings)
             return false;
     }
     return true;
-}
-
-/// Whether a section of \a settings has no name. The toolkit brings its keys into its general section and
-/// loses one that begins with a backslash there, a letter at each writing; neither the program nor anybody
-/// writes such.
-bool hasNamelessSection(const QSettings &settings)
-{
-    const QStringList keys = settings.allKeys();
-    return std::any_of(keys.begin(), keys.end(), [](const QString &key) { return key.startsWith(u'/'); });
 }
 
 /// The keys that end with a shorter list of subscribers are the only ones that may go.
@@ -65,35 +51,26 @@ void removeFolders(const Desk &desk)
         if (QFileInfo(desk.path(name)).isDir())
             QDir().rmdir(desk.path(name));
 }
-/// The file under a name of its own: the toolkit remembers by name, length and time what it has read.
-QString renamed(const Desk &desk, const QByteArray &content, const QString &former)
-{
-    static int count = 0;
-    QFile::remove(desk.path(former));
-    const QString name = QStringLiteral("fuzz_%1.ini").arg(++count);
-    desk.write(name, content);
-    return name;
-}
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     static const Desk desk;
     const QByteArray content(reinterpret_cast<const char *>(data), int(size));
-    Options.iniFileName = renamed(desk, content + '\n', Options.iniFileName);
+    Options.iniFileName = IniFiles::renamed(desk, content + '\n', Options.iniFileName);
     QStringList keys;
     {
         const QSettings given(desk.path(Options.iniFileName), QSettings::IniFormat);
-        if (!staysInside(given) || hasNamelessSection(given))
+        if (!staysInside(given) || IniFiles::hasLosableKey(given))
             return 0;
         if (given.status() == QSettings::NoError) // of a damaged file the toolkit tells no keys for sure
-            keys = given.allKeys().filter(plainKey);
+            keys = IniFiles::plainKeys(given);
     }
     Options.Load();
     Fuzz::check(Options.processMode >= 0 && Options.processMode <= 3, "procedure");
     const auto subscribers = Options.abonents.size();
     const QByteArray once = saved(desk);
-    Options.iniFileName = renamed(desk, once, Options.iniFileName);
+    Options.iniFileName = IniFiles::renamed(desk, once, Options.iniFileName);
     {
         const QSettings written(desk.path(Options.iniFileName), QSettings::IniFormat);
         checkKept(keys, written.allKeys());
@@ -102,7 +79,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     Fuzz::check(Options.abonents.size() == subscribers, "subscribers stay");
     const QByteArray first = saved(desk); // the toolkit has brought damaged keys into its own form
     if (first != once) {                  // else a further round would be the same again
-        Options.iniFileName = renamed(desk, first, Options.iniFileName);
+        Options.iniFileName = IniFiles::renamed(desk, first, Options.iniFileName);
         Options.Load();
         Fuzz::check(saved(desk) == first, "what was written reads as the same");
     }

@@ -4,9 +4,9 @@
 #include "app/options.h"
 #include "app/state.h"
 #include "tests/fuzz/fuzz.h"
+#include "tests/fuzz/ini_files.h"
 #include "tests/support/desk.h"
 
-#include <QRegularExpression>
 #include <QSet>
 #include <QSettings>
 
@@ -14,9 +14,6 @@
 
 namespace
 {
-/// A group and a name; the toolkit writes others in forms of its own.
-const QRegularExpression plainKey(QStringLiteral("^[A-Za-z][A-Za-z0-9_]*/[A-Za-z0-9_]+$"));
-
 std::array<int, 7> counters()
 {
     return {State.PK_in,  State.PK_out,  State.CKS_in, State.CKS_out,
@@ -47,37 +44,30 @@ void checkKept(const QStringList &keys, const QStringList &written)
         Fuzz::check(present.contains(key), "keys that the program does not know stay");
 }
 
-/// The file under a name of its own: the toolkit remembers by name, length and time what it has read.
-QString renamed(const Desk &desk, const QByteArray &content, const QString &former)
-{
-    static int count = 0;
-    QFile::remove(desk.path(former));
-    const QString name = QStringLiteral("fuzz_%1.ini").arg(++count);
-    desk.write(name, content);
-    return name;
-}
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     static const Desk desk;
     const QByteArray content(reinterpret_cast<const char *>(data), int(size));
-    Options.stateFileName = renamed(desk, content + '\n', Options.stateFileName);
+    Options.stateFileName = IniFiles::renamed(desk, content + '\n', Options.stateFileName);
     const QString name = Options.stateFileName;
     QStringList keys;
     {
         const QSettings given(desk.path(name), QSettings::IniFormat);
         if (given.status() == QSettings::NoError) // of a damaged file the toolkit tells no keys for sure
-            keys = given.allKeys().filter(plainKey);
+            keys = IniFiles::plainKeys(given);
         State.Load();
         checkRead(given);
+        if (IniFiles::hasLosableKey(given))
+            return 0;
     }
     const auto read = counters();
     const QString date = State.YYYYMMDD;
     const bool manual = State.manualMode;
     State.Save();
     const QByteArray first = desk.read(name);
-    Options.stateFileName = renamed(desk, first, name);
+    Options.stateFileName = IniFiles::renamed(desk, first, name);
     {
         const QSettings written(desk.path(Options.stateFileName), QSettings::IniFormat);
         checkKept(keys, written.allKeys());
