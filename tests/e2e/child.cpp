@@ -1,17 +1,22 @@
 #include "tests/e2e/child.h"
 
+#include "tests/e2e/false_clock.h"
+
 #include <QtTest>
 
 Child::Child()
 {
     process.setProcessChannelMode(QProcess::MergedChannels);
     QObject::connect(&process, &QProcess::readyRead, &process, [this] { read(); });
+    QObject::connect(&process, &QProcess::started, &process, [this] { m_id = process.processId(); });
+    QObject::connect(&process, qOverload<int, QProcess::ExitStatus>(&QProcess::finished), &process,
+                     [this] { forgetClock(m_id); });
 }
 
 Child::~Child()
 {
-    process.disconnect();
     kill();
+    process.disconnect();
 }
 
 void Child::read()

@@ -27,5 +27,6 @@ public:
 private:
     void read();
 
+    qint64 m_id = 0;
     QByteArray m_cut; // a line that has not come whole yet
 };

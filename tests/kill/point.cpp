@@ -16,14 +16,6 @@ constexpr int BadSeconds = 28; ///< of the day, that a disk stays bad
 const QString Start = QStringLiteral(" Запуск ");
 const QString Lasting = QStringLiteral("lasting");
 
-/// A program that was killed under the false clock leaves its shared memory behind, and a clock that gets the
-/// same process number would not start.
-void forgetClock(qint64 process)
-{
-    for (const char *name : {"/dev/shm/sem.faketime_sem_%1", "/dev/shm/faketime_shm_%1"})
-        QFile::remove(QString::fromLatin1(name).arg(process));
-}
-
 QString contentOf(const QString &path)
 {
     QFile file(path);
@@ -56,7 +48,6 @@ private:
     Files m_before; // the workstation
     std::unique_ptr<Day> m_day;
     QElapsedTimer m_sinceHit;
-    qint64 m_process = 0;
     int m_mishaps = 0;
     int m_starts = 0; // that the journals tell of as the present life begins
     Outcome m_outcome;
@@ -86,7 +77,6 @@ Passing::Passing(const Point &point)
 void Passing::start()
 {
     m_day->start();
-    m_process = m_day->station.process.processId();
 }
 
 /// The path of the chosen call below the data directory.
@@ -100,7 +90,6 @@ QString Passing::hitPath() const
 /// The next life is in peace.
 void Passing::takeDeath()
 {
-    forgetClock(m_process);
     ++m_mishaps;
     if (!m_point.kills() || m_mishaps > 1 || m_day->station.process.exitStatus() != QProcess::CrashExit)
         m_outcome.wrong << QStringLiteral("it ended with %1").arg(m_day->station.process.exitCode());
@@ -166,7 +155,6 @@ void Passing::leave()
     }
     if (!isHit() && !m_day->station.booksAgree())
         m_outcome.wrong << QStringLiteral("the books of a day in peace do not agree");
-    forgetClock(m_process);
 }
 
 Outcome Passing::run()

@@ -84,7 +84,7 @@ void TestLinesimSwitchBreaches::silenceIsABreach()
         exchange.hear(line);
     }
     exchange.pass(seconds - 1);
-    QCOMPARE(exchange.violations(), QStringList());
+    QCOMPARE(exchange.violations().join(QLatin1Char('\n')), QString());
     exchange.pass(2);
     QCOMPARE(exchange.violations(), QStringList(QStringLiteral("violation: ") + breach));
 }
@@ -98,7 +98,7 @@ void TestLinesimSwitchBreaches::textUnderWayAsTheNetworkHangsUpIsNone()
     exchange.hear(QStringLiteral("ПРИВЕТ#*"));
     exchange.hear(QStringLiteral("@H"));
     QCOMPARE(int(exchange.line.state()), int(SwitchedLine::Idle));
-    QCOMPARE(exchange.violations(), QStringList());
+    QCOMPARE(exchange.violations().join(QLatin1Char('\n')), QString());
 }
 
 void TestLinesimSwitchBreaches::lostLinkEndsTheConnection()
@@ -122,7 +122,7 @@ void TestLinesimSwitchBreaches::callerWaitsForTheEndOfTheRemains()
     exchange.hear(QStringLiteral("@H"));
     exchange.pass(5);
     QCOMPARE(exchange.speech(), QStringLiteral("@C"));
-    QCOMPARE(exchange.violations(), QStringList());
+    QCOMPARE(exchange.violations().join(QLatin1Char('\n')), QString());
 }
 
 // A terminal that was killed has nothing left to say, and no hang-up.
@@ -138,7 +138,7 @@ void TestLinesimSwitchBreaches::callerWaitsNoLongerForATerminalThatHasForgotten(
     QCOMPARE(exchange.speech(), QString());
     exchange.pass(2);
     QCOMPARE(exchange.speech(), QStringLiteral("@C"));
-    QCOMPARE(exchange.violations(), QStringList());
+    QCOMPARE(exchange.violations().join(QLatin1Char('\n')), QString());
 }
 
 // What waits as the link is lost goes out on the next one, up to the hang-up behind it and no further.
@@ -149,7 +149,7 @@ void TestLinesimSwitchBreaches::remainsOfALostConnectionAreNoBreach()
     exchange.line.lineLost();
     exchange.line.lineLost();
     exchange.hear(QStringLiteral("ПРИВЕТ"));
-    QCOMPARE(exchange.violations(), QStringList());
+    QCOMPARE(exchange.violations().join(QLatin1Char('\n')), QString());
     QVERIFY(exchange.lines.contains(QStringLiteral("remains: ПРИВЕТ")));
     exchange.hear(QStringLiteral("@H"));
     exchange.hear(QStringLiteral("ПРИВЕТ"));
