@@ -98,3 +98,10 @@ QString nameOf(FileCoding coding)
     }
     return QStringLiteral("UTF-8");
 }
+
+bool isUtf8(const QByteArray &bytes)
+{
+    QTextCodec::ConverterState state;
+    (void)QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
+    return state.invalidChars == 0 && state.remainingChars == 0;
+}

@@ -18,3 +18,6 @@ struct CodedText {
 
 /// "UTF-8", "CP866" or "CP1251".
 [[nodiscard]] QString nameOf(FileCoding coding);
+
+/// Whether \a bytes are UTF-8 from the first to the last, as plain ASCII is, too.
+[[nodiscard]] bool isUtf8(const QByteArray &bytes);

@@ -31,7 +31,6 @@ PeerDesk::PeerDesk(int procedure)
     Options.AO = QStringLiteral("777777 ДЕСК");
     Options.SKKTiming[SubscriberTiming] = {20, 20, 2, 3, 7, 0, 3, 3, 3, 30};
     Options.SKKTiming[CentreTiming] = {20, 20, 2, 3, 8, 0, 3, 4, 3, 40};
-    Options.scanDirsTimeout = 10;
     Options.protocolFileNoClose = true; // the book is another target's affair
     TlgThread.refreshOptions();
     State.manualMode = false;

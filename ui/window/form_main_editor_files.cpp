@@ -7,6 +7,7 @@
 #include "app/state.h"
 #include "app/whole_file.h"
 #include "records/protocol.h"
+#include "text/file_coding.h"
 #include "text/telegram_form.h"
 #include "text/utils.h"
 #include "ui/dialogs/perforator_in_dialog.h"
@@ -61,11 +62,18 @@ void makeTemplateDirectory()
         tellFailure(QStringLiteral("Ошибка создания каталога "), directory);
 }
 
-std::optional<QString> readText(const QString &path)
+QString templateText(const QByteArray &content)
+{
+    // The store writes UTF-8. In few Russian letters among foreign ones, which the fields may hold, a guess
+    // would see another page.
+    return isUtf8(content) ? QString::fromUtf8(content.constData()) : CUtils::CorrectCodePageToUtf8(content);
+}
+
+std::optional<QString> readText(const QString &path, QString (*decode)(const QByteArray &))
 {
     const std::optional<QByteArray> content = readOrdinary(path, LargestText);
     if (content)
-        return CUtils::CorrectCodePageToUtf8(*content);
+        return decode(*content);
     tellFailure(QStringLiteral("Невозможно прочитать файл:"), path);
     return std::nullopt;
 }
@@ -123,7 +131,8 @@ void FormMain::loadPlainText()
 {
     const QString path =
         pickFileToOpenIn(this, QStringLiteral("Загрузка"), placeToBegin(Options.lastOpenFilePath), AllFiles);
-    const std::optional<QString> text = path.isEmpty() ? std::nullopt : readText(path);
+    const std::optional<QString> text =
+        path.isEmpty() ? std::nullopt : readText(path, CUtils::CorrectCodePageToUtf8);
     if (!text)
         return;
     setEditorText(*text);
@@ -134,7 +143,7 @@ void FormMain::loadTemplate()
 {
     const QString path =
         pickFileToOpenIn(this, QStringLiteral("Загрузка из шаблона"), templateDirectory(), TemplateFilters);
-    const std::optional<QString> text = path.isEmpty() ? std::nullopt : readText(path);
+    const std::optional<QString> text = path.isEmpty() ? std::nullopt : readText(path, templateText);
     if (!text)
         return;
     const TelegramFields fields = parseTemplate(*text, editorPage->shownRows());

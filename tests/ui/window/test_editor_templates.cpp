@@ -19,6 +19,8 @@ private slots:
     void nameWithoutADotGetsTheSuffix();
     void everyFormIsSavedAndLoadedAgain_data();
     void everyFormIsSavedAndLoadedAgain();
+    void foreignLettersAreSavedAndLoadedAgain();
+    void templateOfAnotherPageIsLoaded();
     void everyFormIsLoadedInEveryOther_data();
     void everyFormIsLoadedInEveryOther();
     void loadedFieldsReplaceTheFormerOnes();
@@ -190,6 +192,28 @@ void TestEditorTemplates::everyFormIsSavedAndLoadedAgain()
     room.load("a.txt");
     QCOMPARE(room.shown(), before);
     QCOMPARE(room.text(), QString("ТЕКСТ [ {\nА = Б -\n"));
+}
+
+// They are the more of the letters here, and not the code's.
+void TestEditorTemplates::foreignLettersAreSavedAndLoadedAgain()
+{
+    StoreRoom room(InternationalForm);
+    room.page.fTo->setText(QStringLiteral("ALLÉE №5 «ÉTÉ»"));
+    room.type(QStringLiteral("TEXT"));
+    room.save("a.txt");
+    room.empty();
+    room.load("a.txt");
+    QCOMPARE(room.page.fTo->text(), QString("ALLÉE №5 «ÉTÉ»"));
+    QCOMPARE(room.text(), QString("TEXT"));
+}
+
+void TestEditorTemplates::templateOfAnotherPageIsLoaded()
+{
+    StoreRoom room(Rex400Form);
+    room.desk.write("a.txt", QByteArray("\xCC\xC8\xD0=\r\n\n\xCC\xC8\xD0"));
+    room.load("a.txt");
+    QCOMPARE(room.page.from->text(), QString("МИР"));
+    QCOMPARE(room.text(), QString("МИР"));
 }
 
 void TestEditorTemplates::everyFormIsLoadedInEveryOther_data()
