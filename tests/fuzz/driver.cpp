@@ -149,7 +149,8 @@ long ofEnvironment(const char *name, long otherwise)
     return text == nullptr ? otherwise : std::atol(text);
 }
 
-/// Executions and their rate, told on the way and at the end.
+/// Executions and their rate, told on the way, each hundred thousand and each minute of a slow target, and at
+/// the end.
 class Count
 {
 public:
@@ -157,19 +158,23 @@ public:
     {
         constexpr long Told = 100000;
         ::run(input);
-        if (++m_done % Told == 0)
+        if (++m_done % Told == 0 || Clock::now() - m_told > std::chrono::minutes(1))
             tell();
     }
 
-    void tell() const
+    void tell()
     {
-        const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - m_begin;
+        m_told = Clock::now();
+        const std::chrono::duration<double> passed = m_told - m_begin;
         std::printf("%ld executions, %.0f a second\n", m_done, double(m_done) / passed.count());
         std::fflush(stdout); // whoever follows a series of days
     }
 
 private:
-    const std::chrono::steady_clock::time_point m_begin = std::chrono::steady_clock::now();
+    using Clock = std::chrono::steady_clock;
+
+    const Clock::time_point m_begin = Clock::now();
+    Clock::time_point m_told = m_begin;
     long m_done = 0;
 };
 
