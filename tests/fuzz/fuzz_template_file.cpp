@@ -88,7 +88,8 @@ bool same(const TelegramFields &one, const TelegramFields &other)
 /// Of our own the code is known.
 QString textOf(const QByteArray &content)
 {
-    return isUtf8(content) ? QString::fromUtf8(content.constData()) : CUtils::CorrectCodePageToUtf8(content);
+    return isUtf8(content) ? QString::fromUtf8(content.constData())
+                           : CUtils::CorrectCodePageToUtf8(content).split(QChar(QChar::Null)).join(QString());
 }
 
 /// What a template of \a content gives to the fields on show, and no more.

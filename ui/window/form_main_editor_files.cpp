@@ -66,7 +66,10 @@ QString templateText(const QByteArray &content)
 {
     // The store writes UTF-8. In few Russian letters among foreign ones, which the fields may hold, a guess
     // would see another page.
-    return isUtf8(content) ? QString::fromUtf8(content.constData()) : CUtils::CorrectCodePageToUtf8(content);
+    if (isUtf8(content))
+        return QString::fromUtf8(content.constData());
+    // A field would keep a zero, and the file that it is written to would end there.
+    return CUtils::CorrectCodePageToUtf8(content).remove(QChar(QChar::Null));
 }
 
 std::optional<QString> readText(const QString &path, QString (*decode)(const QByteArray &))

@@ -21,6 +21,7 @@ private slots:
     void everyFormIsSavedAndLoadedAgain();
     void foreignLettersAreSavedAndLoadedAgain();
     void templateOfAnotherPageIsLoaded();
+    void zeroInAFieldIsNotWrittenAgain();
     void everyFormIsLoadedInEveryOther_data();
     void everyFormIsLoadedInEveryOther();
     void loadedFieldsReplaceTheFormerOnes();
@@ -192,6 +193,18 @@ void TestEditorTemplates::everyFormIsSavedAndLoadedAgain()
     room.load("a.txt");
     QCOMPARE(room.shown(), before);
     QCOMPARE(room.text(), QString("ТЕКСТ [ {\nА = Б -\n"));
+}
+
+// The file would end there.
+void TestEditorTemplates::zeroInAFieldIsNotWrittenAgain()
+{
+    StoreRoom room(Rex400Form);
+    room.desk.write("a.txt", QByteArray("\x80\0\x81=\r\n\n\x82", 8));
+    room.load("a.txt");
+    QCOMPARE(room.page.from->text(), QString("АБ"));
+    QCOMPARE(room.text(), QString("В"));
+    room.save("b.txt");
+    QCOMPARE(room.desk.read("b.txt"), ("АБ=\r\n\nВ=\r\n" + End).toUtf8());
 }
 
 // They are the more of the letters here, and not the code's.
