@@ -1,8 +1,8 @@
 // The workstation with an operator inside who leaves it alone while it runs by itself, and brings it back
 // where the procedure gave up, or where the journal says that a telegram of the centre's was not stored: he
 // settles with the centre what each side holds, gives files that were set aside their places, and sets
-// automatic mode again. With the environment's ATTENDED_BAD, the path of a file,
-// he waits while that file is there: the disk is bad.
+// automatic mode again. A start that is refused he takes note of. With the environment's ATTENDED_BAD, the
+// path of a file, he waits while that file is there: the disk is bad.
 
 #include "app/clock.h"
 #include "app/journal_words.h"
@@ -19,6 +19,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QMessageBox>
 #include <QTimer>
 
 namespace
@@ -127,10 +128,19 @@ bool isDiskBad()
     return !sign.isEmpty() && QFile::exists(sign);
 }
 
+/// The words of a refused start are read.
+void closeBox()
+{
+    if (auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget()))
+        box->accept();
+}
+
 void look()
 {
     static CentreOperator centre;
-    if (mainWindow == nullptr || State.stopCountdown > 0 || isDiskBad())
+    if (mainWindow == nullptr)
+        return closeBox();
+    if (State.stopCountdown > 0 || isDiskBad())
         return;
     if (Options.processMode == CKS)
         centre.look();

@@ -229,7 +229,7 @@ QStringList Day::tornLines(int most) const
 /// What the operator should have been told of a disk that failed for a while.
 QStringList Day::untold(const Mishaps &mishaps) const
 {
-    if (!mishaps.lasting || mishaps.atEnd)
+    if (!mishaps.lasting || mishaps.atEnd || mishaps.early)
         return {};
     static const QRegularExpression journal(QStringLiteral("^prt/")),
         message(QStringLiteral("^inp/\\d{8}/\\d")), call(QStringLiteral("^(inp|out)/\\d{8}/s")),

@@ -46,9 +46,10 @@ public:
         int count = 0;           ///< deaths of the workstation and failures of its disk
         bool diskFailed = false; ///< it was the disk
         bool lasting = false;    ///< for a while
-        QString call, path;      ///< the first that it refused, the path below the data directory
-        bool atEnd = false;      ///< within the orderly end
-        bool powerLost = false;  ///< the last lines of the journal are lost with it
+        bool early = false; ///< before the window's first second, from which on the journal is looked after
+        QString call, path; ///< the first that it refused, the path below the data directory
+        bool atEnd = false; ///< within the orderly end
+        bool powerLost = false; ///< the last lines of the journal are lost with it
     };
     /// What is wrong at the end of the day.
     [[nodiscard]] QStringList wrongBooks(const Mishaps &mishaps);

@@ -35,6 +35,7 @@ private:
     /// The disk fails for a while: a program that ended now would lose what it could not write.
     [[nodiscard]] bool isBad() const { return m_point.lasts && isHit() && m_mishaps == 0; }
     [[nodiscard]] QString hitPath() const;
+    [[nodiscard]] bool isRefusedStart() const;
     void start();
     void look();
     bool goesOn(const std::function<bool()> &over);
@@ -48,6 +49,7 @@ private:
     Files m_before; // the workstation
     std::unique_ptr<Day> m_day;
     QElapsedTimer m_sinceHit;
+    bool m_early = false; // the disk failed before the window's first second
     int m_mishaps = 0;
     int m_starts = 0; // that the journals tell of as the present life begins
     Outcome m_outcome;
@@ -87,12 +89,22 @@ QString Passing::hitPath() const
     return QDir::cleanPath(line.section(QLatin1Char(' '), 1).remove(root));
 }
 
+/// The disk has not taken the lock of the data directory, and the program has told of it and left.
+bool Passing::isRefusedStart() const
+{
+    return !m_point.kills() && m_mishaps == 1 && hitPath() == QLatin1String("velda.lck") &&
+           m_day->station.endedWith(1);
+}
+
 /// The next life is in peace.
 void Passing::takeDeath()
 {
-    ++m_mishaps;
-    if (!m_point.kills() || m_mishaps > 1 || m_day->station.process.exitStatus() != QProcess::CrashExit)
+    if (m_point.kills() || m_mishaps == 0)
+        ++m_mishaps;
+    if (!isRefusedStart() &&
+        (!m_point.kills() || m_mishaps > 1 || m_day->station.process.exitStatus() != QProcess::CrashExit))
         m_outcome.wrong << QStringLiteral("it ended with %1").arg(m_day->station.process.exitCode());
+    QFile::remove(m_bad);
     if (m_point.isPowerLoss()) {
         losePower(m_record, m_before, qHash(m_point.name(), 1));
         m_day->forgetJournals();
@@ -107,8 +119,10 @@ void Passing::mendDisk()
 {
     if (m_point.kills() || m_mishaps > 0 || !isHit())
         return;
-    if (!m_sinceHit.isValid())
+    if (!m_sinceHit.isValid()) {
         m_sinceHit.start();
+        m_early = !m_day->station.logged(QStringLiteral("Протокол открыт"));
+    }
     if (m_point.lasts && m_sinceHit.elapsed() < m_day->passing(BadSeconds))
         return;
     ++m_mishaps;
@@ -170,6 +184,7 @@ Outcome Passing::run()
     Day::Mishaps mishaps;
     mishaps.diskFailed = !m_point.kills() && m_outcome.reached;
     mishaps.lasting = mishaps.diskFailed && m_point.lasts;
+    mishaps.early = m_early;
     mishaps.call = m_point.kind;
     mishaps.path = hitPath();
     mishaps.atEnd = mishaps.diskFailed && m_mishaps == 0;
