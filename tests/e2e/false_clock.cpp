@@ -1,7 +1,5 @@
 #include "tests/e2e/false_clock.h"
 
-#include <QFile>
-
 QProcessEnvironment underClock(const QString &setting)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -13,10 +11,4 @@ QProcessEnvironment underClock(const QString &setting)
     const QString sanitizer = QStringLiteral("ASAN_OPTIONS");
     environment.insert(sanitizer, environment.value(sanitizer) + QStringLiteral(":verify_asan_link_order=0"));
     return environment;
-}
-
-void forgetClock(qint64 process)
-{
-    for (const char *name : {"/dev/shm/sem.faketime_sem_%1", "/dev/shm/faketime_shm_%1"})
-        QFile::remove(QString::fromLatin1(name).arg(process));
 }
