@@ -104,6 +104,8 @@ bool CentreDay::isOver() const
 {
     if (!isLastPart() || !Day::isOver() || !allIsStored())
         return false;
+    if (countersMayLag())
+        return true;
     const QString figures = m_centre.lines.filter(QStringLiteral("figures: "))
                                 .value(m_centre.lines.filter(QStringLiteral("figures: ")).size() - 1);
     return station.state(QStringLiteral("PK_in")) == figure(figures, QStringLiteral("sent")) &&

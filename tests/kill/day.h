@@ -41,6 +41,8 @@ public:
     [[nodiscard]] QStringList tornFiles();
     /// The journals may have lost their ends.
     void forgetJournals() { m_journals.clear(); }
+    /// The disk has failed: counters that it did not take are written with the next change or at the end.
+    void letCountersLag() { m_countersLag = true; }
     /// What has gone wrong in a day by intention.
     struct Mishaps {
         int count = 0;           ///< deaths of the workstation and failures of its disk
@@ -79,6 +81,8 @@ protected:
     /// How many telegrams the journal tells of that came and could not be stored.
     [[nodiscard]] int toldUnstored() const;
 
+    [[nodiscard]] bool countersMayLag() const { return m_countersLag; }
+
     QVector<Outgoing> outgoing;
 
 private:
@@ -93,6 +97,7 @@ private:
 
     QDateTime m_begin;
     int m_speed;
+    bool m_countersLag = false;
     QElapsedTimer m_since;
     QMap<QString, QByteArray> m_journals; ///< as last seen, by name
 };

@@ -121,6 +121,7 @@ void Passing::mendDisk()
         return;
     if (!m_sinceHit.isValid()) {
         m_sinceHit.start();
+        m_day->letCountersLag();
         m_early = !m_day->station.logged(QStringLiteral("Протокол открыт"));
     }
     if (m_point.lasts && m_sinceHit.elapsed() < m_day->passing(BadSeconds))
