@@ -128,13 +128,14 @@ private:
     int m_wrong = 0;
 };
 
-/// How many calls of each kind a day in peace has.
-QMap<QString, int> countCalls(const QString &procedure)
+/// How many calls of each kind a day in peace has. \a right becomes false if something was wrong with it.
+QMap<QString, int> countCalls(const QString &procedure, bool &right)
 {
     QMap<QString, int> counts;
     const Outcome peace = pass({procedure, QStringLiteral("none"), 0, QStringLiteral("before"), false});
     for (const QString &wrong : peace.wrong)
         say(QStringLiteral("WRONG: in peace: ") + wrong);
+    right = right && peace.wrong.isEmpty();
     for (const QString &line : peace.log.split(QLatin1Char('\n'), Qt::SkipEmptyParts))
         ++counts[line.section(QLatin1Char(' '), 0, 0)];
     return counts;
@@ -152,11 +153,12 @@ int runStreams(const QStringList &words)
                                [&name](const QString &one) { return name.contains(one); });
         });
     };
+    bool right = true;
     QMap<QString, QMap<QString, int>> counts;
     for (Stream &stream : streams) {
         stream.ended = !isMeant(stream);
         if (!stream.ended && !counts.contains(stream.next.procedure))
-            counts[stream.next.procedure] = countCalls(stream.next.procedure);
+            counts[stream.next.procedure] = countCalls(stream.next.procedure, right);
         stream.expected = counts.value(stream.next.procedure).value(stream.next.kind);
     }
     const auto next = [&](Point &point, int &from) {
@@ -186,7 +188,7 @@ int runStreams(const QStringList &words)
                          stream.next.lasts ? QStringLiteral(" lasting") : QString())
                     .arg(stream.tries)
                     .arg(stream.passed));
-    return runner.allRight() ? 0 : 1;
+    return right && runner.allRight() ? 0 : 1;
 }
 
 /// Deaths in the short days; failing disks and midnight, which take longer, are left to the whole run.
@@ -201,6 +203,7 @@ int runSample()
     const auto seed = quint32(number("VELDA_SEED", int(QDateTime::currentSecsSinceEpoch() & 0x7FFFFFFF)));
     say(QStringLiteral("seed: VELDA_SEED=%1").arg(seed));
     QRandomGenerator chance(seed);
+    bool right = true;
     QMap<QString, QMap<QString, int>> counts;
     QVector<Stream> streams;
     for (const Stream &stream : allStreams())
@@ -208,7 +211,7 @@ int runSample()
             streams << stream;
     for (const Stream &stream : qAsConst(streams))
         if (!counts.contains(stream.next.procedure))
-            counts[stream.next.procedure] = countCalls(stream.next.procedure);
+            counts[stream.next.procedure] = countCalls(stream.next.procedure, right);
     Runner runner(number("VELDA_DISK_JOBS", UsualJobs));
     int given = 0, passed = 0, beyond = 0;
     const auto next = [&](Point &point, int &) {
@@ -232,7 +235,7 @@ int runSample()
         }
     });
     say(QStringLiteral("points: %1, passed %2, behind the day's end %3").arg(given).arg(passed).arg(beyond));
-    return runner.allRight() ? 0 : 1;
+    return right && runner.allRight() ? 0 : 1;
 }
 } // namespace
 
