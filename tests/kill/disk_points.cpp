@@ -128,12 +128,15 @@ private:
     int m_wrong = 0;
 };
 
-/// How many calls of each kind a day in peace has. \a right becomes false if something was wrong with it.
+/// How many calls of each kind a day in peace has. \a right becomes false if something was wrong with it,
+/// thrice: on a machine that falls behind the line has no peace.
 QMap<QString, int> countCalls(const QString &procedure, bool &right)
 {
     QMap<QString, int> counts;
-    const Outcome peace = pass({procedure, QStringLiteral("none"), 0, QStringLiteral("before"), false});
-    for (const QString &wrong : peace.wrong)
+    Outcome peace;
+    for (int tries = 0; tries < 3 && (tries == 0 || !peace.wrong.isEmpty()); ++tries)
+        peace = pass({procedure, QStringLiteral("none"), 0, QStringLiteral("before"), false});
+    for (const QString &wrong : qAsConst(peace.wrong))
         say(QStringLiteral("WRONG: in peace: ") + wrong);
     right = right && peace.wrong.isEmpty();
     for (const QString &line : peace.log.split(QLatin1Char('\n'), Qt::SkipEmptyParts))
