@@ -4,12 +4,13 @@ meanings.
 
     test_journal_table.py TREE
 """
-import importlib.util
+import importlib.machinery
 import pathlib
 import shutil
 import subprocess
 import sys
 import tempfile
+import types
 import unittest
 
 TREE = pathlib.Path(sys.argv.pop(1)).resolve()
@@ -19,9 +20,9 @@ HEAD = '#include "records/protocol.h"\n\n'
 
 
 sys.path.insert(0, str(PROGRAM.parent))
-SPEC = importlib.util.spec_from_file_location("journal_lines", PROGRAM)
-journal_lines = importlib.util.module_from_spec(SPEC)
-SPEC.loader.exec_module(journal_lines)
+LOADER = importlib.machinery.SourceFileLoader("journal_lines", str(PROGRAM))
+journal_lines = types.ModuleType(LOADER.name)
+LOADER.exec_module(journal_lines)
 import journal_reader  # noqa: E402
 
 
