@@ -63,6 +63,8 @@ public:
     QFile file;                                       ///< the book while it is kept open
     bool rewriteAll = false; ///< the next Save() looks at the whole file, then closes it
     QString writeError;      ///< why the disk did not take what Save() or flush() gave it last; empty: it did
+    bool behind = false; ///< the last Save() left lines in memory. Of a book that cannot be opened nothing
+                         ///< is reported, and it has no writeError of its own
     bool flushRequested = false; ///< the next Save() flushes the book that is kept open
     CJournalLines lines;         ///< today's; only the last one may grow. Nobody keeps a copy of it or of
                                  ///< its last line: each character added would then copy it

@@ -15,6 +15,7 @@
 #include <QFileInfo>
 
 #include <optional>
+#include <utility>
 
 namespace
 {
@@ -139,6 +140,7 @@ void CProtocol::setFileDate(const QDate &date)
 void CProtocol::Load()
 {
     closeFile(); // what it has not flushed yet is to be read, too
+    behind = false;
     setFileDate(Time.date);
     m_written = Written();
     QFile book(fileName);
@@ -159,7 +161,7 @@ void CProtocol::Save()
 {
     const bool keepOpen = Options.protocolFileNoClose;
     const bool whole = rewriteAll;
-    writeError.clear();
+    const QString formerError = std::exchange(writeError, QString());
     if (file.isOpen() && flushRequested) {
         // Looked at before: where a file is continued at the place that was its end, what is held back can
         // bring another writer's file to the size that it should have.
@@ -170,10 +172,14 @@ void CProtocol::Save()
     if (!keepOpen || whole || !isOfPath(file, fileName) || (flushRequested && !diskAsWritten()))
         closeFile();
 
-    if (bringUpToDate())
+    behind = !bringUpToDate();
+    if (!behind) {
         rewriteAll = false;
-    else
+    } else {
         m_written = Written(); // the next Save() looks at the file anew
+        if (writeError.isEmpty())
+            writeError = formerError; // a disk that takes no bytes does not open files either
+    }
 
     if (!keepOpen || whole || m_written.path.isEmpty())
         closeFile();
@@ -233,10 +239,8 @@ bool CProtocol::matchFile()
 bool CProtocol::appendToFile(const QByteArray &bytes)
 {
     QFile book(fileName);
-    if (!openOrdinary(book, AtEnd)) {
-        writeError = book.errorString();
+    if (!openOrdinary(book, AtEnd))
         return false;
-    }
     book.write(bytes);
     return flushed(book);
 }
@@ -248,10 +252,8 @@ bool CProtocol::appendNew()
         if (fresh.isEmpty() && !Options.protocolFileNoClose)
             return true;
         file.setFileName(fileName);
-        if (!file.open(AtEnd)) { // it has just been seen to be an ordinary one
-            writeError = file.errorString();
+        if (!file.open(AtEnd)) // it has just been seen to be an ordinary one
             return false;
-        }
     }
     file.write(fresh);
     if (Options.protocolFileNoClose ? file.error() != QFileDevice::NoError : !flushed(file)) {

@@ -10,7 +10,7 @@ JOURNAL = ("records/protocol.h", "records/protocol.cpp", "records/protocol_file.
 # What may be done with the journal beside writing an event into it.
 ALLOWED = [
     r"Log\.(?:Load|Save|flush)\(\)",
-    r"Log\.(?:rewriteAll|flushRequested|writeError|lineWidthLimit)\b",
+    r"Log\.(?:rewriteAll|flushRequested|behind|writeError|lineWidthLimit)\b",
     r"Log\.add\(\w+, Protocol(?:Received|Sent)\)",
     r"CProtocol Log;",
     r"new CProtocolWidget\(&Log, this\)",

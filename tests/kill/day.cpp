@@ -238,7 +238,8 @@ QStringList Day::untold(const Mishaps &mishaps) const
     const bool writes = of == QLatin1String("open") || of == QLatin1String("write"),
                stores = writes || of == QLatin1String("rename") || of == QLatin1String("sync");
     QStringList due;
-    if (writes && journal.match(mishaps.path).hasMatch())
+    // Of a journal that cannot be opened nothing is reported.
+    if (of == QLatin1String("write") && journal.match(mishaps.path).hasMatch())
         due << QStringLiteral("Протокол не записывается на диск: ");
     if (stores && message.match(mishaps.path).hasMatch() && toldUnstored() == 0)
         due << JournalWords::NotSaved;

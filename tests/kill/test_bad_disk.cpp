@@ -11,8 +11,8 @@ class TestBadDisk : public QObject
     Q_OBJECT
 
 private slots:
-    void journalThatCannotBeOpenedIsToldOnceForEachOutage_data();
-    void journalThatCannotBeOpenedIsToldOnceForEachOutage();
+    void journalThatCannotBeOpenedFollowsWithoutAWord_data();
+    void journalThatCannotBeOpenedFollowsWithoutAWord();
 };
 
 namespace
@@ -43,7 +43,7 @@ private:
 };
 } // namespace
 
-void TestBadDisk::journalThatCannotBeOpenedIsToldOnceForEachOutage_data()
+void TestBadDisk::journalThatCannotBeOpenedFollowsWithoutAWord_data()
 {
     QTest::addColumn<QByteArray>("error");
     QTest::addColumn<bool>("keepOpen");
@@ -53,28 +53,27 @@ void TestBadDisk::journalThatCannotBeOpenedIsToldOnceForEachOutage_data()
                 << QByteArray(error) << keepOpen;
 }
 
-void TestBadDisk::journalThatCannotBeOpenedIsToldOnceForEachOutage()
+void TestBadDisk::journalThatCannotBeOpenedFollowsWithoutAWord()
 {
     QFETCH(QByteArray, error);
     QFETCH(bool, keepOpen);
     Station station(Direct);
     State.scanCountdown = 1000;
     Options.protocolFileNoClose = keepOpen;
-    const auto told = [] { return Log.lines.filter(QStringLiteral("Протокол не записывается на диск: ")); };
     for (int outage = 1; outage <= 2; ++outage) {
         {
             const BadDisk bad(station.desk.path(), error);
             Log.addServiceString(QStringLiteral("событие"), ProtocolInfo);
             station.tick(3);
-            QCOMPARE(told().size(), outage);
+            QVERIFY(!station.desk.read(Today).endsWith("событие\n"));
         }
-        station.tick(2); // the disk is back, and nothing else comes
+        station.tick(); // the disk is back, and nothing else comes
         QCOMPARE(station.desk.read(Today), Log.lines.join('\n').toUtf8());
+        QVERIFY(Log.lines.filter(QStringLiteral("не записывается")).isEmpty());
         Options.protocolFileNoClose = false; // the next outage meets a file to be opened
-        Log.addServiceString(QStringLiteral("событие"), ProtocolInfo);
+        Log.addServiceString(QStringLiteral("иное"), ProtocolInfo);
         Options.protocolFileNoClose = keepOpen;
     }
-    QCOMPARE(told().size(), 2);
 }
 
 QTEST_MAIN(TestBadDisk)

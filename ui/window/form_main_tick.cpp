@@ -120,8 +120,8 @@ void FormMain::requestFlush()
 /// The book lives on in memory, and a program that ended now would lose it. The operator can make room.
 void FormMain::tellJournalFailure()
 {
-    if (!Log.writeError.isEmpty())
-        Log.Save(); // there may be room by now
+    if (Log.behind || !Log.writeError.isEmpty())
+        Log.Save(); // the disk may be back by now, and the next line hours away
     const bool failing = !Log.writeError.isEmpty();
     if (failing && !journalFailureTold) {
         const QString text = QStringLiteral("Протокол не записывается на диск: ") + Log.writeError;
