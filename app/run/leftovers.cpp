@@ -8,6 +8,8 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 namespace
 {
 /// The end of a temporary file's name, and what QSettings adds to it.
@@ -56,21 +58,28 @@ void sweepDays(const QString &root, const QString &formerName)
         sweep(directory, formerName, {Former});
     }
 }
-/// Removes the record in the queue of each telegram that stands among the sent ones of some day: the process
-/// ended between the two steps that file one. Alone it would wait for the next telegram of that name.
+
+/// Whether a file \a name of the queue stands among the sent ones of some day, under its number.
+bool isAmongSent(const QString &queue, const QString &name)
+{
+    const QRegularExpression sent(
+        QRegularExpression::anchoredPattern(QRegularExpression::escape(name) + QStringLiteral("\\.\\d{3}")));
+    const QStringList days = dayDirectories(queue);
+    return std::any_of(days.begin(), days.end(), [&sent](const QString &day) {
+        return !QDir(day).entryList(QDir::Files, QDir::Unsorted).filter(sent).isEmpty();
+    });
+}
+
+/// Removes the record in the queue of each telegram that stands among the sent ones: the process ended
+/// between the two steps that file one. Alone it would wait for the next telegram of that name.
 void sweepRecordsOfSent(const QString &queue)
 {
-    static const QRegularExpression record(QStringLiteral("^(\\d{8}.{4})\\.dat$")),
-        number(QStringLiteral("^\\.\\d{3}$"));
+    static const QRegularExpression record(QStringLiteral("^(\\d{8}.{4})\\.dat$"));
     QDir dir(queue);
-    for (const QString &found : dir.entryList({QStringLiteral("*.dat")}, QDir::Files | QDir::NoSymLinks)) {
+    for (const QString &found : dir.entryList(QDir::Files | QDir::NoSymLinks, QDir::Unsorted)) {
         const QString name = record.match(found).captured(1);
-        if (name.isEmpty() || dir.exists(name))
-            continue;
-        for (const QString &day : dayDirectories(queue))
-            for (const QString &sent : QDir(day).entryList({name + QStringLiteral(".???")}, QDir::Files))
-                if (number.match(sent.mid(name.size())).hasMatch())
-                    dir.remove(found);
+        if (!name.isEmpty() && !dir.exists(name) && isAmongSent(queue, name))
+            dir.remove(found);
     }
 }
 } // namespace
