@@ -155,12 +155,10 @@ void CProcessSKK::compliteSKKFileSendedInAutoMode()
     const bool moved = CUtils::renameFile(
         path, State.pathOut_currentDate(),
         State.currentFile + QLatin1Char('.') + CUtils::StringNNN(State.PK_out), Options.markNewFilesInOut);
-    // What stays in the queue would go out again; the operator decides. Without its record it would even go
-    // to the centre.
+    // What stays in the queue would go out again; the operator decides.
     if (!moved && QFileInfo::exists(path))
         State.setAutomatic(false);
-    else
-        CFileInfo::Remove(path);
+    CFileInfo::Remove(path); // whether or not the file has moved, and meant so
     // The name has the value before. The counter wraps in names alone and reaches the disk with the next
     // Save.
     ++State.PK_out;

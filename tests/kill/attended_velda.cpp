@@ -135,6 +135,16 @@ void closeBox()
         box->accept();
 }
 
+/// What the journal tells as delivered and the queue still has would be called for again.
+void removeDelivered()
+{
+    for (const QString &name : QDir(State.pathOut()).entryList(QDir::Files)) {
+        const QString delivered = JournalWords::Delivered + name + JournalWords::DeliveredRest;
+        if (!Log.lines.filter(delivered).isEmpty())
+            (void)removeQueueFile(queuePath(name));
+    }
+}
+
 void look()
 {
     static CentreOperator centre;
@@ -143,9 +153,11 @@ void look()
     if (State.stopCountdown > 0 || isDiskBad())
         return;
     if (Options.processMode == CKS)
-        centre.look();
-    else if (State.manualMode)
-        State.setAutomatic(true);
+        return centre.look();
+    if (!State.manualMode)
+        return;
+    removeDelivered();
+    State.setAutomatic(true);
 }
 
 void engageOperator()

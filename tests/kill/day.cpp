@@ -156,7 +156,8 @@ QStringList Day::wrongSendings(const Mishaps &mishaps) const
             QRegularExpression(QStringLiteral("(^|/)%1(?!.*\\.(velda-|dat))").arg(telegram.name)));
         const QRegularExpression right(
             QRegularExpression::anchoredPattern(QStringLiteral("\\d{8}/") + sentName(telegram)));
-        if (places.size() != 1 || !right.match(places.value(0)).hasMatch())
+        const bool removed = station.logged(JournalWords::Removed + QStringLiteral("out/") + telegram.name);
+        if (removed ? !places.isEmpty() : places.size() != 1 || !right.match(places.value(0)).hasMatch())
             wrong << QStringLiteral("%1 stands as %2").arg(telegram.name, places.join(QLatin1Char(' ')));
     }
     return wrong;

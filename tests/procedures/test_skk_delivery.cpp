@@ -84,11 +84,9 @@ void TestSkkDelivery::fileThatStaysInTheQueueStopsTheAutomaticMode()
     const SkkDesk desk;
     desk.write("out/20260731", "");
     desk.automatic(14, 5);
-    const QByteArray record = desk.read("out/a.dat");
     ProcessSKK.compliteSKKFileSendedInAutoMode();
     QVERIFY(State.manualMode);
-    QCOMPARE(desk.names("out"), QStringList({"20260731", "a", "a.dat"}));
-    QCOMPARE(desk.read("out/a.dat"), record);
+    QCOMPARE(desk.names("out"), QStringList({"20260731", "a"})); // the record goes in any case
     QCOMPARE(desk.noted(),
              QStringList({"312:00:00 Файл a отправлен", "312:00:00 ПЕРЕИМЕНОВАНИЕ out/a В out/20260731/a.000",
                           "412:00:00 Ошибка переименования", "312:00:00 Установлен РУЧНОЙ режим"}));
