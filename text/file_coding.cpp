@@ -101,7 +101,8 @@ QString nameOf(FileCoding coding)
 
 bool isUtf8(const QByteArray &bytes)
 {
+    static const QTextCodec *const codec = QTextCodec::codecForName("UTF-8");
     QTextCodec::ConverterState state;
-    (void)QTextCodec::codecForName("UTF-8")->toUnicode(bytes.constData(), bytes.size(), &state);
+    (void)codec->toUnicode(bytes.constData(), bytes.size(), &state);
     return state.invalidChars == 0 && state.remainingChars == 0;
 }

@@ -1,23 +1,15 @@
 #include "journal_file.h"
 
 #include "app/ordinary_file.h"
+#include "text/file_coding.h"
 
 #include <QFileInfo>
-#include <QTextCodec>
 
 namespace
 {
 constexpr qint64 LargestJournal = 1LL << 30; // bytes
 constexpr ushort MarkLimit = 10;             // a character below it is a type mark
 constexpr int TimeLength = 8;                // of "hh:mm:ss"
-
-bool isUtf8(const QByteArray &bytes)
-{
-    static QTextCodec *const codec = QTextCodec::codecForName("UTF-8");
-    QTextCodec::ConverterState state;
-    (void)codec->toUnicode(bytes.constData(), bytes.size(), &state);
-    return state.invalidChars == 0 && state.remainingChars == 0;
-}
 
 QVector<CJournalLine::Piece> piecesOf(const QString &line)
 {
