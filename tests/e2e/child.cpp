@@ -23,8 +23,12 @@ Child::Child()
                      [this] { forgetClock(m_id); });
 }
 
+/// A test that fails says what its programs have said.
 Child::~Child()
 {
+    constexpr int Last = 60; // lines
+    if (QTest::currentTestFailed())
+        qWarning("%s\n---", qPrintable(lines.mid(qMax(0, lines.size() - Last)).join(QLatin1Char('\n'))));
     kill();
     process.disconnect();
 }
