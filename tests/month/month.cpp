@@ -85,21 +85,13 @@ public:
     /// Lives the days for the sake of their ticks alone.
     bool runForTicks()
     {
-        m_office->start();
-        for (int i = 0; i < m_days.size() && m_wrong == 0; ++i)
-            live(m_days.at(i), i);
-        if (m_wrong == 0 && !m_office->station.leave(60))
-            blame({QStringLiteral("no orderly end")});
+        liveAll();
         return m_wrong == 0 && ticksAreShort();
     }
 
     bool run()
     {
-        m_office->start();
-        for (int i = 0; i < m_days.size() && m_wrong == 0; ++i)
-            live(m_days.at(i), i);
-        if (m_wrong == 0 && !m_office->station.leave(60))
-            blame({QStringLiteral("no orderly end")});
+        liveAll();
         if (m_wrong == 0)
             judgeMemory();
         if (m_wrong == 0)
@@ -113,6 +105,15 @@ private:
         qint64 kilobytes = 0;
         int files = 0;
     };
+
+    void liveAll()
+    {
+        m_office->start();
+        for (int i = 0; i < m_days.size() && m_wrong == 0; ++i)
+            live(m_days.at(i), i);
+        if (m_wrong == 0 && !m_office->station.leave(60))
+            blame({QStringLiteral("no orderly end")});
+    }
 
     void live(const QDate &day, int index)
     {
