@@ -26,10 +26,13 @@ private slots:
     void badFileIsNotPlaying();
     void otherChunksArePassedOver();
     void stopWithoutSoundDoesNothing();
+    void soundsHaveOneConnection();
 
 private:
     /// Whether the last third of a second holds this frequency, to one part in forty.
     [[nodiscard]] bool isHeard(int frequency);
+    /// What the server tells of the connections of this program, a line each.
+    [[nodiscard]] static QStringList connections();
 
     SoundServer m_server;
 };
@@ -37,6 +40,14 @@ private:
 bool TestSound::isHeard(int frequency)
 {
     return qAbs(SoundServer::frequency(m_server.samples(), 300) - frequency) <= frequency / 40;
+}
+
+QStringList TestSound::connections()
+{
+    QProcess pactl;
+    pactl.start("pactl", {"list", "short", "clients"});
+    pactl.waitForFinished(PatienceMs);
+    return QString::fromUtf8(pactl.readAllStandardOutput()).split('\n').filter("test_sound");
 }
 
 void TestSound::initTestCase()
@@ -186,6 +197,24 @@ void TestSound::stopWithoutSoundDoesNothing()
     sound.stop();
     sound.stop();
     QCOMPARE(sound.playingFileName(), QString());
+}
+
+void TestSound::soundsHaveOneConnection()
+{
+    const Desk desk;
+    desk.write("a.wav", waveFile(500, 200));
+    sound.play("a.wav", 2);
+    QTRY_VERIFY(SoundServer::heardMs(m_server.samples()) > 100);
+    const QStringList former = connections();
+    QCOMPARE(former.size(), 1);
+
+    sound.stop();
+    QTest::qWait(100); // the toolkit lets go of a sound with the next events
+    QCOMPARE(connections(), former);
+    sound.play("a.wav", 1);
+    m_server.forget();
+    QTRY_VERIFY(SoundServer::heardMs(m_server.samples()) > 100);
+    QCOMPARE(connections(), former);
 }
 
 QTEST_GUILESS_MAIN(TestSound)
