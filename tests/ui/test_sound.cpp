@@ -63,7 +63,7 @@ void TestSound::cleanup()
         QTest::qWait(200);
         return !m_server.samples().isEmpty() && SoundServer::peak(m_server.samples()) == 0;
     };
-    QTRY_VERIFY(quiet());
+    QVERIFY(comesTrue(quiet));
 }
 
 void TestSound::defaultSounds_data()
