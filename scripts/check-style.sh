@@ -53,5 +53,5 @@ fi
 echo "style: checks of ${#files[@]} sources"
 [ "${#files[@]}" -gt 0 ] || exit 0
 printf '%s\0' "${files[@]}" |
-    xargs -0 -n 1 -P "$(nproc)" clang-tidy -p build/tidy --quiet --warnings-as-errors='*' 2>&1 |
+    xargs -0 -n 4 -P "$(nproc)" scripts/tidy.py 2>&1 |
     sed '/ warnings\? generated\.$/d'

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Runs test.sh and scripts/check-style.sh in small trees, where what they call only tells how it was called."""
 import atexit
+import json
 import os
 import pathlib
 import re
@@ -35,7 +36,8 @@ class Tree:
 
     def run(self, *arguments):
         path = f"{self.path}/programs:{os.environ['PATH']}"
-        return subprocess.run([self.script, *arguments], env={"PATH": path}, capture_output=True, text=True)
+        return subprocess.run([self.script, *arguments], env={"PATH": path, "HOME": str(self.path)},
+                              capture_output=True, text=True)
 
     def git(self, *arguments, date=None):
         who = {"GIT_AUTHOR_NAME": "a", "GIT_AUTHOR_EMAIL": "a", "GIT_COMMITTER_NAME": "a", "GIT_COMMITTER_EMAIL": "a",
@@ -92,10 +94,14 @@ class Options(unittest.TestCase):
 class Style(unittest.TestCase):
     def tree(self):
         tree = Tree("scripts/check-style.sh")
-        tree.write("build/tidy/compile_commands.json", "".join(
-            f'"file": "{tree.path.resolve()}/{name}"\n' for name in ["app/old.cpp", "app/new.cpp", "ui/edited.cpp"]))
+        path = tree.path.resolve()
+        tree.write("build/tidy/compile_commands.json", json.dumps([
+            {"directory": f"{path}/build/tidy", "command": f"c++ -I{path} -o x.o -c {path}/{name}", "file": f"{path}/{name}"}
+            for name in ["app/old.cpp", "app/new.cpp", "ui/edited.cpp"]], indent=0))
         tree.write("programs/cmake", "#!/bin/sh\n")
-        tree.write(".gitignore", "/build/\n/programs/\n")
+        tree.write(".clang-tidy", "Checks: '*'\n")
+        tree.write(".gitignore", "/build/\n/programs/\n/.cache/\n")
+        shutil.copy(root / "scripts/tidy.py", tree.path / "scripts")
         tree.git("init", "-b", "main")
         return tree
 
@@ -133,10 +139,26 @@ class Style(unittest.TestCase):
             tree.commit("2026-07-30T12:00:00Z")
             tree.write("app/new.cpp", "int edited;\n")
             self.assertEqual(tree.run().returncode, 0)
-            tree.write(f"programs/{program}", "#!/bin/sh\necho found; exit 1\n")
-            result = tree.run()
-            self.assertNotEqual(result.returncode, 0)
-            self.assertIn("found", result.stdout)
+            tree.write(f"programs/{program}", "#!/bin/sh\n[ $1 = --version ] || { echo found; exit 1; }\n")
+            tree.write("app/new.cpp", "int again;\n")
+            for _ in range(2):
+                result = tree.run()
+                self.assertNotEqual(result.returncode, 0)
+                self.assertIn("found", result.stdout)
+
+    def test_looks_again_only_where_words_have_changed(self):
+        tree = self.tree()
+        looked = "#!/bin/sh\n[ $1 = --version ] && cat version || echo looked\n"
+        for name, text in [("app/new.cpp", '#include "app/new.h"\n'), ("app/new.h", ""), ("version", "14\n"),
+                           ("programs/clang-tidy", looked)]:
+            tree.write(name, text)
+        tree.commit("2026-07-30T12:00:00Z")
+        tree.write("app/new.cpp", '#include "app/new.h"\nint edited;\n')
+        looks = lambda: tree.run().stdout.count("looked")
+        self.assertEqual((looks(), looks()), (1, 0))
+        for name, text in [("app/new.h", "int other;\n"), (".clang-tidy", "Checks: 'a'\n"), ("version", "15\n")]:
+            tree.write(name, text)
+            self.assertEqual((name, looks(), looks()), (name, 1, 0))
 
 
 if __name__ == "__main__":
