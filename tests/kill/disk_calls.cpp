@@ -26,6 +26,7 @@
 #include <fcntl.h>
 #include <string>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/uio.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -199,8 +200,20 @@ int openBy(const char *name, int directory, const char *path, int flags, mode_t 
     return fd;
 }
 
+/// Whether \a fd has no places to write at: a pipe, a socket, a terminal. Leaves errno alone.
+bool isStream(int fd)
+{
+    const int former = errno;
+    const bool stream = lseek64(fd, 0, SEEK_CUR) < 0 && errno == ESPIPE;
+    errno = former;
+    return stream;
+}
+
 ssize_t writeBy(int fd, const void *bytes, size_t size, off64_t at)
 {
+    if (isStream(fd))
+        return syscall(SYS_write, fd, bytes,
+                       size); // for a signal's handler too: no memory, no search for names
     const auto call = systems<ssize_t (*)(int, const void *, size_t)>("write");
     const auto callAt = systems<ssize_t (*)(int, const void *, size_t, off64_t)>("pwrite64");
     const auto put = [&](size_t part) {
