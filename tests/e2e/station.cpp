@@ -185,14 +185,21 @@ bool Station::leave(int seconds)
 
 bool Station::booksAgree() const
 {
-    QProcess books;
-    books.start(QStringLiteral(BOOKS_PROGRAM), {m_path});
-    const bool ended = books.waitForFinished(PatienceMs);
-    const bool agree = ended && books.exitStatus() == QProcess::NormalExit && books.exitCode() == 0;
+    QByteArray words;
+    const bool agree = booksStatus(&words) == 0;
     if (!agree)
-        qWarning("the books of %s:\n%s%s", qPrintable(m_path), books.readAllStandardOutput().constData(),
-                 books.readAllStandardError().constData());
+        qWarning("the books of %s:\n%s", qPrintable(m_path), words.constData());
     return agree;
+}
+
+int Station::booksStatus(QByteArray *words) const
+{
+    QProcess books;
+    books.setProcessChannelMode(QProcess::MergedChannels);
+    books.start(QStringLiteral(BOOKS_PROGRAM), {m_path});
+    const bool ended = books.waitForFinished(PatienceMs) && books.exitStatus() == QProcess::NormalExit;
+    *words = books.readAll();
+    return ended ? books.exitCode() : -1;
 }
 
 QString Station::path(const QString &name) const

@@ -47,6 +47,8 @@ public:
 
     /// Whether velda-books finds nothing to say against the data directory; else that stands in the log.
     [[nodiscard]] bool booksAgree() const;
+    /// What it ends with, 1 if something does not agree, and what it says; -1 if it does not end by itself.
+    [[nodiscard]] int booksStatus(QByteArray *words) const;
 
     [[nodiscard]] QString path(const QString &name = QString()) const;
     void write(const QString &name, const QByteArray &content) const; ///< a file, and its directories

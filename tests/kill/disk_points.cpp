@@ -1,9 +1,12 @@
 // Passes short days of each line procedure again and again. In each the workstation dies at another call that
 // changes the disk, or such a call fails, once or for a while; see point.h and day.h.
 //
-//   disk_points           all points, one stream for each procedure, kind and manner, until a day ends by
-//   itself disk_points WORD...   those streams whose names have all these words; "A|B" is one of two
-//   disk_points --sample  VELDA_DISK_POINTS of the deaths, drawn by VELDA_SEED
+//   disk_points
+//       all points, one stream for each procedure, kind and manner, until a day ends by itself
+//   disk_points WORD...
+//       those streams whose names have all these words; "A|B" is one of two
+//   disk_points --sample
+//       VELDA_DISK_POINTS of them, drawn by VELDA_SEED
 //   disk_points --point PROCEDURE KIND NUMBER HOW [lasting]
 //
 // VELDA_DISK_JOBS days pass beside each other.
@@ -194,10 +197,10 @@ int runStreams(const QStringList &words)
     return right && runner.allRight() ? 0 : 1;
 }
 
-/// Deaths in the short days; failing disks and midnight, which take longer, are left to the whole run.
+/// The short days; midnight, which takes longer, is left to the whole run.
 bool isOfSample(const Point &point)
 {
-    return point.kills() && point.procedure != QLatin1String("midnight");
+    return point.procedure != QLatin1String("midnight");
 }
 
 int runSample()

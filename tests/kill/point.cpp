@@ -41,6 +41,7 @@ private:
     bool goesOn(const std::function<bool()> &over);
     void takeDeath();
     void mendDisk();
+    void audit();
     void leave();
 
     const Point m_point;
@@ -155,8 +156,19 @@ bool Passing::goesOn(const std::function<bool()> &over)
     return true;
 }
 
-/// Ends the workstation in order, once more if it dies of that. Its books are another matter: they tell of
-/// the lines that a journal has lost with the power, and wrongBooks() knows what must be there all the same.
+/// The books of a day in peace agree. After a mishap they may tell of it, of lines that a journal has lost,
+/// and wrongBooks() knows what must be there all the same; but they can be read.
+void Passing::audit()
+{
+    QByteArray words;
+    const int status = m_day->station.booksStatus(&words);
+    if (status < 0 || status > 1)
+        m_outcome.wrong << QStringLiteral("the books end with %1: ").arg(status) + QString::fromUtf8(words);
+    else if (status == 1 && !isHit())
+        m_outcome.wrong << QStringLiteral("the books of a day in peace: ") + QString::fromUtf8(words);
+}
+
+/// Ends the workstation in order, once more if it dies of that.
 void Passing::leave()
 {
     if (!m_day->station.leave(60) && isHit() && m_point.kills() && m_mishaps == 0) {
@@ -168,8 +180,7 @@ void Passing::leave()
     } else if (m_day->station.isRunning() || !m_day->station.endedWith(0)) {
         m_outcome.wrong << QStringLiteral("no orderly end");
     }
-    if (!isHit() && !m_day->station.booksAgree())
-        m_outcome.wrong << QStringLiteral("the books of a day in peace do not agree");
+    audit();
 }
 
 Outcome Passing::run()
