@@ -22,7 +22,7 @@ TABLE = [
     ("ui", ["app", "text", "link", "records", "procedures", "ui"]),
     # Of the workstation only what needs no window, no clock and no settings.
     ("tools/books", ["app", "procedures/centre_words.h", "records/digits.h", "records/file_info.h",
-                     "records/journal_types.h", "text/marks.h", "text/utils.h"]),
+                     "records/journal_types.h", "text/file_coding.h", "text/marks.h", "text/utils.h"]),
     ("tools/linesim", ["tools/linesim"]),
     ("tools/pictures", ["app", "ui", "records", "tools/pictures"]),
 ]
