@@ -224,6 +224,7 @@ int CUtils::testTemplate(QString format, QString text, ...)
     va_list destinations;
     va_start(destinations, text);
     while (const std::optional<Field> field = matcher.nextField()) {
+        // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): it is, above
         void *destination = va_arg(destinations, void *);
         if (!destination || !matcher.read(*field, destination))
             break;
