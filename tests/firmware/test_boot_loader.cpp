@@ -2,6 +2,7 @@
 
 #include "link/boot_loader.h"
 #include "tests/support/row.h"
+#include "tests/support/serial_ports.h"
 #include "tools/linesim/serial/pseudo_terminal.h"
 
 #include <QSerialPort>
@@ -45,7 +46,7 @@ struct Cable {
         QObject::connect(&terminal, &PseudoTerminal::received, &terminal,
                          [this](const QByteArray &bytes) { received += bytes; });
         port.setPortName(terminal.portName());
-        if (!port.open(QIODevice::ReadWrite) || !comesTrue([this] { return terminal.isOpen(); }))
+        if (!opens(port) || !comesTrue([this] { return terminal.isOpen(); }))
             qFatal("the port does not open");
     }
 

@@ -2,6 +2,7 @@
 // end behind it.
 
 #include "tests/support/row.h"
+#include "tests/support/serial_ports.h"
 #include "tools/linesim/adapter/adapter_options.h"
 #include "tools/linesim/centre/centre.h"
 #include "tools/linesim/network/channel_switch.h"
@@ -64,7 +65,7 @@ template <class End> struct Line {
     {
         port.setPortName(end.place());
         port.setBaudRate(QSerialPort::Baud9600);
-        if (!port.open(QIODevice::ReadWrite))
+        if (!opens(port))
             qFatal("the port does not open");
     }
     /// Opens the port and comes to answer statuses, by \a mode.

@@ -1,6 +1,7 @@
 // The simulated boot loader, with the serial port class of the workstation at the other end of its cable.
 
 #include "tests/support/row.h"
+#include "tests/support/serial_ports.h"
 #include "tools/linesim/loader/loader.h"
 #include "tools/linesim/subcommands.h"
 
@@ -46,7 +47,7 @@ struct Line {
         if (!loader.start())
             qFatal("no port");
         port.setPortName(loader.portName());
-        if (!port.open(QIODevice::ReadWrite) || !comesTrue([this] { return has("opened:"); }))
+        if (!opens(port) || !comesTrue([this] { return has("opened:"); }))
             qFatal("the port does not open");
         QObject::connect(&port, &QSerialPort::readyRead, &port, [this] { received += port.readAll(); });
     }

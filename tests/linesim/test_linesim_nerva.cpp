@@ -1,6 +1,7 @@
 // The simulated Ethernet adapter: its configuration byte by byte, and at its port.
 
 #include "tests/support/row.h"
+#include "tests/support/serial_ports.h"
 #include "tools/linesim/adapter/adapter_options.h"
 #include "tools/linesim/console/event_log.h"
 #include "tools/linesim/nerva/nerva_line.h"
@@ -101,7 +102,7 @@ struct Port {
     void open()
     {
         port.setPortName(line->place());
-        if (!port.open(QIODevice::ReadWrite))
+        if (!opens(port))
             qFatal("the port does not open");
     }
     /// Once the adapter talks it has started.

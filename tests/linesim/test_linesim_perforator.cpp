@@ -1,6 +1,7 @@
 // The simulated perforator, with a workstation at its port that keeps the rules or breaks them.
 
 #include "tests/support/row.h"
+#include "tests/support/serial_ports.h"
 #include "tools/linesim/perforator/perforator.h"
 
 #include <QElapsedTimer>
@@ -68,7 +69,7 @@ struct Bench {
     void open()
     {
         port.setPortName(perforator.portName());
-        if (!port.open(QIODevice::ReadWrite) || !comesTrue([this] { return saw("opened:"); }))
+        if (!opens(port) || !comesTrue([this] { return saw("opened:"); }))
             qFatal("no port");
         QObject::connect(&port, &QSerialPort::readyRead, &port, [this] { got += port.readAll(); });
     }

@@ -2,6 +2,7 @@
 // back.
 
 #include "tests/support/row.h"
+#include "tests/support/serial_ports.h"
 #include "tools/linesim/record/replay.h"
 #include "tools/linesim/record/tap.h"
 
@@ -276,7 +277,7 @@ void TestLinesimTap::portsAreTapped()
     QSerialPort workstation;
     workstation.setPortName(log.rest(QStringLiteral("port: 7=")));
     workstation.setBaudRate(QSerialPort::Baud19200);
-    QVERIFY(workstation.open(QIODevice::ReadWrite));
+    QVERIFY(opens(workstation));
     QTRY_VERIFY(adapter.isOpen());
     workstation.write(QByteArray("\x00\x11\x13\xFF\r\n", 6)); // what a line discipline would change
     QTRY_COMPARE(heard, QByteArray("\x00\x11\x13\xFF\r\n", 6));
@@ -308,14 +309,14 @@ void TestLinesimTap::adapterPulledOutTakesThePortAlong()
     QVERIFY(tap.start());
     QSerialPort workstation;
     workstation.setPortName(options.port->port);
-    QVERIFY(workstation.open(QIODevice::ReadWrite));
+    QVERIFY(opens(workstation));
     QTRY_VERIFY(adapter.isOpen());
     adapter.unplug();
     QTRY_VERIFY(workstation.error() != QSerialPort::NoError || !QFile::exists(options.port->port));
     workstation.close();
     QVERIFY(adapter.plug());
     QTRY_COMPARE(log.lines.filter(QStringLiteral("port: ")).size(), 2);
-    QVERIFY(workstation.open(QIODevice::ReadWrite));
+    QVERIFY(opens(workstation));
     QTRY_VERIFY(adapter.isOpen());
 }
 

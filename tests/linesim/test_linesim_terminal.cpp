@@ -1,5 +1,6 @@
 // The cable of the simulated adapters, with the serial port class of the workstation at its other end.
 
+#include "tests/support/serial_ports.h"
 #include "tools/linesim/serial/pseudo_terminal.h"
 
 #include <QFile>
@@ -63,7 +64,7 @@ void TestLinesimTerminal::bytesOfEveryValuePassBothWays()
     QVERIFY(terminal.plug());
     const Gathered gathered(terminal);
     Port port(terminal);
-    QVERIFY(port.open(QIODevice::ReadWrite));
+    QVERIFY(opens(port));
     QTRY_VERIFY(terminal.isOpen());
     port.write(everyByte());
     QTRY_COMPARE(QByteArray(gathered), everyByte());
@@ -80,7 +81,7 @@ void TestLinesimTerminal::openingIsTold()
     QCOMPARE(opened.count(), 0);
     QVERIFY(!terminal.isOpen());
     Port port(terminal);
-    QVERIFY(port.open(QIODevice::ReadWrite));
+    QVERIFY(opens(port));
     QTRY_COMPARE(opened.count(), 1);
 }
 
@@ -93,7 +94,7 @@ void TestLinesimTerminal::closingIsToldAfterTheLastByte()
     QSignalSpy closed(&terminal, &PseudoTerminal::closed);
     connect(&terminal, &PseudoTerminal::closed, this, [&] { atClosing = gathered; });
     Port port(terminal);
-    QVERIFY(port.open(QIODevice::ReadWrite));
+    QVERIFY(opens(port));
     QTRY_VERIFY(terminal.isOpen());
     port.write("\x01\x60");
     port.flush();
@@ -109,7 +110,7 @@ void TestLinesimTerminal::whatIsWrittenWithoutAProgramIsLost()
     QVERIFY(terminal.plug());
     terminal.write("early");
     Port port(terminal);
-    QVERIFY(port.open(QIODevice::ReadWrite));
+    QVERIFY(opens(port));
     QTRY_VERIFY(terminal.isOpen());
     terminal.write("in time");
     QTRY_COMPARE(port.got(), QByteArray("in time"));
@@ -121,13 +122,13 @@ void TestLinesimTerminal::whatWasNotReadIsGoneAtTheNextOpening()
     QVERIFY(terminal.plug());
     {
         Port port(terminal);
-        QVERIFY(port.open(QIODevice::ReadWrite));
+        QVERIFY(opens(port));
         QTRY_VERIFY(terminal.isOpen());
         terminal.write("unread");
     }
     QTRY_VERIFY(!terminal.isOpen());
     Port port(terminal);
-    QVERIFY(port.open(QIODevice::ReadWrite));
+    QVERIFY(opens(port));
     QTRY_VERIFY(terminal.isOpen());
     terminal.write("new");
     QTRY_COMPARE(port.got(), QByteArray("new"));
@@ -139,7 +140,7 @@ void TestLinesimTerminal::unpluggingTakesThePortAway()
     QVERIFY(terminal.plug());
     QSignalSpy closed(&terminal, &PseudoTerminal::closed);
     Port port(terminal);
-    QVERIFY(port.open(QIODevice::ReadWrite));
+    QVERIFY(opens(port));
     QTRY_VERIFY(terminal.isOpen());
     terminal.unplug();
     QVERIFY(!terminal.isPlugged());
@@ -160,7 +161,7 @@ void TestLinesimTerminal::pluggingAgainGivesThePortItsNameBack()
     QVERIFY(terminal.plug());
     QCOMPARE(terminal.portName(), link);
     Port port(terminal);
-    QVERIFY(port.open(QIODevice::ReadWrite));
+    QVERIFY(opens(port));
     QTRY_VERIFY(terminal.isOpen());
 }
 
@@ -183,7 +184,7 @@ void TestLinesimTerminal::aLinkLeftBehindIsReplaced()
     PseudoTerminal terminal(link);
     QVERIFY(terminal.plug());
     Port port(terminal);
-    QVERIFY(port.open(QIODevice::ReadWrite));
+    QVERIFY(opens(port));
 }
 
 QTEST_GUILESS_MAIN(TestLinesimTerminal)

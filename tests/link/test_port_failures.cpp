@@ -2,6 +2,7 @@
 
 #include "tests/link/adapter_port.h"
 #include "tests/support/row.h"
+#include "tests/support/serial_ports.h"
 
 #include <QFile>
 #include <QSerialPort>
@@ -83,7 +84,7 @@ void TestPortFailures::portHeldByAnotherProgram()
     AdapterLink link;
     QSerialPort holder;
     holder.setPortName(link.adapter.name());
-    QVERIFY(holder.open(QIODevice::ReadWrite));
+    QVERIFY(opens(holder));
     link.line.once(&CTlgThread::PortThread);
     QVERIFY(link.ended());
     QCOMPARE(link.states(),
