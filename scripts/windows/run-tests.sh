@@ -81,7 +81,6 @@ if [ "${1:-}" = --inside ]; then
 fi
 cache=${VELDA_WINDOWS_CACHE:-$HOME/.cache/velda-windows}
 [ "$(id -u)" = 0 ] || exec sudo VELDA_WINDOWS_CACHE="$cache" "$0" "$@"
-"$tree/scripts/install-deps.sh" debootstrap
 status=0
 log=$(mktemp)
 trap 'rm "$log"' EXIT

@@ -44,6 +44,7 @@ make_root()
 }
 
 if [ ! -d "$root" ]; then
+    "$(dirname "$(readlink -f "$0")")/../install-deps.sh" debootstrap >&2
     echo "wine-root: making $root" >&2
     trap 'tail -n 30 "$root.log" >&2; echo "wine-root: failed, see $root.log" >&2' EXIT
     make_root > "$root.log" 2>&1
