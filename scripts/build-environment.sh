@@ -14,6 +14,8 @@ build()
     [ $# = 0 ] || targets=(--target "$@")
     if command -v ccache >/dev/null; then
         launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+        # An object that another clone has compiled serves as well; a debugger is to be started where the sources lie.
+        export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1
         export CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
     fi
     echo "building (${preset})"
