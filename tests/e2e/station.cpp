@@ -267,7 +267,8 @@ QStringList Station::received() const
 {
     QStringList result;
     for (const QString &name : tree(QStringLiteral("inp")))
-        result << QString::fromUtf8(read(QStringLiteral("inp/") + name));
+        if (!name.contains(QLatin1String(".velda-"))) // a draft is not the telegram yet
+            result << QString::fromUtf8(read(QStringLiteral("inp/") + name));
     return result;
 }
 

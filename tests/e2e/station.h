@@ -63,7 +63,7 @@ public:
     [[nodiscard]] QStringList journalOf(const QString &day) const; ///< day as "20260731"
     [[nodiscard]] bool logged(const QString &part) const;          ///< some journal line holds it
     [[nodiscard]] int count(const QString &part) const;            ///< how many do
-    /// The telegrams received, the oldest first.
+    /// The telegrams received, the oldest first; what is being written is none yet.
     [[nodiscard]] QStringList received() const;
     [[nodiscard]] QString state(const QString &key) const; ///< of velda_state.ini
 
