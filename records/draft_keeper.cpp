@@ -47,7 +47,7 @@ bool CDraftKeeper::offer(const Draft &now)
     m_settled = now;
     m_busy = true;
     m_writer.start([this, now] {
-        m_failed = !replaceWholeFile(m_path, contentOf(now));
+        end(replaceWholeFile(m_path, contentOf(now)));
         m_busy = false;
     });
     return true;
@@ -60,7 +60,15 @@ void CDraftKeeper::discard(const Draft &now)
     // Where nothing can be removed, nothing must come back at least.
     m_undiscarded =
         QFileInfo(m_path).isFile() && !QFile::remove(m_path) && !replaceWholeFile(m_path, QByteArray());
-    m_failed = m_undiscarded;
+    end(!m_undiscarded);
+}
+
+/// On the writer's thread, or on the main one while the writer rests.
+void CDraftKeeper::end(bool done)
+{
+    if (!done && !m_failed)
+        ++m_outages;
+    m_failed = !done;
 }
 
 void CDraftKeeper::finish(const Draft &now)

@@ -31,14 +31,20 @@ public:
 
     /// Whether the last writing or removal that has ended failed. It is done anew with the next offer.
     [[nodiscard]] bool isFailing() const { return m_failed; }
+    /// How often a writing or removal has failed behind one that had not. Whoever tells each outage once
+    /// compares this number: isFailing() may be over and begin anew between two looks.
+    [[nodiscard]] int outages() const { return m_outages; }
     [[nodiscard]] bool isBusy() const { return m_busy; }
 
     static const QString fileName; ///< "velda_draft.json"
 
 private:
+    void end(bool done);
+
     const QString m_path;
     std::optional<Draft> m_settled; ///< written, or need not be
     bool m_undiscarded = false;     ///< the file could not be removed
     QThreadPool m_writer;
     std::atomic<bool> m_busy{false}, m_failed{false};
+    std::atomic<int> m_outages{0};
 };

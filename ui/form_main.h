@@ -339,8 +339,8 @@ private:
     QMap<const QWidget *, QString> m_editorRemoved; ///< by field, the signs that its filter has taken out
     QString m_indexNote;                            ///< that the index was longer, or nothing
     CDraftKeeper m_draft;
-    bool m_draftTouched = false;     ///< since the last offer something has changed
-    bool m_draftFailureTold = false; ///< in the present outage
+    bool m_draftTouched = false; ///< since the last offer something has changed
+    int m_draftOutagesTold = 0;  ///< see CDraftKeeper::outages()
 };
 
 /// Null until the entry point has made the window; its destructor makes it null again.

@@ -21,6 +21,7 @@ private slots:
     void fileStaysInItsDirectory();
     void failureIsToldAndOverWithTheNextSuccess_data();
     void failureIsToldAndOverWithTheNextSuccess();
+    void eachOutageIsCountedOnceThoughNobodyLookedBetween();
     void fullDiskLeavesTheFormerDraft();
     void discardedDraftDoesNotComeBackWhereNothingCanBeRemoved();
     void draftThatCannotBeRemovedIsRemovedLater();
@@ -166,6 +167,27 @@ void TestDraftKeeper::failureIsToldAndOverWithTheNextSuccess()
     QVERIFY(offerAndWait(keeper, withText("Б"))); // the same once more
     QVERIFY(!keeper.isFailing());
     QCOMPARE(draftOf(desk.read("data/" + Name))->fields.text, QString("Б"));
+}
+
+// A success that nobody saw lies between two outages: whoever looked at isFailing() only took them for one.
+void TestDraftKeeper::eachOutageIsCountedOnceThoughNobodyLookedBetween()
+{
+    const Desk desk;
+    CDraftKeeper keeper;
+    QVERIFY(offerAndWait(keeper, withText("А")));
+    QCOMPARE(keeper.outages(), 0);
+    for (int outage = 1; outage <= 3; ++outage) {
+        QVERIFY(QFile::remove(desk.path(Name)));
+        QVERIFY(QDir().mkdir(desk.path(Name)));
+        QVERIFY(offerAndWait(keeper, withText(QString::number(outage))));
+        QVERIFY(offerAndWait(keeper, withText(QString::number(outage)))); // fails once more
+        QCOMPARE(keeper.outages(), outage);
+        QVERIFY(keeper.isFailing());
+        QVERIFY(QDir().rmdir(desk.path(Name)));
+        QVERIFY(offerAndWait(keeper, withText(QString::number(outage))));
+        QVERIFY(!keeper.isFailing());
+        QCOMPARE(keeper.outages(), outage);
+    }
 }
 
 void TestDraftKeeper::fullDiskLeavesTheFormerDraft()

@@ -119,12 +119,12 @@ Draft FormMain::editorDraft() const
 
 void FormMain::keepDraft()
 {
-    const bool failing = m_draft.isFailing();
-    if (failing && !m_draftFailureTold)
+    const int outages = m_draft.outages(); // once, as another may begin meanwhile
+    if (outages != m_draftOutagesTold)
         Log.addCacheServiceString(QStringLiteral("Черновик редактора не записывается на диск"), ProtocolError,
                                   true);
-    m_draftFailureTold = failing;
-    if ((m_draftTouched || failing) && m_draft.offer(editorDraft()))
+    m_draftOutagesTold = outages;
+    if ((m_draftTouched || m_draft.isFailing()) && m_draft.offer(editorDraft()))
         m_draftTouched = false;
 }
 
