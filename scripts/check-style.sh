@@ -1,7 +1,7 @@
 #!/bin/bash
 # Holds the sources to .clang-format, all of them, and to .clang-tidy, those of the program and of linesim that have
-# changed: since the newest commit that is older than a day before the last one, or since the branch left origin/main
-# if that was earlier.
+# changed: since the newest commit that is older than six hours before the last one, or since the branch left
+# origin/main if that was earlier.
 #   scripts/check-style.sh          what has changed
 #   scripts/check-style.sh FILE...  these sources
 set -euo pipefail
@@ -10,17 +10,17 @@ cd "$(dirname "$(readlink -f "$0")")/.."
 scripts/install-deps.sh
 
 # The commit behind which everything is looked at. The whole tree takes as long as its tests, so that a history of
-# less than a day is looked at from its first commit on.
+# less than six hours is looked at from its first commit on.
 since()
 {
-    local day main
-    day=$(git rev-list -1 --before="$(($(git log -1 --format=%ct) - 86400))" HEAD)
-    [ -n "$day" ] || day=$(git rev-list --max-parents=0 HEAD | tail -n 1)
+    local before main
+    before=$(git rev-list -1 --before="$(($(git log -1 --format=%ct) - 6 * 3600))" HEAD)
+    [ -n "$before" ] || before=$(git rev-list --max-parents=0 HEAD | tail -n 1)
     main=$(git merge-base HEAD origin/main 2>/dev/null || true)
-    if [ -n "$main" ] && git merge-base --is-ancestor "$main" "$day"; then
+    if [ -n "$main" ] && git merge-base --is-ancestor "$main" "$before"; then
         echo "$main"
     else
-        echo "$day"
+        echo "$before"
     fi
 }
 

@@ -105,14 +105,14 @@ class Style(unittest.TestCase):
         tree.git("init", "-b", "main")
         return tree
 
-    def test_checks_what_a_day_has_changed(self):
+    def test_checks_what_six_hours_have_changed(self):
         tree = self.tree()
         for name in ["app/old.cpp", "ui/edited.cpp"]:
             tree.write(name, "")
-        tree.commit("2026-07-30T11:00:00Z")
+        tree.commit("2026-07-31T05:00:00Z")
         for name in ["app/new.cpp", "app/new_win.cpp", "tests/new.cpp"]:
             tree.write(name, "")
-        tree.commit("2026-07-30T13:00:00Z")
+        tree.commit("2026-07-31T07:00:00Z")
         tree.git("commit", "--allow-empty", "-m", "last", date="2026-07-31T12:00:00Z")
         tree.write("ui/edited.cpp", "int edited;\n")
 
