@@ -3,12 +3,14 @@
 
 #include "link/fw_update.h"
 #include "tests/firmware/board.h"
+#include "tests/firmware/rounds.h"
 #include "tests/support/desk.h"
 #include "tests/support/row.h"
 
 #include <QCryptographicHash>
 #include <QtTest>
 
+#include <functional>
 #include <memory>
 
 class TestFwBoard : public QObject
@@ -16,7 +18,6 @@ class TestFwBoard : public QObject
     Q_OBJECT
 
 private slots:
-    void init() { m_desk = std::make_unique<Desk>(); }
     void cleanup();
     void testImageIsLoadedAndBlinks();
     void suppliedImageIsLoaded_data();
@@ -24,7 +25,12 @@ private slots:
     void imageOfTheEthernetAdapterGoesInBlocksOf256();
 
 private:
+    /// Loads by \a update, which gets the port, on a new desk and into a new board each time.
+    bool comesThrough(const std::function<bool(const QString &)> &update);
+
     std::unique_ptr<Desk> m_desk;
+    std::unique_ptr<Board> m_board;
+    QByteArray m_before; ///< its flash, not loaded yet
 };
 
 namespace
@@ -69,16 +75,27 @@ void report(const char *name, const QByteArray &image, const QByteArray &flash)
 void TestFwBoard::cleanup()
 {
     qunsetenv("VELDA_PORTS");
+    m_board.reset();
     m_desk.reset();
+}
+
+bool TestFwBoard::comesThrough(const std::function<bool(const QString &)> &update)
+{
+    return onceInAFew([&] {
+        cleanup();
+        m_desk = std::make_unique<Desk>();
+        m_board = std::make_unique<Board>();
+        m_before = m_board->flash();
+        return update(m_board->portName());
+    });
 }
 
 void TestFwBoard::testImageIsLoadedAndBlinks()
 {
-    Board board;
-    const QByteArray before = board.flash();
-    QCOMPARE(before.size(), 32768);
-    QCOMPARE(before.left(LoaderAt), QByteArray(LoaderAt, '\xff'));
-    QVERIFY(CFWUpdateThread::testUpdate(board.portName()));
+    QVERIFY(comesThrough(&CFWUpdateThread::testUpdate));
+    Board &board = *m_board;
+    QCOMPARE(m_before.size(), 32768);
+    QCOMPARE(m_before.left(LoaderAt), QByteArray(LoaderAt, '\xff'));
     QCOMPARE(board.openings(), 1);
 
     const QByteArray image(reinterpret_cast<const char *>(FW_BLINK_DATA), int(FW_BLINK.size));
@@ -86,7 +103,7 @@ void TestFwBoard::testImageIsLoadedAndBlinks()
     const QByteArray flash = board.flash();
     report("FW_BLINK", image, flash);
     QCOMPARE(flash.left(1070), image);
-    QCOMPARE(flash.mid(9 * PageSize), before.mid(9 * PageSize)); // behind the last page nothing has changed
+    QCOMPARE(flash.mid(9 * PageSize), m_before.mid(9 * PageSize)); // behind the last page nothing has changed
     QCOMPARE(m_desk->journal(),
              (QStringList{QStringLiteral("312:00:00 Подготовка к записи firmware ver: 0 size: 1070"),
                           QStringLiteral("312:00:00 Программирование завершено"), QString()}));
@@ -125,18 +142,18 @@ void TestFwBoard::suppliedImageIsLoaded()
     QFETCH(QString, name);
     QFETCH(int, size);
     QFETCH(QString, begins);
-    Board board;
-    const QByteArray before = board.flash();
-    qputenv("VELDA_PORTS", (serial + QLatin1Char('=') + board.portName()).toLocal8Bit());
-    QVERIFY(CFWUpdateThread::update(serial));
+    QVERIFY(comesThrough([&](const QString &port) {
+        qputenv("VELDA_PORTS", (serial + QLatin1Char('=') + port).toLocal8Bit());
+        return CFWUpdateThread::update(serial);
+    }));
 
     const QByteArray image = contents(QStringLiteral(IMAGES "/%1.raw").arg(name));
     QCOMPARE(image.size(), size);
-    const QByteArray flash = board.flash();
+    const QByteArray flash = m_board->flash();
     report(qPrintable(name), image, flash);
     QCOMPARE(flash.left(size), image);
     const int pages = (size + PageSize - 1) / PageSize * PageSize;
-    QCOMPARE(flash.mid(pages), before.mid(pages));
+    QCOMPARE(flash.mid(pages), m_before.mid(pages));
     QCOMPARE(m_desk->journal(),
              (QStringList{begins, QStringLiteral("312:00:00 Программирование завершено"), QString()}));
 }
@@ -144,10 +161,17 @@ void TestFwBoard::suppliedImageIsLoaded()
 /// It is made for a larger processor than the board has, so it goes to a simulated loader.
 void TestFwBoard::imageOfTheEthernetAdapterGoesInBlocksOf256()
 {
-    Device loader(LINESIM_PROGRAM,
-                  {QStringLiteral("loader"), QStringLiteral("--serial"), QStringLiteral("30000001")});
-    qputenv("VELDA_PORTS", loader.details("port").value(0).toLocal8Bit());
-    QVERIFY(CFWUpdateThread::update(QStringLiteral("30000001")));
+    std::unique_ptr<Device> device;
+    QVERIFY(onceInAFew([&] {
+        m_desk.reset();
+        m_desk = std::make_unique<Desk>();
+        device = std::make_unique<Device>(
+            LINESIM_PROGRAM,
+            QStringList{QStringLiteral("loader"), QStringLiteral("--serial"), QStringLiteral("30000001")});
+        qputenv("VELDA_PORTS", device->details("port").value(0).toLocal8Bit());
+        return CFWUpdateThread::update(QStringLiteral("30000001"));
+    }));
+    const Device &loader = *device;
     QVERIFY(loader.waitForLine("closed:"));
     QCOMPARE(loader.count("violation"), 0);
 
