@@ -40,11 +40,13 @@ class RecordedLine
 public:
     explicit RecordedLine(const QString &name) : m_name(name) { station.fakeTime(tenfold); }
 
-    /// The workstation calls \a kind, a far end with its options.
+    /// The workstation calls \a kind, a far end with its options; both ask for life as often as a run is
+    /// long.
     void callTo(const QString &kind)
     {
         if (makingDirectory().isEmpty()) {
-            startReplay({QStringLiteral("--listen"), QStringLiteral("0")});
+            startReplay({QStringLiteral("--listen"), QStringLiteral("0"), QStringLiteral("--ignore"),
+                         QStringLiteral("16")});
         } else {
             m_farEnd = std::make_unique<LineProgram>(words(kind + QStringLiteral(" --listen 0")), tenfold);
             startTap({QStringLiteral("--listen"), QStringLiteral("0"), QStringLiteral("--to"),
@@ -68,12 +70,12 @@ public:
                                                  tenfold);
     }
 
-    /// \a kind is behind an adapter, whose statuses are answered as often as a run is long.
+    /// \a kind is behind an adapter, whose statuses are asked for and answered as often as a run is long.
     void useAdapter(const QString &adapter, const QString &kind)
     {
         const QString port = m_directory.filePath(QStringLiteral("port"));
         if (makingDirectory().isEmpty()) {
-            startReplay({QStringLiteral("--port"), port, QStringLiteral("--ignore"), QStringLiteral("69")});
+            startReplay({QStringLiteral("--port"), port, QStringLiteral("--ignore"), QStringLiteral("693F")});
         } else {
             const QString device = m_directory.filePath(QStringLiteral("adapter"));
             m_farEnd = std::make_unique<LineProgram>(

@@ -24,6 +24,8 @@ private slots:
     void callThatDoesNotComeIsADifference();
     void connectionTooManyIsADifference();
     void ignoredBytesAreLeftOutOnBothSides();
+    void ignoredBytesOfTheFarEndMayBeMissed();
+    void bytesOfAConnectionThatIsGoneDoNotReachTheNext();
     void afterADifferenceNothingIsPlayed();
     void randomSessionsPlayAsTheyWere_data();
     void randomSessionsPlayAsTheyWere();
@@ -272,6 +274,42 @@ void TestLinesimPlayer::ignoredBytesAreLeftOutOnBothSides()
     line.at(3);
     QCOMPARE(line.done, QByteArrayList{"A"});
     QCOMPARE(line.ends, same);
+}
+
+// They come as often as a call is long, and this one may be shorter than the one on record.
+void TestLinesimPlayer::ignoredBytesOfTheFarEndMayBeMissed()
+{
+    RecordPlayer::Settings settings;
+    settings.ignored = {'?', 'i'};
+    const QByteArray statuses = "0.000000 1 W open\n1.000000 1 F 3F\n1.000001 1 W 69\n2.000000 1 F 3F 3F\n"
+                                "2.500000 1 W close\n";
+    Line line(statuses, settings);
+    line.player.opened();
+    line.at(1);
+    line.player.closed();
+    line.at(1.999998); // less than what lay between this step and the one before
+    QCOMPARE(line.ends, QStringList());
+    line.at(2);
+    QCOMPARE(line.ends, same);
+    QCOMPARE(line.done, QByteArrayList{"?"}); // nothing into a line that is gone
+
+    Line answered(QByteArray(statuses).replace("3F 3F", "3F 41"), settings);
+    answered.player.opened();
+    answered.at(1);
+    answered.player.closed();
+    answered.at(2);
+    QCOMPARE(answered.ends, QStringList(QStringLiteral("2.000000, connection 1: the workstation hung up")));
+}
+
+void TestLinesimPlayer::bytesOfAConnectionThatIsGoneDoNotReachTheNext()
+{
+    Line line("0.000000 1 W open\n1.000000 1 F 41\n2.000000 1 W close\n3.000000 2 W open\n3.500000 2 F 42\n");
+    line.player.opened();
+    line.player.closed();
+    line.player.opened();
+    line.at(9);
+    QCOMPARE(line.done, QByteArrayList());
+    QCOMPARE(line.ends, QStringList(QStringLiteral("1.000000, connection 1: the workstation hung up")));
 }
 
 void TestLinesimPlayer::afterADifferenceNothingIsPlayed()

@@ -95,12 +95,17 @@ void RecordPlayer::play(const Step &step)
 {
     switch (step.event.kind) {
     case LineRecord::Open: m_called = true; return emit open();
-    case LineRecord::Bytes:
-        if (!m_isOpen)
-            return finish(QStringLiteral("%1: the workstation hung up").arg(place()));
-        return emit write(step.event.bytes);
+    case LineRecord::Bytes: return speak(step.event);
     case LineRecord::Close: m_isOpen = false; return emit close();
     }
+}
+
+void RecordPlayer::speak(const LineRecord::Event &event)
+{
+    if (m_isOpen && m_connection == event.connection)
+        return emit write(event.bytes);
+    if (!compared(event.bytes).isEmpty())
+        finish(QStringLiteral("%1: the workstation hung up").arg(place()));
 }
 
 /// What the far end does is done when it is played; a call when it is answered.

@@ -18,7 +18,9 @@ public:
     struct Settings {
         double speed = 1;          ///< times the pace of the record; 0 waits for the workstation alone
         qint64 patienceMs = 60000; ///< for the workstation, beyond the time that it took in the record
-        QSet<char> ignored;        ///< bytes of the workstation that are left out on both sides
+        /// Bytes of the workstation that are left out on both sides. Those of the far end it need not hear:
+        /// it may hang up before them.
+        QSet<char> ignored;
     };
 
     RecordPlayer(const LineRecord &record, const Settings &settings);
@@ -45,6 +47,7 @@ private:
     [[nodiscard]] bool isDone(const Step &step) const;
     [[nodiscard]] qint64 dueUs() const;
     void play(const Step &step);
+    void speak(const LineRecord::Event &event);
     void finish(const QString &difference);
     [[nodiscard]] QByteArray compared(const QByteArray &bytes) const;
     [[nodiscard]] QString place() const;

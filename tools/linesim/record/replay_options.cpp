@@ -17,7 +17,9 @@ const FarEndOption table[] = {
     {"serial", "NUMBER", "the adapter's serial number (10000001)"},
     {"speed", "N", "times as fast as the record (1); 0 waits for nothing but the workstation"},
     {"patience", "MS", "for the workstation, beyond its time in the record (60000)"},
-    {"ignore", "HEX", "bytes of the workstation that are not compared, as 16BF"},
+    {"ignore", "HEX",
+     "bytes of the workstation that are not compared, and of the far end that it may miss at its end, as "
+     "16BF"},
 };
 
 bool readTcp(const QCommandLineParser &parser, TcpEnd::Settings &tcp)
