@@ -3,7 +3,7 @@
 
 #include "link/fw_update.h"
 #include "tests/firmware/board.h"
-#include "tests/firmware/rounds.h"
+#include "tests/support/rounds.h"
 #include "tests/support/desk.h"
 #include "tests/support/row.h"
 

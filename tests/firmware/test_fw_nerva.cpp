@@ -4,7 +4,7 @@
 #include "app/ask.h"
 #include "link/firmware/images.h"
 #include "tests/firmware/board.h"
-#include "tests/firmware/rounds.h"
+#include "tests/support/rounds.h"
 #include "tests/ui/dialogs/nerva_room.h"
 
 #include <QtTest>

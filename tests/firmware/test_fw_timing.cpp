@@ -5,7 +5,7 @@
 #include "tests/firmware/device.h"
 #include "tests/firmware/dtr_watch.h"
 #include "tests/firmware/progress_watch.h"
-#include "tests/firmware/rounds.h"
+#include "tests/support/rounds.h"
 #include "tests/support/desk.h"
 #include "tests/support/patience.h"
 #include "tools/linesim/serial/pseudo_terminal.h"

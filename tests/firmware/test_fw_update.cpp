@@ -4,7 +4,7 @@
 #include "records/protocol.h"
 #include "tests/firmware/device.h"
 #include "tests/firmware/progress_watch.h"
-#include "tests/firmware/rounds.h"
+#include "tests/support/rounds.h"
 #include "tests/support/desk.h"
 #include "tests/support/row.h"
 
