@@ -3,8 +3,8 @@
 
 #include "link/fw_update.h"
 #include "tests/firmware/board.h"
-#include "tests/support/rounds.h"
 #include "tests/support/desk.h"
+#include "tests/support/rounds.h"
 #include "tests/support/row.h"
 
 #include <QCryptographicHash>

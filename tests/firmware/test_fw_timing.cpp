@@ -5,9 +5,9 @@
 #include "tests/firmware/device.h"
 #include "tests/firmware/dtr_watch.h"
 #include "tests/firmware/progress_watch.h"
-#include "tests/support/rounds.h"
 #include "tests/support/desk.h"
 #include "tests/support/patience.h"
+#include "tests/support/rounds.h"
 #include "tools/linesim/serial/pseudo_terminal.h"
 
 #include <QtTest>

@@ -4,8 +4,8 @@
 #include "records/protocol.h"
 #include "tests/firmware/device.h"
 #include "tests/firmware/progress_watch.h"
-#include "tests/support/rounds.h"
 #include "tests/support/desk.h"
+#include "tests/support/rounds.h"
 #include "tests/support/row.h"
 
 #include <QRegularExpression>
