@@ -43,6 +43,7 @@ private slots:
     void repetitionIsNotBegunTwice();
     void quietTimeIsJudgedByTheBeginning();
     void quietTimeEndsWithinTenSecondsOfTheMinute();
+    void quietTimeEndsWithTheRenumbering();
     void oldDaysFigureIsNoBreachTillTheRenumbering();
 };
 
@@ -409,6 +410,22 @@ void TestLinesimClerk::quietTimeEndsWithinTenSecondsOfTheMinute()
         clerk.hear(QStringLiteral("|ЗЦЗЦ 001 Х НННН  "));
         QCOMPARE(clerk.breaches().size(), second < 50 ? 1 : 0);
     }
+}
+
+void TestLinesimClerk::quietTimeEndsWithTheRenumbering()
+{
+    Clerk clerk(QTime(23, 50));
+    clerk.open();
+    clerk.desk.setTime(QDateTime(QDate(2026, 8, 1), QTime(0, 0, 30)));
+    QVERIFY(clerk.desk.run(QStringLiteral("renumber"), QString()));
+    clerk.hear(QStringLiteral("\r\n|ЗЦЗЦ КС ВАШ 000=000 НННН  |ЗЦЗЦ 001 Х НННН  "));
+    QCOMPARE(clerk.breaches(), QStringList());
+    clerk.desk.setMessageStart(QDateTime(QDate(2026, 8, 1), QTime(0, 0, 29)));
+    clerk.hear(QStringLiteral("|ЗЗ |ЗЦЗЦ 002 Х НННН  "));
+    QCOMPARE(clerk.breaches(), QStringList("violation: telegram 2 in the quiet time"));
+    clerk.desk.setMessageStart(QDateTime(QDate(2026, 8, 1), QTime(23, 57)));
+    clerk.hear(QStringLiteral("|ЗЗ |ЗЦЗЦ 003 Х НННН  "));
+    QCOMPARE(clerk.breaches().last(), QString("violation: telegram 3 in the quiet time"));
 }
 
 void TestLinesimClerk::oldDaysFigureIsNoBreachTillTheRenumbering()

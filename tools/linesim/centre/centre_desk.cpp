@@ -22,9 +22,18 @@ void CentreDesk::setTime(const QDateTime &now)
     if (m_now.isValid() && m_now.date() != now.date())
         turnDay();
     m_now = now;
-    m_quiet = isQuiet(now.time());
+    m_quiet = isQuietAt(now);
     if (m_renumberDue && now.time() >= QTime(0, 2) && m_channel != Closed)
         renumber();
+}
+
+/// The renumbering ends the quiet time, for the terminal too.
+bool CentreDesk::isQuietAt(const QDateTime &moment) const
+{
+    constexpr int Hour = 3600;
+    const bool isOver =
+        m_renumbered.isValid() && moment >= m_renumbered && moment < m_renumbered.addSecs(Hour);
+    return isQuiet(moment.time()) && !isOver;
 }
 
 void CentreDesk::turnDay()
@@ -188,7 +197,7 @@ void CentreDesk::judgeTelegram(const TerminalMessage &message)
         m_log.violation(name + QStringLiteral("before the receipt of the one before"));
     if (message.number != (got + 1) % 1000)
         m_log.violation(name + QStringLiteral("instead of %1").arg((got + 1) % 1000));
-    if (m_messageStart.isValid() ? isQuiet(m_messageStart.time()) : m_quiet)
+    if (m_messageStart.isValid() ? isQuietAt(m_messageStart) : m_quiet)
         m_log.violation(name + QStringLiteral("in the quiet time"));
     if (findOutOfRegister(message.text) >= 0)
         m_log.violation(name + QStringLiteral("out of its register"));

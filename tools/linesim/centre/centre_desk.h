@@ -98,6 +98,7 @@ signals:
     void send(const QString &text);
 
 private:
+    [[nodiscard]] bool isQuietAt(const QDateTime &moment) const;
     void takeRequest();
     void takeReceipt(int figure);
     void takeTelegram(const TerminalMessage &message);
@@ -123,6 +124,7 @@ private:
     bool m_renumberDue = false; // the day has turned, the terminal does not know yet
     bool m_talks = false;
     bool m_quiet = false;     // around midnight
+    QDateTime m_renumbered;   // last
     bool m_lost = false;      // the line went while the channel was not closed
     int m_awaitedFigure = -1; // of the answer to a renumbering; -1 none
     int m_confirmNumber = -1;

@@ -151,7 +151,8 @@ void CentreDesk::repeatFrom(int number)
 
 void CentreDesk::renumber()
 {
-    m_renumberDue = false;
+    m_renumberDue = m_quiet = false;
+    m_renumbered = m_now;
     m_awaitedFigure = oldSent % 1000;
     sendService(QString::asprintf("СМЕНА НУМЕРАЦИИ ПРИН %04d ПЕР %04d ОТКРОЙТЕ СВЯЗЬ", oldGot, oldSent));
 }
