@@ -9,6 +9,8 @@ const QString Listening = QStringLiteral("listening: ");
 
 /// A workstation that has no processor for a while breaks no rule.
 const QStringList patient = {QStringLiteral("--answer"), QStringLiteral("600000")};
+/// Nor does it say two words where its codes come in two pieces.
+const QStringList patientOnLine = {QStringLiteral("--word"), QStringLiteral("20000")};
 const QStringList windows = {QStringLiteral("--window-pause"), QStringLiteral("0")};
 
 QString local(const QString &port)
@@ -69,7 +71,7 @@ void CutLine::beOnAdapter(Station &station, const QStringList &farEnd, const QSt
     m_farEnd = std::make_unique<LineProgram>(QStringList{OnAdapter, QStringLiteral("--port"), device,
                                                          QStringLiteral("--firmware"), QStringLiteral("new"),
                                                          QStringLiteral("--baud"), QStringLiteral("200")} +
-                                                 patient + farEnd,
+                                                 patient + patientOnLine + farEnd,
                                              clock);
     (void)m_farEnd->waitFor(QStringLiteral("port: "));
     tap({QStringLiteral("--device"), device, QStringLiteral("--port"),

@@ -50,7 +50,10 @@ int AdapterStation::connections() const
 // the clock.
 FarEnd::Adapter AdapterStation::adapterOf(const QString &firmware, const QStringList &more)
 {
-    return {firmware, clockSetting, QStringList{QStringLiteral("--answer"), QStringLiteral("25000")} + more};
+    return {firmware, clockSetting,
+            QStringList{QStringLiteral("--answer"), QStringLiteral("25000"), QStringLiteral("--word"),
+                        QStringLiteral("2500")} +
+                more};
 }
 
 QString AdapterStation::queueName()

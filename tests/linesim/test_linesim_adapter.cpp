@@ -16,6 +16,8 @@ private slots:
     void statusesComeByThemselves();
     void nextStatusWaitsForItsAnswer();
     void codesAreTransmittedAtTheSpeedOfTheLine();
+    void wordIsGoneOnWithWithinItsSilence_data();
+    void wordIsGoneOnWithWithinItsSilence();
     void oldFirmwareDoesNotEcho();
     void drainedAdapterSaysSo();
     void roomThatOpensIsTold();
@@ -118,6 +120,29 @@ void TestLinesimAdapter::codesAreTransmittedAtTheSpeedOfTheLine()
     desk.pass(38); // 113 ms
     QVERIFY(desk.sent.contains('\x81'));
     QCOMPARE(desk.heard, QStringLiteral("БЕ"));
+}
+
+void TestLinesimAdapter::wordIsGoneOnWithWithinItsSilence_data()
+{
+    QTest::addColumn<int>("silenceMs");
+    QTest::addColumn<QString>("text");
+    row("last moment of it", 699, QStringLiteral("|ЗЗ "));
+    row("all of it", 700, QStringLiteral("ЗЗ "));
+    row("more", 701, QStringLiteral("ЗЗ "));
+}
+
+void TestLinesimAdapter::wordIsGoneOnWithWithinItsSilence()
+{
+    QFETCH(int, silenceMs);
+    AdapterDesk desk(with([](LineAdapter::Settings &settings) { settings.wordMs = 700; }));
+    desk.connect();
+    desk.program("0011"); // the mark and the first sign of ЗЗ
+    desk.pass(75);        // two characters
+    QCOMPARE(desk.heard, QString());
+    desk.pass(silenceMs);
+    desk.program("1104");
+    desk.pass(75);
+    QTEST(desk.heard, "text");
 }
 
 void TestLinesimAdapter::oldFirmwareDoesNotEcho()

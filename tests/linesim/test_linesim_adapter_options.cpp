@@ -22,9 +22,9 @@ private slots:
 
 void TestLinesimAdapterOptions::optionsAreRead()
 {
-    const auto read =
-        readAdapterOptions({"adapter", "--port", "/p", "--serial", "7", "--baud", "50", "--room", "32",
-                            "--status", "200", "--answer", "3000", "--silent", "peer", "--send", "d"});
+    const auto read = readAdapterOptions({"adapter", "--port", "/p", "--serial", "7", "--baud", "50",
+                                          "--room", "32", "--status", "200", "--answer", "3000", "--word",
+                                          "70", "--silent", "peer", "--send", "d"});
     QVERIFY(read);
     QCOMPARE(read->line.port, QStringLiteral("/p"));
     QCOMPARE(read->line.serial, QStringLiteral("7"));
@@ -32,11 +32,13 @@ void TestLinesimAdapterOptions::optionsAreRead()
     QCOMPARE(read->line.adapter.roomCodes, 32);
     QCOMPARE(read->line.adapter.statusMs, 200);
     QCOMPARE(read->line.adapter.answerMs, 3000);
+    QCOMPARE(read->line.adapter.wordMs, 70);
     QVERIFY(read->line.adapter.silent);
     QCOMPARE(read->farEnd, QStringList({"peer", "--send", "d"}));
     const auto plain = readAdapterOptions({"adapter", "centre"});
     QCOMPARE(plain->line.serial, QStringLiteral("10000001"));
     QCOMPARE(plain->line.adapter.baud, 200);
+    QCOMPARE(plain->line.adapter.wordMs, 500);
     QCOMPARE(plain->line.adapter.version, 20231111);
 }
 
@@ -84,6 +86,7 @@ void TestLinesimAdapterOptions::optionsThatAreNotUnderstood_data()
     row("baud", QStringList{"--baud", "300", "peer"});
     row("room", QStringList{"--room", "3", "peer"});
     row("status", QStringList{"--status", "0", "peer"});
+    row("word", QStringList{"--word", "long", "peer"});
     row("firmware", QStringList{"--firmware", "latest", "peer"});
     row("firmware of no month", QStringList{"--firmware", "241301", "peer"});
     row("mode", QStringList{"--mode", "75", "peer"});

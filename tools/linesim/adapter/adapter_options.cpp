@@ -22,6 +22,7 @@ const FarEndOption table[] = {
     {"room", "N", "codes that its buffer takes, 4 and more (64)"},
     {"status", "MS", "between statuses by itself (500)"},
     {"answer", "MS", "how long the answer to a status may take (1000)"},
+    {"word", "MS", "silence behind which a word is not gone on with (500)"},
     {"mode", "MODE", "what the workstation must choose: any, none, 50, 100, 200, switched (the far end's)"},
     {"silent", nullptr, "say nothing from the start"},
 };
@@ -61,7 +62,7 @@ bool readNumbers(const QCommandLineParser &parser, LineAdapter::Settings &adapte
     return readNumber(parser, "baud", adapter.baud) && ProgramRules::modeOf(adapter.baud) != 0 &&
            readNumber(parser, "room", adapter.roomCodes) && adapter.roomCodes >= SmallestRoom &&
            readNumber(parser, "status", adapter.statusMs) && adapter.statusMs > 0 &&
-           readNumber(parser, "answer", adapter.answerMs);
+           readNumber(parser, "answer", adapter.answerMs) && readNumber(parser, "word", adapter.wordMs);
 }
 
 bool read(const QCommandLineParser &parser, bool nerva, AdapterOptions &options)

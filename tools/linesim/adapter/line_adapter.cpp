@@ -7,10 +7,9 @@ using namespace AdapterBytes;
 
 namespace
 {
-constexpr qint64 SignalUs = 100'000;  // between two bytes of a fault that lasts
-constexpr qint64 SettledUs = 500'000; // of silence, after which nothing completes a word
-constexpr int ToldAgainMs = 10'000;   // at most, to the next status: silence would end the link
-constexpr qint64 LongestUs = 50'000;  // to the next look at what has no moment of its own
+constexpr qint64 SignalUs = 100'000; // between two bytes of a fault that lasts
+constexpr int ToldAgainMs = 10'000;  // at most, to the next status: silence would end the link
+constexpr qint64 LongestUs = 50'000; // to the next look at what has no moment of its own
 } // namespace
 
 LineAdapter::LineAdapter(const Settings &settings, EventLog &log)
@@ -114,7 +113,7 @@ void LineAdapter::transmit(qint64 nowUs)
     if (!items.isEmpty())
         m_quietUs = nowUs;
     hear(text, codes);
-    if (m_quietUs >= 0 && m_out.isEmpty() && nowUs - m_quietUs >= SettledUs) {
+    if (m_quietUs >= 0 && m_out.isEmpty() && nowUs - m_quietUs >= m_settings.wordMs * 1000LL) {
         m_quietUs = -1;
         hear(m_reader.flush(), QByteArray());
         tellHeard();

@@ -27,6 +27,7 @@ public:
         int roomCodes = 64;       ///< codes that its buffer takes
         int statusMs = 500;       ///< between unasked statuses
         int answerMs = 1000;      ///< for the answer to one
+        int wordMs = 500;         ///< of silence, behind which nothing completes a word
         int expectedMode = -1;    ///< the mode byte to expect; ProgramRules::AnyMode
         bool silent = false;      ///< from the start
     };
