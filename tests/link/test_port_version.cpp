@@ -144,7 +144,7 @@ void TestPortVersion::withoutAnUsableReplyTheOldRulesHold()
 {
     QFETCH(QByteArray, reply);
     AdapterLink link;
-    CPortLoop::waits.versionStepMs = 10;
+    CPortLoop::waits.versionStepMs = 40; // the question is open for 1.6 s
     QVERIFY(askedFor(link));
     link.adapter.send(reply);
     QVERIFY(link.shows(3));
