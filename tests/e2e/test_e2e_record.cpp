@@ -1,6 +1,7 @@
 // Lines on record, played back to the workstation: it must do on each what it did when the record was made,
 // to the byte, and leave the same files. The records stand in tests/e2e/records; with VELDA_MAKE_RECORDS=DIR
-// the test makes them anew there, from the simulated far ends, instead of playing them.
+// the test makes them anew there, from the simulated far ends, instead of playing them. A busy machine asks
+// for things at other moments than the record has them: one of a few rounds is the same.
 
 #include "tests/e2e/line_program.h"
 #include "tests/e2e/station.h"
@@ -99,6 +100,13 @@ public:
         return path;
     }
 
+    /// Whether the queue gets empty.
+    [[nodiscard]] bool allIsSent() const
+    {
+        return comesTrue(
+            [this] { return station.names(QStringLiteral("out"), QStringLiteral("*u*")).isEmpty(); });
+    }
+
     /// Whether the far end of a record says at its end that all was the same.
     [[nodiscard]] bool isSame()
     {
@@ -147,44 +155,46 @@ private:
 
 void TestE2eRecord::directLink()
 {
-    RecordedLine line(QStringLiteral("direct.record"));
-    const QStringList both = {telegram(QStringLiteral("ВХОДЯЩАЯ 1"), 400),
-                              telegram(QStringLiteral("ВХОДЯЩАЯ 2"))};
-    line.callTo(QStringLiteral("peer --confirm --window-pause 0 --send ") + line.telegrams(both));
-    line.station.write(QStringLiteral("out/20200101u001.200101_000000"),
-                       telegram(QStringLiteral("ИСХОДЯЩАЯ 1"), 400).toUtf8());
-    line.station.write(QStringLiteral("out/20200101u002.200101_000001"),
-                       telegram(QStringLiteral("ИСХОДЯЩАЯ 2")).toUtf8());
-    line.station.start();
-    QTRY_COMPARE(line.station.received(), both);
-    QTRY_COMPARE(line.station.names(QStringLiteral("out"), QStringLiteral("*u*")), QStringList());
-    QVERIFY(line.station.end());
-    QVERIFY(line.isSame());
+    QVERIFY(onceInAFew([] {
+        RecordedLine line(QStringLiteral("direct.record"));
+        const QStringList both = {telegram(QStringLiteral("ВХОДЯЩАЯ 1"), 400),
+                                  telegram(QStringLiteral("ВХОДЯЩАЯ 2"))};
+        line.callTo(QStringLiteral("peer --confirm --window-pause 0 --send ") + line.telegrams(both));
+        line.station.write(QStringLiteral("out/20200101u001.200101_000000"),
+                           telegram(QStringLiteral("ИСХОДЯЩАЯ 1"), 400).toUtf8());
+        line.station.write(QStringLiteral("out/20200101u002.200101_000001"),
+                           telegram(QStringLiteral("ИСХОДЯЩАЯ 2")).toUtf8());
+        line.station.start();
+        return comesTrue([&] { return line.station.received() == both; }) && line.allIsSent() &&
+               line.station.end() && line.isSame();
+    }));
 }
 
 void TestE2eRecord::centreThatCalls()
 {
-    const quint16 port = freePort();
-    RecordedLine line(QStringLiteral("centre.record"));
-    line.station.listenOn(port);
-    line.station.set(QStringLiteral("CONNECT/processMode"), QStringLiteral("0"));
-    line.station.start();
-    QTRY_VERIFY(line.station.logged(QStringLiteral("Ожидание подключения")));
-    const QString telegrams = line.telegrams({QStringLiteral("П01 000001 12\r\nВХОДЯЩАЯ 1\r\n"),
-                                              QStringLiteral("П01 000002 12\r\nВХОДЯЩАЯ 2\r\n")});
-    line.beCalledBy(QStringLiteral("centre --retry 600000 --send ") + telegrams, port);
-    QTRY_COMPARE(line.station.received().size(), 2);
-    // One thing after the other: whether a telegram or a receipt comes first is a matter of chance.
-    for (int i = 1; i <= 3; ++i)
-        line.station.write(
-            QStringLiteral("out/20260731u%1").arg(i, 3, 10, QLatin1Char('0')),
-            QStringLiteral("П%1\r\nИСХОДЯЩАЯ %1\r\n").arg(i, 6, 10, QLatin1Char('0')).toUtf8());
-    QTRY_COMPARE(line.station.names(QStringLiteral("out"), QStringLiteral("*u*")), QStringList());
-    QVERIFY(line.station.end());
-    QVERIFY(line.isSame());
+    QVERIFY(onceInAFew([] {
+        const quint16 port = freePort();
+        RecordedLine line(QStringLiteral("centre.record"));
+        line.station.listenOn(port);
+        line.station.set(QStringLiteral("CONNECT/processMode"), QStringLiteral("0"));
+        line.station.start();
+        if (!comesTrue([&] { return line.station.logged(QStringLiteral("Ожидание подключения")); }))
+            return false;
+        const QString telegrams = line.telegrams({QStringLiteral("П01 000001 12\r\nВХОДЯЩАЯ 1\r\n"),
+                                                  QStringLiteral("П01 000002 12\r\nВХОДЯЩАЯ 2\r\n")});
+        line.beCalledBy(QStringLiteral("centre --retry 600000 --send ") + telegrams, port);
+        if (!comesTrue([&] { return line.station.received().size() == 2; }))
+            return false;
+        // One thing after the other: whether a telegram or a receipt comes first is a matter of chance.
+        for (int i = 1; i <= 3; ++i)
+            line.station.write(
+                QStringLiteral("out/20260731u%1").arg(i, 3, 10, QLatin1Char('0')),
+                QStringLiteral("П%1\r\nИСХОДЯЩАЯ %1\r\n").arg(i, 6, 10, QLatin1Char('0')).toUtf8());
+        return line.allIsSent() && line.station.end() && line.isSame();
+    }));
 }
 
-/// How many characters the adapter has room for when the workstation looks is a matter of time.
+/// How many characters the adapter has room for when the workstation looks is a matter of time too.
 void TestE2eRecord::dialledCallThroughAnAdapter()
 {
     QVERIFY(onceInAFew([] {
