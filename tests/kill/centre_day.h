@@ -20,6 +20,7 @@ protected:
     [[nodiscard]] QString sentName(const Outgoing &telegram) const override;
 
 private:
+    [[nodiscard]] QStringList violations() const;
     void giveIncoming(bool confirmed = false);
     void giveOutgoing();
     void beginPart();
