@@ -132,19 +132,17 @@ QString CentreDay::sentName(const Outgoing &telegram) const
 
 /// One that dies between the change of day and the renumbering has no figures of the old day any more: it
 /// tells of the difference and waits for the operator, who opens the link by those of the new day.
-QStringList CentreDay::violations() const
+QStringList CentreDay::violations(const Mishaps &mishaps) const
 {
-    const QStringList journal = station.journal();
-    const bool told =
-        journal.filter(QStringLiteral("Запуск ---")).size() > 1 &&
-        !journal.filter(QStringLiteral("Расхождение за предыдущие сутки: ПРИН 0000 ПЕР 0000")).isEmpty();
+    const bool told = m_midnight && mishaps.count > 0 &&
+                      station.logged(QStringLiteral("Расхождение за предыдущие сутки: ПРИН 0000 ПЕР 0000"));
     const QStringList all = m_centre.violations();
     return told ? all.filter(QRegularExpression(QStringLiteral("^(?!.*receipt 0 for the old day)"))) : all;
 }
 
-QStringList CentreDay::wrongReceipts() const
+QStringList CentreDay::wrongReceipts(const Mishaps &mishaps) const
 {
-    QStringList wrong = violations();
+    QStringList wrong = violations(mishaps);
     for (int i = 1; i <= m_incoming; ++i) {
         const QStringList stored = storedWith(mark(i));
         const QString sent = m_centre.lines.filter(QStringLiteral("sent: ")).filter(mark(i)).value(0);

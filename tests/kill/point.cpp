@@ -34,6 +34,12 @@ private:
     [[nodiscard]] bool isHit() const { return contentOf(m_log).contains(QStringLiteral("hit ")); }
     /// The disk fails for a while: a program that ended now would lose what it could not write.
     [[nodiscard]] bool isBad() const { return m_point.lasts && isHit() && m_mishaps == 0; }
+    /// A life behind a death that has not come to its journal yet is no end of the day: all may have been
+    /// done.
+    [[nodiscard]] bool isStarting() const
+    {
+        return m_point.kills() && m_mishaps > 0 && m_day->station.count(Start) <= m_starts;
+    }
     [[nodiscard]] QString hitPath() const;
     [[nodiscard]] bool isRefusedStart() const;
     void start();
@@ -173,7 +179,7 @@ void Passing::leave()
 {
     if (!m_day->station.leave(60) && isHit() && m_point.kills() && m_mishaps == 0) {
         takeDeath();
-        if (!goesOn([&] { return m_day->station.count(Start) > m_starts && m_day->isOver(); }))
+        if (!goesOn([this] { return !isStarting() && m_day->isOver(); }))
             m_outcome.wrong << QStringLiteral("the day does not end anew");
         if (!m_day->station.leave(60))
             m_outcome.wrong << QStringLiteral("no orderly end");
@@ -188,7 +194,7 @@ Outcome Passing::run()
     m_day->station.writeSettings();
     m_before = filesBelow(QDir(m_day->station.path()).canonicalPath());
     start();
-    if (goesOn([this] { return m_day->isOver() && !isBad(); }))
+    if (goesOn([this] { return !isStarting() && m_day->isOver() && !isBad(); }))
         leave();
     else
         m_outcome.wrong << QStringLiteral("the day does not end");
