@@ -46,8 +46,8 @@ int AdapterStation::connections() const
     return m_farEnd.lines.count(QStringLiteral("ready:"));
 }
 
-// The workstation has five seconds for its answers, on a machine that is busy with others: twenty-five under
-// the clock.
+// The workstation has five seconds for its answers, on a machine that is busy with others, and half a second
+// for the rest of a word: twenty-five and two and a half under the clock.
 FarEnd::Adapter AdapterStation::adapterOf(const QString &firmware, const QStringList &more)
 {
     return {firmware, clockSetting,

@@ -130,19 +130,22 @@ QString CentreDay::sentName(const Outgoing &telegram) const
     return telegram.name + QStringLiteral("\\.%1").arg(number, 3, 10, QLatin1Char('0'));
 }
 
-/// One that dies between the change of day and the renumbering has no figures of the old day any more: it
-/// tells of the difference and waits for the operator, who opens the link by those of the new day.
-QStringList CentreDay::violations(const Mishaps &mishaps) const
+/// One that starts on the new day and needs no change to it has died between that change and the renumbering:
+/// it has no figures of the old day any more, tells of the difference and waits for the operator, who opens
+/// the link by those of the new day.
+QStringList CentreDay::violations() const
 {
-    const bool told = m_midnight && mishaps.count > 0 &&
-                      station.logged(QStringLiteral("Расхождение за предыдущие сутки: ПРИН 0000 ПЕР 0000"));
+    const QStringList newDay = station.journalOf(QStringLiteral("20260801"));
+    const bool forgot = m_midnight && !newDay.filter(QStringLiteral("Запуск ---")).isEmpty() &&
+                        newDay.filter(QStringLiteral("Смена суток")).isEmpty() &&
+                        !newDay.filter(QStringLiteral("Расхождение за предыдущие сутки: ")).isEmpty();
     const QStringList all = m_centre.violations();
-    return told ? all.filter(QRegularExpression(QStringLiteral("^(?!.*receipt 0 for the old day)"))) : all;
+    return forgot ? all.filter(QRegularExpression(QStringLiteral("^(?!.*receipt 0 for the old day)"))) : all;
 }
 
-QStringList CentreDay::wrongReceipts(const Mishaps &mishaps) const
+QStringList CentreDay::wrongReceipts() const
 {
-    QStringList wrong = violations(mishaps);
+    QStringList wrong = violations();
     for (int i = 1; i <= m_incoming; ++i) {
         const QStringList stored = storedWith(mark(i));
         const QString sent = m_centre.lines.filter(QStringLiteral("sent: ")).filter(mark(i)).value(0);

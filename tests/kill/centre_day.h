@@ -16,11 +16,11 @@ public:
 
 protected:
     [[nodiscard]] int arrived(const Outgoing &telegram) const override;
-    [[nodiscard]] QStringList wrongReceipts(const Mishaps &mishaps) const override;
+    [[nodiscard]] QStringList wrongReceipts() const override;
     [[nodiscard]] QString sentName(const Outgoing &telegram) const override;
 
 private:
-    [[nodiscard]] QStringList violations(const Mishaps &mishaps) const;
+    [[nodiscard]] QStringList violations() const;
     void giveIncoming(bool confirmed = false);
     void giveOutgoing();
     void beginPart();

@@ -272,7 +272,7 @@ QStringList Day::leftovers(bool diskFailed) const
 
 QStringList Day::wrongBooks(const Mishaps &mishaps)
 {
-    QStringList wrong = tornFiles() + wrongSendings(mishaps) + wrongReceipts(mishaps) + untold(mishaps) +
+    QStringList wrong = tornFiles() + wrongSendings(mishaps) + wrongReceipts() + untold(mishaps) +
                         leftovers(mishaps.diskFailed) + tornLines(mishaps.count);
     const int starts = station.count(QStringLiteral(" Запуск "));
     // The list of the journal begins anew with its day: a disk that is bad from the start on loses what stood

@@ -70,7 +70,7 @@ protected:
 
     [[nodiscard]] virtual int arrived(const Outgoing &telegram) const = 0; ///< how often, whole
     /// What became of \a telegrams that were given to the workstation, in the words of the procedure.
-    [[nodiscard]] virtual QStringList wrongReceipts(const Mishaps &mishaps) const = 0;
+    [[nodiscard]] virtual QStringList wrongReceipts() const = 0;
     /// The name that the sent file bears; a pattern.
     [[nodiscard]] virtual QString sentName(const Outgoing &telegram) const { return telegram.name; }
 

@@ -79,7 +79,7 @@ int DirectDay::arrived(const Outgoing &telegram) const
 }
 
 /// The office gave a telegram to the line again that it saw no confirmation of.
-QStringList DirectDay::wrongReceipts(const Mishaps & /*mishaps*/) const
+QStringList DirectDay::wrongReceipts() const
 {
     QStringList wrong = m_office.violations();
     int unstored = 0;

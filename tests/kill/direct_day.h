@@ -16,7 +16,7 @@ public:
 
 protected:
     [[nodiscard]] int arrived(const Outgoing &telegram) const override;
-    [[nodiscard]] QStringList wrongReceipts(const Mishaps &mishaps) const override;
+    [[nodiscard]] QStringList wrongReceipts() const override;
 
 private:
     [[nodiscard]] QStringList noted() const;

@@ -74,7 +74,7 @@ QString SwitchedDay::sentName(const Outgoing &telegram) const
 }
 
 /// A caller whose connection broke has called again, with the telegram.
-QStringList SwitchedDay::wrongReceipts(const Mishaps & /*mishaps*/) const
+QStringList SwitchedDay::wrongReceipts() const
 {
     QStringList wrong = m_network.violations();
     const int stored = storedWith(Incoming).filter(QStringLiteral("_")).size();
